@@ -1,0 +1,6 @@
+# MORDREV_SANITIZE names the sanitizers of a build, such as "address,undefined" or "thread". Native builds only.
+set(MORDREV_SANITIZE "" CACHE STRING "Sanitizers of this build, separated by commas")
+if(MORDREV_SANITIZE)
+    add_compile_options(-fsanitize=${MORDREV_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=${MORDREV_SANITIZE})
+endif()
