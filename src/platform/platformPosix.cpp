@@ -1,0 +1,76 @@
+#include "platform/platform.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <iostream>
+
+#include <dlfcn.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include "platform/iniFile.h"
+#include "platform/unicode.h"
+
+namespace platform {
+
+namespace {
+
+// "ZelkBase.dll" is "libZelkBase.so" here; a name without that ending is taken as it stands.
+std::string LibraryFileName(const WideChar* name) {
+    const std::string narrow = ToUtf8(name);
+    constexpr std::string_view ending = ".dll";
+    if (!narrow.ends_with(ending)) {
+        return narrow;
+    }
+    return "lib" + narrow.substr(0, narrow.size() - ending.size()) + ".so";
+}
+
+} // namespace
+
+ModuleHandle GetModuleHandleW(const WideChar* name) {
+    void* const module = dlopen(LibraryFileName(name).c_str(), RTLD_NOLOAD | RTLD_LAZY);
+    if (module != nullptr) {
+        dlclose(module); // the handle is not counted; it stays good for as long as its owner keeps the library
+    }
+    return module;
+}
+
+void* GetProcAddress(ModuleHandle module, const char* name) {
+    return dlsym(module, name);
+}
+
+uint32_t GetPrivateProfileIntW(const WideChar* section, const WideChar* key, int32_t defaultValue,
+                               const WideChar* path) {
+    const std::string value = FindIniValue(ReadIniFile(ToUtf8(path)), ToUtf8(section), ToUtf8(key));
+    return value.empty() ? static_cast<uint32_t>(defaultValue) : ParseIniInteger(value);
+}
+
+// Allocates nothing: a record that is left over when memory runs out comes here too.
+void OutputDebugStringW(const WideChar* text) {
+    std::u16string_view rest(text);
+    char bytes[4];
+    flockfile(stderr); // so that the lines of several threads stay whole
+    while (!rest.empty()) {
+        fwrite_unlocked(bytes, 1, EncodeUtf8(TakeCodePoint(rest), bytes), stderr);
+    }
+    funlockfile(stderr);
+}
+
+void WriteStandardOutput(const WideChar* text) {
+    for (; *text != u'\0'; ++text) {
+        std::wcout.put(*text); // beyond ASCII it is up to the locale of the stream
+    }
+    std::wcout.flush();
+    std::wcout.clear();
+}
+
+uint32_t GetCurrentThreadId() {
+    static thread_local const auto id = static_cast<uint32_t>(syscall(SYS_gettid));
+    return id;
+}
+
+uint32_t GetLastError() {
+    return static_cast<uint32_t>(errno);
+}
+
+} // namespace platform
