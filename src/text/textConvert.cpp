@@ -1,0 +1,105 @@
+#include "text/textConvert.h"
+
+#include <algorithm>
+#include <array>
+#include <limits>
+#include <memory>
+
+#include "frame/factory.h"
+#include "platform/platform.h"
+
+namespace {
+
+constexpr uint32_t utf8CodePage = 65001;
+
+// Room that no conversion outgrows: a byte gives at most one unit, a unit at most three bytes. The rest is slack, and
+// part of the contract with the converter.
+constexpr size_t WideCapacity(size_t narrowLength) {
+    return 2 * narrowLength + 4;
+}
+constexpr size_t NarrowCapacity(size_t wideLength) {
+    return 4 * wideLength;
+}
+
+// Up to these capacities the destination stands on the stack.
+constexpr size_t wideStackCapacity = 2048;
+constexpr size_t narrowStackCapacity = 4096;
+
+// Lengths and capacities travel as 32-bit words; what lies behind the longest text that they can tell is left out.
+constexpr size_t longestSource = (std::numeric_limits<uint32_t>::max() - 4) / 4;
+
+ITextConverter* FindConverter() {
+    ITextConverter* converter = nullptr;
+    if (const platform::ModuleHandle module = platform::GetModuleHandleW(WIDE("ZelkBase.dll"))) {
+        if (const auto factory = FindFactory(module)) {
+            factory(&SID_TextConverter, reinterpret_cast<void**>(&converter));
+        }
+    }
+    return converter;
+}
+
+// Null for the rest of the process when it could not be had at the first call; never released.
+ITextConverter* Converter() {
+    static ITextConverter* const converter = FindConverter();
+    return converter;
+}
+
+// A reference on the converter for the time of one call.
+class ConverterReference {
+public:
+    explicit ConverterReference(ITextConverter* converter) : m_converter(converter) { m_converter->AddRef(); }
+    ~ConverterReference() { m_converter->Release(); }
+    ConverterReference(const ConverterReference&) = delete;
+    ConverterReference& operator=(const ConverterReference&) = delete;
+
+    ITextConverter* operator->() const { return m_converter; }
+
+private:
+    ITextConverter* m_converter;
+};
+
+// One conversion. `command` tells the direction; the result is the text in the destination up to its first NUL, and
+// never more than the destination holds.
+template <typename To, size_t stackCapacity, typename From>
+std::basic_string<To> Convert(uint32_t command, const From* source, size_t length, size_t capacity) {
+    std::array<To, stackCapacity> onStack;
+    std::unique_ptr<To[]> onHeap;
+    To* destination = onStack.data();
+    if (capacity > stackCapacity) {
+        onHeap.reset(new To[capacity]);
+        destination = onHeap.get();
+    }
+    ITextConverter* const shared = Converter();
+    if (shared == nullptr) {
+        return {};
+    }
+    *destination = To{}; // the rest is not cleared; a converter that writes nothing gives an empty text
+
+    const ConverterReference converter(shared);
+    TextConversionRequest request{};
+    request.codePage = utf8CodePage;
+    request.sourceLength = static_cast<uint32_t>(length);
+    request.destinationCapacity = static_cast<uint32_t>(capacity);
+    request.source = source;
+    request.destination = destination;
+    converter->Convert(command, &request);
+    return {destination, std::find(destination, destination + capacity, To{})};
+}
+
+} // namespace
+
+std::basic_string<WideChar> Utf8ToWide(const char* text) {
+    if (text == nullptr || *text == '\0') {
+        return {};
+    }
+    const size_t length = std::min(std::char_traits<char>::length(text), longestSource);
+    return Convert<WideChar, wideStackCapacity>(CONVERT_NARROW_TO_WIDE, text, length, WideCapacity(length));
+}
+
+std::string WideToUtf8(const WideChar* text) {
+    if (text == nullptr || *text == WideChar{}) {
+        return {};
+    }
+    const size_t length = std::min(std::char_traits<WideChar>::length(text), longestSource);
+    return Convert<char, narrowStackCapacity>(CONVERT_WIDE_TO_NARROW, text, length, NarrowCapacity(length));
+}
