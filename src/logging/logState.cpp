@@ -1,0 +1,5 @@
+#include "logging/logState.h"
+
+bool LogFileEnabled = false;
+bool LogDebugViewEnabled = false;
+constinit ServicePointer<ILogWriter> LoggerObject;
