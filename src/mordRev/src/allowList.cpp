@@ -1,0 +1,77 @@
+// The allow list: which machines may connect, by protocol key.
+//
+// The document is organised by machine: {"mid_list": [{"mid": "MID-1", "protocol": ["KEY-1", "KEY-2"]}, …]}. The table
+// is organised by protocol.
+#include "logging/logMacros.h"
+#include "mordRev/src/json.h"
+#include "mordRev/src/mordRev.h"
+
+namespace {
+
+// A key comes into the table together with its first machine id.
+void Allow(AllowList& allowList, std::string protocol, std::string mid) {
+    const auto entry = allowList.find(protocol);
+    if (entry != allowList.end()) {
+        entry->second.insert(std::move(mid));
+    } else {
+        allowList.emplace(std::move(protocol), std::set<std::string>{std::move(mid)});
+    }
+}
+
+// Adds what one entry of "mid_list" says. An entry without a "mid" that is a string and a "protocol" that is an array
+// is passed over, and so is an element of "protocol" that is no string.
+void AddEntry(AllowList& allowList, const JsonValue& entry) {
+    const JsonValue* const mid = FindMember(entry, "mid");
+    if (mid == nullptr || !mid->IsString()) {
+        return;
+    }
+    const JsonValue* const protocols = FindMember(entry, "protocol");
+    if (protocols == nullptr || !protocols->IsArray()) {
+        return;
+    }
+    for (const JsonValue& protocol : protocols->GetArray()) {
+        if (protocol.IsString()) {
+            Allow(allowList, TextToNul(protocol), TextToNul(*mid));
+        }
+    }
+}
+
+} // namespace
+
+bool CMordRecv::SetAllowList(const char* text) {
+    const std::lock_guard lock(m_lock);
+    const bool result = FillAllowList(text);
+    LOG_TRACE(WIDE("parse allow list, ret") << result);
+    return result;
+}
+
+bool CMordRecv::FillAllowList(const char* text) {
+    JsonDocument document;
+    const auto parsed = ParseJson(document, text);
+    if (parsed.IsError()) {
+        LOG_ERROR(WIDE("error_code") << static_cast<uint32_t>(parsed.Code()) << WIDE("error_offset")
+                                     << static_cast<uint32_t>(parsed.Offset()));
+        return false;
+    }
+    const JsonValue* const midList = FindMember(document, "mid_list");
+    if (midList == nullptr) {
+        LOG_ERROR(WIDE("format error"));
+        return false;
+    }
+    m_allowList.clear(); // the old list is gone from here on, whatever follows
+    if (!midList->IsArray()) {
+        LOG_TRACE(WIDE("mid list is empty")); // sic: an empty array does not log this, a value of another kind does
+        return true;
+    }
+    for (const JsonValue& entry : midList->GetArray()) {
+        AddEntry(m_allowList, entry);
+    }
+    return true;
+}
+
+bool CMordRecv::ClearAllowList() {
+    const std::lock_guard lock(m_lock);
+    LOG_TRACE(WIDE("ClearAllowList_mids start"));
+    m_allowList.clear();
+    return true;
+}

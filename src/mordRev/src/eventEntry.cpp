@@ -1,0 +1,99 @@
+// The entry of every decision: HandleEvent, from the event to the final reply.
+#include "logging/logMacros.h"
+#include "mordRev/src/dotAnswer.h"
+#include "mordRev/src/json.h"
+#include "mordRev/src/mordRev.h"
+#include "mordRev/src/recordReader.h"
+
+namespace {
+
+// The query request: the guids of all rules in array order, duplicates and empty ones kept.
+std::string MakeQueryRequest(IEventRecord** rules, uint32_t ruleCount) {
+    JsonBuffer buffer;
+    JsonWriter writer(buffer);
+    writer.StartObject();
+    writer.Key("guid");
+    writer.StartArray();
+    for (uint32_t i = 0; i < ruleCount; ++i) {
+        WriteString(writer, ReadString(rules[i], "guid"));
+    }
+    writer.EndArray();
+    writer.EndObject();
+    return {buffer.GetString(), buffer.GetSize()};
+}
+
+} // namespace
+
+bool CMordRecv::HandleEvent(IEventRecord* event, IEventRecord** rules, uint32_t ruleCount, uint32_t* reply) {
+    LOG_TRACE(WIDE("==>enter"));
+    if (reply == nullptr || m_host == nullptr) {
+        LOG_ERROR(WIDE("param error"));
+        return false;
+    }
+    *reply = REPLY_BLOCK;
+    if (event == nullptr || rules == nullptr || ruleCount == 0) {
+        LOG_ERROR(WIDE("param error"));
+        return false;
+    }
+    const uint32_t flags = ReadInt32(event, "flags");
+    std::string type = ReadString(rules[0], "type"); // serves the whole call, whichever rule decides
+    IEventRecord** matched = nullptr;
+
+    bool result = true;
+    if (m_defenderMode == MODE_EMERGENCY) {
+        *reply = REPLY_ALLOW;
+        LOG_TRACE(WIDE("defender mode is emergency"));
+    } else if ((flags & EVENT_FLAG_DISCONNECT) != 0) {
+        *reply = REPLY_ALLOW;
+    } else {
+        result = DecideByQuery(event, rules, ruleCount, reply, &matched);
+    }
+
+    const bool blockModified = ModiyReply(std::move(type), flags, reply);
+    if (matched != nullptr) {
+        ReportEventHandleRes(event, matched, 1, *reply, blockModified);
+    } else {
+        ReportEventHandleRes(event, rules, ruleCount, *reply, blockModified);
+    }
+    return result;
+}
+
+bool CMordRecv::DecideByQuery(IEventRecord* event, IEventRecord** rules, uint32_t ruleCount, uint32_t* reply,
+                              IEventRecord*** matched) {
+    const std::string request = MakeQueryRequest(rules, ruleCount);
+    DotAnswer answer(m_host);
+    const int32_t code = m_host->QueryDot(request.c_str(), m_mid.c_str(), answer.Out());
+    LOG_TRACE(WIDE("query dot result_json=") << answer.Text());
+
+    if (code == DOT_QUERY_NETWORK_ERROR) {
+        *reply = m_exceptionMode == EXCEPTION_ALLOW ? REPLY_ALLOW : REPLY_BLOCK;
+        LOG_TRACE(WIDE("query dot network error, exception_mode=") << m_exceptionMode << WIDE(" ,reply=") << *reply);
+        return true;
+    }
+    if (code != DOT_QUERY_ANSWERED || answer.Text() == nullptr) {
+        *reply = REPLY_BLOCK;
+        LOG_TRACE(WIDE(" query dot error, reply=") << *reply);
+        return false;
+    }
+    if (m_defenderMode == MODE_ALL_FORBID) {
+        *reply = REPLY_BLOCK;
+        LOG_TRACE(WIDE(" defender mode is all forbid, reply=") << *reply);
+        answer.Keep(); // on this path alone the host does not get its buffer back; it is meant so
+        return true;
+    }
+    QueryResultTable queryResult;
+    if (!ParseQueryResult(answer.Text(), &queryResult)) {
+        *reply = REPLY_BLOCK;
+        LOG_TRACE(WIDE(" query dot error, reply=") << *reply);
+        return false;
+    }
+    answer.GiveBack();
+    for (uint32_t i = 0; i < ruleCount; ++i) {
+        HandleEventInner(event, rules[i], queryResult, reply);
+        if (*reply == REPLY_ALLOW) {
+            *matched = &rules[i];
+            return true;
+        }
+    }
+    return false;
+}

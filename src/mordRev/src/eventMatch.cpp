@@ -1,0 +1,50 @@
+// The verdict for one rule of an event.
+#include "logging/logMacros.h"
+#include "mordRev/src/mordRev.h"
+#include "mordRev/src/recordReader.h"
+
+namespace {
+
+// What the host gets as the kind of a dot that it deletes.
+constexpr int32_t deletedDotKind = 2;
+
+} // namespace
+
+bool CMordRecv::HandleEventInner(IEventRecord* event, IEventRecord* rule, QueryResultTable queryResult,
+                                 uint32_t* reply) {
+    if (reply == nullptr || event == nullptr || m_host == nullptr) {
+        LOG_ERROR(WIDE("parameter error"));
+        return false;
+    }
+    if (!m_started) {
+        LOG_ERROR(WIDE("receving end not start")); // sic
+        return false;
+    }
+    const std::string guid = ReadString(rule, "guid");
+    const std::string type = ReadString(rule, "type");
+
+    const MidSet* const mids = queryResult.Find(guid);
+    if (mids == nullptr) {
+        *reply = REPLY_BLOCK;
+        LOG_TRACE(WIDE("query dot result is empty, reply=") << *reply << WIDE(",rule guid") << guid);
+        return true;
+    }
+    if (mids->empty()) {
+        *reply = REPLY_BLOCK;
+        LOG_TRACE(WIDE("query dot result mid is empty, reply=") << *reply << WIDE(",rule guid") << guid);
+        return true;
+    }
+    // A web rule has a list of its own under its guid; all rules of another type share the list of their type word.
+    const std::string& protocolKey = type == "web" ? guid : type;
+    std::string midMatched;
+    if (!IsMatchmid(protocolKey, {mids->begin(), mids->end()}, &midMatched)) {
+        *reply = REPLY_BLOCK;
+        LOG_TRACE(WIDE("not match any mid,guid:") << guid << WIDE(",reply:") << *reply);
+        return true;
+    }
+    *reply = REPLY_ALLOW;
+    LOG_TRACE(WIDE("match mid=") << midMatched << WIDE(",rule guid=") << guid << WIDE(",reply:") << *reply);
+    const bool deleted = m_host->DeleteDot(guid.c_str(), m_mid.c_str(), deletedDotKind, type.c_str()) == 0;
+    LOG_TRACE(WIDE("del dot,ret=") << deleted << WIDE(",rule guid") << guid);
+    return true;
+}

@@ -1,0 +1,50 @@
+// RapidJSON as the receiver uses it. The one header that includes RapidJSON; only .cpp files include it.
+//
+// Exhausted memory: RapidJSON's own base allocator hands a null pointer on, which nothing tests. Everything here rests
+// on one that throws std::bad_alloc instead, which passes out of the operation.
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+#include <rapidjson/document.h>
+#include <rapidjson/prettywriter.h>
+#include <rapidjson/stringbuffer.h>
+
+// Base allocator whose failure is std::bad_alloc.
+class JsonAllocator {
+public:
+    static const bool kNeedFree = true;
+    void* Malloc(size_t size);
+    void* Realloc(void* memory, size_t oldSize, size_t newSize);
+    static void Free(void* memory);
+};
+
+using JsonDocument =
+    rapidjson::GenericDocument<rapidjson::UTF8<>, rapidjson::MemoryPoolAllocator<JsonAllocator>, JsonAllocator>;
+using JsonValue = JsonDocument::ValueType;
+
+// Parses NUL-ended text with the default flags' grammar; white space alone may stand around the root value. Returns what
+// a parse with those flags returns, error code and offset included, at any depth of nesting: the parse uses the heap
+// and not the stack.
+rapidjson::ParseResult ParseJson(JsonDocument& document, const char* text);
+
+// The member of `object` with the name `name`, or null: also when it is no object.
+const JsonValue* FindMember(const JsonValue& object, const char* name);
+
+// The text of a string value or a member's name, whole.
+inline std::string WholeText(const JsonValue& string) {
+    return {string.GetString(), string.GetStringLength()};
+}
+
+// The same up to its first NUL.
+inline std::string TextToNul(const JsonValue& string) {
+    return string.GetString();
+}
+
+using JsonBuffer = rapidjson::GenericStringBuffer<rapidjson::UTF8<>, JsonAllocator>;
+using JsonWriter = rapidjson::PrettyWriter<JsonBuffer, rapidjson::UTF8<>, rapidjson::UTF8<>, JsonAllocator>;
+
+inline void WriteString(JsonWriter& writer, const std::string& text) {
+    writer.String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
+}

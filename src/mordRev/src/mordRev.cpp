@@ -1,0 +1,134 @@
+// Lifecycle and properties of the receiver.
+#include "mordRev/src/mordRev.h"
+
+#include <cstring>
+
+#include "frame/sameIdentifier.h"
+#include "logging/logMacros.h"
+#include "logging/startLogger.h"
+
+namespace {
+
+uint32_t ReadWord(const void* data) {
+    uint32_t word;
+    std::memcpy(&word, data, sizeof word); // the host's pointer need not be aligned
+    return word;
+}
+
+} // namespace
+
+CMordRecv::CMordRecv() = default;
+
+// Not reached in a running system: the one object of the process stays. Host and report sink are not released; the
+// fields go in the reverse order of their declaration, the machine id service being released on the way.
+CMordRecv::~CMordRecv() {
+    m_started = false;
+    m_inited = false;
+    m_host = nullptr;
+}
+
+void CMordRecv::DestroySelf() {
+    Destroy(1);
+}
+
+void* CMordRecv::Destroy(uint32_t deleteFlag) {
+    void* const address = static_cast<IMordRev*>(this);
+    if ((deleteFlag & 1) != 0) {
+        ObjectCreator::Destroy(this);
+    } else {
+        this->~CMordRecv();
+    }
+    return address;
+}
+
+int32_t CMordRecv::AddRef() {
+    return 2;
+}
+
+int32_t CMordRecv::Release() {
+    return 1;
+}
+
+uint32_t CMordRecv::QueryInterface(const GUID* iid, void** out) {
+    if (!SameIdentifier(*iid, IID_IMordRev) && !SameIdentifier(*iid, IID_IMordRevSecond)) {
+        return RESULT_NO_INTERFACE;
+    }
+    *out = static_cast<IMordRev*>(this);
+    ++m_refCount;
+    return RESULT_OK;
+}
+
+bool CMordRecv::Init(IDotHost* host) {
+    if (m_inited) {
+        return true;
+    }
+    if (!InitLogMoudle() || host == nullptr) {
+        return false;
+    }
+    m_host = host;
+    m_mid = GetLocalMid(); // an empty one is no failure
+    LOG_TRACE(WIDE("init get mid=") << m_mid);
+    m_inited = true;
+    return true;
+}
+
+bool CMordRecv::Uninit() {
+    m_inited = false; // host, machine id, tables and the started flag stay
+    return true;
+}
+
+bool CMordRecv::GetProperty(uint32_t, uint32_t, uint32_t) {
+    return true;
+}
+
+bool CMordRecv::SetProperty(uint32_t key, void* data, uint32_t size) {
+    if (data == nullptr || size == 0 || m_host == nullptr) {
+        LOG_ERROR(WIDE("param error, set property fail"));
+        return false;
+    }
+    switch (key) {
+    case PROP_DEFENDER_MODE:
+        m_defenderMode = ReadWord(data);
+        return true;
+    case PROP_EXCEPTION_MODE:
+        m_exceptionMode = ReadWord(data);
+        return true;
+    case PROP_ACTION_JSON:
+        return ParseActionJson(static_cast<const char*>(data));
+    case PROP_MID: {
+        std::string mid = static_cast<const char*>(data);
+        if (mid.empty()) {
+            LOG_ERROR(WIDE("set mid fail"));
+            return false;
+        }
+        m_mid = std::move(mid);
+        return true;
+    }
+    default:
+        return false;
+    }
+}
+
+bool CMordRecv::Start() {
+    m_started = true;
+    return true;
+}
+
+// The false is part of the contract; it reports no failure.
+bool CMordRecv::Stop() {
+    m_started = false;
+    return false;
+}
+
+bool CMordRecv::SetReportSink(IReportSink* sink) {
+    m_reportSink = sink;
+    return true;
+}
+
+bool CMordRecv::InitLogMoudle() {
+    const bool settled = StartLogger(WIDE("MORD_Recv"));
+    if (settled) {
+        LOG_TRACE(WIDE("logger is ready"));
+    }
+    return settled;
+}

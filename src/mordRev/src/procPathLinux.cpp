@@ -1,0 +1,38 @@
+// The image path of a process, on Linux: where /proc/PID/exe leads.
+#include <filesystem>
+#include <system_error>
+
+#include "logging/logMacros.h"
+#include "mordRev/src/mordRev.h"
+
+namespace {
+
+// The same letters as on Windows, so that hosts of both kinds can compare reports; other bytes stay.
+void LowerCase(std::string& text) {
+    for (char& c : text) {
+        if (c >= 'A' && c <= 'Z') {
+            c = static_cast<char>(c - 'A' + 'a');
+        }
+    }
+}
+
+} // namespace
+
+bool CMordRecv::GetProcPathByPid(uint32_t pid, std::string* path) {
+    path->clear();
+    const std::filesystem::path process = "/proc/" + std::to_string(pid);
+    std::error_code error;
+    if (!std::filesystem::exists(process, error)) {
+        const int reason = error ? error.value() : static_cast<int>(std::errc::no_such_process);
+        LOG_ERROR(WIDE("Open process failed!") << WIDE(" pid=") << pid << WIDE(" ,lasterror=") << reason);
+        return false;
+    }
+    const std::filesystem::path image = std::filesystem::read_symlink(process / "exe", error);
+    if (error) {
+        LOG_ERROR(WIDE("get process path fail, pid=") << pid); // no right to ask, a kernel thread, or gone meanwhile
+        return false;
+    }
+    *path = image.native();
+    LowerCase(*path);
+    return true;
+}

@@ -1,0 +1,78 @@
+// The report of one decision.
+#include "logging/logMacros.h"
+#include "mordRev/src/json.h"
+#include "mordRev/src/mordRev.h"
+#include "mordRev/src/procName.h"
+#include "mordRev/src/recordReader.h"
+
+namespace {
+
+constexpr uint32_t systemPid = 4;
+constexpr int32_t reportKind = 1;
+
+void WriteMember(JsonWriter& writer, const char* key, const std::string& text) {
+    writer.Key(key);
+    WriteString(writer, text);
+}
+
+void WriteMember(JsonWriter& writer, const char* key, bool value) {
+    writer.Key(key);
+    writer.Bool(value);
+}
+
+} // namespace
+
+void CMordRecv::ReportEventHandleRes(IEventRecord* event, IEventRecord** rules, uint32_t ruleCount, uint32_t reply,
+                                     bool blockModified) {
+    LOG_TRACE(WIDE("==>enter"));
+    if (event == nullptr || rules == nullptr || ruleCount == 0 || m_reportSink == nullptr) {
+        LOG_ERROR(WIDE("param error"));
+        return;
+    }
+    if (m_defenderMode == MODE_EMERGENCY) {
+        LOG_TRACE(WIDE("emergency mode not report"));
+        return;
+    }
+    if ((ReadInt32(event, "flags") & EVENT_FLAG_DISCONNECT) != 0) {
+        LOG_TRACE(WIDE("disconnect event not report"));
+        return;
+    }
+    const uint32_t pid = ReadInt32(event, "pid");
+    std::string procPath;
+    if (pid == systemPid) {
+        procPath = "System";
+    } else {
+        GetProcPathByPid(pid, &procPath); // leaves the path empty where it fails; the report goes out all the same
+    }
+    const std::string procName = ExtractProcName(procPath);
+
+    JsonBuffer buffer;
+    JsonWriter writer(buffer);
+    writer.StartObject();
+    writer.Key("rule_guid");
+    writer.StartArray();
+    for (uint32_t i = 0; i < ruleCount; ++i) {
+        WriteString(writer, ReadString(rules[i], "guid"));
+    }
+    writer.EndArray();
+    const std::string type = ReadString(rules[0], "type");
+    WriteMember(writer, "type", type);
+    WriteMember(writer, "block", reply == REPLY_BLOCK);
+    WriteMember(writer, "block_modified", blockModified);
+    WriteMember(writer, "proc_name", procName);
+    WriteMember(writer, "proc_path", procPath);
+    // The remote end sends and this side receives: this is the receiving end.
+    WriteMember(writer, "send_ip", ReadString(event, "remote_addr_ip"));
+    WriteMember(writer, "send_port", std::to_string(ReadInt32(event, "remote_addr_port")));
+    WriteMember(writer, "recv_ip", ReadString(event, "local_addr_ip"));
+    WriteMember(writer, "recv_port", std::to_string(ReadInt32(event, "local_addr_port")));
+    WriteMember(writer, "send_mid", std::string()); // always empty
+    WriteMember(writer, "net_drv_version", std::to_string(ReadInt64(event, "net_drv")));
+    WriteMember(writer, "protocol", type); // repeats "type" by design of the format
+    writer.EndObject();
+
+    const std::string report(buffer.GetString(), buffer.GetSize());
+    LOG_TRACE(WIDE("ReportEventHandleRes json=") << report);
+    m_reportSink->Report(reportKind, report.c_str(), static_cast<uint32_t>(report.size()));
+    LOG_TRACE(WIDE("==>leave"));
+}
