@@ -7,20 +7,13 @@
 
 bool CMordRecv::ParseActionJson(const char* text) {
     const std::lock_guard lock(m_lock);
-    const bool result = FillActionTable(text);
-    LOG_TRACE(WIDE("type action parse ret=") << result);
-    return result;
-}
-
-bool CMordRecv::FillActionTable(const char* text) {
+    bool result = false;
     JsonDocument document;
     if (ParseJson(document, text).IsError()) {
         LOG_ERROR(WIDE("action json is invalid json format"));
-        return false;
-    }
-    m_actionTable.clear(); // the old rows are gone from here on, also when no new one is usable
-    if (document.IsObject()) {
-        for (const auto& member : document.GetObject()) {
+    } else {
+        m_actionTable.clear(); // the old rows are gone from here on, also when no new one is usable
+        for (const JsonMember& member : Members(document)) {
             std::string type = TextToNul(member.name);
             if (member.value.IsInt() && !type.empty()) {
                 m_actionTable[std::move(type)] = member.value.GetInt() != 0;
@@ -28,12 +21,13 @@ bool CMordRecv::FillActionTable(const char* text) {
                 LOG_ERROR(WIDE("key ") << type << WIDE(" format error"));
             }
         }
+        result = !m_actionTable.empty();
+        if (!result) {
+            LOG_ERROR(WIDE("action json is empty"));
+        }
     }
-    if (m_actionTable.empty()) {
-        LOG_ERROR(WIDE("action json is empty"));
-        return false;
-    }
-    return true;
+    LOG_TRACE(WIDE("type action parse ret=") << result);
+    return result;
 }
 
 bool CMordRecv::ModiyReply(std::string type, uint32_t flags, uint32_t* reply) {

@@ -40,33 +40,27 @@ void AddEntry(AllowList& allowList, const JsonValue& entry) {
 
 bool CMordRecv::SetAllowList(const char* text) {
     const std::lock_guard lock(m_lock);
-    const bool result = FillAllowList(text);
-    LOG_TRACE(WIDE("parse allow list, ret") << result);
-    return result;
-}
-
-bool CMordRecv::FillAllowList(const char* text) {
     JsonDocument document;
     const auto parsed = ParseJson(document, text);
+    const JsonValue* const midList = parsed.IsError() ? nullptr : FindMember(document, "mid_list");
     if (parsed.IsError()) {
         LOG_ERROR(WIDE("error_code") << static_cast<uint32_t>(parsed.Code()) << WIDE("error_offset")
                                      << static_cast<uint32_t>(parsed.Offset()));
-        return false;
-    }
-    const JsonValue* const midList = FindMember(document, "mid_list");
-    if (midList == nullptr) {
+    } else if (midList == nullptr) {
         LOG_ERROR(WIDE("format error"));
-        return false;
+    } else {
+        m_allowList.clear(); // the old list is gone from here on, whatever follows
+        if (!midList->IsArray()) {
+            LOG_TRACE(WIDE("mid list is empty")); // sic: a value of another kind logs this, an empty array does not
+        } else {
+            for (const JsonValue& entry : midList->GetArray()) {
+                AddEntry(m_allowList, entry);
+            }
+        }
     }
-    m_allowList.clear(); // the old list is gone from here on, whatever follows
-    if (!midList->IsArray()) {
-        LOG_TRACE(WIDE("mid list is empty")); // sic: an empty array does not log this, a value of another kind does
-        return true;
-    }
-    for (const JsonValue& entry : midList->GetArray()) {
-        AddEntry(m_allowList, entry);
-    }
-    return true;
+    const bool result = midList != nullptr;
+    LOG_TRACE(WIDE("parse allow list, ret") << result);
+    return result;
 }
 
 bool CMordRecv::ClearAllowList() {

@@ -38,16 +38,42 @@ bool CMordRecv::HandleEvent(IEventRecord* event, IEventRecord** rules, uint32_t 
     const uint32_t flags = ReadInt32(event, "flags");
     std::string type = ReadString(rules[0], "type"); // serves the whole call, whichever rule decides
     IEventRecord** matched = nullptr;
-
     bool result = true;
+
     if (m_defenderMode == MODE_EMERGENCY) {
         *reply = REPLY_ALLOW;
         LOG_TRACE(WIDE("defender mode is emergency"));
     } else if ((flags & EVENT_FLAG_DISCONNECT) != 0) {
         *reply = REPLY_ALLOW;
     } else {
-        result = DecideByQuery(event, rules, ruleCount, reply, &matched);
-    }
+        const std::string request = MakeQueryRequest(rules, ruleCount);
+        DotAnswer answer(m_host);
+        QueryResultTable queryResult;
+        const int32_t code = m_host->QueryDot(request.c_str(), m_mid.c_str(), answer.Out());
+        LOG_TRACE(WIDE("query dot result_json=") << answer.Text());
+
+        if (code == DOT_QUERY_NETWORK_ERROR) {
+            *reply = m_exceptionMode == EXCEPTION_ALLOW ? REPLY_ALLOW : REPLY_BLOCK;
+            LOG_TRACE(WIDE("query dot network error, exception_mode=")
+                      << m_exceptionMode << WIDE(" ,reply=") << *reply);
+        } else if (code != DOT_QUERY_ANSWERED || answer.Text() == nullptr) {
+            *reply = REPLY_BLOCK;
+            LOG_TRACE(WIDE(" query dot error, reply=") << *reply);
+            result = false;
+        } else if (m_defenderMode == MODE_ALL_FORBID) {
+            *reply = REPLY_BLOCK;
+            LOG_TRACE(WIDE(" defender mode is all forbid, reply=") << *reply);
+            answer.Keep(); // on this path alone the host never gets its buffer back; it is meant so
+        } else if (!ParseQueryResult(answer.Text(), &queryResult)) {
+            *reply = REPLY_BLOCK;
+            LOG_TRACE(WIDE(" query dot error, reply=") << *reply);
+            result = false;
+        } else {
+            answer.GiveBack();
+            matched = GoThroughRules(event, rules, ruleCount, queryResult, reply);
+            result = matched != nullptr;
+        }
+    } // here the answer goes back, unless it has
 
     const bool blockModified = ModiyReply(std::move(type), flags, reply);
     if (matched != nullptr) {
@@ -58,42 +84,13 @@ bool CMordRecv::HandleEvent(IEventRecord* event, IEventRecord** rules, uint32_t 
     return result;
 }
 
-bool CMordRecv::DecideByQuery(IEventRecord* event, IEventRecord** rules, uint32_t ruleCount, uint32_t* reply,
-                              IEventRecord*** matched) {
-    const std::string request = MakeQueryRequest(rules, ruleCount);
-    DotAnswer answer(m_host);
-    const int32_t code = m_host->QueryDot(request.c_str(), m_mid.c_str(), answer.Out());
-    LOG_TRACE(WIDE("query dot result_json=") << answer.Text());
-
-    if (code == DOT_QUERY_NETWORK_ERROR) {
-        *reply = m_exceptionMode == EXCEPTION_ALLOW ? REPLY_ALLOW : REPLY_BLOCK;
-        LOG_TRACE(WIDE("query dot network error, exception_mode=") << m_exceptionMode << WIDE(" ,reply=") << *reply);
-        return true;
-    }
-    if (code != DOT_QUERY_ANSWERED || answer.Text() == nullptr) {
-        *reply = REPLY_BLOCK;
-        LOG_TRACE(WIDE(" query dot error, reply=") << *reply);
-        return false;
-    }
-    if (m_defenderMode == MODE_ALL_FORBID) {
-        *reply = REPLY_BLOCK;
-        LOG_TRACE(WIDE(" defender mode is all forbid, reply=") << *reply);
-        answer.Keep(); // on this path alone the host does not get its buffer back; it is meant so
-        return true;
-    }
-    QueryResultTable queryResult;
-    if (!ParseQueryResult(answer.Text(), &queryResult)) {
-        *reply = REPLY_BLOCK;
-        LOG_TRACE(WIDE(" query dot error, reply=") << *reply);
-        return false;
-    }
-    answer.GiveBack();
+IEventRecord** CMordRecv::GoThroughRules(IEventRecord* event, IEventRecord** rules, uint32_t ruleCount,
+                                         const QueryResultTable& queryResult, uint32_t* reply) {
     for (uint32_t i = 0; i < ruleCount; ++i) {
         HandleEventInner(event, rules[i], queryResult, reply);
         if (*reply == REPLY_ALLOW) {
-            *matched = &rules[i];
-            return true;
+            return &rules[i];
         }
     }
-    return false;
+    return nullptr;
 }

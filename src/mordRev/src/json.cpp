@@ -47,3 +47,10 @@ const JsonValue* FindMember(const JsonValue& object, const char* name) {
     const auto member = object.FindMember(name);
     return member == object.MemberEnd() ? nullptr : &member->value;
 }
+
+std::span<const JsonMember> Members(const JsonValue& value) {
+    if (!value.IsObject() || value.ObjectEmpty()) {
+        return {};
+    }
+    return {&*value.MemberBegin(), value.MemberCount()};
+}

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstddef>
+#include <span>
 #include <string>
 
 #include <rapidjson/document.h>
@@ -23,6 +24,7 @@ public:
 using JsonDocument =
     rapidjson::GenericDocument<rapidjson::UTF8<>, rapidjson::MemoryPoolAllocator<JsonAllocator>, JsonAllocator>;
 using JsonValue = JsonDocument::ValueType;
+using JsonMember = JsonValue::Member;
 
 // Parses NUL-ended text with the default flags' grammar; white space alone may stand around the root value. Returns what
 // a parse with those flags returns, error code and offset included, at any depth of nesting: the parse uses the heap
@@ -31,6 +33,9 @@ rapidjson::ParseResult ParseJson(JsonDocument& document, const char* text);
 
 // The member of `object` with the name `name`, or null: also when it is no object.
 const JsonValue* FindMember(const JsonValue& object, const char* name);
+
+// The members of `value` in document order; none when it is no object.
+std::span<const JsonMember> Members(const JsonValue& value);
 
 // The text of a string value or a member's name, whole.
 inline std::string WholeText(const JsonValue& string) {

@@ -90,16 +90,11 @@ public:
     static bool GetProcPathByPid(uint32_t pid, std::string* path);
 
 private:
-    // The part of HandleEvent that needs the host: asks for the dots of all rules and goes through the rules. Returns the
-    // result of HandleEvent; `*matched` becomes the place of the rule that allowed, if one did.
-    bool DecideByQuery(IEventRecord* event, IEventRecord** rules, uint32_t ruleCount, uint32_t* reply,
-                       IEventRecord*** matched);
+    // The place of the first rule that allows, or null when none does.
+    IEventRecord** GoThroughRules(IEventRecord* event, IEventRecord** rules, uint32_t ruleCount,
+                                  const QueryResultTable& queryResult, uint32_t* reply);
 
-    // The parts of SetAllowList and ParseActionJson between lock and last record; the caller holds m_lock.
-    bool FillAllowList(const char* text);
-    bool FillActionTable(const char* text);
-
-    friend struct MordRecvFields; // tests look at the fields through it
+    friend struct MordRevFields; // tests look at the fields through it
 
     bool m_inited = false;
     IDotHost* m_host = nullptr; // not owned

@@ -13,10 +13,7 @@ bool CMordRecv::ParseQueryResult(std::string text, QueryResultTable* table) {
         LOG_ERROR(WIDE("data format error."));
         return false;
     }
-    if (!document.IsObject()) {
-        return true; // like an object without members
-    }
-    for (const auto& rule : document.GetObject()) {
+    for (const JsonMember& rule : Members(document)) { // a root of another kind is like one without members
         std::string guid = WholeText(rule.name);
         LOG_TRACE(WIDE("guid is:") << guid);
 
@@ -36,7 +33,7 @@ bool CMordRecv::ParseQueryResult(std::string text, QueryResultTable* table) {
             return true;
         }
         MidSet midSet;
-        for (const auto& mid : mids->GetObject()) {
+        for (const JsonMember& mid : Members(*mids)) {
             std::string name = WholeText(mid.name);
             LOG_TRACE(WIDE("get mid=") << name);
             midSet.insert(std::move(name));
