@@ -104,9 +104,9 @@ public:
 // Lifecycle and properties.
 class IMordBase : public ISmartUnknown {
 public:
-    // Starts logging, keeps `host` and gets the machine id. Returns false, and changes nothing but the log, when logging
-    // could not be settled (the base library is not loaded) or `host` is null. Returns true at once, and ignores `host`,
-    // when the object is initialised already. Not to be called while events are being handled.
+    // Starts logging, keeps `host` and gets the machine id. Returns false, and changes nothing but the log, when
+    // logging could not be settled (the base library is not loaded) or `host` is null. Returns true at once, and
+    // ignores `host`, when the object is initialised already. Not to be called while events are being handled.
     virtual bool Init(IDotHost* host) = 0; // 3
 
     // Marks the object as not initialised, so that the next Init runs again. Clears nothing else. Returns true.
@@ -116,8 +116,8 @@ public:
     virtual bool GetProperty(uint32_t key, uint32_t data, uint32_t size) = 0; // 5
 
     // Sets the property `key` (PropertyKey) from `data`; `size` must not be 0 and plays no further part. Returns false
-    // before Init has been given a host, for null or no data, an unknown key, an empty machine id, and an action document
-    // that is malformed or without a usable row. PROP_MID must not be set while events are being handled.
+    // before Init has been given a host, for null or no data, an unknown key, an empty machine id, and an action
+    // document that is malformed or without a usable row. PROP_MID must not be set while events are being handled.
     virtual bool SetProperty(uint32_t key, void* data, uint32_t size) = 0; // 6
 };
 
@@ -182,8 +182,8 @@ class ILogConfig : public ISmartUnknown {
 public:
     virtual void Reserved0() {} // 3
 
-    // For the code 0x200002 (LOG_CONFIG_DIRECTORY) the directory of "Zelklog.ini", with its last separator, or null. The
-    // text belongs to the object and lives as long as it. `zero` is always 0.
+    // For the code 0x200002 (LOG_CONFIG_DIRECTORY) the directory of "Zelklog.ini", with its last separator, or null.
+    // The text belongs to the object and lives as long as it. `zero` is always 0.
     virtual const WideChar* GetConfigText(uint32_t code, uint32_t zero) = 0; // 4
 };
 constexpr uint32_t LOG_CONFIG_DIRECTORY = 0x200002;
@@ -214,8 +214,8 @@ static_assert(sizeof(void*) != 4 || sizeof(TextConversionRequest) == 24, "six wo
 // Converts text. Called from several threads at once.
 class ITextConverter : public ISmartUnknown {
 public:
-    // Converts by `command` and leaves a NUL-ended text in the destination, which may hold anything before the call. The
-    // result is not looked at.
+    // Converts by `command` and leaves a NUL-ended text in the destination, which may hold anything before the call.
+    // The result is not looked at.
     virtual int32_t Convert(uint32_t command, TextConversionRequest* request) = 0; // 3
 };
 constexpr uint32_t CONVERT_NARROW_TO_WIDE = 0x10101;

@@ -16,8 +16,8 @@
 
 namespace hostKit {
 
-// Each test meets a library without a past: the first of a process loads the shipped file, each further one a copy of it.
-// They stay loaded to the end of the process, as the library is meant to.
+// Each test meets a library without a past: the first of a process loads the shipped file, each further one a copy of
+// it. They stay loaded to the end of the process, as the library is meant to.
 class ProductFixture : public testing::Test {
 protected:
     void SetUp() override {

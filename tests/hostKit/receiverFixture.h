@@ -62,7 +62,8 @@ protected:
         siblings.calls.Take();
     }
 
-    // A receiver that is initialised with `host`, reports to `sink` and logs; nothing of that is in the logs afterwards.
+    // A receiver that is initialised with `host`, reports to `sink` and logs; nothing of that is in the logs
+    // afterwards.
     void MakeReady() {
         siblings.WriteIni("[OUTLOG]\r\nWriteLog=1\r\n");
         ASSERT_TRUE(receiver->Init(&host));

@@ -29,7 +29,8 @@ public:
     std::function<void()> onQuery; // called within QueryDot, before it answers
     bool logsCalls = true;
 
-    // How many answers have not come back. A FreeResult of an unknown or freed pointer is logged as "FreeResult(unknown)".
+    // How many answers have not come back. A FreeResult of an unknown or freed pointer is logged as
+    // "FreeResult(unknown)".
     size_t AnswersOut() const;
 
     int32_t DeleteDot(const char* guid, const char* mid, int32_t kind, const char* type) override;

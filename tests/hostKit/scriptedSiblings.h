@@ -64,7 +64,8 @@ public:
     std::vector<std::string> RecordTexts() const;
     std::vector<std::string> TakeRecordTexts();
 
-    // Requests that ITextConverter received, as "COMMAND codepage=… length=… capacity=… reserved=…"; kept when asked for.
+    // Requests that ITextConverter received, as "COMMAND codepage=… length=… capacity=… reserved=…"; kept when asked
+    // for.
     bool keepsConversions = false;
     std::vector<std::string> Conversions() const;
     bool converterWrites = true;             // false: it leaves the destination as it is
@@ -87,8 +88,8 @@ private:
     std::vector<std::string> m_conversions;
 };
 
-// The names by which `refused` and `calls` know services: IModuleFinder, ITextConverter, BaseServiceOne, BaseServiceTwo,
-// BaseServiceThree, FerrocoreService, IMachineIdService, ILogConfig, ILogWriter.
+// The names by which `refused` and `calls` know services: IModuleFinder, ITextConverter, BaseServiceOne,
+// BaseServiceTwo, BaseServiceThree, FerrocoreService, IMachineIdService, ILogConfig, ILogWriter.
 std::string ServiceName(const GUID& id);
 
 } // namespace hostKit

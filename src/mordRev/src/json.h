@@ -26,9 +26,9 @@ using JsonDocument =
 using JsonValue = JsonDocument::ValueType;
 using JsonMember = JsonValue::Member;
 
-// Parses NUL-ended text with the default flags' grammar; white space alone may stand around the root value. Returns what
-// a parse with those flags returns, error code and offset included, at any depth of nesting: the parse uses the heap
-// and not the stack.
+// Parses NUL-ended text with the default flags' grammar; white space alone may stand around the root value. Returns
+// what a parse with those flags returns, error code and offset included, at any depth of nesting: the parse uses the
+// heap and not the stack.
 rapidjson::ParseResult ParseJson(JsonDocument& document, const char* text);
 
 // The member of `object` with the name `name`, or null: also when it is no object.

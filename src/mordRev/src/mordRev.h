@@ -20,9 +20,9 @@ using ActionTable = std::map<std::string, bool>;                // rule type, ne
 
 using CMordRecvObject = Base::CZelkObjectImpl<CMordRecv, Base::empty_locker, Base::default_object_creator<CMordRecv>>;
 
-// Contracts of the interface operations: interfaces.h. A bool of the decision operations below says whether the step was
-// carried out; the decision itself is always in the reply. Nothing is thrown or caught: exhausted memory passes through
-// every operation as std::bad_alloc, with the lock released.
+// Contracts of the interface operations: interfaces.h. A bool of the decision operations below says whether the step
+// was carried out; the decision itself is always in the reply. Nothing is thrown or caught: exhausted memory passes
+// through every operation as std::bad_alloc, with the lock released.
 //
 // Threads. Everything runs on the caller's threads, of which several may be here at once. m_lock guards m_allowList and
 // m_actionTable; it is held for the whole of SetAllowList, ClearAllowList, IsMatchmid and ParseActionJson and for the
@@ -60,23 +60,23 @@ public:
     // Settles logging by the base library's ini file; false when the base library could not be had.
     bool InitLogMoudle(); // sic
 
-    // The machine id of this host: the one known already, else that of the base library's service, which is kept. Empty on
-    // any failure; a later call tries again. Not for two threads at once.
+    // The machine id of this host: the one known already, else that of the base library's service, which is kept. Empty
+    // on any failure; a later call tries again. Not for two threads at once.
     std::string GetLocalMid();
 
-    // Turns the host's answer into entries of `*table`, which is added to and not cleared. False for a text that is empty or
-    // no JSON. True says nothing of the members: a malformed rule ends the scan and what stood before it stays.
+    // Turns the host's answer into entries of `*table`, which is added to and not cleared. False for a text that is
+    // empty or no JSON. True says nothing of the members: a malformed rule ends the scan, and earlier ones stay.
     bool ParseQueryResult(std::string text, QueryResultTable* table);
 
-    // Decides one rule. False, with `*reply` left alone, when it was not decided: a null argument, no host, not started.
+    // Decides one rule. False, with `*reply` left alone, when it was not decided: null arguments, no host, not started.
     bool HandleEventInner(IEventRecord* event, IEventRecord* rule, QueryResultTable queryResult, uint32_t* reply);
 
-    // Whether one of `queryMids` stands in the allow list under `protocolKey`. If so the least of those that do replaces
-    // `*midMatchOutput`, which is left alone otherwise.
+    // Whether one of `queryMids` stands in the allow list under `protocolKey`. If so the least of those that do
+    // replaces `*midMatchOutput`, which is left alone otherwise.
     bool IsMatchmid(std::string protocolKey, std::vector<std::string> queryMids, std::string* midMatchOutput);
 
-    // Replaces the action table by an action document. True when the table then has a row. A text that is no JSON leaves the
-    // table alone; any other empties it first.
+    // Replaces the action table by an action document. True when the table then has a row. A text that is no JSON
+    // leaves the table alone; any other empties it first.
     bool ParseActionJson(const char* text);
 
     // The last word on a reply, by defender mode, action of `type` and flags. True when a block became an allow.

@@ -1,0 +1,71 @@
+# The front door. Each target installs what is missing first (scripts/setup) and then calls the CMake presets.
+.DEFAULT_GOAL := help
+.PHONY: help setup build build-linux build-windows run run-linux test test-linux test-asan test-tsan test-windows check clean
+
+JOBS ?= $(shell nproc)
+product := mordRev ZelkBase Ferrocore mordhost
+configure = cmake --preset $(1) > build/$(1).configure.log || { cat build/$(1).configure.log; exit 1; }
+compile = cmake --build --preset $(1) -j $(JOBS) $(if $(2),--target $(2))
+ctest = ctest --preset $(1) -j $(JOBS) --progress --no-tests=error
+
+help: ## this list
+	@awk -F ':.*## ' '/^[a-z-]+:.*## /{printf "  make %-14s %s\n", $$1, $$2}' $(MAKEFILE_LIST)
+
+setup: ## install what is missing: compilers, Wine, libraries
+	@scripts/setup
+
+build: build-linux build-windows ## build everything, for Linux and for 32-bit Windows
+
+build-linux: ## build everything for Linux
+	@scripts/setup linux
+	@mkdir -p build
+	@$(call configure,linux)
+	@$(call compile,linux)
+
+build-windows: ## build everything for 32-bit Windows
+	@scripts/setup linux windows test
+	@mkdir -p build
+	@$(call configure,windows-x86)
+	@$(call compile,windows-x86)
+
+run: ## replay the examples through the 32-bit mordRev.dll under Wine
+	@scripts/setup linux windows
+	@mkdir -p build
+	@$(call configure,windows-x86)
+	@$(call compile,windows-x86,$(product))
+	@scripts/replayExamples windows-x86
+
+run-linux: ## replay the examples through libmordRev.so
+	@scripts/setup linux
+	@mkdir -p build
+	@$(call configure,linux)
+	@$(call compile,linux,$(product))
+	@scripts/replayExamples linux
+
+test: check test-linux test-asan test-tsan test-windows ## run all tests: Linux, Linux with sanitizers, 32-bit Windows under Wine
+
+test-linux: build-linux ## run the tests on Linux
+	@$(call ctest,linux)
+
+test-asan: ## run the tests on Linux under AddressSanitizer and UndefinedBehaviorSanitizer
+	@scripts/setup linux
+	@mkdir -p build
+	@$(call configure,linux-asan)
+	@$(call compile,linux-asan)
+	@$(call ctest,linux-asan)
+
+test-tsan: ## run the tests that use several threads on Linux under ThreadSanitizer
+	@scripts/setup linux
+	@mkdir -p build
+	@$(call configure,linux-tsan)
+	@$(call compile,linux-tsan,raceTests)
+	@$(call ctest,linux-tsan) -L threads
+
+test-windows: build-windows ## run the tests on 32-bit Windows, under Wine
+	@$(call ctest,windows-x86)
+
+check: ## check the structure of the sources: layers, names, sizes
+	@scripts/check
+
+clean: ## remove everything that was built
+	rm -rf build
