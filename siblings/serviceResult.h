@@ -1,0 +1,21 @@
+// Results of the factories and of the operations of the services.
+#pragma once
+
+#include <cstdint>
+
+namespace siblings {
+
+constexpr uint32_t RESULT_OK = 0;
+constexpr uint32_t RESULT_NO_INTERFACE = 0x80004002;     // no service or view of this identifier
+constexpr uint32_t RESULT_FAILED = 0x80004005;           // the system refused; the operation had no effect
+constexpr uint32_t RESULT_NOT_STARTED = 0x8000FFFF;      // the service has not been started
+constexpr uint32_t RESULT_OUT_OF_MEMORY = 0x8007000E;    // the operation had no effect
+constexpr uint32_t RESULT_INVALID_ARGUMENT = 0x80070057; // an argument is null, unknown or malformed
+constexpr uint32_t RESULT_CUT = 0x8007007A;              // the output did not fit and was cut
+
+// The operations of the services return signed words; the bits are the same.
+constexpr int32_t Signed(uint32_t result) {
+    return static_cast<int32_t>(result);
+}
+
+} // namespace siblings

@@ -1,0 +1,30 @@
+// The one export of ZelkBase, and the table of its services.
+#include "heldService.h"
+#include "serviceFactory.h"
+#include "zelkBase/logConfig.h"
+#include "zelkBase/logWriter.h"
+#include "zelkBase/machineIdService.h"
+#include "zelkBase/moduleFinder.h"
+#include "zelkBase/textConverter.h"
+
+namespace {
+
+using namespace siblings;
+
+constexpr ServiceEntry services[] = {
+    {SID_ModuleFinder, MakeService<ModuleFinder>},
+    {SID_BaseServiceOne, MakeService<HeldService>},
+    {SID_BaseServiceTwo, MakeService<HeldService>},
+    {SID_BaseServiceThree, MakeService<HeldService>},
+    {SID_TextConverter, MakeService<TextConverter>},
+    // This library is the module behind "module.base" as well.
+    {SID_MachineId, MakeService<MachineIdService>},
+    {SID_LogConfig, MakeService<LogConfig>},
+    {SID_LogWriter, MakeService<LogWriter>},
+};
+
+} // namespace
+
+extern "C" MORD_EXPORT uint32_t MORD_CDECL CreateZelkObject(const GUID* iid, void** out) {
+    return CreateService(services, iid, out);
+}

@@ -1,0 +1,39 @@
+#include "zelkBase/hostEnvironment.h"
+
+#include <windows.h>
+
+namespace siblings {
+
+namespace {
+
+// The text that `ask` writes into a buffer of so many units. It returns the length without the NUL, or, when the buffer
+// is too small, the room needed with it.
+template <typename Ask>
+WideString AskForText(Ask ask) {
+    WideString text(MAX_PATH, L'\0');
+    DWORD length = 0;
+    while ((length = ask(text.data(), static_cast<DWORD>(text.size()))) >= text.size()) {
+        text.resize(length + size_t{1});
+    }
+    text.resize(length);
+    return text;
+}
+
+} // namespace
+
+const WideChar separator = L'\\';
+
+WideString EnvironmentText(const WideChar* name) {
+    return AskForText([name](wchar_t* text, DWORD room) { return GetEnvironmentVariableW(name, text, room); });
+}
+
+WideString AbsolutePath(const WideString& path) {
+    return AskForText(
+        [&path](wchar_t* text, DWORD room) { return GetFullPathNameW(path.c_str(), room, text, nullptr); });
+}
+
+bool IsSeparator(WideChar unit) {
+    return unit == L'\\' || unit == L'/';
+}
+
+} // namespace siblings

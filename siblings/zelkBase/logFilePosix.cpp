@@ -1,0 +1,83 @@
+#include "zelkBase/logFile.h"
+
+#include <cerrno>
+#include <csignal>
+#include <ctime>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace siblings {
+
+namespace {
+
+// Keeps from the process, for the time of a write, the signals that a failing one raises on the thread: a log that
+// reaches the limit of file sizes, or is a pipe without a reader, costs the record and not the process.
+class WriteSignalsHeld {
+public:
+    WriteSignalsHeld() {
+        sigemptyset(&m_signals);
+        sigset_t pending;
+        sigpending(&pending);
+        for (const int signal : {SIGPIPE, SIGXFSZ}) {
+            if (sigismember(&pending, signal) == 0) { // one that waits already is not ours to take
+                sigaddset(&m_signals, signal);
+            }
+        }
+        pthread_sigmask(SIG_BLOCK, &m_signals, &m_former);
+    }
+
+    ~WriteSignalsHeld() { pthread_sigmask(SIG_SETMASK, &m_former, nullptr); }
+
+    WriteSignalsHeld(const WriteSignalsHeld&) = delete;
+    WriteSignalsHeld& operator=(const WriteSignalsHeld&) = delete;
+
+    // Takes off what a failed write has raised.
+    void Discard() {
+        constexpr timespec now{};
+        while (sigtimedwait(&m_signals, nullptr, &now) > 0) {
+        }
+    }
+
+private:
+    sigset_t m_signals;
+    sigset_t m_former;
+};
+
+class LogFile final : public AppendStream {
+public:
+    explicit LogFile(int file) : m_file(file) {}
+    ~LogFile() override { close(m_file); }
+    LogFile(const LogFile&) = delete;
+    LogFile& operator=(const LogFile&) = delete;
+
+    size_t Append(std::string_view bytes) override {
+        WriteSignalsHeld signals;
+        ssize_t written = -1;
+        do {
+            written = write(m_file, bytes.data(), bytes.size());
+        } while (written < 0 && errno == EINTR);
+        if (written < 0) {
+            signals.Discard();
+            return 0;
+        }
+        return static_cast<size_t>(written);
+    }
+
+private:
+    const int m_file;
+};
+
+} // namespace
+
+std::unique_ptr<AppendStream> OpenLogFile(const WideString& path) {
+    // Not blocking: what stands at the path could be a pipe, and no event waits for its reader.
+    const int file = open(ToUtf8(path).c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NOCTTY | O_NONBLOCK,
+                          S_IRUSR | S_IWUSR | S_IRGRP);
+    if (file < 0) {
+        return nullptr;
+    }
+    return std::make_unique<LogFile>(file);
+}
+
+} // namespace siblings

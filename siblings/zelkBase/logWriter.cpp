@@ -1,0 +1,71 @@
+#include "zelkBase/logWriter.h"
+
+#include <algorithm>
+#include <string>
+
+#include "serviceGuard.h"
+#include "zelkBase/logDirectory.h"
+
+namespace siblings {
+
+namespace {
+
+bool IsFileName(WideView name) {
+    constexpr WideView forbidden = WIDE("/\\:*?\"<>|");
+    return !name.empty() && std::none_of(name.begin(), name.end(), [forbidden](WideChar unit) {
+        return unit < WideChar{0x20} || forbidden.find(unit) != WideView::npos;
+    });
+}
+
+} // namespace
+
+LogWriter::LogWriter(const GUID& id, StreamOpener openStream)
+    : ServiceObject(id), m_openStream(openStream), m_directory(LogDirectory()) {}
+
+int32_t LogWriter::Start(const WideChar* moduleName, uint32_t) {
+    return Signed(Guarded([this, moduleName] {
+        const std::lock_guard guard(m_lock);
+        m_stream.reset();
+        m_torn = false;
+        if (moduleName == nullptr || !IsFileName(moduleName)) {
+            return RESULT_INVALID_ARGUMENT;
+        }
+        if (!m_directory.empty()) {
+            m_stream = m_openStream(m_directory + moduleName + WIDE(".log"));
+        }
+        return m_stream ? RESULT_OK : RESULT_FAILED;
+    }));
+}
+
+int32_t LogWriter::SetLevel(uint32_t level) {
+    m_level = static_cast<int32_t>(level);
+    return Signed(RESULT_OK);
+}
+
+int32_t LogWriter::WriteRecord(const WideChar* text, int32_t level) {
+    if (text == nullptr) {
+        return Signed(RESULT_INVALID_ARGUMENT);
+    }
+    if (level < m_level) {
+        return Signed(RESULT_OK);
+    }
+    return Signed(Guarded([this, text] {
+        std::string record = ToUtf8(text); // not under the lock
+        const std::lock_guard guard(m_lock);
+        if (!m_stream) {
+            return RESULT_NOT_STARTED;
+        }
+        if (m_torn) {
+            record.insert(0, "\r\n"); // a record never goes on in the line of a torn one
+        }
+        const size_t written = m_stream->Append(record);
+        if (written == record.size()) {
+            m_torn = false;
+            return RESULT_OK;
+        }
+        m_torn = m_torn || written != 0;
+        return RESULT_FAILED;
+    }));
+}
+
+} // namespace siblings
