@@ -10,8 +10,8 @@
 
 namespace siblings {
 
-// One service of a library. `make` returns a new object with one reference for the caller; it may throw. Services derive
-// from their interface alone, so that the address of the root is that of the interface.
+// One service of a library. `make` returns a new object with one reference for the caller; it may throw. Services
+// derive from their interface alone, so that the address of the root is that of the interface.
 struct ServiceEntry {
     GUID id;
     ISmartUnknown* (*make)(const GUID& id);

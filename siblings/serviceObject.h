@@ -10,9 +10,9 @@
 
 namespace siblings {
 
-// Base of the service `Service`, which implements `Interface` and must be final. An object is made on the heap, with one
-// reference that belongs to whoever made it. AddRef and Release return the number of references after the call and may
-// be called from any thread; the release of the last one deletes the object, on the thread that calls it.
+// Base of the service `Service`, which implements `Interface` and must be final. An object is made on the heap, with
+// one reference that belongs to whoever made it. AddRef and Release return the number of references after the call and
+// may be called from any thread; the release of the last one deletes the object, on the thread that calls it.
 //
 // The destructor of a service may run while the process ends: it must neither wait nor take a lock.
 template <typename Service, typename Interface>

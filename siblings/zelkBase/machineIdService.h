@@ -6,10 +6,10 @@
 
 namespace siblings {
 
-// GetMachineId asks the machine at each call (machineIdSource.h) and fills the whole record: the id, its NUL, and zeros.
-// Results: RESULT_OK; RESULT_FAILED when the machine has no id, or one that does not fit with its NUL, since part of an id
-// is another id; RESULT_INVALID_ARGUMENT for a null record; RESULT_OUT_OF_MEMORY. On failure the record stays as it was.
-// Any thread may call.
+// GetMachineId asks the machine at each call (machineIdSource.h) and fills the whole record: the id, its NUL, and
+// zeros. Results: RESULT_OK; RESULT_FAILED when the machine has no id, or one that does not fit with its NUL, since
+// part of an id is another id; RESULT_INVALID_ARGUMENT for a null record; RESULT_OUT_OF_MEMORY. On failure the record
+// stays as it was. Any thread may call.
 class MachineIdService final : public ServiceObject<MachineIdService, IMachineIdService> {
 public:
     using Source = WideString (*)();

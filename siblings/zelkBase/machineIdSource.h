@@ -5,8 +5,8 @@
 
 namespace siblings {
 
-// The text of the id; empty when the machine has none. On Windows the value "MachineGuid" that the installation wrote to
-// the registry, on Linux the id of /etc/machine-id or, failing that, of /var/lib/dbus/machine-id.
+// The text of the id; empty when the machine has none. On Windows the value "MachineGuid" that the installation wrote
+// to the registry, on Linux the id of /etc/machine-id or, failing that, of /var/lib/dbus/machine-id.
 WideString ReadMachineId();
 
 } // namespace siblings

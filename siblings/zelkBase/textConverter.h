@@ -7,11 +7,11 @@ namespace siblings {
 
 // Has no state: any number of threads may share one object.
 //
-// Convert takes `sourceLength` characters of the source, NULs among them like any other, and writes what they give, and a
-// NUL, to the destination. It never writes beyond `destinationCapacity`, never splits a character (neither the bytes of
-// UTF-8 nor a surrogate pair), and ends what it wrote with a NUL whenever the capacity is not 0. Ill-formed text becomes
-// U+FFFD (unicode.h). Source and destination must not overlap. `reserved` plays no part. A source may be null if its
-// length is 0, a destination if its capacity is.
+// Convert takes `sourceLength` characters of the source, NULs among them like any other, and writes what they give, and
+// a NUL, to the destination. It never writes beyond `destinationCapacity`, never splits a character (neither the bytes
+// of UTF-8 nor a surrogate pair), and ends what it wrote with a NUL whenever the capacity is not 0. Ill-formed text
+// becomes U+FFFD (unicode.h). Source and destination must not overlap. `reserved` plays no part. A source may be null
+// if its length is 0, a destination if its capacity is.
 //
 // Results: RESULT_OK; RESULT_CUT when the output was cut for want of room, which a capacity of 0 always is;
 // RESULT_INVALID_ARGUMENT for a null request, an unknown command, or a null pointer where text is told (nothing is

@@ -1,9 +1,9 @@
 // Code points in UTF-8 and UTF-16 texts.
 //
-// What is ill-formed reads as U+FFFD, by the practice that the Unicode Standard recommends: one for each maximal subpart
-// of an ill-formed sequence, that is, for the longest start of a well-formed sequence that stands there, or for a single
-// byte where none does. So an overlong form, a surrogate or a value beyond U+10FFFF gives one for each of its bytes, a
-// truncated sequence gives one, and a surrogate that stands alone in UTF-16 gives one.
+// What is ill-formed reads as U+FFFD, by the practice that the Unicode Standard recommends: one for each maximal
+// subpart of an ill-formed sequence, that is, for the longest start of a well-formed sequence that stands there, or for
+// a single byte where none does. So an overlong form, a surrogate or a value beyond U+10FFFF gives one for each of its
+// bytes, a truncated sequence gives one, and a surrogate that stands alone in UTF-16 gives one.
 #pragma once
 
 #include <cstddef>

@@ -1,0 +1,86 @@
+// The frame of the siblings' services: counting, deletion, and the edge towards exceptions.
+#include <gtest/gtest.h>
+
+#include "serviceFactory.h"
+#include "serviceObject.h"
+
+namespace siblings {
+
+namespace {
+
+int liveObjects = 0;
+
+class CountedService final : public ServiceObject<CountedService, ISmartUnknown> {
+public:
+    explicit CountedService(const GUID& id) : ServiceObject(id) { ++liveObjects; }
+
+private:
+    friend ServiceObject;
+    ~CountedService() { --liveObjects; }
+};
+
+class GreedyService final : public ServiceObject<GreedyService, ISmartUnknown> {
+public:
+    explicit GreedyService(const GUID& id) : ServiceObject(id) { throw std::bad_alloc(); }
+
+private:
+    friend ServiceObject;
+    ~GreedyService() = default;
+};
+
+constexpr ServiceEntry services[] = {
+    {SID_BaseServiceOne, MakeService<CountedService>},
+    {SID_BaseServiceTwo, MakeService<GreedyService>},
+};
+
+TEST(ServiceObjectTest, deletesItselfWithItsLastReferenceAndNotBefore) {
+    auto* const service = new CountedService(SID_BaseServiceOne);
+    EXPECT_EQ(service->AddRef(), 2);
+    EXPECT_EQ(service->Release(), 1);
+    EXPECT_EQ(liveObjects, 1);
+    EXPECT_EQ(service->Release(), 0);
+    EXPECT_EQ(liveObjects, 0);
+}
+
+TEST(ServiceObjectTest, isKeptByTheReferenceOfAQuery) {
+    auto* const service = new CountedService(SID_BaseServiceOne);
+    void* view = nullptr;
+    ASSERT_EQ(service->QueryInterface(&SID_BaseServiceOne, &view), 0U);
+    EXPECT_EQ(service->Release(), 1);
+    EXPECT_EQ(liveObjects, 1);
+    EXPECT_EQ(static_cast<ISmartUnknown*>(view)->Release(), 0);
+    EXPECT_EQ(liveObjects, 0);
+}
+
+TEST(ServiceFactoryTest, makesOneObjectOfTheServiceAskedFor) {
+    void* object = nullptr;
+    EXPECT_EQ(CreateService(services, &SID_BaseServiceOne, &object), 0U);
+    EXPECT_EQ(liveObjects, 1);
+    static_cast<ISmartUnknown*>(object)->Release();
+    EXPECT_EQ(liveObjects, 0);
+}
+
+TEST(ServiceFactoryTest, answersExhaustedMemoryByAResultAndLeavesThePlaceUntouched) {
+    int place = 0;
+    void* object = &place;
+    EXPECT_EQ(CreateService(services, &SID_BaseServiceTwo, &object), 0x8007000EU);
+    EXPECT_EQ(object, &place);
+}
+
+TEST(ServiceFactoryTest, refusesWhatItDoesNotHold) {
+    int place = 0;
+    void* object = &place;
+    EXPECT_EQ(CreateService(services, &SID_BaseServiceThree, &object), 0x80004002U);
+    EXPECT_EQ(object, &place);
+    EXPECT_EQ(liveObjects, 0);
+}
+
+TEST(ServiceGuardTest, turnsExceptionsIntoResults) {
+    EXPECT_EQ(Guarded([] { return RESULT_CUT; }), 0x8007007AU);
+    EXPECT_EQ(Guarded([]() -> uint32_t { throw std::bad_alloc(); }), 0x8007000EU);
+    EXPECT_EQ(Guarded([]() -> uint32_t { throw std::exception(); }), 0x80004005U);
+}
+
+} // namespace
+
+} // namespace siblings
