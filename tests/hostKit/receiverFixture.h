@@ -29,6 +29,7 @@ struct MordRevFields {
     uint32_t& Mode() const { return receiver.m_defenderMode; }
     uint32_t& ExceptionMode() const { return receiver.m_exceptionMode; }
     ActionTable& Actions() const { return receiver.m_actionTable; }
+    std::string& SpareText() const { return receiver.m_spareText; }
     int32_t ReferenceCount() const { return receiver.m_refCount; }
     bool HasMidService() const { return static_cast<bool>(receiver.m_midService); }
 

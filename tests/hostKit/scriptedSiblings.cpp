@@ -66,6 +66,9 @@ struct Services {
         using Service::Service;
         void* FindModule(const WideChar* key) override {
             Log("FindModule(" + ToNarrow(key) + ")");
+            if (const auto& found = ScriptedSiblings::Instance().foundModule) {
+                return *found;
+            }
             switch (ScriptedSiblings::Instance().finder) {
             case ScriptedSiblings::Finder::GivesZelkBase:
                 return TheRelays().zelkBase.Handle();
@@ -123,8 +126,13 @@ struct Services {
         }
         int32_t WriteRecord(const WideChar* text, int32_t level) override {
             auto& script = ScriptedSiblings::Instance();
+            const std::string raw = ToNarrow(text);
+            const std::string masked = MaskRecord(raw);
+            if (script.logsRecords) {
+                Log("WriteRecord(" + masked + "," + std::to_string(level) + ")");
+            }
             const std::lock_guard lock(script.m_lock);
-            script.m_records.push_back({level, MaskRecord(ToNarrow(text))});
+            script.m_records.push_back({level, masked, raw});
             return 0;
         }
     };
@@ -142,6 +150,11 @@ struct Services {
             if (script.keepsConversions) {
                 const std::lock_guard lock(script.m_lock);
                 script.m_conversions.push_back(Describe(command, *request));
+            }
+            if (script.onConvert) {
+                if (const auto result = script.onConvert(command, *request)) {
+                    return *result;
+                }
             }
             if (command == CONVERT_NARROW_TO_WIDE) {
                 Deliver(ToWide({static_cast<const char*>(request->source), request->sourceLength}), *request);
@@ -254,6 +267,10 @@ std::string ServiceName(const GUID& id) {
     return "unknown";
 }
 
+CreateZelkObjectFunction ScriptedSiblings::Factory() {
+    return CreateScripted;
+}
+
 ScriptedSiblings& ScriptedSiblings::Instance() {
     static ScriptedSiblings siblings;
     return siblings;
@@ -277,6 +294,10 @@ void ScriptedSiblings::Reset() {
     configTexts = {LogDirectory().string()};
     machineId = u"SCRIPTED-MACHINE";
     machineIdResult = 0;
+    foundModule.reset();
+    logsRecords = false;
+    onConvert = nullptr;
+    calls.onAdd = nullptr;
     keepsConversions = false;
     converterWrites = true;
     converterWritesNul = true;

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <mutex>
 #include <optional>
 #include <set>
@@ -21,6 +22,7 @@ namespace hostKit {
 struct WrittenRecord {
     int32_t level;
     std::string text; // masked, see logRecords.h
+    std::string raw;  // as it came
 };
 
 class ScriptedSiblings {
@@ -51,13 +53,21 @@ public:
     enum class Finder { GivesZelkBase, GivesNull, GivesModuleWithoutFactory };
     Finder finder = Finder::GivesZelkBase;
 
+    // What FindModule gives whatever `finder` says: for systems whose modules are not the relays.
+    std::optional<void*> foundModule;
+
+    // The factory behind both relays.
+    static CreateZelkObjectFunction Factory();
+
     // The answers of ILogConfig in turn; the last one serves on. No value is a null answer.
     std::vector<std::optional<std::string>> configTexts;
 
     std::u16string machineId; // cut to the record's 68 units, NUL only if there is room
     int32_t machineIdResult = 0;
 
-    // The records that ILogWriter received.
+    // The records that ILogWriter received. They go into `calls` too, as "ILogWriter.WriteRecord(TEXT,LEVEL)" with the masked
+    // text, when that is asked for.
+    bool logsRecords = false;
     std::vector<WrittenRecord> Records() const;
 
     // The same as texts alone.
@@ -72,6 +82,10 @@ public:
     bool converterWritesNul = true;          // false: fills the whole destination and writes no NUL
     int ConverterReferences() const;         // AddRef less Release, since it was handed out
     bool converterIsReferencedWithin = true; // whether each Convert so far found a reference held beside the first
+
+    // Called within Convert, first. A value is the result, and the conversion is then the test's affair. It must allocate
+    // nothing that the test does not mean to count.
+    std::function<std::optional<int32_t>(uint32_t command, TextConversionRequest& request)> onConvert;
 
     // The directory that ILogConfig gives by default, with its last separator.
     std::filesystem::path LogDirectory() const;
