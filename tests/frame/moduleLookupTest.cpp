@@ -1,0 +1,76 @@
+// Modules and their exports on the real system: what is loaded is found by its file name, and nothing is ever loaded.
+#include "frame/baseServices.h"
+#include "frame/factory.h"
+#include "frame/serviceLookup.h"
+#include "hostKit/scriptedSiblings.h"
+#include "platform/platform.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class ModuleLookup : public testing::Test {
+protected:
+    void SetUp() override { siblings.Reset(); }
+
+    hostKit::ScriptedSiblings& siblings = hostKit::ScriptedSiblings::Instance();
+};
+
+TEST_F(ModuleLookup, LoadedLibraryIsFoundByItsFileName) {
+    EXPECT_NE(platform::GetModuleHandleW(WIDE("ZelkBase.dll")), nullptr);
+    EXPECT_NE(platform::GetModuleHandleW(WIDE("Ferrocore.dll")), nullptr);
+}
+
+TEST_F(ModuleLookup, LibraryThatIsNotLoadedIsNotFoundAndNotLoadedEither) {
+    siblings.UnloadZelkBase();
+    EXPECT_EQ(platform::GetModuleHandleW(WIDE("ZelkBase.dll")), nullptr);
+    EXPECT_EQ(platform::GetModuleHandleW(WIDE("ZelkBase.dll")), nullptr);
+    EXPECT_EQ(platform::GetModuleHandleW(WIDE("noSuchLibrary.dll")), nullptr);
+}
+
+TEST_F(ModuleLookup, HandleIsNotCounted) {
+    for (int i = 0; i < 3; ++i) {
+        ASSERT_NE(platform::GetModuleHandleW(WIDE("ZelkBase.dll")), nullptr);
+    }
+    siblings.UnloadZelkBase();
+    EXPECT_EQ(platform::GetModuleHandleW(WIDE("ZelkBase.dll")), nullptr) << "the one load is taken back";
+}
+
+TEST_F(ModuleLookup, ExportIsFoundByItsName) {
+    void* const module = platform::GetModuleHandleW(WIDE("ZelkBase.dll"));
+    ASSERT_NE(module, nullptr);
+    const auto factory = FindFactory(module);
+    ASSERT_NE(factory, nullptr);
+    void* out = nullptr;
+    EXPECT_EQ(factory(&SID_ModuleFinder, &out), 0U);
+    EXPECT_EQ(siblings.calls.Take(), std::vector<std::string>{"create IModuleFinder"});
+}
+
+TEST_F(ModuleLookup, ExportThatIsMissingGivesNull) {
+    siblings.LoadZelkBaseWithoutFactory();
+    void* const module = platform::GetModuleHandleW(WIDE("ZelkBase.dll"));
+    ASSERT_NE(module, nullptr);
+    EXPECT_EQ(FindFactory(module), nullptr);
+}
+
+TEST_F(ModuleLookup, BindingMeetsTheRealLibrariesAsTheyCome) {
+    siblings.UnloadZelkBase();
+    siblings.UnloadFerrocore();
+    CBaseServices* const holder = CBaseServices::Instance();
+    EXPECT_FALSE(holder->m_moduleFinder);
+    EXPECT_EQ(FindBaseModuleFactory(), nullptr);
+    siblings.LoadZelkBaseWithoutFactory();
+    EXPECT_EQ(FindBaseModuleFactory(), nullptr);
+    EXPECT_EQ(siblings.calls.Take(), std::vector<std::string>());
+    siblings.LoadZelkBase();
+    EXPECT_NE(FindBaseModuleFactory(), nullptr);
+    EXPECT_EQ(siblings.calls.Take(),
+              (std::vector<std::string>{"create IModuleFinder", "create BaseServiceTwo", "create BaseServiceOne",
+                                        "create BaseServiceThree", "IModuleFinder.FindModule(module.base)"}));
+    siblings.LoadFerrocore();
+    EXPECT_NE(FindBaseModuleFactory(), nullptr);
+    EXPECT_EQ(siblings.calls.Take(),
+              (std::vector<std::string>{"create FerrocoreService", "IModuleFinder.FindModule(module.base)"}));
+}
+
+} // namespace

@@ -1,0 +1,89 @@
+// The road to the factory behind "module.base", step by step, over a scripted system.
+#include "frame/serviceLookup.h"
+#include "frame/baseServices.h"
+#include "hostKit/scriptedSystem.h"
+
+namespace {
+
+using Calls = std::vector<std::string>;
+
+class ServiceLookup : public hostKit::ScriptedSystemFixture {
+protected:
+    // Everything is bound, and nothing of that is in the log.
+    void BindAll() {
+        CBaseServices::Instance()->Bind();
+        TakeCalls();
+    }
+};
+
+TEST_F(ServiceLookup, BindsAsksTheFinderForModuleBaseAndTakesItsFactory) {
+    EXPECT_EQ(FindBaseModuleFactory(), hostKit::ScriptedSiblings::Factory());
+    EXPECT_EQ(TakeCalls(),
+              (Calls{"GetModuleHandleW(Ferrocore.dll)", "GetProcAddress(Ferrocore.dll,CreateZelkObject)",
+                     "create FerrocoreService", "GetModuleHandleW(ZelkBase.dll)",
+                     "GetProcAddress(ZelkBase.dll,CreateZelkObject)", "create IModuleFinder", "create BaseServiceTwo",
+                     "create BaseServiceOne", "create BaseServiceThree", "IModuleFinder.FindModule(module.base)",
+                     "GetProcAddress(ZelkBase.dll,CreateZelkObject)"}));
+}
+
+TEST_F(ServiceLookup, AsksTheFinderAnewEachTime) {
+    BindAll();
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_EQ(FindBaseModuleFactory(), hostKit::ScriptedSiblings::Factory());
+        EXPECT_EQ(TakeCalls(),
+                  (Calls{"IModuleFinder.FindModule(module.base)", "GetProcAddress(ZelkBase.dll,CreateZelkObject)"}));
+    }
+}
+
+TEST_F(ServiceLookup, ModuleNeedNotBeZelkBase) {
+    BindAll();
+    system.modules["other.dll"] = hostKit::ScriptedSiblings::Factory();
+    siblings.foundModule = system.Handle("other.dll");
+    EXPECT_EQ(FindBaseModuleFactory(), hostKit::ScriptedSiblings::Factory());
+    EXPECT_EQ(TakeCalls(),
+              (Calls{"IModuleFinder.FindModule(module.base)", "GetProcAddress(other.dll,CreateZelkObject)"}));
+}
+
+TEST_F(ServiceLookup, GivesUpWithoutAFinder) {
+    siblings.refused = {"IModuleFinder"};
+    CBaseServices::Instance();
+    TakeCalls();
+    EXPECT_EQ(FindBaseModuleFactory(), nullptr);
+    EXPECT_EQ(TakeCalls(), (Calls{"GetModuleHandleW(ZelkBase.dll)", "GetProcAddress(ZelkBase.dll,CreateZelkObject)",
+                                  "refuse IModuleFinder", "BaseServiceTwo.Release", "create BaseServiceTwo",
+                                  "BaseServiceOne.Release", "create BaseServiceOne", "BaseServiceThree.Release",
+                                  "create BaseServiceThree"}));
+}
+
+TEST_F(ServiceLookup, GivesUpWithoutAModule) {
+    BindAll();
+    siblings.foundModule = nullptr;
+    EXPECT_EQ(FindBaseModuleFactory(), nullptr);
+    EXPECT_EQ(TakeCalls(), Calls{"IModuleFinder.FindModule(module.base)"});
+}
+
+TEST_F(ServiceLookup, GivesUpWithoutAFactory) {
+    BindAll();
+    system.modules["empty.dll"] = nullptr;
+    siblings.foundModule = system.Handle("empty.dll");
+    EXPECT_EQ(FindBaseModuleFactory(), nullptr);
+    EXPECT_EQ(TakeCalls(),
+              (Calls{"IModuleFinder.FindModule(module.base)", "GetProcAddress(empty.dll,CreateZelkObject)"}));
+}
+
+TEST_F(ServiceLookup, FindsALibraryThatIsLoadedLate) {
+    const auto zelkBase = system.modules.extract("ZelkBase.dll");
+    EXPECT_EQ(FindBaseModuleFactory(), nullptr);
+    system.modules["ZelkBase.dll"] = hostKit::ScriptedSiblings::Factory();
+    siblings.foundModule = system.Handle("ZelkBase.dll");
+    EXPECT_EQ(FindBaseModuleFactory(), hostKit::ScriptedSiblings::Factory());
+}
+
+TEST_F(ServiceLookup, LogsNothing) {
+    siblings.refused = {"IModuleFinder"};
+    FindBaseModuleFactory();
+    EXPECT_EQ(siblings.RecordTexts(), Calls());
+    EXPECT_EQ(system.debugOutput.All(), Calls());
+}
+
+} // namespace
