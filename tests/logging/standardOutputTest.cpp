@@ -1,0 +1,71 @@
+// An abandoned record on the real system: the standard wide output stream, and the debug output.
+#include <iostream>
+#include <sstream>
+
+#include <gtest/gtest.h>
+
+#include "hostKit/debugOutput.h"
+#include "logging/logState.h"
+#include "logging/logStream.h"
+
+namespace {
+
+// Stands in the place of what std::wcout writes to.
+class StandardOutput {
+public:
+    StandardOutput() : m_former(std::wcout.rdbuf(&m_buffer)) {}
+    ~StandardOutput() { std::wcout.rdbuf(m_former); }
+
+    std::wstring Text() const { return m_buffer.str(); }
+
+private:
+    std::wstringbuf m_buffer;
+    std::wstreambuf* m_former;
+};
+
+TEST(StandardOutput, GetsTheAbandonedRecordAndSoDoesTheDebugOutput) {
+    ASSERT_FALSE(LogFileEnabled || LogDebugViewEnabled);
+    const StandardOutput standard;
+    const hostKit::DebugOutput debug;
+    { LogStream(LOG_LEVEL_TRACE) << WIDE("half ") << int32_t{-1}; }
+    EXPECT_EQ(standard.Text(), L"half -1");
+    EXPECT_EQ(debug.Text(), "half -1");
+}
+
+TEST(StandardOutput, GetsWideTextBeyondAsciiAsItIs) {
+    const StandardOutput standard;
+    const hostKit::DebugOutput debug;
+    { LogStream(LOG_LEVEL_TRACE) << WIDE("gr\u00FC\u00DF"); }
+    EXPECT_EQ(standard.Text(), L"gr\u00FC\u00DF");
+    EXPECT_EQ(debug.Text(), "gr\xC3\xBC\xC3\x9F");
+}
+
+TEST(StandardOutput, GetsNothingOfARecordThatWasEnded) {
+    const StandardOutput standard;
+    const hostKit::DebugOutput debug;
+    {
+        LogStream stream(LOG_LEVEL_TRACE);
+        stream << WIDE("whole");
+        stream.EndRecord();
+    }
+    EXPECT_EQ(standard.Text(), L"");
+    EXPECT_EQ(debug.Text(), "");
+}
+
+// A buffer that takes nothing fails the stream.
+class FullBuffer : public std::wstreambuf {};
+
+TEST(StandardOutput, IsReadyForMoreAfterARecordThatItCouldNotTake) {
+    FullBuffer full;
+    std::wstreambuf* const former = std::wcout.rdbuf(&full);
+    const hostKit::DebugOutput debug;
+    { LogStream(LOG_LEVEL_TRACE) << WIDE("lost"); }
+    EXPECT_TRUE(std::wcout.good());
+    std::wcout.rdbuf(former);
+    EXPECT_EQ(debug.Text(), "lost");
+    const StandardOutput standard;
+    { LogStream(LOG_LEVEL_TRACE) << WIDE("next"); }
+    EXPECT_EQ(standard.Text(), L"next");
+}
+
+} // namespace
