@@ -1,0 +1,118 @@
+// The object's one lock: which operations wait for it, and that none holds it across a call to the host.
+#include <atomic>
+#include <chrono>
+#include <functional>
+#include <thread>
+
+#include "mordRev/lifecycleEvent.h"
+
+namespace {
+
+using Texts = std::vector<std::string>;
+
+class LifecycleLock : public LifecycleEventFixture {
+protected:
+    // Whether `operation`, on a thread of its own, is still at it after a time in which it would be done, while this
+    // thread holds the lock. It ends before this returns.
+    bool WaitsForTheLock(const std::function<void()>& operation) {
+        std::atomic<bool> done{false};
+        Fields().Lock().lock();
+        std::thread thread([&] {
+            operation();
+            done = true;
+        });
+        std::this_thread::sleep_for(std::chrono::milliseconds(100));
+        const bool waits = !done;
+        Fields().Lock().unlock();
+        thread.join();
+        return waits;
+    }
+
+    // Whether another thread could have the lock now.
+    bool IsFree() {
+        bool free = false;
+        std::thread([&] {
+            free = Fields().Lock().try_lock();
+            if (free) {
+                Fields().Lock().unlock();
+            }
+        }).join();
+        return free;
+    }
+};
+
+TEST_F(LifecycleLock, IsWaitedForByTheOperationsOnTheTables) {
+    MakeRunning();
+    EXPECT_TRUE(WaitsForTheLock([this] { receiver->SetAllowList(R"({"mid_list":[]})"); }));
+    EXPECT_TRUE(WaitsForTheLock([this] { receiver->ClearAllowList(); }));
+    EXPECT_TRUE(WaitsForTheLock([this] { SetAction(R"({"tcp":1})"); }));
+    EXPECT_TRUE(WaitsForTheLock([this] { receiver->ParseActionJson("{}"); }));
+    std::string mid;
+    EXPECT_TRUE(WaitsForTheLock([&] { receiver->IsMatchmid("tcp", {"A"}, &mid); }));
+    uint32_t reply = REPLY_BLOCK;
+    EXPECT_TRUE(WaitsForTheLock([&] { receiver->ModiyReply("tcp", 0, &reply); })) << "for the look-up in mode 3";
+}
+
+TEST_F(LifecycleLock, IsNotWaitedForByTheOthers) {
+    MakeRunning();
+    uint32_t reply = REPLY_BLOCK;
+    EXPECT_FALSE(WaitsForTheLock([&] {
+        receiver->Init(&host);
+        receiver->Start();
+        receiver->Stop();
+        receiver->GetProperty(0, 0, 0);
+        receiver->SetReportSink(&sink);
+        SetMode(MODE_EMERGENCY);
+        SetExceptionMode(EXCEPTION_ALLOW);
+        std::string mid = "B";
+        receiver->SetProperty(PROP_MID, mid.data(), 1);
+        receiver->GetLocalMid();
+        receiver->Uninit();
+        receiver->ModiyReply("tcp", 0, &reply); // no look-up in this mode
+        Handle();
+    }));
+}
+
+TEST_F(LifecycleLock, IsFreeAfterEachOperation) {
+    MakeRunning();
+    const std::function<void()> operations[] = {
+        [this] { receiver->SetAllowList(R"({"mid_list":[]})"); },
+        [this] { receiver->SetAllowList("no json"); },
+        [this] { receiver->SetAllowList("{}"); },
+        [this] { receiver->ClearAllowList(); },
+        [this] { SetAction(R"({"tcp":1})"); },
+        [this] { SetAction("no json"); },
+        [this] { Handle(); },
+    };
+    for (const auto& operation : operations) {
+        operation();
+        EXPECT_TRUE(IsFree());
+    }
+}
+
+TEST_F(LifecycleLock, IsNeverHeldAcrossACallIntoHostOrSink) {
+    MakeRunning();
+    AllowTheMachine();
+    Texts seen;
+    calls.onAdd = [&](const std::string& call) {
+        seen.push_back(call.substr(0, call.find('(')) + (IsFree() ? " free" : " held"));
+    };
+    EXPECT_EQ(Handle(), REPLY_ALLOW);
+    calls.onAdd = nullptr;
+    EXPECT_EQ(seen, (Texts{"QueryDot free", "FreeResult free", "DeleteDot free", "Report free"}));
+}
+
+// A host may change the tables from within its calls, on the same thread: the lock is not recursive.
+TEST_F(LifecycleLock, LetsTheHostChangeTheTablesFromWithinItsCalls) {
+    MakeRunning();
+    host.onQuery = [this] { AllowTheMachine(); };
+    sink.onReport = [this] {
+        receiver->ClearAllowList();
+        SetAction(R"({"tcp":1})");
+    };
+    EXPECT_EQ(Handle(), REPLY_ALLOW);
+    EXPECT_EQ(Fields().AllowedMids(), AllowList());
+    EXPECT_EQ(Fields().Actions(), (ActionTable{{"tcp", true}}));
+}
+
+} // namespace
