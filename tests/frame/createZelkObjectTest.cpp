@@ -1,6 +1,5 @@
 // The one export, of the shipped library.
 #include <atomic>
-#include <cstring>
 #include <set>
 #include <thread>
 
@@ -52,14 +51,6 @@ TEST_F(CreateZelkObject, IdentifierThatDiffersInAnyOneByteIsRefusedAndLeavesTheO
         EXPECT_EQ(out, this) << "byte " << i;
     }
     EXPECT_EQ(siblings.calls.Take(), Calls());
-}
-
-TEST_F(CreateZelkObject, IdentifierNeedNotBeAligned) {
-    alignas(GUID) unsigned char bytes[sizeof(GUID) + 1];
-    std::memcpy(bytes + 1, &IID_IMordRev, sizeof(GUID));
-    void* out = nullptr;
-    EXPECT_EQ(create(reinterpret_cast<const GUID*>(bytes + 1), &out), RESULT_OK);
-    EXPECT_EQ(out, Receiver());
 }
 
 TEST_F(CreateZelkObject, ObjectWorksAfterAnyNumberOfReleases) {

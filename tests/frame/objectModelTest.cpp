@@ -1,7 +1,9 @@
 // The class tree, the identifiers and the codes that hosts bind to; and the frame's contract with the creator policy.
 #include <cstddef>
+#include <cstdio>
 #include <memory>
 #include <new>
+#include <thread>
 #include <type_traits>
 
 #include "hostKit/receiverFixture.h"
@@ -87,6 +89,22 @@ TEST_F(ObjectModel, ReferenceCountStartsAtZeroAndRisesWithEachSuccessfulQuery) {
     EXPECT_EQ(Fields().ReferenceCount(), 2);
     receiver->Release();
     EXPECT_EQ(Fields().ReferenceCount(), 2);
+}
+
+TEST_F(ObjectModel, ReferenceCountMissesNoneOfConcurrentQueries) {
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 8; ++i) {
+        threads.emplace_back([this] {
+            void* out = nullptr;
+            for (int round = 0; round < 10'000; ++round) {
+                receiver->QueryInterface(&IID_IMordRev, &out);
+            }
+        });
+    }
+    for (auto& thread : threads) {
+        thread.join();
+    }
+    EXPECT_EQ(Fields().ReferenceCount(), 80'000);
 }
 
 TEST_F(ObjectModel, BothIdentifiersYieldTheSameInterfacePointer) {

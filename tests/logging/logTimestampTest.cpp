@@ -84,6 +84,12 @@ TEST(LogTimestamp, TimesBeyond32BitsAreTold) {
     EXPECT_EQ(Format(32535216000), "3001-01-01 08:00:00");
 }
 
+TEST(LogTimestamp, YearsBeyond16BitsAreTold) {
+    EXPECT_EQ(Format(971890934399), "32767-12-31 23:59:59");
+    EXPECT_EQ(Format(971890934400), "32768-01-01 00:00:00");
+    EXPECT_EQ(Format(67767976233503999), "2147483647-12-31 23:59:59");
+}
+
 TEST(LogTimestamp, AgreesWithACountedCalendar) {
     std::mt19937_64 random(20261116);
     std::uniform_int_distribution<int64_t> times(0, 400'000'000'000); // to the year 14645

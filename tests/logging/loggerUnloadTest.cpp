@@ -31,6 +31,7 @@ TEST_F(Unloading, ReleasesTheLoggerAndNothingElse) {
     UseReceiver("[OUTLOG]\r\nWriteLog=1\r\nDebugView=0\r\n");
     product->Close();
     EXPECT_EQ(siblings.calls.Take(), Calls{"ILogWriter.Release"});
+    EXPECT_EQ(siblings.ConverterReferences(), 0) << "the converter is not released";
     EXPECT_EQ(siblings.TakeRecordTexts(), Calls());
 }
 

@@ -4,11 +4,7 @@
 #include <cstddef>
 #include <thread>
 
-#include <gtest/gtest.h>
-
-#include "hostKit/scriptedSiblings.h"
-#include "hostKit/utf.h"
-#include "text/textConvert.h"
+#include "text/textConvertFixture.h"
 
 namespace {
 
@@ -22,22 +18,6 @@ static_assert(offsetof(TextConversionRequest, reserved) == 12);
 static_assert(offsetof(TextConversionRequest, source) == 16);
 static_assert(offsetof(TextConversionRequest, destination) == 16 + sizeof(void*));
 static_assert(CONVERT_NARROW_TO_WIDE == 0x10101 && CONVERT_WIDE_TO_NARROW == 0x10100);
-
-class TextConvert : public testing::Test {
-protected:
-    void SetUp() override {
-        siblings.Reset();
-        siblings.keepsConversions = true;
-    }
-
-    // "narrow to wide codepage=65001 length=…"
-    static std::string Request(const char* direction, size_t length, size_t capacity) {
-        return std::string(direction) + " codepage=65001 length=" + std::to_string(length) +
-               " capacity=" + std::to_string(capacity) + " reserved=0";
-    }
-
-    hostKit::ScriptedSiblings& siblings = hostKit::ScriptedSiblings::Instance();
-};
 
 TEST_F(TextConvert, NullAndEmptyGiveAnEmptyTextWithoutTheConverterBeingCreated) {
     EXPECT_EQ(Utf8ToWide(nullptr), Wide());
@@ -180,53 +160,6 @@ TEST_F(TextConvert, OneReferenceIsTakenForOneCall) {
     Utf8ToWide("a");
     WideToUtf8(WIDE("a"));
     EXPECT_EQ(within, (std::vector<int>{1, 1}));
-}
-
-// Three ways in which the converter can be missing at the first conversion. Nothing is looked for again.
-
-class MissingConverter : public TextConvert {
-protected:
-    void ExpectEmptyTexts() {
-        EXPECT_EQ(Utf8ToWide("text"), Wide());
-        EXPECT_EQ(WideToUtf8(WIDE("text")), "");
-        EXPECT_EQ(Utf8ToWide(std::string(3000, 'x').c_str()), Wide());
-        EXPECT_EQ(WideToUtf8(Wide(3000, WideChar{'x'}).c_str()), "");
-    }
-
-    void ExpectStillMissingWhenAllIsThere() {
-        siblings.Reset();
-        siblings.keepsConversions = true;
-        ExpectEmptyTexts();
-        EXPECT_EQ(siblings.calls.Take(), Texts());
-        EXPECT_EQ(siblings.Conversions(), Texts());
-    }
-};
-
-TEST_F(MissingConverter, ModuleThatIsNotLoadedAtFirstStaysMissingThoughItIsLoadedLater) {
-    siblings.UnloadZelkBase();
-    ExpectEmptyTexts();
-    ExpectStillMissingWhenAllIsThere();
-}
-
-TEST_F(MissingConverter, ModuleWithoutAFactoryAtFirstStaysMissing) {
-    siblings.LoadZelkBaseWithoutFactory();
-    ExpectEmptyTexts();
-    ExpectStillMissingWhenAllIsThere();
-}
-
-TEST_F(MissingConverter, ConverterThatIsRefusedAtFirstIsNotAskedForAgain) {
-    siblings.refused = {"ITextConverter"};
-    ExpectEmptyTexts();
-    EXPECT_EQ(siblings.calls.Take(), Texts{"refuse ITextConverter"});
-    ExpectStillMissingWhenAllIsThere();
-}
-
-TEST_F(MissingConverter, EmptyTextsDoNotDecideIt) {
-    siblings.UnloadZelkBase();
-    EXPECT_EQ(Utf8ToWide(""), Wide());
-    EXPECT_EQ(WideToUtf8(nullptr), "");
-    siblings.LoadZelkBase();
-    EXPECT_EQ(Utf8ToWide("text"), WIDE("text"));
 }
 
 TEST_F(TextConvert, ConcurrentFirstConversionsCreateOneConverterAndAllGetTheirText) {
