@@ -124,7 +124,8 @@ struct Services {
         int32_t WriteRecord(const WideChar* text, int32_t level) override {
             auto& script = ScriptedSiblings::Instance();
             const std::lock_guard lock(script.m_lock);
-            script.m_records.push_back({level, MaskRecord(ToNarrow(text))});
+            std::string raw = ToNarrow(text);
+            script.m_records.push_back({level, MaskRecord(raw), raw});
             return 0;
         }
     };
