@@ -14,7 +14,7 @@ namespace hostKit {
 // How GetString behaves for one key, where a test wants something else than the contract's two calls.
 struct StringBehaviour {
     int32_t firstResult = 201;
-    std::optional<int32_t> firstSize; // what the first call stores in *size; the text and its NUL without it
+    std::optional<int32_t> firstSize{}; // what the first call stores in *size; the text and its NUL without it
     int32_t secondResult = 0;
     bool writes = true;      // whether the second call writes at all
     bool writesNul = true;   // whether it writes the NUL

@@ -21,8 +21,8 @@ namespace hostKit {
 // A record as the logger received it.
 struct WrittenRecord {
     int32_t level;
-    std::string text; // masked, see logRecords.h
-    std::string raw;  // as it came
+    std::string text;  // masked, see logRecords.h
+    std::string raw{}; // as it came
 };
 
 class ScriptedSiblings {

@@ -1,0 +1,24 @@
+// Reports of events that belong to a process.
+#pragma once
+
+#include "mordRev/decisionFixture.h"
+
+class ProcessPathFixture : public DecisionFixture {
+protected:
+    void SetUp() override {
+        DecisionFixture::SetUp();
+        AddRule("GUID-1", "TYPE-1");
+    }
+
+    void Send() { receiver->ReportEventHandleRes(&event, rulePointers.data(), 1, REPLY_BLOCK, false); }
+
+    static hostKit::ExpectedReport Expected(const std::string& name, const std::string& path) {
+        return {.guids = {"GUID-1"}, .type = "TYPE-1", .procName = name, .procPath = path};
+    }
+
+    // The records of a report before which the look-up logged `error`.
+    static Lines RecordsWithError(const std::string& error) {
+        const Lines report = hostKit::ReportRecords(Expected("", ""));
+        return {report[0], error, report[1], report[2]};
+    }
+};
