@@ -54,7 +54,8 @@ bool ReceiverModel::ParseQueryResult(const std::string& text, Answer& answer) {
         if (mids.empty()) {
             Took(Branch::AnswerMidEmpty);
         }
-        const bool known = std::any_of(answer.begin(), answer.end(), [&](const auto& pair) { return pair.first == guid; });
+        const bool known =
+            std::any_of(answer.begin(), answer.end(), [&](const auto& pair) { return pair.first == guid; });
         Took(known ? Branch::AnswerGuidTwice : Branch::AnswerEntryStored);
         if (!known) {
             answer.emplace_back(guid, mids);

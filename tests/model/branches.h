@@ -130,7 +130,7 @@ enum class Branch : size_t {
 #define MODEL_BRANCH_NAME(name) name,
     MODEL_BRANCHES(MODEL_BRANCH_NAME)
 #undef MODEL_BRANCH_NAME
-    Count
+        Count
 };
 
 class BranchCounts {

@@ -242,7 +242,8 @@ private:
         if (!std::isfinite(std::strtod(whole.c_str(), nullptr))) {
             return false;
         }
-        if (!exponentNegative && std::strtod(exponent.c_str(), nullptr) > 308.0 + static_cast<double>(fraction.size())) {
+        if (!exponentNegative &&
+            std::strtod(exponent.c_str(), nullptr) > 308.0 + static_cast<double>(fraction.size())) {
             return false;
         }
         if (!hasFraction && !hasExponent && whole.size() <= 10) {

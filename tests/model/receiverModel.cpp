@@ -97,7 +97,9 @@ bool ReceiverModel::GetProperty(uint32_t, uint32_t, uint32_t) {
 
 bool ReceiverModel::SetProperty(uint32_t key, void* data, uint32_t size) {
     if (data == nullptr || size == 0 || m_host == nullptr) {
-        Took(data == nullptr ? Branch::PropertyNullData : size == 0 ? Branch::PropertyZeroSize : Branch::PropertyNoHost);
+        Took(data == nullptr ? Branch::PropertyNullData
+             : size == 0     ? Branch::PropertyZeroSize
+                             : Branch::PropertyNoHost);
         LogError("SetProperty", "param error, set property fail");
         return false;
     }
