@@ -1,0 +1,97 @@
+// The library and the model, side by side on random cases: what can be seen from outside must be the same.
+//
+// MORDREV_MODEL_CASES is the number of cases in all, MORDREV_MODEL_SEED the seed that they are made from, MORDREV_MODEL_CASE
+// the number of a single case, which is then the only one.
+#include <cstdlib>
+#include <iostream>
+#include <optional>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "model/caseGenerator.h"
+#include "model/caseReducer.h"
+#include "model/caseRun.h"
+
+namespace {
+
+using namespace model;
+
+// The cases are dealt out to this many tests, which can run at the same time.
+constexpr uint64_t shares = 4;
+
+// In so many cases every branch must have been taken once.
+constexpr uint64_t casesForEveryBranch = 200;
+
+std::optional<uint64_t> Setting(const char* name) {
+    const char* const text = std::getenv(name);
+    if (text == nullptr || *text == '\0') {
+        return std::nullopt;
+    }
+    char* end = nullptr;
+    const uint64_t value = std::strtoull(text, &end, 10);
+    if (*end != '\0') {
+        ADD_FAILURE() << name << " is no number: " << text;
+    }
+    return value;
+}
+
+uint64_t CasesInAll() {
+    return Setting("MORDREV_MODEL_CASES").value_or(MORDREV_MODEL_CASES);
+}
+
+// Empty when both say the same, else where they part.
+std::string Compare(const TestCase& testCase, BranchCounts& branches) {
+    return Difference(RunOnModel(testCase, branches), RunOnLibrary(testCase));
+}
+
+// Whether the case came out the same; tells everything needed to look into it when it did not.
+bool Agrees(uint64_t seed, uint64_t number, bool logs, BranchCounts& branches) {
+    const TestCase testCase = MakeCase(seed, number, logs);
+    const std::string difference = Compare(testCase, branches);
+    if (difference.empty()) {
+        return true;
+    }
+    BranchCounts unused;
+    const TestCase small =
+        Reduced(testCase, [&unused](const TestCase& candidate) { return !Compare(candidate, unused).empty(); });
+    ADD_FAILURE() << "MORDREV_MODEL_SEED=" << seed << " MORDREV_MODEL_CASE=" << number << "\n"
+                  << difference << "reduced to\n"
+                  << Dump(small) << Compare(small, unused);
+    return false;
+}
+
+// Cases from `first` to before `end`; gives up after a few differences.
+void RunCases(uint64_t first, uint64_t end, bool logs) {
+    const uint64_t seed = Setting("MORDREV_MODEL_SEED").value_or(1);
+    BranchCounts branches;
+    PrepareLibrary(logs);
+    if (const auto single = Setting("MORDREV_MODEL_CASE")) {
+        Agrees(seed, *single, logs, branches);
+        return;
+    }
+    int differences = 0;
+    for (uint64_t number = first; number < end && differences < 5; ++number) {
+        differences += Agrees(seed, number, logs, branches) ? 0 : 1;
+    }
+    const uint64_t floor = (end - first) / casesForEveryBranch;
+    EXPECT_EQ(branches.Starved(floor), "") << "of " << end - first << " cases of seed " << seed << "; all branches:\n"
+                                           << branches.Table();
+    std::cout << end - first << " cases of seed " << seed << ", every branch taken at least " << floor << " times\n";
+}
+
+class Differential : public testing::TestWithParam<uint64_t> {};
+
+TEST_P(Differential, LibraryDoesWhatTheModelDoes) {
+    const uint64_t cases = CasesInAll();
+    RunCases(cases * GetParam() / shares, cases * (GetParam() + 1) / shares, true);
+}
+
+INSTANTIATE_TEST_SUITE_P(Share, Differential, testing::Range<uint64_t>(0, shares));
+
+TEST(DifferentialWithoutLogging, LibraryDoesWhatTheModelDoes) {
+    const uint64_t cases = CasesInAll();
+    RunCases(cases, cases + cases / 10, false);
+}
+
+} // namespace

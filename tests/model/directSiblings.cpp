@@ -1,0 +1,166 @@
+#include "model/directSiblings.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <random>
+#include <string>
+
+#include "frame/interfaces.h"
+#include "hostKit/dynamicLibrary.h"
+#include "hostKit/utf.h"
+
+namespace model {
+namespace {
+
+constexpr uint32_t refused = 0x80004002;
+
+const SiblingState defaultState;
+const SiblingState* state = &defaultState;
+thread_local RecordTaker* recordTaker = nullptr;
+
+template <typename Interface>
+class Service : public Interface {
+public:
+    int32_t AddRef() override { return 2; }
+    int32_t Release() override { return 1; }
+    uint32_t QueryInterface(const GUID*, void**) override { return refused; }
+};
+
+class Finder final : public Service<IModuleFinder> {
+public:
+    void* FindModule(const WideChar*) override { return module; }
+    void* module = nullptr;
+};
+
+class Converter final : public Service<ITextConverter> {
+public:
+    int32_t Convert(uint32_t command, TextConversionRequest* request) override {
+        if (command == CONVERT_NARROW_TO_WIDE) {
+            Copy<unsigned char, WideChar>(*request);
+        } else {
+            Copy<WideChar, unsigned char>(*request);
+        }
+        return 0;
+    }
+
+private:
+    template <typename From, typename To>
+    static void Copy(const TextConversionRequest& request) {
+        const auto* const source = static_cast<const From*>(request.source);
+        auto* const destination = static_cast<To*>(request.destination);
+        const uint32_t length = std::min(request.sourceLength, request.destinationCapacity - 1);
+        for (uint32_t i = 0; i < length; ++i) {
+            destination[i] = static_cast<To>(source[i]);
+        }
+        destination[length] = To{};
+    }
+};
+
+class MachineId final : public Service<IMachineIdService> {
+public:
+    int32_t GetMachineId(MachineIdRecord* record) override {
+        std::copy(state->machineId.begin(), state->machineId.end(), record->machineId);
+        return state->machineIdResult;
+    }
+};
+
+class LogConfig final : public Service<ILogConfig> {
+public:
+    const WideChar* GetConfigText(uint32_t, uint32_t) override { return directory.c_str(); }
+    std::basic_string<WideChar> directory;
+};
+
+class LogWriter final : public Service<ILogWriter> {
+public:
+    int32_t Start(const WideChar*, uint32_t) override { return 0; }
+    int32_t SetLevel(uint32_t) override { return 0; }
+    int32_t WriteRecord(const WideChar* text, int32_t level) override {
+        if (recordTaker != nullptr) {
+            recordTaker->Take(level, text);
+        }
+        return 0;
+    }
+};
+
+struct Services {
+    hostKit::DynamicLibrary zelkBase;
+    hostKit::DynamicLibrary ferrocore;
+    std::filesystem::path directory;
+    Finder finder;
+    Converter converter;
+    MachineId machineId;
+    LogConfig logConfig;
+    LogWriter logWriter;
+    Service<ISmartUnknown> others;
+};
+
+// Never destroyed: the receiver holds services to the end of the process.
+Services& TheServices() {
+    static Services* const services = new Services;
+    return *services;
+}
+
+uint32_t MORD_CDECL Create(const GUID* iid, void** out) {
+    Services& services = TheServices();
+    const auto is = [iid](const GUID& id) { return std::memcmp(iid, &id, sizeof id) == 0; };
+    if (is(SID_ModuleFinder)) {
+        *out = static_cast<IModuleFinder*>(&services.finder);
+    } else if (is(SID_TextConverter)) {
+        *out = static_cast<ITextConverter*>(&services.converter);
+    } else if (is(SID_MachineId)) {
+        *out = static_cast<IMachineIdService*>(&services.machineId);
+    } else if (is(SID_LogConfig)) {
+        if (!state->settlesLogging) {
+            return refused;
+        }
+        *out = static_cast<ILogConfig*>(&services.logConfig);
+    } else if (is(SID_LogWriter)) {
+        *out = static_cast<ILogWriter*>(&services.logWriter);
+    } else {
+        *out = static_cast<ISmartUnknown*>(&services.others);
+    }
+    return 0;
+}
+
+hostKit::DynamicLibrary LoadRelay(const char* name) {
+    hostKit::DynamicLibrary relay(hostKit::ProgramFolder() / "siblings" / hostKit::LibraryFile(name));
+    const auto setTarget =
+        reinterpret_cast<void(MORD_CDECL*)(CreateZelkObjectFunction)>(relay.Symbol("SetRelayTarget"));
+    setTarget(Create);
+    return relay;
+}
+
+void RemoveDirectory() {
+    std::error_code ignored;
+    std::filesystem::remove_all(TheServices().directory, ignored);
+}
+
+} // namespace
+
+void UseDirectSiblings(bool logs) {
+    Services& services = TheServices();
+    if (services.finder.module == nullptr) {
+        services.zelkBase = LoadRelay("ZelkBase");
+        services.ferrocore = LoadRelay("Ferrocore");
+        services.finder.module = services.zelkBase.Handle();
+        std::random_device random;
+        services.directory = std::filesystem::temp_directory_path() / ("mordRevModel" + std::to_string(random()));
+        std::filesystem::create_directories(services.directory);
+        std::atexit(RemoveDirectory);
+        services.logConfig.directory = hostKit::ToWide((services.directory / "").string());
+    }
+    std::ofstream(services.directory / "Zelklog.ini") << "[OUTLOG]\nWriteLog=" << (logs ? 1 : 0) << "\n";
+}
+
+void AnswerBy(const SiblingState* newState) {
+    state = newState == nullptr ? &defaultState : newState;
+}
+
+void TakeRecords(RecordTaker* taker) {
+    recordTaker = taker;
+}
+
+} // namespace model

@@ -1,0 +1,106 @@
+// A second receiver: the behaviour that hosts are promised, done in the plainest way, step by step and without any care
+// for speed. It shares with the library only the header of the interfaces; JSON it reads and writes by itself.
+//
+// It is for one thread, takes no lock, and logs into a Trace.
+#pragma once
+
+#include <map>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "frame/interfaces.h"
+#include "model/branches.h"
+#include "model/siblingState.h"
+#include "model/trace.h"
+
+namespace model {
+
+// Unsigned bytes over the common length, then the shorter first.
+struct TextOrder {
+    bool operator()(const std::string& left, const std::string& right) const;
+};
+using TextSet = std::set<std::string, TextOrder>;
+
+class ReceiverModel final : public IMordRev {
+public:
+    // All three must outlive the model; `siblings` may change between two calls.
+    ReceiverModel(Trace& trace, const SiblingState& siblings, BranchCounts& branches)
+        : m_trace(trace), m_siblings(siblings), m_branches(branches) {}
+
+    int32_t AddRef() override { return 2; }
+    int32_t Release() override { return 1; }
+    uint32_t QueryInterface(const GUID*, void**) override { return 0x80004002; } // no case asks for it
+
+    bool Init(IDotHost* host) override;
+    bool Uninit() override;
+    bool GetProperty(uint32_t key, uint32_t data, uint32_t size) override;
+    bool SetProperty(uint32_t key, void* data, uint32_t size) override;
+
+    bool Start() override;
+    bool Stop() override;
+    bool HandleEvent(IEventRecord* event, IEventRecord** rules, uint32_t ruleCount, uint32_t* reply) override;
+    bool SetAllowList(const char* text) override;
+    bool ClearAllowList() override;
+    bool SetReportSink(IReportSink* sink) override;
+
+    // The steps of the decision; public, so that the model itself can be tested.
+
+    // The guids of an answer with their machine ids, in document order of the guids, each guid once.
+    using Answer = std::vector<std::pair<std::string, TextSet>>;
+    bool ParseQueryResult(const std::string& text, Answer& answer);
+
+    void HandleRule(IEventRecord* rule, const Answer& answer, uint32_t* reply);
+    bool IsMatchmid(const std::string& key, const TextSet& queryMids, std::string& matched);
+    bool ParseActionJson(const char* text);
+    bool ModiyReply(const std::string& type, int32_t flags, uint32_t* reply); // sic
+    void Report(IEventRecord* event, IEventRecord** rules, uint32_t ruleCount, uint32_t reply, bool blockModified);
+
+    const std::map<std::string, TextSet, TextOrder>& AllowList() const { return m_allowList; }
+    const std::map<std::string, bool, TextOrder>& Actions() const { return m_actions; }
+
+private:
+    bool InitLogMoudle(); // sic
+    std::string GetLocalMid();
+
+    // The part of HandleEvent between the fast ways out and the last word on the reply. Returns the result of HandleEvent;
+    // `matched` becomes the rule that allowed, if one did.
+    bool DecideByQuery(IEventRecord** rules, uint32_t ruleCount, uint32_t* reply, IEventRecord*& matched);
+    bool FillAllowList(const std::string& text);
+    void AddAllowListEntry(const struct JsonValue& entry);
+    bool FillActions(const std::string& text);
+
+    // The members of a record; a value that is absent gives 0 or the empty text.
+    int32_t Int32Of(IEventRecord* record, const char* name);
+    int64_t Int64Of(IEventRecord* record, const char* name);
+    std::string TextOf(IEventRecord* record, const char* name);
+
+    // `function` without its class.
+    void LogTrace(const char* function, const std::string& message);
+    void LogError(const char* function, const std::string& message);
+
+    void Took(Branch branch) { m_branches.Add(branch); }
+
+    Trace& m_trace;
+    const SiblingState& m_siblings;
+    BranchCounts& m_branches;
+
+    bool m_inited = false;
+    IDotHost* m_host = nullptr;
+    bool m_started = false;
+    std::map<std::string, TextSet, TextOrder> m_allowList;
+    IReportSink* m_reportSink = nullptr;
+    std::string m_mid;
+    uint32_t m_defenderMode = 3;
+    uint32_t m_exceptionMode = 2;
+    std::map<std::string, bool, TextOrder> m_actions;
+};
+
+// `text` up to its first NUL.
+std::string UpToNul(const std::string& text);
+
+// A narrow value as it shows in a log record.
+std::string Logged(const std::string& value);
+
+} // namespace model

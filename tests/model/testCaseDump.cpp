@@ -1,0 +1,113 @@
+#include "model/testCase.h"
+
+#include "model/trace.h"
+
+namespace model {
+namespace {
+
+std::string Number(int64_t value) {
+    return std::to_string(value);
+}
+
+void DumpRecord(const char* name, const RecordScript& record, const std::string& indent, std::string& out) {
+    out += indent + name;
+    for (const auto& [key, number] : record.numbers) {
+        out += " " + key + "=" + Number(number.value) + (number.writes ? "" : "(unwritten)") +
+               (number.result == 0 ? "" : "(result " + Number(number.result) + ")");
+    }
+    for (const auto& [key, text] : record.texts) {
+        out += " " + key + "=" + Shown(text.bytes);
+        if (text.firstResult != 201 || text.firstSize != static_cast<int32_t>(text.bytes.size())) {
+            out += "(first " + Number(text.firstResult) + " size " + Number(text.firstSize) + ")";
+        }
+        out += text.secondResult == 0 ? "" : "(second " + Number(text.secondResult) + ")";
+        out += text.secondSize ? "(second size " + Number(*text.secondSize) + ")" : "";
+    }
+    out += "\n";
+}
+
+void DumpOperations(const std::vector<Operation>& operations, const std::string& indent, std::string& out);
+
+void DumpNested(const char* name, const std::vector<Operation>& operations, const std::string& indent,
+                std::string& out) {
+    if (!operations.empty()) {
+        out += indent + name + "\n";
+        DumpOperations(operations, indent + "    ", out);
+    }
+}
+
+void DumpEvent(const EventScript& event, const std::string& indent, std::string& out) {
+    out += indent + "reply before " + Number(event.replyBefore) + (event.nullReply ? " null reply" : "") +
+           (event.nullEvent ? " null event" : "") + (event.nullRules ? " null rules" : "") +
+           (event.noRules ? " no rules" : "") + "\n";
+    DumpRecord("event", event.event, indent, out);
+    for (const RecordScript& rule : event.rules) {
+        DumpRecord("rule", rule, indent, out);
+    }
+    out += indent + "query " + Number(event.queryResult) + " answer " + (event.answer ? Shown(*event.answer) : "null") +
+           " delete " + Number(event.deleteResult) + " free " + Number(event.freeResult) + " report " +
+           Number(event.reportResult) + "\n";
+    DumpNested("during QueryDot", event.duringQuery, indent, out);
+    DumpNested("during FreeResult", event.duringFree, indent, out);
+    DumpNested("during DeleteDot", event.duringDelete, indent, out);
+    DumpNested("during Report", event.duringReport, indent, out);
+}
+
+void DumpOperations(const std::vector<Operation>& operations, const std::string& indent, std::string& out) {
+    for (const Operation& operation : operations) {
+        out += indent + Title(operation) + "\n";
+        for (const EventScript& event : operation.event) {
+            DumpEvent(event, indent + "    ", out);
+        }
+    }
+}
+
+std::string Siblings(const SiblingState& siblings) {
+    return std::string("siblings") + (siblings.settlesLogging ? "" : " without log settings") +
+           (siblings.logs ? "" : " logging off") + " machine id " + Shown(siblings.machineId) + " result " +
+           Number(siblings.machineIdResult);
+}
+
+} // namespace
+
+std::string Title(const Operation& operation) {
+    switch (operation.kind) {
+    case OperationKind::Init:
+        return "Init host " + Number(operation.number);
+    case OperationKind::Uninit:
+        return "Uninit";
+    case OperationKind::GetProperty:
+        return "GetProperty " + Number(operation.number);
+    case OperationKind::SetNumber:
+        return "SetProperty " + Number(operation.key) + " number " + Number(operation.number);
+    case OperationKind::SetText:
+        return "SetProperty " + Number(operation.key) + " text " + Shown(operation.text);
+    case OperationKind::SetNullData:
+        return "SetProperty " + Number(operation.key) + " null data";
+    case OperationKind::SetZeroSize:
+        return "SetProperty " + Number(operation.key) + " number " + Number(operation.number) + " size 0";
+    case OperationKind::Start:
+        return "Start";
+    case OperationKind::Stop:
+        return "Stop";
+    case OperationKind::SetAllowList:
+        return "SetAllowList " + Shown(operation.text);
+    case OperationKind::ClearAllowList:
+        return "ClearAllowList";
+    case OperationKind::SetReportSink:
+        return "SetReportSink " + Number(operation.number);
+    case OperationKind::HandleEvent:
+        return "HandleEvent";
+    case OperationKind::ChangeSiblings:
+        return Siblings(operation.siblings);
+    }
+    return "";
+}
+
+std::string Dump(const TestCase& testCase) {
+    std::string out = Siblings(testCase.siblings) + "\n";
+    DumpOperations(testCase.operations, "", out);
+    return out;
+}
+
+} // namespace model

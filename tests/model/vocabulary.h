@@ -1,0 +1,40 @@
+// The few words that a random case is made of, so that its rules, answers and lists meet often.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "model/random.h"
+
+namespace model {
+
+class Vocabulary {
+public:
+    // Chooses the favourites of a case, which most words then are.
+    explicit Vocabulary(Random& random);
+
+    // As a rule record delivers them: without a NUL, but otherwise any bytes, the empty text included.
+    std::string Guid();
+    std::string Type();
+
+    // As a document may hold them: now and then with a NUL inside.
+    std::string Mid();
+    std::string DocumentGuid();
+    std::string DocumentType();
+    std::string DocumentKey(); // what the allow list is organised by: a guid or a type
+
+    // What goes into a report and must be escaped or passed through there.
+    std::string Address();
+
+    Random& Source() { return m_random; }
+
+private:
+    std::string Word(const std::vector<std::string>& favourites, const std::vector<std::string>& all);
+
+    Random& m_random;
+    std::vector<std::string> m_guids;
+    std::vector<std::string> m_types;
+    std::vector<std::string> m_mids;
+};
+
+} // namespace model

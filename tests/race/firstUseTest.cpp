@@ -1,0 +1,49 @@
+// What is made once in a process, asked for by several threads at the same moment.
+#include <barrier>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "hostKit/productFixture.h"
+#include "model/directSiblings.h"
+#include "text/textConvert.h"
+
+namespace {
+
+constexpr size_t threadCount = 8;
+
+// Runs `step` on several threads from the same moment on, with the number of the thread.
+template <typename Step>
+void AtOnce(const Step& step) {
+    std::barrier start(static_cast<std::ptrdiff_t>(threadCount));
+    std::vector<std::thread> threads;
+    for (size_t i = 0; i < threadCount; ++i) {
+        threads.emplace_back([&start, &step, i] {
+            start.arrive_and_wait();
+            step(i);
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+}
+
+TEST(FirstUse, ConverterIsFoundByEveryThread) {
+    model::UseDirectSiblings(false);
+    std::vector<std::basic_string<WideChar>> texts(threadCount);
+    AtOnce([&texts](size_t i) { texts[i] = Utf8ToWide("text"); });
+    EXPECT_EQ(texts, (std::vector<std::basic_string<WideChar>>(threadCount, WIDE("text"))));
+}
+
+class FirstUseOfTheProduct : public hostKit::ProductFixture {};
+
+TEST_F(FirstUseOfTheProduct, EveryThreadGetsTheSameObject) {
+    std::vector<void*> objects(threadCount);
+    AtOnce([this, &objects](size_t i) { create(&IID_IMordRev, &objects[i]); });
+    EXPECT_NE(objects[0], nullptr);
+    EXPECT_EQ(objects, std::vector<void*>(threadCount, objects[0]));
+}
+
+} // namespace

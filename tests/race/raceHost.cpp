@@ -1,0 +1,85 @@
+#include "race/raceHost.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace race {
+namespace {
+
+// Of the event that the thread is handling.
+thread_local Outcome* current = nullptr;
+
+class ThreadRecords final : public model::RecordTaker {
+public:
+    void Take(int32_t, std::basic_string_view<WideChar> record) override {
+        // The message stands behind function and thread, which are in brackets with a blank between them.
+        const size_t thread = record.find(WIDE("] ["));
+        const size_t message = thread == record.npos ? record.npos : record.find(WIDE("] "), thread + 3);
+        std::string narrow;
+        for (const WideChar unit : record.substr(message == record.npos ? 0 : message + 2)) {
+            narrow += static_cast<char>(unit);
+        }
+        current->records.push_back(narrow);
+    }
+};
+
+} // namespace
+
+int32_t RaceHost::DeleteDot(const char*, const char*, int32_t, const char*) {
+    ++current->deletions;
+    return 0;
+}
+
+int32_t RaceHost::QueryDot(const char*, const char*, char** result) {
+    *result = new char[answer.size() + 1];
+    std::copy_n(answer.c_str(), answer.size() + 1, *result);
+    return queryResult;
+}
+
+int32_t RaceHost::FreeResult(char* result) {
+    delete[] result;
+    return 0;
+}
+
+int32_t RaceHost::Report(int32_t, const char* text, uint32_t size) {
+    current->reports.emplace_back(text, size);
+    return 0;
+}
+
+int32_t RaceRecord::GetInt32(const char* name, int32_t* value) {
+    *value = std::strcmp(name, "pid") == 0 ? 4 : 0;
+    return 0;
+}
+
+int32_t RaceRecord::GetInt64(const char*, int64_t*) {
+    return 0;
+}
+
+int32_t RaceRecord::GetString(const char* name, char* buffer, int32_t* size) {
+    const auto text = m_texts.find(name);
+    if (text == m_texts.end()) {
+        return 2;
+    }
+    if (buffer == nullptr) {
+        *size = static_cast<int32_t>(text->second.size() + 1);
+        return 201;
+    }
+    std::copy_n(text->second.c_str(), text->second.size() + 1, buffer);
+    return 0;
+}
+
+Outcome HandleOneEvent(IMordRev& receiver) {
+    Outcome outcome;
+    ThreadRecords records;
+    RaceRecord event;
+    RaceRecord rule({{"guid", "g"}, {"type", "dns"}});
+    IEventRecord* rules[] = {&rule};
+    current = &outcome;
+    model::TakeRecords(&records);
+    outcome.result = receiver.HandleEvent(&event, rules, 1, &outcome.reply);
+    model::TakeRecords(nullptr);
+    current = nullptr;
+    return outcome;
+}
+
+} // namespace race

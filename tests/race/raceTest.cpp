@@ -1,0 +1,233 @@
+// Events on several threads against changes of the allow list and of the action table. A look-up sees a table as it was
+// before a change or after it, never in between. Meant to be run under ThreadSanitizer too.
+//
+// The modes, the host and the sink are left alone meanwhile: they are plain fields that a host sets beforehand.
+#include <algorithm>
+#include <iostream>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "model/caseRun.h"
+#include "mordRev/src/mordRev.h"
+#include "race/raceHost.h"
+#include "race/threads.h"
+
+namespace {
+
+using namespace race;
+
+constexpr int eventThreads = 3;
+constexpr int mids = 60;
+
+std::string MidName(char list, int number) {
+    return list + std::to_string(100 + number);
+}
+
+// A list with some keys of its own and "dns" for its mids, the greatest first: filled halfway it holds no "dns", or not
+// the least of the mids. `last` comes behind all others.
+std::string ListOf(char list, const std::string& last = "") {
+    std::string entries;
+    const auto add = [&entries](const std::string& mid, const std::string& key) {
+        entries +=
+            (entries.empty() ? "" : ",") + std::string(R"({"mid":")") + mid + R"(","protocol":[")" + key + "\"]}";
+    };
+    for (int number = 0; number < mids; ++number) {
+        add("other", list + std::string("-key-") + std::to_string(number));
+    }
+    for (int number = mids; number > 0; --number) {
+        add(MidName(list, number - 1), "dns");
+    }
+    if (!last.empty()) {
+        add(last, "dns");
+    }
+    return "{\"mid_list\":[" + entries + "]}";
+}
+
+// An action table with rows of its own and, as its last, this one for "dns".
+std::string ActionsOf(char table, const std::string& lastRow) {
+    std::string rows;
+    for (int number = 0; number < mids; ++number) {
+        rows += std::string("\"") + table + std::to_string(number) + "\":1,";
+    }
+    return "{" + rows + lastRow + "}";
+}
+
+// An answer that holds these mids for the rule.
+std::string AnswerOf(const std::vector<std::string>& names) {
+    std::string members;
+    for (const std::string& name : names) {
+        members += (members.empty() ? "\"" : ",\"") + name + "\":1";
+    }
+    return R"({"g":{"value":1,"mid":{)" + members + "}}}";
+}
+
+// The first things that were wrong; threads report them here, since only the main one may fail the test.
+class Complaints {
+public:
+    void Add(const Outcome& outcome, const std::string& what) {
+        const std::lock_guard lock(m_lock);
+        if (m_texts.size() < 3) {
+            std::string text =
+                what + ": reply " + std::to_string(outcome.reply) + " deletions " + std::to_string(outcome.deletions);
+            for (const auto* const lines : {&outcome.reports, &outcome.records}) {
+                for (const std::string& line : *lines) {
+                    text += "\n  " + line;
+                }
+            }
+            m_texts.push_back(text);
+        }
+    }
+    std::vector<std::string> All() const { return m_texts; }
+
+private:
+    std::mutex m_lock;
+    std::vector<std::string> m_texts;
+};
+
+class Race : public testing::TestWithParam<bool> {
+protected:
+    void SetUp() override {
+        model::PrepareLibrary(GetParam());
+        receiver = std::make_unique<CMordRecv>();
+        ASSERT_TRUE(receiver->Init(&host));
+        receiver->SetReportSink(&host);
+        receiver->Start();
+    }
+
+    void SetMode(uint32_t mode) { ASSERT_TRUE(receiver->SetProperty(PROP_DEFENDER_MODE, &mode, sizeof mode)); }
+
+    // A thread that sets these documents in turn.
+    void AddListSetter(const std::vector<std::string>& documents) {
+        threads.Add([this, documents, next = size_t{0}]() mutable {
+            receiver->SetAllowList(documents[next++ % documents.size()].c_str());
+        });
+    }
+    void AddActionSetter(const std::vector<std::string>& documents) {
+        threads.Add([this, documents = documents, next = size_t{0}]() mutable {
+            std::string& document = documents[next++ % documents.size()];
+            receiver->SetProperty(PROP_ACTION_JSON, document.data(), static_cast<uint32_t>(document.size() + 1));
+        });
+    }
+    void AddEventThreads(const std::function<void(const Outcome&)>& judge) {
+        for (int i = 0; i < eventThreads; ++i) {
+            threads.Add([this, judge] {
+                const Outcome outcome = HandleOneEvent(*receiver);
+                events.Raise();
+                judge(outcome);
+            });
+        }
+    }
+
+    RaceHost host;
+    std::unique_ptr<CMordRecv> receiver;
+    Threads threads;
+    Tally events;
+    Complaints complaints;
+};
+
+bool Holds(const std::vector<std::string>& texts, const std::string& words) {
+    return std::any_of(texts.begin(), texts.end(),
+                       [&words](const std::string& text) { return text.find(words) != std::string::npos; });
+}
+
+TEST_P(Race, MidThatEveryListAllowsIsAlwaysFound) {
+    SetMode(0);
+    host.answer = AnswerOf({"common"});
+    ASSERT_TRUE(receiver->SetAllowList(ListOf('a', "common").c_str()));
+    const std::string refused = "{\"mid_list\":[";  // the list stays as it is
+    const std::string lacking = "{\"no_list\":[]}"; // likewise
+    AddListSetter({ListOf('a', "common"), ListOf('b', "common"), refused});
+    AddListSetter({ListOf('b', "common"), lacking, ListOf('a', "common")});
+    AddEventThreads([this](const Outcome& outcome) {
+        if (outcome.reply != 1 || !outcome.result || outcome.deletions != 1 || outcome.reports.size() != 1) {
+            complaints.Add(outcome, "not allowed");
+        }
+    });
+    threads.Race([this] { return events.Count() > 100; });
+    EXPECT_EQ(complaints.All(), std::vector<std::string>());
+    EXPECT_GT(events.Count(), 100U);
+    std::cout << events.Count() << " events\n";
+}
+
+TEST_P(Race, ActionThatEveryTableHoldsIsAlwaysFound) {
+    host.queryResult = 1; // a query error blocks, the action allows
+    std::string first = ActionsOf('x', "\"dns\":1");
+    ASSERT_TRUE(receiver->SetProperty(PROP_ACTION_JSON, first.data(), 1));
+    const std::string refused = "{\"dns\":0"; // the table stays as it is
+    AddActionSetter({ActionsOf('x', "\"dns\":1"), ActionsOf('y', "\"dns\":-1"), refused});
+    AddActionSetter({ActionsOf('y', "\"dns\":2"), ActionsOf('x', "\"dns\":1")});
+    AddEventThreads([this](const Outcome& outcome) {
+        if (outcome.reply != 1 || outcome.result || !Holds(outcome.reports, "\"block_modified\": true")) {
+            complaints.Add(outcome, "not allowed by its action");
+        }
+    });
+    threads.Race([this] { return events.Count() > 100; });
+    EXPECT_EQ(complaints.All(), std::vector<std::string>());
+    EXPECT_GT(events.Count(), 100U);
+    std::cout << events.Count() << " events\n";
+}
+
+TEST_P(Race, EveryDecisionIsExplainedByOneListAndOneTable) {
+    std::vector<std::string> names;
+    for (int number = 0; number < mids; ++number) {
+        names.push_back(MidName('a', number));
+        names.push_back(MidName('b', number));
+    }
+    host.answer = AnswerOf(names);
+    AddListSetter({ListOf('a'), ListOf('b')});
+    AddListSetter({ListOf('b'), ListOf('a')});
+    threads.Add([this] { receiver->ClearAllowList(); });
+    AddActionSetter({ActionsOf('x', "\"dns\":1"), ActionsOf('y', "\"dns\":0")});
+
+    Tally matches;
+    Tally matchesByB; // known from the records alone
+    Tally byAction;
+    Tally blocked;
+    const bool logs = GetParam();
+    AddEventThreads([&](const Outcome& outcome) {
+        const bool matched = outcome.deletions == 1;
+        const bool action = outcome.reply == 1 && !matched;
+        (matched ? matches : action ? byAction : blocked).Raise();
+        const std::string block = std::string("\"block\": ") + (outcome.reply == 0 ? "true" : "false");
+        const std::string modified = std::string("\"block_modified\": ") + (action ? "true" : "false");
+        if (outcome.reply > 1 || outcome.deletions > 1 || outcome.result != matched || outcome.reports.size() != 1 ||
+            !Holds(outcome.reports, block + ",\n    " + modified)) {
+            complaints.Add(outcome, "sides that disagree");
+        }
+        if (!logs) {
+            return;
+        }
+        const bool a = Holds(outcome.records, "match mid=" + MidName('a', 0) + ",rule guid=g,reply:1");
+        const bool b = Holds(outcome.records, "match mid=" + MidName('b', 0) + ",rule guid=g,reply:1");
+        const bool empty = Holds(outcome.records, "failallow_list_size:0query_mids_size:" + std::to_string(2 * mids));
+        if (a + b + empty != 1 || (a || b) != matched) {
+            complaints.Add(outcome, "no list explains it");
+        }
+        if (b) {
+            matchesByB.Raise();
+        }
+        const bool row = Holds(outcome.records, "type=dns,defender mode=3,action=1");
+        if (!matched && row != action) {
+            complaints.Add(outcome, "no table explains it");
+        }
+    });
+    const auto allSeen = [&] {
+        return matches.Count() > matchesByB.Count() && (!logs || matchesByB.Count() > 0) && byAction.Count() > 0 &&
+               blocked.Count() > 0;
+    };
+    threads.Race(allSeen);
+    EXPECT_EQ(complaints.All(), std::vector<std::string>());
+    EXPECT_TRUE(allSeen());
+    std::cout << events.Count() << " events: " << matches.Count() << " matched, " << matchesByB.Count()
+              << " of them known to be by the second list, " << byAction.Count() << " allowed by their action, "
+              << blocked.Count() << " blocked\n";
+}
+
+INSTANTIATE_TEST_SUITE_P(, Race, testing::Bool(),
+                         [](const auto& instance) { return instance.param ? "LoggingOn" : "LoggingOff"; });
+
+} // namespace
