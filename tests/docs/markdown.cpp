@@ -1,5 +1,6 @@
 #include "docs/markdown.h"
 
+#include <cctype>
 #include <sstream>
 #include <stdexcept>
 
@@ -68,6 +69,44 @@ std::vector<CodeBlock> CodeBlocks(std::string_view markdown) {
         }
     }
     return blocks;
+}
+
+std::vector<TextLine> TextLines(std::string_view markdown) {
+    std::vector<TextLine> lines;
+    bool inBlock = false;
+    size_t number = 0;
+    for (const std::string& line : Lines(markdown)) {
+        ++number;
+        if (IsFence(line)) {
+            inBlock = !inBlock;
+        } else if (!inBlock) {
+            lines.push_back({number, line});
+        }
+    }
+    return lines;
+}
+
+// Letters in lower case, blanks as hyphens; hyphens and underscores stay, other marks go.
+std::vector<std::string> Anchors(std::string_view markdown) {
+    std::vector<std::string> anchors;
+    for (const TextLine& line : TextLines(markdown)) {
+        if (!line.text.starts_with('#')) {
+            continue;
+        }
+        std::string anchor;
+        for (const char c : Trim(std::string_view(line.text).substr(line.text.find_first_not_of('#')))) {
+            const auto byte = static_cast<unsigned char>(c);
+            if (std::isalnum(byte) != 0) {
+                anchor += static_cast<char>(std::tolower(byte));
+            } else if (c == ' ' || c == '-') {
+                anchor += '-';
+            } else if (c == '_' || byte >= 0x80) {
+                anchor += c;
+            }
+        }
+        anchors.push_back(anchor);
+    }
+    return anchors;
 }
 
 std::vector<Row> Table(std::string_view markdown, std::string_view heading) {

@@ -19,6 +19,17 @@ struct CodeBlock {
 
 std::vector<CodeBlock> CodeBlocks(std::string_view markdown);
 
+// A line outside of fenced blocks.
+struct TextLine {
+    size_t number; // 1 is the first of the file
+    std::string text;
+};
+
+std::vector<TextLine> TextLines(std::string_view markdown);
+
+// What stands behind the "#" of a link to each heading, in order.
+std::vector<std::string> Anchors(std::string_view markdown);
+
 // A row of a table: its cells without the blanks around them.
 using Row = std::vector<std::string>;
 

@@ -97,4 +97,58 @@ TEST(CounterExamples, Report) {
     EXPECT_NE(schema.Misfit(Report("protocol", R"("T", "more": 1)")), "");
 }
 
+TEST(CounterExamples, Dots) {
+    ExpectFits("dots", {"{}", R"({"": []})", R"({"A": ["M", ""]})"});
+    ExpectRefuses("dots", {"[]", R"({"A": "M"})", R"({"A": [1]})", R"({"A": {"M": 1}})"});
+}
+
+TEST(CounterExamples, Policy) {
+    ExpectFits(
+        "policy",
+        {R"({"rules": []})",
+         R"({"machine_id": "from the machine", "defender_mode": "emergency", "exception_mode": 7, "rules": []})",
+         R"({"rules": [{"guid": "", "type": "", "local_ports": [0, "1-65535"]}]})",
+         R"({"rules": [{"guid": "A", "type": "B", "local_addresses": ["::"], "remote_addresses": ["10.0.0.0/8"]}]})",
+         R"({"allow_list": "list.json", "actions": "actions.json", "dots": "dots.json", "rules": []})",
+         R"({"allow_list": {"mid_list": []}, "actions": {"A": 1}, "dots": {"A": ["M"]}, "rules": []})",
+         R"({"failures": {"event 1": "network-error", "event 2": "broken-answer"}, "rules": []})"});
+    ExpectRefuses("policy", {"[]",
+                             "{}",
+                             R"({"rules": {}})",
+                             R"({"rules": [], "more": 1})",
+                             R"({"rules": [], "machine_id": ""})",
+                             R"({"rules": [], "defender_mode": "allow"})",
+                             R"({"rules": [], "defender_mode": -1})",
+                             R"({"rules": [], "exception_mode": "emergency"})",
+                             R"({"rules": [], "exception_mode": 4294967296})",
+                             R"({"rules": [], "allow_list": {}})",
+                             R"({"rules": [], "allow_list": {"mid_list": [{"mid": "M"}]}})",
+                             R"({"rules": [], "allow_list": 1})",
+                             R"({"rules": [], "actions": {}})",
+                             R"({"rules": [], "actions": {"A": "1"}})",
+                             R"({"rules": [], "dots": {"A": "M"}})",
+                             R"({"rules": [], "failures": {"event 1": "error"}})",
+                             R"({"rules": [], "failures": ["event 1"]})",
+                             R"({"rules": [{"guid": "A"}]})",
+                             R"({"rules": [{"type": "A"}]})",
+                             R"({"rules": [{"guid": "A", "type": "B", "port": 1}]})",
+                             R"({"rules": [{"guid": "A", "type": "B", "local_ports": []}]})",
+                             R"({"rules": [{"guid": "A", "type": "B", "local_ports": [65536]}]})",
+                             R"({"rules": [{"guid": "A", "type": "B", "local_ports": ["80"]}]})",
+                             R"({"rules": [{"guid": "A", "type": "B", "remote_addresses": []}]})",
+                             R"({"rules": [{"guid": "A", "type": "B", "remote_addresses": "10.0.0.0/8"}]})"});
+}
+
+TEST(CounterExamples, Event) {
+    ExpectFits("event", {"{}", R"({"time": "2026-11-20T09:54:12Z", "name": "", "process": "/usr/bin/x"})",
+                         R"({"time": "2026-11-20T09:54:12.345Z", "flags": 4294967295, "pid": 0})",
+                         R"({"remote_addr_ip": "::1", "remote_addr_port": 0, "local_addr_port": 65535})",
+                         R"({"net_drv": -9223372036854775808})", R"({"net_drv": 9223372036854775807})"});
+    ExpectRefuses("event", {"[]", R"({"more": 1})", R"({"time": "2026-11-20 09:54:12"})", R"({"time": 1})",
+                            R"({"time": "2026-11-20T09:54:12.Z"})", R"({"flags": -1})", R"({"flags": 4294967296})",
+                            R"({"pid": "4"})", R"({"remote_addr_ip": ""})", R"({"remote_addr_ip": 1})",
+                            R"({"local_addr_port": 65536})", R"({"local_addr_port": "22"})", R"({"net_drv": 1.5})",
+                            R"({"net_drv": 9223372036854775808})"});
+}
+
 } // namespace

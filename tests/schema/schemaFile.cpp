@@ -30,12 +30,26 @@ std::string Path(const rapidjson::Pointer& pointer) {
 
 } // namespace
 
-struct SchemaFile::Parts {
+// Loads the files that "$ref" names beside the one that refers to them.
+struct SchemaFile::Parts : rapidjson::IRemoteSchemaDocumentProvider {
     explicit Parts(const std::string& file)
-        : source(Parse(docs::ReadText(docs::InTree("docs/schema/" + file)), file)), schema(source) {}
+        : source(Parse(docs::ReadText(docs::InTree("docs/schema/" + file)), file)), schema(source, this) {}
+
+    // The length that the validator tells is one short in some of its versions.
+    const rapidjson::SchemaDocument* GetRemoteDocument(const char* uri, rapidjson::SizeType length) override {
+        const std::string_view named(uri, length);
+        for (const std::string& name : SchemaNames()) {
+            const std::string file = name + std::string(ending);
+            if (file.starts_with(named) && named.size() + 1 >= file.size()) {
+                return &others.emplace_back(std::make_unique<Parts>(file))->schema;
+            }
+        }
+        throw std::runtime_error("no schema " + std::string(named));
+    }
 
     rapidjson::Document source;
-    rapidjson::SchemaDocument schema;
+    std::vector<std::unique_ptr<Parts>> others;
+    rapidjson::SchemaDocument schema; // the last, since its construction asks for the others
 };
 
 SchemaFile::SchemaFile(std::string_view name)

@@ -1,4 +1,6 @@
 // The schemas themselves. The validator passes over what it does not know, so that a misspelt keyword would check nothing.
+#include <algorithm>
+#include <filesystem>
 #include <map>
 #include <set>
 
@@ -59,8 +61,8 @@ public:
             Keyword(keyword->second, member.value, path + "/" + name);
         }
         if (schema.HasMember("$ref")) {
-            const std::string reference = schema["$ref"].GetString();
-            EXPECT_NE(rapidjson::Pointer(reference.c_str()).Get(m_root), nullptr) << path << ": " << reference;
+            EXPECT_EQ(schema.MemberCount(), 1U) << path << ": what stands beside a reference is not looked at";
+            Reference(schema["$ref"].GetString(), path);
         }
         if (schema.HasMember("required") && schema.HasMember("properties")) {
             for (const auto& name : schema["required"].GetArray()) {
@@ -70,6 +72,17 @@ public:
     }
 
 private:
+    // "#/definitions/x" in the same file, or "other.schema.json#", a whole file beside it.
+    void Reference(const std::string& reference, const std::string& path) {
+        if (reference.starts_with('#')) {
+            EXPECT_NE(rapidjson::Pointer(reference.c_str()).Get(m_root), nullptr) << path << ": " << reference;
+            return;
+        }
+        ASSERT_TRUE(reference.ends_with('#')) << path << ": " << reference;
+        const std::string file = reference.substr(0, reference.size() - 1);
+        EXPECT_TRUE(std::filesystem::exists(docs::InTree("docs/schema/" + file))) << path << ": " << reference;
+    }
+
     void Keyword(Kind kind, const Value& value, const std::string& path) {
         switch (kind) {
         case Kind::Schema:
@@ -122,7 +135,8 @@ private:
 
 TEST(Schemas, AreThereForEveryDocument) {
     const std::vector<std::string> names = schema::SchemaNames();
-    for (const char* name : {"actionTable", "allowList", "queryRequest", "queryResult", "report"}) {
+    for (const char* name :
+         {"actionTable", "allowList", "dots", "event", "policy", "queryRequest", "queryResult", "report"}) {
         EXPECT_NE(std::find(names.begin(), names.end(), name), names.end()) << name;
     }
 }
