@@ -33,8 +33,8 @@ std::vector<std::string> Anchors(std::string_view markdown);
 // A row of a table: its cells without the blanks around them.
 using Row = std::vector<std::string>;
 
-// The rows, without the head, of the first table below the heading with this text. Throws std::runtime_error when there is
-// no such heading or no table before the next one.
+// The rows, without the head, of the first table below the heading with this text. Throws std::runtime_error when there
+// is no such heading or no table before the next one.
 std::vector<Row> Table(std::string_view markdown, std::string_view heading);
 
 // The texts of the code spans of a cell, in order.

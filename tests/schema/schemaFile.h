@@ -10,8 +10,8 @@ namespace schema {
 
 class SchemaFile {
 public:
-    // `name` is the file name without its endings: "report" for docs/schema/report.schema.json. Throws std::runtime_error
-    // when the file cannot be read or is no JSON.
+    // `name` is the file name without its endings: "report" for docs/schema/report.schema.json. Throws
+    // std::runtime_error when the file cannot be read or is no JSON.
     explicit SchemaFile(std::string_view name);
     ~SchemaFile();
     SchemaFile(const SchemaFile&) = delete;

@@ -1,4 +1,5 @@
-// The schemas themselves. The validator passes over what it does not know, so that a misspelt keyword would check nothing.
+// The schemas themselves. The validator passes over what it does not know, so that a misspelt keyword would check
+// nothing.
 #include <algorithm>
 #include <filesystem>
 #include <map>
