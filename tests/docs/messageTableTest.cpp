@@ -1,6 +1,5 @@
 // The table of messages in docs/documents.md, against the log sites of the sources.
 #include <algorithm>
-#include <regex>
 
 #include <gtest/gtest.h>
 
@@ -20,12 +19,15 @@ bool BelongTogether(const Message& site, const Message& row) {
 }
 
 std::vector<Message> LogSites() {
-    const std::regex site(R"re(LOG_(TRACE|ERROR)\(WIDE\("([^"]*)"\))re");
     std::vector<Message> sites;
     for (const auto& file : docs::FilesBelow("src", ".cpp")) {
         const std::string text = docs::ReadText(file);
-        for (std::sregex_iterator i(text.begin(), text.end(), site), end; i != end; ++i) {
-            sites.push_back({(*i)[1], (*i)[2]});
+        for (const std::string level : {"TRACE", "ERROR"}) {
+            const std::string opening = "LOG_" + level + "(WIDE(\"";
+            for (size_t at = text.find(opening); at != std::string::npos; at = text.find(opening, at + 1)) {
+                const size_t begin = at + opening.size();
+                sites.push_back({level, text.substr(begin, text.find('"', begin) - begin)});
+            }
         }
     }
     return sites;
