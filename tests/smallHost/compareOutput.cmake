@@ -1,0 +1,10 @@
+# Runs COMMAND, which must end with 0, and compares its standard output with the file EXPECTED, line ends aside.
+execute_process(COMMAND ${COMMAND} OUTPUT_VARIABLE output RESULT_VARIABLE result)
+if(NOT result STREQUAL "0")
+    message(FATAL_ERROR "ended with ${result}")
+endif()
+string(REPLACE "\r\n" "\n" output "${output}")
+file(READ ${EXPECTED} expected)
+if(NOT output STREQUAL expected)
+    message(FATAL_ERROR "${EXPECTED} expects\n${expected}\nbut this came:\n${output}")
+endif()
