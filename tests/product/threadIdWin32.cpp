@@ -1,0 +1,7 @@
+#include "product/threadId.h"
+
+#include <windows.h>
+
+uint32_t ThreadId() {
+    return ::GetCurrentThreadId();
+}
