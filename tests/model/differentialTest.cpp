@@ -1,7 +1,7 @@
 // The library and the model, side by side on random cases: what can be seen from outside must be the same.
 //
-// MORDREV_MODEL_CASES is the number of cases in all, MORDREV_MODEL_SEED the seed that they are made from, MORDREV_MODEL_CASE
-// the number of a single case, which is then the only one.
+// MORDREV_MODEL_CASES is the number of cases in all, MORDREV_MODEL_SEED the seed that they are made from,
+// MORDREV_MODEL_CASE the number of a single case, which is then the only one.
 #include <cstdlib>
 #include <iostream>
 #include <optional>

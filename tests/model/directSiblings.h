@@ -1,5 +1,5 @@
-// Sibling libraries for tests that run very many cases, or several threads: nothing in them takes a lock, counts with an
-// atomic or keeps what it was given, so that they neither slow a case down nor put threads into an order.
+// Sibling libraries for tests that run very many cases, or several threads: nothing in them takes a lock, counts with
+// an atomic or keeps what it was given, so that they neither slow a case down nor put threads into an order.
 #pragma once
 
 #include <cstdint>
@@ -17,9 +17,9 @@ public:
     virtual void Take(int32_t level, std::basic_string_view<WideChar> record) = 0;
 };
 
-// Loads the libraries that stand in the place of ZelkBase and Ferrocore, and lets them hand out the services below. To be
-// called before the receiver is used. With `logs` the receiver's next start turns its log file on, else it leaves it as it
-// is. A second call changes only that.
+// Loads the libraries that stand in the place of ZelkBase and Ferrocore, and lets them hand out the services below. To
+// be called before the receiver is used. With `logs` the receiver's next start turns its log file on, else it leaves it
+// as it is. A second call changes only that.
 //
 // The converter makes one unit of each byte and the other way round, whatever the bytes are: a record shows which bytes
 // went in. The logger hands each record to the RecordTaker of the calling thread, if it has one.

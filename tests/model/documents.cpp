@@ -58,7 +58,7 @@ std::string AllowListEntry(Vocabulary& words, JsonText& json) {
         members.push_back(
             json.Member("protocol", random.Percent(4) ? json.ValueButNot('[') : Enclosed(json, '[', keys, ']')));
     }
-    if (random.Percent(8)) {
+    while (random.Percent(9)) {
         members.push_back(SpareMember(random, json, {"mid", "protocol", "Mid", "note", ""}));
     }
     Shuffle(random, members);
@@ -90,7 +90,7 @@ std::string AnswerForRule(Vocabulary& words, JsonText& json) {
     if (!random.Percent(3)) {
         members.push_back(json.Member("mid", random.Percent(3) ? json.ValueButNot('{') : MidsOfRule(words, json)));
     }
-    if (random.Percent(8)) {
+    while (random.Percent(9)) {
         members.push_back(SpareMember(random, json, {"mid", "value", "Value", "note", ""}));
     }
     Shuffle(random, members);
@@ -111,7 +111,7 @@ std::string RandomAllowList(Vocabulary& words) {
         members.push_back(
             json.Member("mid_list", random.Percent(4) ? json.ValueButNot('[') : Enclosed(json, '[', entries, ']')));
     }
-    if (random.Percent(8)) {
+    while (random.Percent(9)) {
         members.push_back(SpareMember(random, json, {"mid_list", "Mid_list", "mid", ""}));
     }
     Shuffle(random, members);

@@ -6,8 +6,9 @@
 namespace model {
 namespace {
 
-// `value` as a record delivers it: mostly by the contract, else in one of the ways to break it. Where a record leaves out
-// the NUL it fills its buffer; what stands behind a text that ends early is in nobody's hands, and so is never read.
+// `value` as a record delivers it: mostly by the contract, else in one of the ways to break it. Where a record leaves
+// out the NUL it fills its buffer; what stands behind a text that ends early is in nobody's hands, and so is never
+// read.
 void AddText(Random& random, RecordScript& record, const char* key, const std::string& value) {
     TextScript text = DeliveredText(value);
     const auto size = static_cast<int32_t>(value.size());

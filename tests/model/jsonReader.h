@@ -39,8 +39,8 @@ struct JsonMember {
 //
 // Strict means: no comments, no trailing commas, no NaN, no byte order mark, no control character inside a string, only
 // white space around the root. Bytes from 0x80 up are taken as they stand. Two liberties and one limit are those of the
-// parser that the documents are made for: an escaped low surrogate may stand alone (and gives three bytes), while a high
-// one needs its partner; a number that no double can hold is refused, as is a positive exponent above 308 plus the
+// parser that the documents are made for: an escaped low surrogate may stand alone (and gives three bytes), while a
+// high one needs its partner; a number that no double can hold is refused, as is a positive exponent above 308 plus the
 // number of digits behind the point.
 std::optional<JsonValue> ReadJson(std::string_view text);
 

@@ -11,8 +11,11 @@ namespace {
 std::string Narrowed(std::basic_string_view<WideChar> record) {
     std::string bytes;
     for (const WideChar unit : record) {
-        bytes += unit < 0x100 ? std::string(1, static_cast<char>(static_cast<unsigned char>(unit)))
-                              : "\\w" + std::to_string(static_cast<uint32_t>(unit));
+        if (unit < 0x100) {
+            bytes += static_cast<char>(static_cast<unsigned char>(unit));
+        } else {
+            bytes += "\\w" + std::to_string(static_cast<uint32_t>(unit));
+        }
     }
     return bytes;
 }

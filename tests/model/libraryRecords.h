@@ -6,8 +6,8 @@
 
 namespace model {
 
-// A record that is not whole (time, level, a bare file name, line, function, thread, message, line end), or whose level is
-// not the one that it was written with, goes into the trace as it stands and so makes a difference.
+// A record that is not whole (time, level, a bare file name, line, function, thread, message, line end), or whose level
+// is not the one that it was written with, goes into the trace as it stands and so makes a difference.
 class LibraryRecords final : public RecordTaker {
 public:
     explicit LibraryRecords(Trace& trace) : m_trace(trace) {}

@@ -1,5 +1,5 @@
-// The two numbers that a record about a refused document holds. They are the JSON library's own, so they are asked of it;
-// whether a document is refused is decided elsewhere, without it.
+// The two numbers that a record about a refused document holds. They are the JSON library's own, so they are asked of
+// it; whether a document is refused is decided elsewhere, without it.
 #pragma once
 
 #include <cstddef>

@@ -9,8 +9,8 @@ using namespace std::string_literals;
 
 class PinnedAnswer : public PinnedCase {
 protected:
-    // The guids with their mids that the model takes from an answer, and whether it accepts it. The library's records of
-    // the same answer are compared on the way.
+    // The guids with their mids that the model takes from an answer, and whether it accepts it. The library's records
+    // of the same answer are compared on the way.
     std::vector<std::pair<std::string, std::vector<std::string>>> Entries(const std::string& answer,
                                                                           bool accepted = true) {
         m_case = TestCase();

@@ -1,5 +1,5 @@
-// Cases made by hand, with what must come of them. They hold the model to what hosts are promised, and the library with it:
-// each is run on both.
+// Cases made by hand, with what must come of them. They hold the model to what hosts are promised, and the library with
+// it: each is run on both.
 #pragma once
 
 #include <string>

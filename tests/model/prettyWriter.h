@@ -8,8 +8,8 @@
 
 namespace model {
 
-// `text` between quotes. Quote, backslash and control characters are escaped; everything else stands as it is, the bytes
-// from 0x80 up and the slash included.
+// `text` between quotes. Quote, backslash and control characters are escaped; everything else stands as it is, the
+// bytes from 0x80 up and the slash included.
 std::string Quoted(std::string_view text);
 
 // The array of `texts`, at least one, as the value of a member of the root.

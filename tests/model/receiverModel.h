@@ -64,8 +64,8 @@ private:
     bool InitLogMoudle(); // sic
     std::string GetLocalMid();
 
-    // The part of HandleEvent between the fast ways out and the last word on the reply. Returns the result of HandleEvent;
-    // `matched` becomes the rule that allowed, if one did.
+    // The part of HandleEvent between the fast ways out and the last word on the reply. Returns the result of
+    // HandleEvent; `matched` becomes the rule that allowed, if one did.
     bool DecideByQuery(IEventRecord** rules, uint32_t ruleCount, uint32_t* reply, IEventRecord*& matched);
     bool FillAllowList(const std::string& text);
     void AddAllowListEntry(const struct JsonValue& entry);

@@ -1,5 +1,5 @@
-// Runs a case on one receiver: does the operations in order, plays the host, its records and its sinks by the script, and
-// writes all that passes between the two into a trace.
+// Runs a case on one receiver: does the operations in order, plays the host, its records and its sinks by the script,
+// and writes all that passes between the two into a trace.
 #pragma once
 
 #include <map>

@@ -1,5 +1,5 @@
-// One case: what is done to a receiver, and what the host's side answers meanwhile. Plain data, so that the same case can
-// be run twice.
+// One case: what is done to a receiver, and what the host's side answers meanwhile. Plain data, so that the same case
+// can be run twice.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
-// What can be seen from outside while a case runs, in order: calls into the host, its records and its sink, log records,
-// results. One line of text each; the two runs of a case must give the same lines.
+// What can be seen from outside while a case runs, in order: calls into the host, its records and its sink, log
+// records, results. One line of text each; the two runs of a case must give the same lines.
 #pragma once
 
 #include <cstdint>
