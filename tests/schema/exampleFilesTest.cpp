@@ -9,8 +9,8 @@
 
 namespace {
 
-// "policyEmergency.json" is a policy, "actionTable.json" an action table, and so on: a file's name begins with that of its
-// schema. Empty for a name that tells none.
+// "policyEmergency.json" is a policy, "actionTable.json" an action table, and so on: a file's name begins with that of
+// its schema. Empty for a name that tells none.
 std::string SchemaOf(const std::filesystem::path& file) {
     const std::string name = file.filename().string();
     for (const std::string& schema : schema::SchemaNames()) {
@@ -45,6 +45,30 @@ TEST(ExampleFiles, HoldOneEventALine) {
         }
     }
     EXPECT_GE(events, 10U);
+}
+
+// One report behind the other, each with a line feed behind it.
+TEST(ExampleFiles, ExpectReportsThatFitTheirSchema) {
+    size_t reports = 0;
+    const schema::SchemaFile schema("report");
+    for (const auto& file : docs::FilesBelow("examples", ".txt")) {
+        if (!file.filename().string().ends_with(".reports.txt")) {
+            continue;
+        }
+        SCOPED_TRACE(file.string());
+        std::istringstream lines(docs::ReadText(file));
+        std::string report;
+        for (std::string line; std::getline(lines, line);) {
+            report += line + "\n";
+            if (line == "}") {
+                ++reports;
+                EXPECT_EQ(schema.Misfit(report), "") << report;
+                report.clear();
+            }
+        }
+        EXPECT_EQ(report, "");
+    }
+    EXPECT_GE(reports, 10U);
 }
 
 } // namespace
