@@ -14,6 +14,8 @@ public:
     // When `file` is not empty, it holds the dots that are left, from the first deletion on; it is replaced as a whole at
     // each deletion, so that it is never found half written.
     explicit MemoryDotStore(DotTable dots, std::string file = {});
+    MemoryDotStore(const MemoryDotStore&) = delete;
+    MemoryDotStore& operator=(const MemoryDotStore&) = delete;
 
     const std::set<std::string>* Find(const std::string& guid) const override;
     bool Delete(const std::string& guid) noexcept override;
