@@ -15,5 +15,7 @@ using Action = std::function<void()>;
 void AddCommands(CLI::App& app, Action& action);
 
 void AddReplayCommand(CLI::App& app, Action& action);
+void AddRecordCommand(CLI::App& app, Action& action); // Linux alone
+void AddWatchCommand(CLI::App& app, Action& action);  // Linux alone
 
 } // namespace mordhost

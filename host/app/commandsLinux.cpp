@@ -4,6 +4,8 @@ namespace mordhost {
 
 void AddCommands(CLI::App& app, Action& action) {
     AddReplayCommand(app, action);
+    AddRecordCommand(app, action);
+    AddWatchCommand(app, action);
 }
 
 } // namespace mordhost

@@ -8,6 +8,7 @@
 #include "document/filePath.h"
 #include "document/sourceText.h"
 #include "library/libraries.h"
+#include "live/liveError.h"
 #include "output/outputFile.h"
 
 namespace mordhost {
@@ -56,7 +57,9 @@ int RunMordhost(std::vector<std::string> arguments) {
     } catch (const FileError& error) {
         return Fail(error, EXIT_BAD_ARGUMENTS);
     } catch (const OutputError& error) {
-        return Fail(error, EXIT_OUTPUT_LOST);
+        return Fail(error, EXIT_FAILED);
+    } catch (const LiveError& error) {
+        return Fail(error, EXIT_FAILED);
     }
 }
 

@@ -32,7 +32,7 @@ std::filesystem::path MakePrivateDirectory() {
 } // namespace
 
 RecordLog::RecordLog(bool on) : m_directory(MakePrivateDirectory()), m_file(m_directory / logFileName) {
-    std::ofstream(m_directory / "Zelklog.ini")
+    std::ofstream(m_directory / "Zelklog.ini", std::ios::binary)
         << "[OUTLOG]\nWriteLog=" << (on ? 1 : 0) << "\nDebugView=0\nLogLevel=0\n";
     SetEnvironment("ZELK_LOG_DIR", m_directory);
 }

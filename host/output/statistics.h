@@ -21,6 +21,9 @@ public:
     size_t Deleted() const { return m_deleted; }
     const std::map<std::string, size_t>& Verdicts() const { return m_verdicts; }
 
+    // How many of the events the library was asked about.
+    size_t Decisions() const { return m_durations.size(); }
+
     // The shortest time within which `percent` of a hundred decisions were made (nearest rank); 0 without decisions.
     std::chrono::nanoseconds Percentile(unsigned percent) const;
 

@@ -48,6 +48,9 @@ public:
         m_out << '\n' << Counted(statistics.Events(), "event") << VerdictsText(statistics) << '\n';
         m_out << QueriesText(outcome.calls.queries) << ", " << Counted(statistics.Reports(), "report") << ", "
               << Counted(statistics.Deleted(), "dot") << " deleted, " << outcome.dotsLeft << " left\n";
+        if (statistics.Decisions() == 0) {
+            return;
+        }
         m_out << "time per decision: median " << DurationText(statistics.Percentile(50)) << ", 99th percentile "
               << DurationText(statistics.Percentile(99))
               << (outcome.timesIncludeLogging ? " (writing the log records included)" : "") << '\n';

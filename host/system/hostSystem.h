@@ -37,7 +37,8 @@ enum class Stream { output, error };
 // Whether the stream is a terminal.
 bool IsTerminal(Stream stream);
 
-// Whether colours are understood, which is never so for anything but a terminal; switches them on where that is needed.
+// Whether colours are understood and wanted: never by anything but a terminal, and never when the environment variable
+// NO_COLOR is set to any text. Switches them on where that is needed.
 bool TakesColour(Stream stream);
 
 // Makes the standard streams pass bytes on as they are, and a terminal take them as UTF-8.

@@ -15,6 +15,11 @@ std::error_code LastError() {
     return {errno, std::generic_category()};
 }
 
+std::string EnvironmentText(const char* name) {
+    const char* const text = getenv(name);
+    return text == nullptr ? "" : text;
+}
+
 std::error_code WriteAndSync(int file, std::string_view text) {
     while (!text.empty()) {
         const ssize_t written = write(file, text.data(), text.size());
@@ -69,8 +74,8 @@ bool IsTerminal(Stream stream) {
 }
 
 bool TakesColour(Stream stream) {
-    const char* const kind = getenv("TERM");
-    return IsTerminal(stream) && kind != nullptr && std::string_view(kind) != "dumb";
+    const std::string kind = EnvironmentText("TERM");
+    return IsTerminal(stream) && !kind.empty() && kind != "dumb" && EnvironmentText("NO_COLOR").empty();
 }
 
 void PrepareStreams() {} // they are so from the start

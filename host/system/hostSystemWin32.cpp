@@ -109,6 +109,9 @@ bool IsTerminal(Stream stream) {
 
 bool TakesColour(Stream stream) {
     DWORD mode = 0;
+    if (GetEnvironmentVariableW(L"NO_COLOR", nullptr, 0) > 1) { // its NUL counts
+        return false;
+    }
     return GetConsoleMode(HandleOf(stream), &mode) != 0 &&
            SetConsoleMode(HandleOf(stream), mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING) != 0;
 }
