@@ -1,0 +1,9 @@
+#include "app/commands.h"
+
+namespace mordhost {
+
+void AddCommands(CLI::App& app, Action& action) {
+    AddReplayCommand(app, action);
+}
+
+} // namespace mordhost

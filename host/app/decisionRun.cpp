@@ -1,0 +1,115 @@
+#include "app/decisionRun.h"
+
+#include <iostream>
+
+#include "document/filePath.h"
+#include "mordRev/src/mordRevTypes.h"
+#include "policy/modeNames.h"
+#include "system/hostSystem.h"
+
+namespace mordhost {
+
+namespace {
+
+std::optional<OutputFile> OpenIfNamed(const std::string& name) {
+    return name.empty() ? std::nullopt : std::optional<OutputFile>(std::in_place, name);
+}
+
+std::filesystem::path DirectoryOf(const RunOptions& options) {
+    return options.libraries.empty() ? DefaultLibraryDirectory() : PathOf(options.libraries);
+}
+
+std::unique_ptr<Presenter> MakePresenter(const Policy& policy, const RunOptions& options, const std::string& title,
+                                         const Widths& widths) {
+    if (options.json) {
+        return MakeJsonPresenter(std::cout, policy);
+    }
+    return MakeTablePresenter(std::cout, policy, title, widths, TakesColour(Stream::output));
+}
+
+std::string ModeText(std::optional<uint32_t> mode, uint32_t usual, const std::initializer_list<NamedValue>& names) {
+    const uint32_t value = mode.value_or(usual);
+    for (const NamedValue& known : names) {
+        if (known.value == value) {
+            return std::string(known.name);
+        }
+    }
+    return std::to_string(value);
+}
+
+std::string Counted(size_t count, const std::string& noun) {
+    return std::to_string(count) + ' ' + noun + (count == 1 ? "" : "s");
+}
+
+} // namespace
+
+std::string TitleOf(const std::string& policyName, const Policy& policy) {
+    return policyName + ": machine id " + policy.machineId.value_or("from the machine") + ", defender mode " +
+           ModeText(policy.defenderMode, MODE_ACTION_TABLE, defenderModes) + ", exception mode " +
+           ModeText(policy.exceptionMode, EXCEPTION_BLOCK, exceptionModes) + ", " +
+           Counted(policy.rules.size(), "rule") + ", " + Counted(policy.dots.size(), "dot");
+}
+
+DecisionRun::DecisionRun(const Policy& policy, const RunOptions& options, const std::string& title,
+                         const Widths& widths)
+    : m_policy(policy), m_reportFile(OpenIfNamed(options.reports)), m_logFile(OpenIfNamed(options.log)),
+      m_logging(!options.noLog), m_store(policy.dots, options.dots), m_log(m_logging),
+      m_libraries(DirectoryOf(options)), m_receiver(m_libraries.Receiver(), policy, m_dots, m_sink),
+      m_decider(policy, m_receiver, m_dots, m_sink, m_log),
+      m_presenter(MakePresenter(policy, options, Printable(title), widths)) {
+    WriteLog(m_log.Take()); // of the start
+}
+
+void DecisionRun::Handle(ConnectionEvent event) {
+    const Decision decision = m_decider.Decide(std::move(event));
+    m_statistics.Add(decision);
+    m_presenter->Show(decision);
+    WriteLog(decision.log);
+    if (m_reportFile) {
+        for (const std::string& report : decision.reports) {
+            m_reportFile->Write(report);
+            m_reportFile->Write("\n"); // a report ends without one
+        }
+    }
+}
+
+void DecisionRun::WriteLog(const std::string& records) {
+    if (m_logFile) {
+        m_logFile->Write(records);
+    }
+}
+
+void DecisionRun::Flush() {
+    std::cout.flush();
+    if (!std::cout) {
+        throw OutputError("cannot write the standard output");
+    }
+    if (m_reportFile) {
+        m_reportFile->Flush();
+    }
+    if (m_logFile) {
+        m_logFile->Flush();
+    }
+}
+
+void DecisionRun::End() {
+    m_presenter->End({m_statistics, m_dots.Calls(), m_store.Size(), m_logging});
+    Flush();
+    Warn();
+}
+
+void DecisionRun::Warn() const {
+    const DotHost::Account& calls = m_dots.Calls();
+    const size_t kept = calls.answers - calls.givenBack;
+    // In this one mode the library keeps the answers of queries; in all others it gives each of them back.
+    const size_t toBeKept = m_policy.defenderMode == MODE_ALL_FORBID ? calls.answers : 0;
+    if (kept != toBeKept || calls.strayReturns != 0) {
+        std::cerr << "mordhost: warning: of " << calls.answers << " answers to queries the library kept " << kept
+                  << ", not " << toBeKept << ", and gave back " << calls.strayReturns << " that it did not have\n";
+    }
+    if (!m_store.Trouble().empty()) {
+        std::cerr << "mordhost: warning: " << m_store.Trouble() << '\n';
+    }
+}
+
+} // namespace mordhost

@@ -1,0 +1,65 @@
+// A run of decisions under one policy, from the loading of the libraries to the summary.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "decide/decider.h"
+#include "dots/memoryDotStore.h"
+#include "library/libraries.h"
+#include "output/outputFile.h"
+#include "output/presenter.h"
+
+namespace mordhost {
+
+struct RunOptions {
+    std::string libraries; // their directory; empty: the default one
+    std::string reports;   // file for the reports; empty: none
+    std::string log;       // file for the log records; empty: none
+    std::string dots;      // file for the dots that are left; empty: none
+    bool json = false;
+    bool noLog = false; // the library writes no records, so that the reasons stay empty
+};
+
+class DecisionRun {
+public:
+    // Opens the output files, loads and sets up everything. `title` names the run above the table, `widths` is for its
+    // columns. Throws FileError, LoadError, DocumentError. The policy must outlive the run.
+    DecisionRun(const Policy& policy, const RunOptions& options, const std::string& title, const Widths& widths);
+
+    // Writes the head of the output.
+    void Begin() { m_presenter->Begin(); }
+
+    // Decides the event and writes what came of it.
+    void Handle(ConnectionEvent event);
+
+    // Hands all that was written to the system. Throws OutputError.
+    void Flush();
+
+    // Writes the summary, and warnings to the standard error where the library did not keep its account with the host.
+    void End();
+
+private:
+    void WriteLog(const std::string& records);
+    void Warn() const;
+
+    const Policy& m_policy;
+    std::optional<OutputFile> m_reportFile;
+    std::optional<OutputFile> m_logFile;
+    bool m_logging;
+    MemoryDotStore m_store;
+    DotHost m_dots{m_store};
+    ReportSink m_sink;
+    RecordLog m_log; // before the libraries, so that they have let go of it when it goes
+    Libraries m_libraries;
+    Receiver m_receiver;
+    Decider m_decider;
+    Statistics m_statistics;
+    std::unique_ptr<Presenter> m_presenter;
+};
+
+// "office.json: machine id from the machine, defender mode action-table, exception mode block, 4 rules, 2 dots"
+std::string TitleOf(const std::string& policyName, const Policy& policy);
+
+} // namespace mordhost

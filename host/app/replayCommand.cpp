@@ -1,0 +1,129 @@
+// mordhost replay POLICY EVENTS
+#include <cerrno>
+#include <fstream>
+#include <iostream>
+#include <memory>
+#include <set>
+#include <system_error>
+
+#include "app/commands.h"
+#include "app/runOptions.h"
+#include "document/filePath.h"
+#include "events/eventReader.h"
+#include "output/progressBar.h"
+#include "policy/policyReader.h"
+#include "policy/ruleSelection.h"
+#include "system/hostSystem.h"
+
+namespace mordhost {
+
+namespace {
+
+constexpr auto standardInput = "-";
+constexpr auto standardInputName = "standard input";
+
+struct ReplayOptions {
+    std::string policy;
+    std::string events;
+    RunOptions run;
+};
+
+// What a first look at all events tells.
+struct Preview {
+    size_t count = 0;
+    Widths widths = UsualWidths();
+    std::set<std::string> names;
+};
+
+std::ifstream OpenEvents(const std::string& name) {
+    const std::filesystem::path path = PathOf(name);
+    std::error_code error;
+    if (std::filesystem::is_directory(path, error)) {
+        throw FileError("cannot read " + name + ": it is a directory");
+    }
+    errno = 0;
+    std::ifstream file(path, std::ios::binary);
+    if (!file) {
+        throw FileError("cannot read " + name + ": " + std::generic_category().message(errno));
+    }
+    return file;
+}
+
+// Reads the whole file once, so that a bad line is refused before anything is decided.
+Preview LookThrough(const std::string& name, const Policy& policy) {
+    std::ifstream file = OpenEvents(name);
+    EventReader reader(file, name);
+    Preview preview;
+    while (std::optional<ConnectionEvent> event = reader.Next()) {
+        ++preview.count;
+        preview.names.insert(event->name);
+        Decision decision;
+        decision.rules = SelectRules(policy.rules, *event);
+        decision.process = event->process;
+        decision.event = std::move(*event);
+        Widen(preview.widths, CellsOf(decision, policy));
+    }
+    return preview;
+}
+
+void WarnOfUnknownNames(const Policy& policy, const std::set<std::string>& names) {
+    for (const auto& [name, prescribed] : policy.failures) {
+        if (!names.contains(name)) {
+            std::cerr << "mordhost: warning: " << prescribed.where.Text() << ": no event has the name \"" << name
+                      << "\"\n";
+        }
+    }
+}
+
+// Events that come down a pipe are decided as they come.
+void ReplayStream(const ReplayOptions& options, const Policy& policy) {
+    EventReader reader(std::cin, standardInputName);
+    DecisionRun run(policy, options.run, TitleOf(options.policy, policy), UsualWidths());
+    run.Begin();
+    while (std::optional<ConnectionEvent> event = reader.Next()) {
+        run.Handle(std::move(*event));
+        run.Flush();
+    }
+    run.End();
+}
+
+void ReplayFile(const ReplayOptions& options, const Policy& policy) {
+    const Preview preview = LookThrough(options.events, policy);
+    WarnOfUnknownNames(policy, preview.names);
+    std::ifstream file = OpenEvents(options.events);
+    EventReader reader(file, options.events);
+    DecisionRun run(policy, options.run, TitleOf(options.policy, policy), preview.widths);
+    // Where the rows appear on a terminal themselves, they are the progress.
+    const bool showBar = IsTerminal(Stream::error) && !IsTerminal(Stream::output);
+    ProgressBar bar(std::cerr, showBar, preview.count);
+    run.Begin();
+    size_t done = 0;
+    while (std::optional<ConnectionEvent> event = reader.Next()) {
+        run.Handle(std::move(*event));
+        bar.Advance(++done);
+    }
+    bar.Clear();
+    run.End();
+}
+
+void Replay(const ReplayOptions& options) {
+    const Policy policy = ReadPolicy(options.policy);
+    if (options.events == standardInput) {
+        ReplayStream(options, policy);
+    } else {
+        ReplayFile(options, policy);
+    }
+}
+
+} // namespace
+
+void AddReplayCommand(CLI::App& app, Action& action) {
+    CLI::App& command = *app.add_subcommand("replay", "Decide recorded connection events under a policy");
+    const auto options = std::make_shared<ReplayOptions>();
+    command.add_option("POLICY", options->policy, "The policy document")->required();
+    command.add_option("EVENTS", options->events, "The events, one a line; - reads the standard input")->required();
+    AddRunOptions(command, options->run);
+    command.callback([options, &action] { action = [options] { Replay(*options); }; });
+}
+
+} // namespace mordhost

@@ -1,0 +1,157 @@
+#include "document/jsonNode.h"
+
+#include <string_view>
+
+#include <rapidjson/error/en.h>
+#include <rapidjson/memorystream.h>
+#include <rapidjson/reader.h>
+
+namespace mordhost {
+
+namespace {
+
+constexpr size_t deepest = 64;
+constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+
+// Builds the tree from the parser's calls. A value begins where white space, comma and colon end behind the token
+// before it, and for all but brackets it ends where the parser stands when it calls.
+class TreeBuilder {
+public:
+    using Ch = char; // RapidJSON wants it under this name
+
+    TreeBuilder(std::string_view text, const rapidjson::MemoryStream& stream, size_t start)
+        : m_text(text), m_stream(stream), m_start(start), m_last(start) {}
+
+    JsonNode TakeRoot() { return std::move(m_root); }
+    bool TooDeep() const { return m_tooDeep; }
+    size_t Last() const { return m_last; }
+
+    bool Null() {
+        Scalar(JsonNode::Kind::null);
+        return true;
+    }
+    bool Bool(bool value) {
+        Scalar(JsonNode::Kind::boolean).truth = value;
+        return true;
+    }
+    bool Int(int) { return Number(); }
+    bool Uint(unsigned) { return Number(); }
+    bool Int64(int64_t) { return Number(); }
+    bool Uint64(uint64_t) { return Number(); }
+    bool Double(double) { return Number(); }
+    bool RawNumber(const char*, rapidjson::SizeType, bool) { return Number(); }
+    bool String(const char* text, rapidjson::SizeType size, bool) {
+        Scalar(JsonNode::Kind::string).text.assign(text, size);
+        return true;
+    }
+    bool Key(const char* text, rapidjson::SizeType size, bool) {
+        const size_t begin = NextToken();
+        m_open.back()->members.push_back({std::string(text, size), begin, {}});
+        m_last = Position();
+        return true;
+    }
+    bool StartObject() { return Open(JsonNode::Kind::object); }
+    bool StartArray() { return Open(JsonNode::Kind::array); }
+    bool EndObject(rapidjson::SizeType) { return Close(); }
+    bool EndArray(rapidjson::SizeType) { return Close(); }
+
+private:
+    size_t Position() const { return m_start + m_stream.Tell(); }
+
+    size_t NextToken() const {
+        const size_t token = m_text.find_first_not_of(" \t\r\n,:", m_last);
+        return token == std::string_view::npos ? m_text.size() : token;
+    }
+
+    JsonNode& Place() {
+        if (m_open.empty()) {
+            return m_root;
+        }
+        JsonNode& parent = *m_open.back();
+        return parent.kind == JsonNode::Kind::object ? parent.members.back().value : parent.elements.emplace_back();
+    }
+
+    JsonNode& Scalar(JsonNode::Kind kind) {
+        JsonNode& node = Place();
+        node.kind = kind;
+        node.begin = NextToken();
+        m_last = node.end = Position();
+        return node;
+    }
+
+    bool Number() {
+        JsonNode& node = Scalar(JsonNode::Kind::number);
+        node.text = m_text.substr(node.begin, node.end - node.begin);
+        return true;
+    }
+
+    bool Open(JsonNode::Kind kind) {
+        m_last = NextToken() + 1;
+        if (m_open.size() == deepest) {
+            m_tooDeep = true;
+            return false;
+        }
+        JsonNode& node = Place();
+        node.kind = kind;
+        node.begin = m_last - 1;
+        m_open.push_back(&node); // stays put: its parent grows no further while it is open
+        return true;
+    }
+
+    bool Close() {
+        m_last = m_open.back()->end = NextToken() + 1;
+        m_open.pop_back();
+        return true;
+    }
+
+    std::string_view m_text;
+    const rapidjson::MemoryStream& m_stream;
+    size_t m_start; // where the stream begins in the text
+    size_t m_last;  // behind the last token that was seen
+    JsonNode m_root;
+    std::vector<JsonNode*> m_open;
+    bool m_tooDeep = false;
+};
+
+} // namespace
+
+const char* KindName(JsonNode::Kind kind) {
+    switch (kind) {
+    case JsonNode::Kind::null:
+        return "null";
+    case JsonNode::Kind::boolean:
+        return "a boolean";
+    case JsonNode::Kind::number:
+        return "a number";
+    case JsonNode::Kind::string:
+        return "a string";
+    case JsonNode::Kind::array:
+        return "an array";
+    case JsonNode::Kind::object:
+        return "an object";
+    }
+    return "";
+}
+
+JsonNode ParseJson(const SourceText& source) {
+    const std::string_view text = source.Text();
+    const size_t start = text.starts_with(byteOrderMark) ? byteOrderMark.size() : 0;
+    rapidjson::MemoryStream stream(text.data() + start, text.size() - start);
+    TreeBuilder builder(text, stream, start);
+    rapidjson::Reader reader;
+    constexpr unsigned flags = rapidjson::kParseIterativeFlag | rapidjson::kParseValidateEncodingFlag;
+    const rapidjson::ParseResult result = reader.Parse<flags>(stream, builder);
+    if (builder.TooDeep()) {
+        source.Refuse(builder.Last() - 1, "values are nested more than " + std::to_string(deepest) + " deep");
+    }
+    if (result.IsError()) {
+        source.Refuse(start + result.Offset(), rapidjson::GetParseError_En(result.Code()));
+    }
+    // The parser takes a raw NUL for the end of the text.
+    if (start + stream.Tell() < text.size()) {
+        source.Refuse(start + stream.Tell(), "a NUL byte stands in the text");
+    }
+    return builder.TakeRoot();
+}
+
+} // namespace mordhost

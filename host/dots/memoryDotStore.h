@@ -1,0 +1,31 @@
+// Dots in memory, loaded from a table and, if wished, written back to a file.
+#pragma once
+
+#include <string>
+
+#include "dots/dotStore.h"
+#include "dots/dotTable.h"
+
+namespace mordhost {
+
+// For one thread.
+class MemoryDotStore final : public DotStore {
+public:
+    // When `file` is not empty, it holds the dots that are left, from the first deletion on; it is replaced as a whole at
+    // each deletion, so that it is never found half written.
+    explicit MemoryDotStore(DotTable dots, std::string file = {});
+    MemoryDotStore(const MemoryDotStore&) = delete;
+    MemoryDotStore& operator=(const MemoryDotStore&) = delete;
+
+    const std::set<std::string>* Find(const std::string& guid) const override;
+    bool Delete(const std::string& guid) noexcept override;
+    size_t Size() const override { return m_dots.size(); }
+    const std::string& Trouble() const override { return m_trouble; }
+
+private:
+    DotTable m_dots;
+    std::string m_file;
+    std::string m_trouble;
+};
+
+} // namespace mordhost

@@ -1,0 +1,92 @@
+#include "events/connectionEvent.h"
+
+#include <limits>
+
+#include "document/jsonAccess.h"
+#include "document/jsonText.h"
+#include "events/timestamp.h"
+#include "net/ipAddress.h"
+
+namespace mordhost {
+
+namespace {
+
+template <typename Number>
+std::optional<Number> ReadNumber(const SourceText& source, const JsonNode& root, const std::string& key) {
+    const JsonNode* const node = FindMember(root, key);
+    if (node == nullptr) {
+        return {};
+    }
+    return static_cast<Number>(RequireInteger(source, *node, std::numeric_limits<Number>::min(),
+                                              std::numeric_limits<Number>::max(), '"' + key + '"'));
+}
+
+std::optional<std::string> ReadAddress(const SourceText& source, const JsonNode& root, const std::string& key) {
+    const JsonNode* const node = FindMember(root, key);
+    if (node == nullptr) {
+        return {};
+    }
+    const std::string& text = RequireText(source, *node, '"' + key + '"');
+    if (!ParseIpAddress(text)) {
+        source.Refuse(node->begin, '"' + text + "\" is no IP address");
+    }
+    return text;
+}
+
+std::string ReadOwnText(const SourceText& source, const JsonNode& root, const std::string& key) {
+    const JsonNode* const node = FindMember(root, key);
+    return node == nullptr ? std::string() : RequireText(source, *node, '"' + key + '"');
+}
+
+} // namespace
+
+ConnectionEvent ReadEvent(const SourceText& source) {
+    const JsonNode root = ParseJson(source);
+    RequireKind(source, root, JsonNode::Kind::object, "an event");
+    RequireKnownMembers(source, root,
+                        {"time", "name", "process", "flags", "pid", "remote_addr_ip", "remote_addr_port",
+                         "local_addr_ip", "local_addr_port", "net_drv"});
+    ConnectionEvent event;
+    event.line = source.At(0).line;
+    event.time = ReadOwnText(source, root, "time");
+    if (const JsonNode* const node = FindMember(root, "time"); node != nullptr && !IsTimestamp(event.time)) {
+        source.Refuse(node->begin, '"' + event.time + "\" is no time such as \"2025-11-20T09:54:12.345Z\"");
+    }
+    event.name = ReadOwnText(source, root, "name");
+    event.process = ReadOwnText(source, root, "process");
+    event.flags = ReadNumber<uint32_t>(source, root, "flags");
+    event.pid = ReadNumber<uint32_t>(source, root, "pid");
+    event.remoteAddress = ReadAddress(source, root, "remote_addr_ip");
+    event.remotePort = ReadNumber<uint16_t>(source, root, "remote_addr_port");
+    event.localAddress = ReadAddress(source, root, "local_addr_ip");
+    event.localPort = ReadNumber<uint16_t>(source, root, "local_addr_port");
+    event.netDrv = ReadNumber<int64_t>(source, root, "net_drv");
+    return event;
+}
+
+std::string EventLine(const ConnectionEvent& event) {
+    JsonLine line;
+    const auto text = [&line](const char* key, const std::string& value) {
+        if (!value.empty()) {
+            line.Text(key, value);
+        }
+    };
+    const auto number = [&line](const char* key, const auto& value) {
+        if (value) {
+            line.Number(key, *value);
+        }
+    };
+    text("time", event.time);
+    text("name", event.name);
+    number("flags", event.flags);
+    number("pid", event.pid);
+    text("process", event.process);
+    text("remote_addr_ip", event.remoteAddress.value_or(""));
+    number("remote_addr_port", event.remotePort);
+    text("local_addr_ip", event.localAddress.value_or(""));
+    number("local_addr_port", event.localPort);
+    number("net_drv", event.netDrv);
+    return line.Take();
+}
+
+} // namespace mordhost

@@ -1,0 +1,73 @@
+#include <cstdio>
+
+#include "output/presenter.h"
+
+namespace mordhost {
+
+namespace {
+
+std::string Counted(size_t count, const std::string& noun) {
+    return std::to_string(count) + ' ' + noun + (count == 1 ? "" : "s");
+}
+
+std::string QueriesText(size_t count) {
+    return std::to_string(count) + (count == 1 ? " query" : " queries");
+}
+
+// In microseconds, or in milliseconds where these have become many.
+std::string DurationText(std::chrono::nanoseconds duration) {
+    const double microseconds = static_cast<double>(duration.count()) / 1000;
+    char text[40];
+    std::snprintf(text, sizeof text, microseconds < 1000 ? "%.1f us" : "%.2f ms",
+                  microseconds < 1000 ? microseconds : microseconds / 1000);
+    return text;
+}
+
+std::string VerdictsText(const Statistics& statistics) {
+    std::string text;
+    for (const auto& [verdict, count] : statistics.Verdicts()) {
+        text += (text.empty() ? ": " : ", ") + std::to_string(count) + ' ' + verdict;
+    }
+    return text;
+}
+
+class TablePresenter final : public Presenter {
+public:
+    TablePresenter(std::ostream& out, const Policy& policy, std::string title, const Widths& widths, bool colour)
+        : m_out(out), m_policy(policy), m_title(std::move(title)), m_table(out, widths, colour) {}
+
+    void Begin() override {
+        m_out << m_title << "\n\n";
+        m_table.Heading();
+    }
+
+    void Show(const Decision& decision) override { m_table.Row(CellsOf(decision, m_policy), decision); }
+
+    void End(const Outcome& outcome) override {
+        const Statistics& statistics = outcome.statistics;
+        m_out << '\n' << Counted(statistics.Events(), "event") << VerdictsText(statistics) << '\n';
+        m_out << QueriesText(outcome.calls.queries) << ", " << Counted(statistics.Reports(), "report") << ", "
+              << Counted(statistics.Deleted(), "dot") << " deleted, " << outcome.dotsLeft << " left\n";
+        if (statistics.Decisions() == 0) {
+            return;
+        }
+        m_out << "time per decision: median " << DurationText(statistics.Percentile(50)) << ", 99th percentile "
+              << DurationText(statistics.Percentile(99))
+              << (outcome.timesIncludeLogging ? " (writing the log records included)" : "") << '\n';
+    }
+
+private:
+    std::ostream& m_out;
+    const Policy& m_policy;
+    std::string m_title;
+    Table m_table;
+};
+
+} // namespace
+
+std::unique_ptr<Presenter> MakeTablePresenter(std::ostream& out, const Policy& policy, const std::string& title,
+                                              const Widths& widths, bool colour) {
+    return std::make_unique<TablePresenter>(out, policy, title, widths, colour);
+}
+
+} // namespace mordhost

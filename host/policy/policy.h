@@ -1,0 +1,62 @@
+// What a host is set up with: the contents of a policy document.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "document/sourceText.h"
+#include "dots/dotTable.h"
+#include "net/ipAddress.h"
+
+namespace mordhost {
+
+// From the first port to the last, both included.
+struct PortRange {
+    uint16_t first = 0;
+    uint16_t last = 0;
+
+    bool operator==(const PortRange&) const = default;
+};
+
+// A rule, and the connections to which it applies: those that meet each condition. An empty list is no condition.
+struct Rule {
+    std::string guid;
+    std::string type;
+    std::vector<PortRange> localPorts;
+    std::vector<AddressRange> localAddresses;
+    std::vector<AddressRange> remoteAddresses;
+};
+
+// A document that the library reads, as its author wrote it, and where it stands.
+struct LibraryDocument {
+    std::string text;
+    Location where;
+};
+
+// How a query is to fail.
+enum class Failure {
+    networkError, // QueryDot returns the network error
+    queryError,   // QueryDot returns another error
+    brokenAnswer, // QueryDot answers, but the text is cut short
+};
+
+struct PrescribedFailure {
+    Failure failure = Failure::networkError;
+    Location where; // of the event's name in the policy
+};
+
+struct Policy {
+    std::optional<std::string> machineId; // without one, the library asks the machine
+    std::optional<uint32_t> defenderMode; // without one, the library's default holds; so too below
+    std::optional<uint32_t> exceptionMode;
+    std::optional<LibraryDocument> allowList;
+    std::optional<LibraryDocument> actions;
+    std::vector<Rule> rules; // in the order in which they go to the library
+    DotTable dots;
+    std::map<std::string, PrescribedFailure> failures; // by the name of the event
+};
+
+} // namespace mordhost

@@ -1,0 +1,121 @@
+#include "policy/policyReader.h"
+
+#include <functional>
+#include <limits>
+
+#include "document/filePath.h"
+#include "document/jsonAccess.h"
+#include "policy/libraryDocuments.h"
+#include "policy/modeNames.h"
+#include "policy/ruleReader.h"
+
+namespace mordhost {
+
+namespace {
+
+constexpr std::string_view fromTheMachine = "from the machine";
+
+// A file that the policy names: its place is relative to the policy.
+SourceText ReadNamedFile(const SourceText& policy, const JsonNode& node) {
+    const auto path = PathOf(policy.Name()).parent_path() / PathOf(RequireText(policy, node, "a file name"));
+    const std::u8string generic = path.generic_u8string();
+    const std::string name(generic.begin(), generic.end());
+    try {
+        return {name, ReadWholeFile(name)};
+    } catch (const FileError& error) {
+        policy.Refuse(node.begin, error.what());
+    }
+}
+
+// Calls `read` with the document that `node` holds inline or names by its file.
+template <typename Read>
+auto ReadInlineOrNamed(const SourceText& policy, const JsonNode& node, Read read) {
+    if (node.kind != JsonNode::Kind::string) {
+        return read(policy, node);
+    }
+    const SourceText file = ReadNamedFile(policy, node);
+    return read(file, ParseJson(file));
+}
+
+using Check = void (*)(const SourceText&, const JsonNode&);
+
+LibraryDocument ReadLibraryDocument(const SourceText& policy, const JsonNode& node, Check check) {
+    return ReadInlineOrNamed(policy, node, [check](const SourceText& source, const JsonNode& root) {
+        check(source, root);
+        return LibraryDocument{std::string(source.Text().substr(root.begin, root.end - root.begin)),
+                               source.At(root.begin)};
+    });
+}
+
+uint32_t ReadMode(const SourceText& source, const JsonNode& node, const std::initializer_list<NamedValue>& names,
+                  std::string_view what) {
+    if (node.kind == JsonNode::Kind::number) {
+        return static_cast<uint32_t>(RequireInteger(source, node, 0, std::numeric_limits<uint32_t>::max(), what));
+    }
+    if (node.kind != JsonNode::Kind::string) {
+        source.Refuse(node.begin,
+                      std::string(what) + " must be a name or a number, and this is " + KindName(node.kind));
+    }
+    const auto value = ValueOf(node.text, names);
+    if (!value) {
+        source.Refuse(node.begin, '"' + node.text + "\" is none of " + ListNames(names));
+    }
+    return *value;
+}
+
+std::optional<std::string> ReadMachineId(const SourceText& source, const JsonNode& node) {
+    const std::string& text = RequireText(source, node, "\"machine_id\"");
+    if (text.empty()) {
+        source.Refuse(node.begin, "\"machine_id\" must not be empty");
+    }
+    return text == fromTheMachine ? std::nullopt : std::optional(text);
+}
+
+std::map<std::string, PrescribedFailure> ReadFailures(const SourceText& source, const JsonNode& node) {
+    RequireKind(source, node, JsonNode::Kind::object, "\"failures\"");
+    RequireNoRepeatedMember(source, node);
+    std::map<std::string, PrescribedFailure> failures;
+    for (const JsonMember& member : node.members) {
+        RequireText(source, member.value, "a failure");
+        const uint32_t failure = ReadMode(source, member.value, failureNames, "a failure");
+        failures[member.name] = {static_cast<Failure>(failure), source.At(member.begin)};
+    }
+    return failures;
+}
+
+} // namespace
+
+Policy ReadPolicy(const std::string& name) {
+    const SourceText source(name, ReadWholeFile(name));
+    const JsonNode root = ParseJson(source);
+    RequireKind(source, root, JsonNode::Kind::object, "a policy");
+    RequireKnownMembers(
+        source, root,
+        {"machine_id", "defender_mode", "exception_mode", "allow_list", "actions", "rules", "dots", "failures"});
+    Policy policy;
+    policy.rules = ReadRules(source, RequireMember(source, root, "rules"));
+    if (const JsonNode* const node = FindMember(root, "machine_id")) {
+        policy.machineId = ReadMachineId(source, *node);
+    }
+    if (const JsonNode* const node = FindMember(root, "defender_mode")) {
+        policy.defenderMode = ReadMode(source, *node, defenderModes, "\"defender_mode\"");
+    }
+    if (const JsonNode* const node = FindMember(root, "exception_mode")) {
+        policy.exceptionMode = ReadMode(source, *node, exceptionModes, "\"exception_mode\"");
+    }
+    if (const JsonNode* const node = FindMember(root, "allow_list")) {
+        policy.allowList = ReadLibraryDocument(source, *node, CheckAllowList);
+    }
+    if (const JsonNode* const node = FindMember(root, "actions")) {
+        policy.actions = ReadLibraryDocument(source, *node, CheckActions);
+    }
+    if (const JsonNode* const node = FindMember(root, "dots")) {
+        policy.dots = ReadInlineOrNamed(source, *node, ReadDots);
+    }
+    if (const JsonNode* const node = FindMember(root, "failures")) {
+        policy.failures = ReadFailures(source, *node);
+    }
+    return policy;
+}
+
+} // namespace mordhost

@@ -1,0 +1,14 @@
+// Reading of the rules of a policy.
+#pragma once
+
+#include <vector>
+
+#include "document/jsonNode.h"
+#include "policy/policy.h"
+
+namespace mordhost {
+
+// The value of "rules". Throws DocumentError.
+std::vector<Rule> ReadRules(const SourceText& source, const JsonNode& node);
+
+} // namespace mordhost

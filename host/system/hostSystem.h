@@ -1,0 +1,53 @@
+// What the host needs of the operating system; each platform has one body of these.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <system_error>
+#include <vector>
+
+namespace mordhost {
+
+// The arguments of this process in UTF-8, without the program's name. `argc` and `argv` are those of main.
+std::vector<std::string> ProgramArguments(int argc, char** argv);
+
+// Where the libraries are looked for unless the user says otherwise: the directory of the executable on Windows, lib
+// beside the one of the executable elsewhere.
+std::filesystem::path DefaultLibraryDirectory();
+
+// The file name of the library `name`: "mordRev.dll", "libmordRev.so".
+std::string LibraryFileName(std::string_view name);
+
+// Loads the library in the file; null with the system's words in `reason` when that fails.
+void* LoadLibraryFile(const std::filesystem::path& file, std::string& reason);
+
+// What `library` exports under `name`, or null.
+void* FindExport(void* library, const char* name);
+
+// Makes the library let go of the files that it has opened, where an open file keeps its directory from being removed.
+// Nothing of the library may be used afterwards.
+void LetGoOfFiles(void* library);
+
+// Sets a variable in the environment of this process.
+void SetEnvironment(const std::string& name, const std::filesystem::path& value);
+
+enum class Stream { output, error };
+
+// Whether the stream is a terminal.
+bool IsTerminal(Stream stream);
+
+// Whether colours are understood and wanted: never by anything but a terminal, and never when the environment variable
+// NO_COLOR is set to any text. Switches them on where that is needed.
+bool TakesColour(Stream stream);
+
+// Makes the standard streams pass bytes on as they are, and a terminal take them as UTF-8.
+void PrepareStreams();
+
+// Creates or empties the file, writes `text` and waits until the disk has it.
+std::error_code WriteDurably(const std::filesystem::path& path, std::string_view text);
+
+// Waits until the disk has the name of the file at `path`, where the system can be asked for that.
+void SyncDirectoryOf(const std::filesystem::path& path);
+
+} // namespace mordhost

@@ -1,0 +1,140 @@
+#include "system/hostSystem.h"
+
+#include <cstdio>
+
+#include <windows.h>
+// After windows.h, which it needs.
+#include <fcntl.h>
+#include <io.h>
+#include <shellapi.h>
+
+namespace mordhost {
+
+namespace {
+
+std::error_code LastError() {
+    return {static_cast<int>(GetLastError()), std::system_category()};
+}
+
+std::string Utf8Of(const wchar_t* wide) {
+    const int size = WideCharToMultiByte(CP_UTF8, 0, wide, -1, nullptr, 0, nullptr, nullptr);
+    if (size <= 0) {
+        return {};
+    }
+    std::string text(static_cast<size_t>(size), '\0');
+    WideCharToMultiByte(CP_UTF8, 0, wide, -1, text.data(), size, nullptr, nullptr);
+    text.resize(text.size() - 1); // its NUL
+    return text;
+}
+
+// The system's words for an error, without their line end.
+std::string MessageOf(DWORD code) {
+    wchar_t words[512];
+    DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, code, 0, words,
+                                  static_cast<DWORD>(std::size(words)), nullptr);
+    while (length > 0 && (words[length - 1] == L'\r' || words[length - 1] == L'\n' || words[length - 1] == L'.')) {
+        --length;
+    }
+    words[length < std::size(words) ? length : 0] = L'\0';
+    return length > 0 ? Utf8Of(words) : "error " + std::to_string(code);
+}
+
+std::error_code WriteAndFlush(HANDLE file, std::string_view text) {
+    while (!text.empty()) {
+        DWORD written = 0;
+        if (!WriteFile(file, text.data(), static_cast<DWORD>(text.size()), &written, nullptr)) {
+            return LastError();
+        }
+        text.remove_prefix(written);
+    }
+    return FlushFileBuffers(file) ? std::error_code() : LastError();
+}
+
+HANDLE HandleOf(Stream stream) {
+    return GetStdHandle(stream == Stream::output ? STD_OUTPUT_HANDLE : STD_ERROR_HANDLE);
+}
+
+} // namespace
+
+std::vector<std::string> ProgramArguments(int, char**) {
+    int count = 0;
+    wchar_t** const words = CommandLineToArgvW(GetCommandLineW(), &count); // those of main are not Unicode
+    std::vector<std::string> arguments;
+    for (int i = 1; i < count; ++i) {
+        arguments.push_back(Utf8Of(words[i]));
+    }
+    LocalFree(words);
+    return arguments;
+}
+
+std::filesystem::path DefaultLibraryDirectory() {
+    std::wstring path(MAX_PATH, L'\0');
+    DWORD length = 0;
+    while ((length = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()))) == path.size()) {
+        path.resize(path.size() * 2);
+    }
+    path.resize(length);
+    return std::filesystem::path(path).parent_path();
+}
+
+std::string LibraryFileName(std::string_view name) {
+    return std::string(name) + ".dll";
+}
+
+void* LoadLibraryFile(const std::filesystem::path& file, std::string& reason) {
+    const std::filesystem::path path = std::filesystem::absolute(file);
+    const HMODULE library = LoadLibraryExW(path.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
+    if (library == nullptr) {
+        reason = MessageOf(GetLastError());
+    }
+    return library;
+}
+
+void* FindExport(void* library, const char* name) {
+    return reinterpret_cast<void*>(GetProcAddress(static_cast<HMODULE>(library), name));
+}
+
+void LetGoOfFiles(void* library) {
+    FreeLibrary(static_cast<HMODULE>(library)); // an open file would stay in its directory
+}
+
+void SetEnvironment(const std::string& name, const std::filesystem::path& value) {
+    SetEnvironmentVariableW(std::filesystem::path(name).c_str(), value.c_str());
+}
+
+bool IsTerminal(Stream stream) {
+    DWORD mode = 0;
+    return GetConsoleMode(HandleOf(stream), &mode) != 0;
+}
+
+bool TakesColour(Stream stream) {
+    DWORD mode = 0;
+    if (GetEnvironmentVariableW(L"NO_COLOR", nullptr, 0) > 1) { // its NUL counts
+        return false;
+    }
+    return GetConsoleMode(HandleOf(stream), &mode) != 0 &&
+           SetConsoleMode(HandleOf(stream), mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING) != 0;
+}
+
+void PrepareStreams() {
+    // As bytes, so that a line ends the same on every platform and a text arrives as it was delivered.
+    _setmode(_fileno(stdin), _O_BINARY);
+    _setmode(_fileno(stdout), _O_BINARY);
+    _setmode(_fileno(stderr), _O_BINARY);
+    SetConsoleOutputCP(CP_UTF8);
+}
+
+std::error_code WriteDurably(const std::filesystem::path& path, std::string_view text) {
+    const HANDLE file =
+        CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE) {
+        return LastError();
+    }
+    const std::error_code error = WriteAndFlush(file, text);
+    CloseHandle(file);
+    return error;
+}
+
+void SyncDirectoryOf(const std::filesystem::path&) {} // a renamed file needs nothing more here
+
+} // namespace mordhost

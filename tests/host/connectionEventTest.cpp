@@ -1,0 +1,117 @@
+#include "events/connectionEvent.h"
+
+#include <sstream>
+
+#include <gtest/gtest.h>
+
+#include "events/eventReader.h"
+#include "host/refusal.h"
+
+using namespace mordhost;
+using mordhostTest::RefusalOf;
+
+namespace {
+
+constexpr auto wholeLine =
+    R"({"time":"2025-11-20T09:54:12.345Z","name":"connection-1","flags":20,"pid":4242,"process":"/usr/bin/nginx",)"
+    R"("remote_addr_ip":"127.0.0.2","remote_addr_port":40000,"local_addr_ip":"::1","local_addr_port":445,)"
+    R"("net_drv":-20001})";
+
+ConnectionEvent Read(const std::string& line) {
+    return ReadEvent(SourceText("e.jsonl", line, 3));
+}
+
+std::string Refusal(const std::string& line) {
+    return RefusalOf([&] { Read(line); });
+}
+
+} // namespace
+
+TEST(ConnectionEvent, EveryKeyIsRead) {
+    const ConnectionEvent event = Read(wholeLine);
+    EXPECT_EQ(event.time, "2025-11-20T09:54:12.345Z");
+    EXPECT_EQ(event.name, "connection-1");
+    EXPECT_EQ(event.process, "/usr/bin/nginx");
+    EXPECT_EQ(event.flags, 20U);
+    EXPECT_EQ(event.pid, 4242U);
+    EXPECT_EQ(event.remoteAddress, "127.0.0.2");
+    EXPECT_EQ(event.remotePort, 40000);
+    EXPECT_EQ(event.localAddress, "::1");
+    EXPECT_EQ(event.localPort, 445);
+    EXPECT_EQ(event.netDrv, -20001);
+    EXPECT_EQ(event.line, 3U);
+}
+
+TEST(ConnectionEvent, IsWrittenAsItWasRead) {
+    EXPECT_EQ(EventLine(Read(wholeLine)), wholeLine);
+    EXPECT_EQ(EventLine(Read("{}")), "{}");
+}
+
+TEST(ConnectionEvent, AKeyThatIsAbsentStaysAbsent) {
+    const ConnectionEvent event = Read("{}");
+    EXPECT_FALSE(event.flags || event.pid || event.remoteAddress || event.remotePort || event.localAddress ||
+                 event.localPort || event.netDrv);
+}
+
+TEST(ConnectionEvent, NumbersReachToTheirBounds) {
+    const ConnectionEvent event = Read(R"({"flags":4294967295,"pid":4294967295,"local_addr_port":65535,)"
+                                       R"("net_drv":-9223372036854775808})");
+    EXPECT_EQ(event.flags, 4294967295U);
+    EXPECT_EQ(event.netDrv, INT64_MIN);
+    EXPECT_EQ(Refusal(R"({"flags":4294967296})"),
+              "e.jsonl:3:10: \"flags\" must be a whole number from 0 to 4294967295, and this is 4294967296");
+    EXPECT_EQ(Refusal(R"({"pid":-1})"),
+              "e.jsonl:3:8: \"pid\" must be a whole number from 0 to 4294967295, and this is -1");
+    EXPECT_EQ(Refusal(R"({"remote_addr_port":65536})"),
+              "e.jsonl:3:21: \"remote_addr_port\" must be a whole number from 0 to 65535, and this is 65536");
+    EXPECT_EQ(Refusal(R"({"net_drv":9223372036854775808})"),
+              "e.jsonl:3:12: \"net_drv\" must be a whole number from -9223372036854775808 to 9223372036854775807, and "
+              "this is 9223372036854775808");
+}
+
+TEST(ConnectionEvent, WhatIsNoEventIsRefusedAtItsPlace) {
+    EXPECT_EQ(Refusal("[]"), "e.jsonl:3:1: an event must be an object, and this is an array");
+    EXPECT_EQ(Refusal(R"({"flags":"4"})"), "e.jsonl:3:10: \"flags\" must be a number, and this is a string");
+    EXPECT_EQ(Refusal(R"({"remote_addr_ip":"localhost"})"), "e.jsonl:3:19: \"localhost\" is no IP address");
+    EXPECT_EQ(Refusal(R"({"local_addr_ip":""})"), "e.jsonl:3:18: \"\" is no IP address");
+    EXPECT_EQ(Refusal(R"({"time":"yesterday"})"),
+              "e.jsonl:3:9: \"yesterday\" is no time such as \"2025-11-20T09:54:12.345Z\"");
+    EXPECT_EQ(Refusal(R"({"time":""})"), "e.jsonl:3:9: \"\" is no time such as \"2025-11-20T09:54:12.345Z\"");
+    EXPECT_EQ(Refusal(R"({"Flags":4})"),
+              "e.jsonl:3:2: unknown key \"Flags\"; known here: \"time\", \"name\", \"process\", \"flags\", \"pid\", "
+              "\"remote_addr_ip\", \"remote_addr_port\", \"local_addr_ip\", \"local_addr_port\", \"net_drv\"");
+    EXPECT_EQ(Refusal(R"({"pid":1,"pid":1})"), "e.jsonl:3:10: \"pid\" stands here a second time");
+    EXPECT_EQ(Refusal("{"), "e.jsonl:3:2: Missing a name for object member.");
+}
+
+TEST(EventReader, GivesOneEventForEachLine) {
+    std::istringstream stream("{\"pid\":1}\n{\"pid\":2}\r\n{\"pid\":3}");
+    EventReader reader(stream, "e.jsonl");
+    EXPECT_EQ(reader.Next()->pid, 1U);
+    EXPECT_EQ(reader.Next()->pid, 2U);
+    const auto third = reader.Next();
+    EXPECT_EQ(third->pid, 3U);
+    EXPECT_EQ(third->line, 3U);
+    EXPECT_FALSE(reader.Next());
+}
+
+TEST(EventReader, LinesOfWhiteSpaceAreNoEventsButCount) {
+    std::istringstream stream("\n \t\r\n{\"pid\":1}\n\n");
+    EventReader reader(stream, "e.jsonl");
+    EXPECT_EQ(reader.Next()->line, 3U);
+    EXPECT_FALSE(reader.Next());
+}
+
+TEST(EventReader, ABadLineIsRefusedByItsNumber) {
+    std::istringstream stream("{}\n{}\n{\"pid\": x}\n");
+    EventReader reader(stream, "e.jsonl");
+    EXPECT_TRUE(reader.Next());
+    EXPECT_TRUE(reader.Next());
+    EXPECT_EQ(RefusalOf([&] { reader.Next(); }), "e.jsonl:3:9: Invalid value.");
+}
+
+TEST(EventReader, AnEventThatGoesOverTwoLinesIsRefused) {
+    std::istringstream stream("{\"pid\":\n1}\n");
+    EventReader reader(stream, "e.jsonl");
+    EXPECT_EQ(RefusalOf([&] { reader.Next(); }), "e.jsonl:1:8: Invalid value.");
+}

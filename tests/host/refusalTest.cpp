@@ -1,0 +1,63 @@
+// Documents that mordhost refuses: file, line and column, and nothing decided.
+#include "host/mordhostFixture.h"
+
+using mordhostTest::MordhostTest;
+using mordhostTest::ProcessResult;
+
+namespace {
+
+constexpr auto policy = R"({"rules": [{"guid": "G", "type": "smb"}]})";
+
+class Refusal : public MordhostTest {
+protected:
+    // The message; a run that was not refused, or that wrote something else besides, is told instead.
+    std::string Of(const ProcessResult& result) const {
+        if (result.code != 3 || !result.output.empty()) {
+            return "exit code " + std::to_string(result.code) + ", output \"" + result.output + '"';
+        }
+        return Plain(result.error);
+    }
+};
+
+} // namespace
+
+TEST_F(Refusal, NamesTheLineAndColumnInThePolicy) {
+    EXPECT_EQ(Of(Replay("{\n  \"rules\": [],\n  \"defender_mode\": \"none\"\n}", "")),
+              "mordhost: p.json:3:20: \"none\" is none of \"all-forbid\", \"action-table\", "
+              "\"allow-after-decision\", \"emergency\"\n");
+    EXPECT_EQ(Of(Replay("{\n  \"rules\": [}", "")), "mordhost: p.json:2:13: Invalid value.\n");
+}
+
+TEST_F(Refusal, NamesTheLineAndColumnInAFileBehindThePolicy) {
+    directory.Write("allow.json", "{\"mid_list\": [\n    {\"mid\": 7, \"protocol\": []}]}");
+    EXPECT_EQ(Of(Replay(R"({"rules": [], "allow_list": "allow.json"})", "")),
+              "mordhost: allow.json:2:13: \"mid\" must be a string, and this is a number\n");
+    directory.Write("dots.json", "{\n\n  \"G\": \"M\"}");
+    EXPECT_EQ(Of(Replay(R"({"rules": [], "dots": "dots.json"})", "")),
+              "mordhost: dots.json:3:8: the machine ids of a dot must be an array, and this is a string\n");
+}
+
+TEST_F(Refusal, NamesTheLineAndColumnInTheEvents) {
+    EXPECT_EQ(Of(Replay(policy, "{}\n{\"pid\": 1}\n{\"pid\": \"1\"}\n")),
+              "mordhost: e.jsonl:3:9: \"pid\" must be a number, and this is a string\n");
+    EXPECT_EQ(Of(Replay(policy, "{}\r\n\r\n{\"pid\": 1,}\r\n")),
+              "mordhost: e.jsonl:3:11: Missing a name for object member.\n");
+}
+
+TEST_F(Refusal, ComesBeforeAnythingIsDecidedOrWritten) {
+    const ProcessResult result =
+        Replay(R"({"rules": [{"guid": "G", "type": "smb"}], "dots": {"G": ["M"]},
+                   "allow_list": {"mid_list": [{"mid": "M", "protocol": ["smb"]}]}})",
+               "{}\nbad\n", {"--dots", directory.Name("dots.json"), "--reports", directory.Name("reports")});
+    EXPECT_EQ(Of(result), "mordhost: e.jsonl:2:1: Invalid value.\n");
+    EXPECT_FALSE(directory.Has("dots.json"));
+    EXPECT_FALSE(directory.Has("reports"));
+}
+
+TEST_F(Refusal, OfTheStandardInputComesBehindWhatWasDecidedBefore) {
+    const ProcessResult result =
+        Mordhost({"replay", directory.Write("p.json", policy), "-"}, "{\"flags\": 4}\n{\"pid\": true}\n");
+    EXPECT_EQ(result.code, 3);
+    EXPECT_NE(result.output.find("disconnect"), std::string::npos) << result.output;
+    EXPECT_EQ(result.error, "mordhost: standard input:2:9: \"pid\" must be a number, and this is a boolean\n");
+}
