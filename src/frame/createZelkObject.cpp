@@ -16,7 +16,7 @@ CMordRecv* Instance() {
 } // namespace
 
 extern "C" MORD_EXPORT uint32_t MORD_CDECL CreateZelkObject(const GUID* iid, void** out) {
-    if (!SameIdentifier(*iid, IID_IMordRev)) {
+    if (!SameIdentifier(iid, IID_IMordRev)) {
         return RESULT_NO_INTERFACE;
     }
     IMordRev* const receiver = Instance();

@@ -50,7 +50,7 @@ int32_t CMordRecv::Release() {
 }
 
 uint32_t CMordRecv::QueryInterface(const GUID* iid, void** out) {
-    if (!SameIdentifier(*iid, IID_IMordRev) && !SameIdentifier(*iid, IID_IMordRevSecond)) {
+    if (!SameIdentifier(iid, IID_IMordRev) && !SameIdentifier(iid, IID_IMordRevSecond)) {
         return RESULT_NO_INTERFACE;
     }
     *out = static_cast<IMordRev*>(this);
