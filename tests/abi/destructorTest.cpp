@@ -1,0 +1,44 @@
+// The slot of the destructor. Each case is the last thing that its process does with the receiver.
+#include <gtest/gtest.h>
+
+#include "abi/edge.h"
+#include "abi/fakeHost.h"
+#include "abi/heapUse.h"
+
+namespace {
+
+using namespace edge;
+
+class AbiDestructor : public ::testing::Test {
+protected:
+    void SetUp() override {
+        LoadSiblings();
+        ASSERT_TRUE(receiver->slots->Init(receiver, &host.host));
+        Journal();
+    }
+
+    Receiver* const receiver = TheReceiver();
+    FakeHost host = MakeHost(nullptr);
+};
+
+TEST_F(AbiDestructor, WithTheDeleteFlagReleasesTheMachineIdServiceAndFreesTheObject) {
+    void* const address = receiver;
+    const size_t before = HeapBytesInUse();
+    void* const destroyed = receiver->slots->Destructor(receiver, 1);
+    EXPECT_LE(HeapBytesInUse() + 100, before);
+    EXPECT_EQ(destroyed, address);
+    EXPECT_EQ(Journal(), "IMachineIdService.Release\n");
+}
+
+TEST_F(AbiDestructor, WithoutTheDeleteFlagLeavesTheMemoryToItsOwner) {
+    ASSERT_TRUE(receiver->slots->SetAllowList(receiver, R"({"mid_list": [{"mid": "MID", "protocol": ["KEY"]}]})"));
+    const size_t before = HeapBytesInUse();
+    void* const destroyed = receiver->slots->Destructor(receiver, 2); // only bit 0 counts
+    const size_t freed = before - HeapBytesInUse();
+    EXPECT_EQ(destroyed, receiver);
+    EXPECT_GT(freed, 0U) << "the allow list is gone";
+    static_cast<void>(*reinterpret_cast<volatile char*>(receiver)); // still the process's memory
+    EXPECT_EQ(Journal(), "IMachineIdService.Release\n");
+}
+
+} // namespace
