@@ -1,34 +1,53 @@
 #include "abi/edge.h"
 
 #include "abi/journal.h"
-#include "abi/library.h"
+#include "hostKit/dynamicLibrary.h"
 
 namespace edge {
 
 namespace {
+
+using hostKit::DynamicLibrary;
+
+// A library that stays loaded.
+const DynamicLibrary& Load(const std::filesystem::path& file) {
+    return *new DynamicLibrary(file);
+}
+
+const DynamicLibrary& Library() {
+    static const DynamicLibrary& library = Load(LibraryPath());
+    return library;
+}
 
 ConverterUse converterUse;
 
 // The text lives as long as the process.
 const Utf16* ConfigDirectory(const char* folder) {
     static std::u16string text;
-    text = (ProgramFolder() / folder / "").u16string();
+    text = (hostKit::ProgramFolder() / folder / "").u16string();
     return reinterpret_cast<const Utf16*>(text.c_str());
 }
 
-void SetUp(void* sibling, const SiblingSetUp& setUp) {
-    reinterpret_cast<SetUpSiblingFunction>(FindExport(sibling, "SetUpSibling"))(&setUp);
+const DynamicLibrary& LoadSibling(const char* name) {
+    return Load(hostKit::ProgramFolder() / "abi/siblings" / hostKit::LibraryFile(name));
+}
+
+void SetUp(const DynamicLibrary& sibling, const SiblingSetUp& setUp) {
+    reinterpret_cast<SetUpSiblingFunction>(sibling.Symbol("SetUpSibling"))(&setUp);
 }
 
 } // namespace
 
+std::filesystem::path LibraryPath() {
+    return hostKit::ProductFolder() / hostKit::LibraryFile("mordRev");
+}
+
 void* LibraryModule() {
-    static void* const module = LoadFile(ProgramFolder() / ABI_LIBRARY_FILE);
-    return module;
+    return Library().Handle();
 }
 
 Factory LibraryFactory() {
-    return reinterpret_cast<Factory>(FindExport(LibraryModule(), "CreateZelkObject"));
+    return reinterpret_cast<Factory>(Library().Symbol("CreateZelkObject"));
 }
 
 Receiver* TheReceiver() {
@@ -38,12 +57,12 @@ Receiver* TheReceiver() {
 }
 
 void LoadSiblings(bool logging) {
-    void* const ferrocore = LoadFile(ProgramFolder() / ABI_FERROCORE_FILE);
-    void* const zelkBase = LoadFile(ProgramFolder() / ABI_ZELKBASE_FILE);
-    void* const moduleBase = LoadFile(ProgramFolder() / ABI_MODULEBASE_FILE);
+    const DynamicLibrary& ferrocore = LoadSibling("Ferrocore");
+    const DynamicLibrary& zelkBase = LoadSibling("ZelkBase");
+    const DynamicLibrary& moduleBase = LoadSibling("ModuleBase");
     SiblingSetUp setUp{};
     setUp.write = WriteJournal;
-    setUp.baseModule = moduleBase;
+    setUp.baseModule = moduleBase.Handle();
     setUp.configDirectory = ConfigDirectory(logging ? "abi/logOn" : "abi/logOff");
     setUp.converterUse = &converterUse;
     SetUp(ferrocore, setUp);

@@ -1,6 +1,7 @@
 // The library and the fake siblings, loaded from their files, and nothing of them linked.
 #pragma once
 
+#include <filesystem>
 #include <string>
 
 #include "abi/fakeSibling.h"
@@ -16,7 +17,8 @@ constexpr Guid secondReceiverId = {0x6DADA238, 0x8BD1, 0x4DE4, {0xA2, 0x24, 0x7D
 constexpr uint32_t ok = 0;
 constexpr uint32_t noInterface = 0x80004002;
 
-// The library's file, and its export. The first call loads it.
+// The built library. The first call that needs it loads it; it stays loaded.
+std::filesystem::path LibraryPath();
 void* LibraryModule();
 Factory LibraryFactory();
 

@@ -9,19 +9,14 @@
 
 #include "abi/edge.h"
 #include "abi/file/peFile.h"
-#include "abi/library.h"
 
 namespace {
 
 using namespace edge;
 
-std::filesystem::path DllPath() {
-    return ProgramFolder() / ABI_LIBRARY_FILE;
-}
-
 class MordRevDll : public ::testing::Test {
 protected:
-    const PeFile file{DllPath()};
+    const PeFile file{LibraryPath()};
 };
 
 // A text of the version resource: UTF-16 with its NUL.
@@ -72,7 +67,7 @@ TEST_F(MordRevDll, HasAVersionResourceWithTheVersionOfTheProject) {
 }
 
 TEST_F(MordRevDll, NamesNoFolderOfTheBuildMachine) {
-    const FileBytes bytes(DllPath());
+    const FileBytes bytes(LibraryPath());
     EXPECT_FALSE(bytes.Contains(ABI_SOURCE_FOLDER));
     EXPECT_FALSE(bytes.Contains(ABI_BUILD_FOLDER));
 }

@@ -5,16 +5,12 @@
 
 #include <gtest/gtest.h>
 
+#include "abi/edge.h"
 #include "abi/file/elfFile.h"
-#include "abi/library.h"
 
 namespace {
 
 using namespace edge;
-
-std::filesystem::path LibraryPath() {
-    return ProgramFolder() / ABI_LIBRARY_FILE;
-}
 
 class MordRevSo : public ::testing::Test {
 protected:
