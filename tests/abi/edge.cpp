@@ -57,9 +57,9 @@ Receiver* TheReceiver() {
 }
 
 void LoadSiblings(bool logging) {
-    const DynamicLibrary& ferrocore = LoadSibling("Ferrocore");
-    const DynamicLibrary& zelkBase = LoadSibling("ZelkBase");
-    const DynamicLibrary& moduleBase = LoadSibling("ModuleBase");
+    static const DynamicLibrary& ferrocore = LoadSibling("Ferrocore");
+    static const DynamicLibrary& zelkBase = LoadSibling("ZelkBase");
+    static const DynamicLibrary& moduleBase = LoadSibling("ModuleBase");
     SiblingSetUp setUp{};
     setUp.write = WriteJournal;
     setUp.baseModule = moduleBase.Handle();
