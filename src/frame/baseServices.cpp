@@ -12,7 +12,7 @@ CreateZelkObjectFunction FindLibraryFactory(const WideChar* library) {
 } // namespace
 
 CBaseServices* CBaseServices::Instance() {
-    static CBaseServices* const holder = new CBaseServices; // never destroyed: the services outlast the component
+    static auto* const holder = new CBaseServices; // never destroyed: the services outlast the component
     return holder;
 }
 

@@ -6,8 +6,8 @@
 
 #include "frame/identifiers.h"
 
-// Whether `left` and `right` are the same 16 bytes, compared as four 32-bit words. A pointer that comes from outside need
-// not be aligned.
+// Whether `left` and `right` are the same 16 bytes, compared as four 32-bit words. A pointer that comes from outside
+// need not be aligned.
 inline bool SameIdentifier(const GUID* left, const GUID& right) {
     uint32_t leftWords[4];
     uint32_t rightWords[4];

@@ -39,7 +39,7 @@ namespace {
 // Digits are put in by hand: a stream of char16_t has no number formatting.
 template <typename Number>
 void InsertDecimal(Base::CSmartStream& stream, Number number) {
-    char digits[16];
+    char digits[16] = {};
     const char* const end = std::to_chars(std::begin(digits), std::end(digits), number).ptr;
     for (const char* digit = digits; digit != end; ++digit) {
         stream.put(static_cast<WideChar>(*digit));

@@ -17,7 +17,7 @@ namespace {
 
 // "ZelkBase.dll" is "libZelkBase.so" here; a name without that ending is taken as it stands.
 std::string LibraryFileName(const WideChar* name) {
-    const std::string narrow = ToUtf8(name);
+    std::string narrow = ToUtf8(name);
     constexpr std::string_view ending = ".dll";
     if (!narrow.ends_with(ending)) {
         return narrow;

@@ -1,5 +1,5 @@
-// The heap of the C library behind functions that count. Its own figures take a freed block that it keeps at hand for one
-// in use.
+// The heap of the C library behind functions that count. Its own figures take a freed block that it keeps at hand for
+// one in use.
 #include <atomic>
 #include <cerrno>
 

@@ -1,4 +1,5 @@
-/* The notes that a test compares: those of its own fakes and of the fake siblings, in one order; C and C++. One thread. */
+/* The notes that a test compares: those of its own fakes and of the fake siblings, in one order; C and C++. One thread
+ * at a time. */
 #pragma once
 
 #include "slots.h"

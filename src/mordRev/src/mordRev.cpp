@@ -10,7 +10,7 @@
 namespace {
 
 uint32_t ReadWord(const void* data) {
-    uint32_t word;
+    uint32_t word = 0;
     std::memcpy(&word, data, sizeof word); // the host's pointer need not be aligned
     return word;
 }

@@ -33,6 +33,8 @@ class CMordRecv final : public CMordRecvObject, public IMordRev {
 public:
     CMordRecv();
     ~CMordRecv();
+    CMordRecv(const CMordRecv&) = delete;
+    CMordRecv& operator=(const CMordRecv&) = delete;
 
     // Base::CZelkObjectBase. Nothing calls it: Release does not count.
     void DestroySelf() override;

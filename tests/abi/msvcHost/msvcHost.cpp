@@ -1,5 +1,5 @@
-// A host compiled in the Microsoft ABI: it calls every operation of the receiver through C++ virtual calls, with its own
-// objects as host, records and sink, and prints what happens. Its last act is to delete the receiver.
+// A host compiled in the Microsoft ABI: it calls every operation of the receiver through C++ virtual calls, with its
+// own objects as host, records and sink, and prints what happens. Its last act is to delete the receiver.
 #include "abi/msvcHost/hostObjects.h"
 
 namespace {
