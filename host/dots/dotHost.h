@@ -14,8 +14,8 @@
 
 namespace mordhost {
 
-// Answers from a dot store, fails as prescribed, and keeps account of every call. For one thread. No exception leaves its
-// operations.
+// Answers from a dot store, fails as prescribed, and keeps account of every call. For one thread. No exception leaves
+// its operations.
 class DotHost final : public IDotHost {
 public:
     struct Account {

@@ -11,8 +11,8 @@ namespace mordhost {
 // For one thread.
 class MemoryDotStore final : public DotStore {
 public:
-    // When `file` is not empty, it holds the dots that are left, from the first deletion on; it is replaced as a whole at
-    // each deletion, so that it is never found half written.
+    // When `file` is not empty, it holds the dots that are left, from the first deletion on; it is replaced as a whole
+    // at each deletion, so that it is never found half written.
     explicit MemoryDotStore(DotTable dots, std::string file = {});
     MemoryDotStore(const MemoryDotStore&) = delete;
     MemoryDotStore& operator=(const MemoryDotStore&) = delete;

@@ -9,8 +9,8 @@
 namespace mordhost {
 
 // Answers the query request `request`, {"guid": ["GUID-1", …]}, in the format of the query result: for each guid under
-// which there is a dot, once and in the order of the request, {"GUID-1": {"value": 1, "mid": {"MID-1": 1, …}}, …}. A guid
-// without a dot has no member. Nothing for a text that is no query request.
+// which there is a dot, once and in the order of the request, {"GUID-1": {"value": 1, "mid": {"MID-1": 1, …}}, …}. A
+// guid without a dot has no member. Nothing for a text that is no query request.
 std::optional<std::string> AnswerQuery(const DotStore& store, const char* request);
 
 } // namespace mordhost

@@ -22,8 +22,8 @@ struct Answer {
 // For one thread, and one in a process, as the object is. While it lives, the library holds the host and the sink.
 class Receiver {
 public:
-    // Initialises the object, sets it up by `policy` and opens its gate. `policy` must outlive this. Throws LoadError when
-    // the object does not come up, DocumentError when it refuses a document.
+    // Initialises the object, sets it up by `policy` and opens its gate. `policy` must outlive this. Throws LoadError
+    // when the object does not come up, DocumentError when it refuses a document.
     Receiver(IMordRev& object, const Policy& policy, IDotHost& host, IReportSink& sink);
     ~Receiver();
     Receiver(const Receiver&) = delete;

@@ -1,7 +1,8 @@
 // The library's log records, as they are written.
 //
-// The base library reads "Zelklog.ini" from, and writes the log files into, the directory that ZELK_LOG_DIR names. The host
-// makes a private one, so that no log settings or log files of the machine have a part in it, and reads the records back.
+// The base library reads "Zelklog.ini" from, and writes the log files into, the directory that ZELK_LOG_DIR names. The
+// host makes a private one, so that no log settings or log files of the machine have a part in it, and reads the
+// records back.
 #pragma once
 
 #include <cstdint>

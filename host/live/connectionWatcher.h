@@ -13,8 +13,8 @@ namespace mordhost {
 
 class ConnectionWatcher {
 public:
-    // From now on. The events of remote ends in one of the ranges `flagged` bear EVENT_FLAG_REPLY_TWO, for which the kernel
-    // has no equal. Throws LiveError.
+    // From now on. The events of remote ends in one of the ranges `flagged` bear EVENT_FLAG_REPLY_TWO, for which the
+    // kernel has no equal. Throws LiveError.
     explicit ConnectionWatcher(std::vector<AddressRange> flagged);
 
     // Whether connections are told that come and go between two looks.
@@ -24,8 +24,8 @@ public:
     int Handle() const { return m_diag.EndsHandle(); }
 
     // The events since the last look. Connections have the names "connection-1", "connection-2", …, their ends
-    // "disconnect-1", …; a process is that of the connection or, as long as none has taken it, that which listens for it.
-    // Throws LiveError.
+    // "disconnect-1", …; a process is that of the connection or, as long as none has taken it, that which listens for
+    // it. Throws LiveError.
     std::vector<ConnectionEvent> Look();
 
 private:

@@ -62,7 +62,8 @@ private:
 // never more than the destination holds.
 template <typename To, size_t stackCapacity, typename From>
 std::basic_string<To> Convert(uint32_t command, const From* source, size_t length, size_t capacity) {
-    std::array<To, stackCapacity> onStack; // NOLINT(cppcoreguidelines-pro-type-member-init): clearing would cost the gain
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): clearing it would cost what the stack gains
+    std::array<To, stackCapacity> onStack;
     std::unique_ptr<To[]> onHeap;
     To* destination = onStack.data();
     if (capacity > stackCapacity) {

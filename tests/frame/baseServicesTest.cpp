@@ -1,5 +1,5 @@
-// Which services the holder binds, when and in which order, over a scripted system. Each case needs a process of its own:
-// the holder lives as long as the process.
+// Which services the holder binds, when and in which order, over a scripted system. Each case needs a process of its
+// own: the holder lives as long as the process.
 #include <algorithm>
 #include <chrono>
 #include <cstddef>
@@ -172,8 +172,8 @@ TEST_F(BaseServices, ServiceThatIsHadAgainEndsTheRebinding) {
     EXPECT_EQ(TakeCalls(), Calls());
 }
 
-// Whichever of the four is missing, all four are bound anew: released first, one after the other, each just before it is
-// asked for again.
+// Whichever of the four is missing, all four are bound anew: released first, one after the other, each just before it
+// is asked for again.
 TEST_F(BaseServices, AnyMissingServiceOfZelkBaseRebindsAllFour) {
     CBaseServices* const holder = CBaseServices::Instance();
     const Calls order{"IModuleFinder", "BaseServiceTwo", "BaseServiceOne", "BaseServiceThree"};

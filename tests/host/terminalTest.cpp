@@ -14,8 +14,8 @@ namespace {
 
 class Terminal : public MordhostTest {
 protected:
-    // What arrives at the terminal when mordhost replays so many events on it. With `outputFile` the standard output goes
-    // there instead.
+    // What arrives at the terminal when mordhost replays so many events on it. With `outputFile` the standard output
+    // goes there instead.
     std::string Shown(size_t events, const std::string& outputFile = "") const {
         std::string lines;
         for (size_t i = 0; i < events; ++i) {

@@ -7,9 +7,9 @@
 
 namespace hostKit::allocations {
 
-// Between Begin and End the calling thread's allocations are kept, by size in bytes, in order (64 at most). The one with
-// the number `failing`, counted from 0, throws std::bad_alloc; a negative number lets all pass. Keeping them allocates
-// nothing.
+// Between Begin and End the calling thread's allocations are kept, by size in bytes, in order (64 at most). The one
+// with the number `failing`, counted from 0, throws std::bad_alloc; a negative number lets all pass. Keeping them
+// allocates nothing.
 void Begin(int failing = -1);
 std::vector<size_t> End();
 

@@ -11,8 +11,8 @@ namespace hostKit {
 
 class CallLog {
 public:
-    // Called for each line before it is kept, on the thread that made the call: a test looks at the state of that moment,
-    // or delays the call. Set while nothing calls.
+    // Called for each line before it is kept, on the thread that made the call: a test looks at the state of that
+    // moment, or delays the call. Set while nothing calls.
     std::function<void(const std::string& call)> onAdd;
 
     void Add(std::string call) {

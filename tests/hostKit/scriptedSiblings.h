@@ -65,8 +65,8 @@ public:
     std::u16string machineId; // cut to the record's 68 units, NUL only if there is room
     int32_t machineIdResult = 0;
 
-    // The records that ILogWriter received. They go into `calls` too, as "ILogWriter.WriteRecord(TEXT,LEVEL)" with the masked
-    // text, when that is asked for.
+    // The records that ILogWriter received. They go into `calls` too, as "ILogWriter.WriteRecord(TEXT,LEVEL)" with the
+    // masked text, when that is asked for.
     bool logsRecords = false;
     std::vector<WrittenRecord> Records() const;
 
@@ -83,8 +83,8 @@ public:
     int ConverterReferences() const;         // AddRef less Release, since it was handed out
     bool converterIsReferencedWithin = true; // whether each Convert so far found a reference held beside the first
 
-    // Called within Convert, first. A value is the result, and the conversion is then the test's affair. It must allocate
-    // nothing that the test does not mean to count.
+    // Called within Convert, first. A value is the result, and the conversion is then the test's affair. It must
+    // allocate nothing that the test does not mean to count.
     std::function<std::optional<int32_t>(uint32_t command, TextConversionRequest& request)> onConvert;
 
     // The directory that ILogConfig gives by default, with its last separator.

@@ -1,6 +1,6 @@
-// An operating system as a test wants it, in the place of the real one: a program that links `scriptedSystem` gets these
-// bodies of platform.h and no others. For what the real system does not show: the look-ups that are made and not made,
-// the arguments of its calls, and their order among the calls of the siblings.
+// An operating system as a test wants it, in the place of the real one: a program that links `scriptedSystem` gets
+// these bodies of platform.h and no others. For what the real system does not show: the look-ups that are made and not
+// made, the arguments of its calls, and their order among the calls of the siblings.
 #pragma once
 
 #include <cstdint>

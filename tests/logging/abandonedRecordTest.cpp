@@ -1,5 +1,5 @@
-// A record that was begun and never ended goes to the standard wide output and to the debug output when its stream goes,
-// whatever the flags say.
+// A record that was begun and never ended goes to the standard wide output and to the debug output when its stream
+// goes, whatever the flags say.
 #include <stdexcept>
 
 #include "logging/logFixture.h"

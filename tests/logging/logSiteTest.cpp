@@ -48,8 +48,8 @@ static_assert(FunctionIs("virtual CMordRecv::~CMordRecv()", "CMordRecv::~CMordRe
 
 } // namespace
 
-// The names of real functions, as this compiler writes them. They stand outside any namespace, since that would be part of
-// the name.
+// The names of real functions, as this compiler writes them. They stand outside any namespace, since that would be part
+// of the name.
 struct LogSiteSample {
     std::string constructed;
 

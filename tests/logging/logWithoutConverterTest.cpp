@@ -1,5 +1,5 @@
-// Records when the first conversion of the process finds no converter: what is narrow in them goes blank. Each case needs
-// a process of its own.
+// Records when the first conversion of the process finds no converter: what is narrow in them goes blank. Each case
+// needs a process of its own.
 #include "hostKit/utf.h"
 #include "logging/logFixture.h"
 #include "logging/logMacros.h"

@@ -10,8 +10,8 @@ class Unloading : public hostKit::ProductFixture {
 protected:
     void TearDown() override { EXPECT_EQ(calls.Take(), Calls()) << "host and sink are not told"; }
 
-    // A receiver that has been through all its states. What it keeps for good is lost to the leak check once the library
-    // is gone, and is meant to be.
+    // A receiver that has been through all its states. What it keeps for good is lost to the leak check once the
+    // library is gone, and is meant to be.
     void UseReceiver(const std::string& ini) {
         const PauseLeakCheck pause;
         siblings.WriteIni(ini);

@@ -32,7 +32,7 @@ protected:
         Fields().Mid() = "LOCAL-MID";
     }
 
-    // From here on the reads of records that are added stand in `calls` as well, as those of "event", "rule1", "rule2" ….
+    // From here on the reads of records that are added stand in `calls` as well: those of "event", "rule1" and so on.
     void WatchReads() {
         reads = &calls;
         event = hostKit::SampleEvent(reads);

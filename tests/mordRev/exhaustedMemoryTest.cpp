@@ -21,7 +21,8 @@ struct Failure {
 };
 
 // What the runtime itself has to allocate once, on Windows: the receiver's lock at its first use, and the lock of the
-// reserve from which exceptions are taken when there is no memory for them. Without the latter the runtime cannot throw.
+// reserve from which exceptions are taken when there is no memory for them. Without the latter the runtime cannot
+// throw.
 void WarmUp(std::timed_mutex& lock) {
     const std::lock_guard first(lock);
     try {
@@ -45,8 +46,8 @@ protected:
         plainHost.answer = hostKit::AnswerText(longText + "guid", {longText + "1", longText + "2"});
     }
 
-    // Lets each allocation of `operation` fail in turn. `before` puts everything into its first state; `after` is told how
-    // the operation ended. The lock must be free then.
+    // Lets each allocation of `operation` fail in turn. `before` puts everything into its first state; `after` is told
+    // how the operation ended. The lock must be free then.
     template <typename Operation, typename Before, typename After>
     void Sweep(const Operation& operation, const Before& before, const After& after) {
         for (const bool lasting : {false, true}) {
@@ -276,8 +277,8 @@ TEST_F(ExhaustedMemoryOfEvents, ATextWhoseBufferCannotBeHadIsEmptyAndTheEventIsD
                   EXPECT_LE(reply, REPLY_ALLOW);
               }
           });
-    // The type of the first rule; both guids for the request; guid and type of each rule for the decision; guid, type and
-    // two addresses for the report.
+    // The type of the first rule; both guids for the request; guid and type of each rule for the decision; guid, type
+    // and two addresses for the report.
     EXPECT_EQ(absent, 11);
 }
 

@@ -12,8 +12,8 @@ using Texts = std::vector<std::string>;
 
 class LifecycleLock : public LifecycleEventFixture {
 protected:
-    // Whether `operation`, on a thread of its own, is still at it after `time` while this thread holds the lock. It ends
-    // before this returns.
+    // Whether `operation`, on a thread of its own, is still at it after `time` while this thread holds the lock. It
+    // ends before this returns.
     bool IsHeldUpFor(std::chrono::milliseconds time, const std::function<void()>& operation) {
         std::atomic<bool> done{false};
         Fields().Lock().lock();

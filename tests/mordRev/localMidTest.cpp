@@ -68,7 +68,8 @@ TEST_F(LocalMid, OneThatIsKnownIsKeptByInitAndTheServiceIsNotCreated) {
                                     Trace("mordRev.cpp CMordRecv::Init", "init get mid=SET-BY-HOST")}));
 }
 
-// The same by the public operations alone: a host comes to set the property before an Init by a first Init that found none.
+// The same by the public operations alone: a host comes to set the property before an Init by a first Init that found
+// none.
 TEST_F(LocalMid, OneSetByThePropertyBeforeInitIsKeptAndTheServiceIsNotCreated) {
     siblings.refused = {"IMachineIdService"};
     ASSERT_TRUE(receiver->Init(&host));

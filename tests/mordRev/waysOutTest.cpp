@@ -5,7 +5,8 @@ using namespace hostKit;
 
 namespace {
 
-// One rule "GUID-1" of type "TYPE-1"; the default mode with an empty action table, so that the decision stands as it fell.
+// One rule "GUID-1" of type "TYPE-1"; the default mode with an empty action table, so that the decision stands as it
+// fell.
 class WaysOut : public DecisionFixture {
 protected:
     void SetUp() override {

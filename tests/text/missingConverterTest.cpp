@@ -1,5 +1,5 @@
-// The ways in which the converter can be missing at the first conversion of the process: nothing is looked for again. Each
-// case needs a process of its own.
+// The ways in which the converter can be missing at the first conversion of the process: nothing is looked for again.
+// Each case needs a process of its own.
 #include "text/textConvertFixture.h"
 
 namespace {

@@ -1,5 +1,5 @@
-// When a conversion takes memory from the heap. The scripted answer is short enough to stand in the result itself, so that
-// what is counted is the destination alone.
+// When a conversion takes memory from the heap. The scripted answer is short enough to stand in the result itself, so
+// that what is counted is the destination alone.
 #include <new>
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
-// Conversion through the converter of the base library: what it is asked, and what comes of its answers. The converter is
-// looked for once in a process, so that each case needs a process of its own.
+// Conversion through the converter of the base library: what it is asked, and what comes of its answers. The converter
+// is looked for once in a process, so that each case needs a process of its own.
 #include <chrono>
 #include <cstddef>
 #include <thread>
