@@ -30,10 +30,18 @@ struct LogFunctionName {
     char text[capacity] = {};
 
     constexpr explicit LogFunctionName(const char (&signature)[capacity]) {
+        // The name stands between the last blank before the parameters and their parenthesis; what stands in angle
+        // brackets is part of a type.
         const std::string_view whole(signature, capacity - 1);
-        const size_t end = whole.find('(');
-        const size_t begin = whole.rfind(' ', end) + 1; // 0 when the name begins the signature
-        for (size_t i = begin; i < end && i < whole.size(); ++i) {
+        size_t begin = 0;
+        size_t end = 0;
+        for (int depth = 0; end < whole.size() && (depth != 0 || whole[end] != '('); ++end) {
+            depth += whole[end] == '<' ? 1 : whole[end] == '>' ? -1 : 0;
+            if (depth == 0 && whole[end] == ' ') {
+                begin = end + 1;
+            }
+        }
+        for (size_t i = begin; i < end; ++i) {
             text[i - begin] = whole[i];
         }
         // A pointer result leaves its asterisk at the name.
