@@ -6,6 +6,7 @@
 #include "mordRev/src/mordRevTypes.h"
 #include "policy/modeNames.h"
 #include "system/hostSystem.h"
+#include "system/runError.h"
 
 namespace mordhost {
 
@@ -82,7 +83,7 @@ void DecisionRun::WriteLog(const std::string& records) {
 void DecisionRun::Flush() {
     std::cout.flush();
     if (!std::cout) {
-        throw OutputError("cannot write the standard output");
+        throw RunError("cannot write the standard output");
     }
     if (m_reportFile) {
         m_reportFile->Flush();

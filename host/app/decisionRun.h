@@ -34,7 +34,7 @@ public:
     // Decides the event and writes what came of it.
     void Handle(ConnectionEvent event);
 
-    // Hands all that was written to the system. Throws OutputError.
+    // Hands all that was written to the system. Throws RunError.
     void Flush();
 
     // Writes the summary, and warnings to the standard error where the library did not keep its account with the host.

@@ -8,8 +8,6 @@
 #include "document/filePath.h"
 #include "document/sourceText.h"
 #include "library/libraries.h"
-#include "live/liveError.h"
-#include "output/outputFile.h"
 
 namespace mordhost {
 
@@ -56,9 +54,7 @@ int RunMordhost(std::vector<std::string> arguments) {
         return Fail(error, EXIT_NOT_LOADABLE);
     } catch (const FileError& error) {
         return Fail(error, EXIT_BAD_ARGUMENTS);
-    } catch (const OutputError& error) {
-        return Fail(error, EXIT_FAILED);
-    } catch (const LiveError& error) {
+    } catch (const std::exception& error) { // RunError, and what nobody foresaw
         return Fail(error, EXIT_FAILED);
     }
 }

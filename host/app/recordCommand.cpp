@@ -7,6 +7,7 @@
 #include "app/liveOptions.h"
 #include "mordRev/src/mordRevTypes.h"
 #include "output/outputFile.h"
+#include "system/runError.h"
 
 namespace mordhost {
 
@@ -20,7 +21,7 @@ struct RecordOptions {
 void WriteToStandardOutput(const std::string& line) {
     std::cout << line << std::flush;
     if (!std::cout) {
-        throw OutputError("cannot write the standard output");
+        throw RunError("cannot write the standard output");
     }
 }
 

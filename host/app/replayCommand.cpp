@@ -32,7 +32,7 @@ struct ReplayOptions {
 struct Preview {
     size_t count = 0;
     Widths widths = UsualWidths();
-    std::set<std::string> names;
+    std::set<std::string> failing; // names of events for which the policy prescribes a failure
 };
 
 std::ifstream OpenEvents(const std::string& name) {
@@ -56,7 +56,9 @@ Preview LookThrough(const std::string& name, const Policy& policy) {
     Preview preview;
     while (std::optional<ConnectionEvent> event = reader.Next()) {
         ++preview.count;
-        preview.names.insert(event->name);
+        if (policy.failures.contains(event->name)) {
+            preview.failing.insert(event->name);
+        }
         Decision decision;
         decision.rules = SelectRules(policy.rules, *event);
         decision.process = event->process;
@@ -89,7 +91,7 @@ void ReplayStream(const ReplayOptions& options, const Policy& policy) {
 
 void ReplayFile(const ReplayOptions& options, const Policy& policy) {
     const Preview preview = LookThrough(options.events, policy);
-    WarnOfUnknownNames(policy, preview.names);
+    WarnOfUnknownNames(policy, preview.failing);
     std::ifstream file = OpenEvents(options.events);
     EventReader reader(file, options.events);
     DecisionRun run(policy, options.run, TitleOf(options.policy, policy), preview.widths);

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "decide/decision.h"
-#include "dots/dotHost.h"
+#include "library/dotHost.h"
 #include "library/receiver.h"
 #include "library/recordLog.h"
 #include "library/reportSink.h"

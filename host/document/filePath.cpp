@@ -39,7 +39,7 @@ std::string ReadWholeFile(const std::string& name) {
 void ReplaceFile(const std::string& name, const std::string& text) {
     const std::filesystem::path path = PathOf(name);
     std::filesystem::path fresh = path;
-    fresh += ".new";
+    fresh += ".mordhost-new";
     std::error_code error = WriteDurably(fresh, text);
     if (!error) {
         std::filesystem::rename(fresh, path, error); // replaces what stands there, in one step

@@ -5,6 +5,7 @@
 
 #include "document/filePath.h"
 #include "system/hostSystem.h"
+#include "system/runError.h"
 
 namespace mordhost {
 
@@ -25,8 +26,8 @@ std::filesystem::path MakePrivateDirectory() {
             return directory;
         }
     }
-    throw FileError("cannot make a directory for log records in " + Utf8Of(parent) +
-                    (error ? ": " + error.message() : ""));
+    throw RunError("cannot make a directory for log records in " + Utf8Of(parent) +
+                   (error ? ": " + error.message() : ""));
 }
 
 } // namespace

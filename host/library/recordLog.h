@@ -15,7 +15,7 @@ namespace mordhost {
 class RecordLog {
 public:
     // Makes the directory and names it in the environment; to be called before the library is initialised. With `on`
-    // false the library is told to write nothing. Throws FileError.
+    // false the library is told to write nothing. Throws RunError.
     explicit RecordLog(bool on);
     ~RecordLog();
     RecordLog(const RecordLog&) = delete;

@@ -14,7 +14,7 @@ namespace mordhost {
 class ConnectionWatcher {
 public:
     // From now on. The events of remote ends in one of the ranges `flagged` bear EVENT_FLAG_REPLY_TWO, for which the
-    // kernel has no equal. Throws LiveError.
+    // kernel has no equal. Throws RunError.
     explicit ConnectionWatcher(std::vector<AddressRange> flagged);
 
     // Whether connections are told that come and go between two looks.
@@ -25,7 +25,7 @@ public:
 
     // The events since the last look. Connections have the names "connection-1", "connection-2", …, their ends
     // "disconnect-1", …; a process is that of the connection or, as long as none has taken it, that which listens for
-    // it. Throws LiveError.
+    // it. Throws RunError.
     std::vector<ConnectionEvent> Look();
 
 private:

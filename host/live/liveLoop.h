@@ -18,7 +18,7 @@ struct LiveOptions {
 
 // Watches the machine's inbound connections and hands each event to `handle`, until the time is over or the process is
 // interrupted or asked to terminate. Says on the standard error when it is ready, and whether it may miss connections.
-// Throws LiveError, and what `handle` throws.
+// Throws RunError, and what `handle` throws.
 void WatchConnections(const LiveOptions& options, const std::function<void(ConnectionEvent)>& handle);
 
 } // namespace mordhost

@@ -11,7 +11,7 @@
 #include <unistd.h>
 
 #include "live/connectionWatcher.h"
-#include "live/liveError.h"
+#include "system/runError.h"
 
 namespace mordhost {
 
@@ -31,7 +31,7 @@ public:
         sigprocmask(SIG_BLOCK, &signals, &m_former);
         m_handle = signalfd(-1, &signals, SFD_CLOEXEC | SFD_NONBLOCK);
         if (m_handle < 0) {
-            throw LiveError("cannot wait for signals");
+            throw RunError("cannot wait for signals");
         }
     }
     ~StopSignals() {

@@ -9,16 +9,16 @@ namespace mordhost {
 
 class SocketDiag {
 public:
-    // Throws LiveError when the kernel does not answer such questions.
+    // Throws RunError when the kernel does not answer such questions.
     SocketDiag();
     ~SocketDiag();
     SocketDiag(const SocketDiag&) = delete;
     SocketDiag& operator=(const SocketDiag&) = delete;
 
-    // All sockets that listen; they have no remote end. Throws LiveError.
+    // All sockets that listen; they have no remote end. Throws RunError.
     std::vector<TcpSocket> Listeners();
 
-    // All sockets with a connection that this side has not closed. Throws LiveError.
+    // All sockets with a connection that this side has not closed. Throws RunError.
     std::vector<TcpSocket> Connections();
 
     // Whether the kernel tells of each connection that ends. It needs the right to administer the network.

@@ -13,7 +13,7 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
-#include "live/liveError.h"
+#include "system/runError.h"
 
 namespace mordhost {
 
@@ -36,7 +36,7 @@ struct alignas(nlmsghdr) Datagram {
 };
 
 [[noreturn]] void Fail(const std::string& what) {
-    throw LiveError("cannot watch connections: " + what + ": " + std::generic_category().message(errno));
+    throw RunError("cannot watch connections: " + what + ": " + std::generic_category().message(errno));
 }
 
 int OpenNetlink() {

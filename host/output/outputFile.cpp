@@ -4,6 +4,7 @@
 #include <system_error>
 
 #include "document/filePath.h"
+#include "system/runError.h"
 
 namespace mordhost {
 
@@ -22,7 +23,7 @@ void OutputFile::Write(std::string_view text) {
 void OutputFile::Flush() {
     m_stream.flush();
     if (!m_stream) {
-        throw OutputError("cannot write " + m_name + ": output is lost");
+        throw RunError("cannot write " + m_name + ": output is lost");
     }
 }
 

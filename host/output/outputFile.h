@@ -2,17 +2,10 @@
 #pragma once
 
 #include <fstream>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 
 namespace mordhost {
-
-// Output that was lost: what() says of which file.
-class OutputError : public std::runtime_error {
-public:
-    using std::runtime_error::runtime_error;
-};
 
 class OutputFile {
 public:
@@ -21,7 +14,7 @@ public:
 
     void Write(std::string_view text);
 
-    // Hands what was written to the system. Throws OutputError when some of it was lost.
+    // Hands what was written to the system. Throws RunError when some of it was lost.
     void Flush();
 
 private:

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "decide/decision.h"
-#include "dots/dotHost.h"
+#include "library/dotHost.h"
 #include "output/statistics.h"
 #include "output/table.h"
 #include "policy/policy.h"

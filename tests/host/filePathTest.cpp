@@ -53,13 +53,13 @@ TEST(ReplaceFile, TheNewTextTakesThePlaceOfTheOldAsAWhole) {
     const std::string name = directory.Write("dots.json", "a rather long old text");
     ReplaceFile(name, "new");
     EXPECT_EQ(directory.Read("dots.json"), "new");
-    EXPECT_FALSE(directory.Has("dots.json.new")) << "nothing is left beside it";
+    EXPECT_FALSE(directory.Has("dots.json.mordhost-new")) << "nothing is left beside it";
 }
 
 TEST(ReplaceFile, AFailureLeavesTheOldFile) {
     const TemporaryDirectory directory;
     const std::string name = directory.Write("dots.json", "old");
-    std::filesystem::create_directory(directory.Path() / "dots.json.new"); // in the way of the new file
+    std::filesystem::create_directory(directory.Path() / "dots.json.mordhost-new"); // in the way of the new file
     EXPECT_EQ(FileErrorOf([&] { ReplaceFile(name, "new"); }).rfind("cannot write " + name + ": ", 0), 0U);
     EXPECT_EQ(directory.Read("dots.json"), "old");
 }
@@ -69,5 +69,5 @@ TEST(ReplaceFile, ADirectoryInThePlaceOfTheFileIsAnErrorThatLeavesNothingBehind)
     std::filesystem::create_directories(directory.Path() / "dots.json" / "inner");
     const std::string name = directory.Name("dots.json");
     EXPECT_EQ(FileErrorOf([&] { ReplaceFile(name, "new"); }).rfind("cannot write " + name + ": ", 0), 0U);
-    EXPECT_FALSE(directory.Has("dots.json.new"));
+    EXPECT_FALSE(directory.Has("dots.json.mordhost-new"));
 }

@@ -4,10 +4,10 @@
 
 #include <gtest/gtest.h>
 
-#include "dots/dotHost.h"
 #include "dots/memoryDotStore.h"
 #include "host/fakeReceiver.h"
 #include "host/refusal.h"
+#include "library/dotHost.h"
 #include "library/libraries.h"
 #include "library/reportSink.h"
 

@@ -3,6 +3,7 @@
 #include <regex>
 
 #include "host/mordhostFixture.h"
+#include "system/hostSystem.h"
 
 using mordhostTest::MordhostTest;
 using mordhostTest::ProcessResult;
@@ -261,6 +262,19 @@ TEST_F(Replayed, NoEventsMakeAnEmptyRun) {
     EXPECT_NE(result.output.find("\n0 events\n0 queries, 0 reports, 0 dots deleted, 0 left\n"), std::string::npos)
         << result.output;
     EXPECT_EQ(result.output.find("time per decision"), std::string::npos);
+}
+
+TEST_F(Replayed, NothingIsLeftBehindHoweverARunEnds) {
+    for (const char* name : {"TMPDIR", "TMP"}) { // one for each platform
+        mordhost::SetEnvironment(name, directory.Path());
+    }
+    EXPECT_EQ(Replay(Policy("smb", ""), "{}\n").code, 0);
+    EXPECT_EQ(Replay(Policy("smb", ""), "{}\n", {"--no-log"}).code, 0);
+    EXPECT_EQ(Replay(Policy("smb", ""), "{}\n", {"--libraries", directory.Name("")}).code, 4);
+    EXPECT_EQ(Mordhost({"replay", directory.Name("p.json"), "-"}, "{}\n{\n").code, 3);
+    for (const auto& entry : std::filesystem::directory_iterator(directory.Path())) {
+        EXPECT_FALSE(entry.is_directory()) << entry.path();
+    }
 }
 
 TEST_F(Replayed, NothingIsColouredWhereThereIsNoTerminal) {

@@ -1,4 +1,4 @@
-#include "dots/dotHost.h"
+#include "library/dotHost.h"
 
 #include <cstring>
 #include <exception>
