@@ -1,5 +1,6 @@
 // The component beside its siblings: what Init asks of them, they give.
-#include <regex>
+#include <sstream>
+#include <stdexcept>
 
 #include <gtest/gtest.h>
 
@@ -17,10 +18,16 @@ public:
     int32_t FreeResult(char*) override { return 0; }
 };
 
-// The records of a log without what is not the siblings' business: time, site and thread.
-std::string Masked(const std::string& log) {
-    static const std::regex masked(R"(\d{4}-\d\d-\d\d \d\d:\d\d:\d\d( \[[A-Z]+\]\[)\S+ \d+(\]\[\S+\] \[)\d+\])");
-    return std::regex_replace(log, masked, "TIME$1SITE$2THREAD]");
+// The records of a log, each with the level and what stands behind the site: "[TRACE] message".
+std::string LevelsAndMessages(const std::string& log) {
+    std::istringstream lines(log);
+    std::string shortened;
+    for (std::string line; std::getline(lines, line);) {
+        const size_t level = line.find('[');
+        const size_t thread = line.find("] [") + 3;
+        shortened += line.substr(level, line.find(']') + 1 - level) + line.substr(line.find(']', thread) + 1) + '\n';
+    }
+    return shortened;
 }
 
 class ComponentTest : public testing::Test {
@@ -53,10 +60,9 @@ TEST_F(ComponentTest, startsAndLogsTheMachineIdByTheIniFileOfTheLogDirectory) {
     WriteFile(folder.Path() / "Zelklog.ini", "[OUTLOG]\r\nWriteLog=1\r\nLogLevel=30\r\n");
     ASSERT_TRUE(Component().Init(&host));
     const std::string id = NarrowMachineId();
-    EXPECT_EQ(Masked(folder.Log("MORD_Recv")),
-              "TIME [TRACE][SITE][CMordRecv::InitLogMoudle] [THREAD] logger is ready\r\n"
-              "TIME [TRACE][SITE][CMordRecv::GetLocalMid] [THREAD] GetLocalMid()-Get local mid is:" +
-                  id + "\r\nTIME [TRACE][SITE][CMordRecv::Init] [THREAD] init get mid=" + id + "\r\n");
+    EXPECT_EQ(LevelsAndMessages(folder.Log("MORD_Recv")), "[TRACE] logger is ready\r\n"
+                                                          "[TRACE] GetLocalMid()-Get local mid is:" +
+                                                              id + "\r\n[TRACE] init get mid=" + id + "\r\n");
 }
 
 TEST_F(ComponentTest, keepsTraceRecordsOutOfALogOfErrors) {
@@ -65,8 +71,8 @@ TEST_F(ComponentTest, keepsTraceRecordsOutOfALogOfErrors) {
     EXPECT_EQ(folder.Log("MORD_Recv"), "");
     uint32_t reply = 7;
     EXPECT_FALSE(Component().HandleEvent(nullptr, nullptr, 0, &reply));
-    const std::string log = Masked(folder.Log("MORD_Recv"));
-    EXPECT_TRUE(log.starts_with("TIME [ERROR][")) << log;
+    const std::string log = LevelsAndMessages(folder.Log("MORD_Recv"));
+    EXPECT_TRUE(log.starts_with("[ERROR] ")) << log;
     EXPECT_EQ(log.find("[TRACE]"), std::string::npos) << log;
 }
 

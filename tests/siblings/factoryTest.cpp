@@ -1,10 +1,9 @@
 // The factories of the built libraries, and what holds for every service.
-#include <ostream>
-#include <thread>
-#include <vector>
+#include <string>
 
 #include <gtest/gtest.h>
 
+#include "siblings/offeredServices.h"
 #include "siblings/siblingLibrary.h"
 
 namespace siblingTest {
@@ -14,28 +13,6 @@ namespace {
 constexpr uint32_t noInterface = 0x80004002;
 
 constexpr GUID unknownId = {0x52203844, 0x735C, 0x447B, {0xAC, 0xBC, 0x73, 0x45, 0x63, 0x37, 0x67, 0x2D}};
-
-struct OfferedService {
-    const char* name;
-    const char* library;
-    GUID id;
-};
-
-std::ostream& operator<<(std::ostream& out, const OfferedService& service) {
-    return out << service.name;
-}
-
-constexpr OfferedService offered[] = {
-    {"ModuleFinder", "ZelkBase", SID_ModuleFinder},
-    {"BaseServiceOne", "ZelkBase", SID_BaseServiceOne},
-    {"BaseServiceTwo", "ZelkBase", SID_BaseServiceTwo},
-    {"BaseServiceThree", "ZelkBase", SID_BaseServiceThree},
-    {"TextConverter", "ZelkBase", SID_TextConverter},
-    {"MachineId", "ZelkBase", SID_MachineId},
-    {"LogConfig", "ZelkBase", SID_LogConfig},
-    {"LogWriter", "ZelkBase", SID_LogWriter},
-    {"FerrocoreService", "Ferrocore", SID_FerrocoreService},
-};
 
 class OfferedServiceTest : public testing::TestWithParam<OfferedService> {
 protected:
@@ -87,24 +64,6 @@ TEST_P(OfferedServiceTest, answersNoOtherIdentifier) {
     }
     EXPECT_EQ(service->AddRef(), 2) << "a refused query takes no reference";
     service->Release();
-}
-
-TEST_P(OfferedServiceTest, countsWithSeveralThreadsAtOnce) {
-    const auto service = library.Make<ISmartUnknown>(GetParam().id);
-    std::vector<std::thread> threads;
-    for (int i = 0; i < 4; ++i) {
-        threads.emplace_back([&service] {
-            for (int round = 0; round < 10000; ++round) {
-                service->AddRef();
-                service->Release();
-            }
-        });
-    }
-    for (std::thread& thread : threads) {
-        thread.join();
-    }
-    EXPECT_EQ(service->AddRef(), 2);
-    EXPECT_EQ(service->Release(), 1);
 }
 
 TEST_P(OfferedServiceTest, comesFromItsLibraryAlone) {

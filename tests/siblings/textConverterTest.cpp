@@ -1,7 +1,4 @@
 // The contract of the converter.
-#include <thread>
-#include <vector>
-
 #include <gtest/gtest.h>
 
 #include "siblings/converterKit.h"
@@ -162,26 +159,6 @@ TEST_F(TextConverterTest, leavesTheRequestAsItWas) {
     EXPECT_EQ(request.destinationCapacity, 8U);
     EXPECT_EQ(request.source, source);
     EXPECT_EQ(request.destination, wide);
-}
-
-TEST_F(TextConverterTest, servesSeveralThreadsThroughOneObject) {
-    std::vector<std::thread> threads;
-    std::vector<int> wrong(4);
-    for (size_t thread = 0; thread < wrong.size(); ++thread) {
-        threads.emplace_back([this, &wrong, thread] {
-            const std::string narrow = std::to_string(thread) + mixedNarrow + std::string(thread * 100, 'x');
-            const std::u16string wide = WideOf(converter, narrow);
-            for (int round = 0; round < 2000; ++round) {
-                converter.AddRef();
-                wrong[thread] += WideOf(converter, narrow) != wide || NarrowOf(converter, wide) != narrow;
-                converter.Release();
-            }
-        });
-    }
-    for (std::thread& thread : threads) {
-        thread.join();
-    }
-    EXPECT_EQ(wrong, std::vector<int>(4));
 }
 
 } // namespace

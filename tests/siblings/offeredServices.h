@@ -1,0 +1,32 @@
+// Every service that the siblings offer.
+#pragma once
+
+#include <ostream>
+
+#include "frame/identifiers.h"
+
+namespace siblingTest {
+
+struct OfferedService {
+    const char* name;
+    const char* library;
+    GUID id;
+};
+
+inline std::ostream& operator<<(std::ostream& out, const OfferedService& service) {
+    return out << service.name;
+}
+
+inline constexpr OfferedService offered[] = {
+    {"ModuleFinder", "ZelkBase", SID_ModuleFinder},
+    {"BaseServiceOne", "ZelkBase", SID_BaseServiceOne},
+    {"BaseServiceTwo", "ZelkBase", SID_BaseServiceTwo},
+    {"BaseServiceThree", "ZelkBase", SID_BaseServiceThree},
+    {"TextConverter", "ZelkBase", SID_TextConverter},
+    {"MachineId", "ZelkBase", SID_MachineId},
+    {"LogConfig", "ZelkBase", SID_LogConfig},
+    {"LogWriter", "ZelkBase", SID_LogWriter},
+    {"FerrocoreService", "Ferrocore", SID_FerrocoreService},
+};
+
+} // namespace siblingTest
