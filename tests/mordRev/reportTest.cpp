@@ -80,6 +80,13 @@ TEST_F(Report, DisconnectEventIsNotReported) {
     }
 }
 
+TEST_F(Report, Flags5HaveTheDisconnectBitAndAreNotReported) {
+    event.Int32("flags", 5);
+    Send(REPLY_ALLOW);
+    EXPECT_EQ(TakeRecords(), (Lines{inReport.Trace("==>enter"), inReport.Trace("disconnect event not report")}));
+    EXPECT_EQ(TakeCalls(), Lines{});
+}
+
 TEST_F(Report, EmergencyModeGoesBeforeTheDisconnectFlag) {
     SetMode(MODE_EMERGENCY);
     event.Int32("flags", EVENT_FLAG_DISCONNECT);
@@ -178,6 +185,11 @@ TEST_F(Report, BlockModifiedIsTheArgument) {
 
 TEST_F(Report, Pid4IsSystemInNameAndPath) {
     EXPECT_EQ(Sent(), expected.Text()); // and no record of a look-up
+}
+
+TEST_F(Report, Port445IsWrittenWithQuotes) {
+    event.Int32("local_addr_port", 445);
+    EXPECT_NE(Sent().find("    \"recv_port\": \"445\",\n"), std::string::npos);
 }
 
 TEST_F(Report, PortsAreStringsOfUnsignedDigits) {

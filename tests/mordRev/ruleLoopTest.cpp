@@ -182,6 +182,18 @@ TEST_F(RuleLoop, TheMachineIdThatWasSetGoesToQueryAndDeletion) {
                      ReportCall({.guids = {"GUID-1"}, .type = "TYPE-1", .block = false})}));
 }
 
+TEST_F(RuleLoop, InvalidUtf8PassesUnchangedIntoRequestDeletionAndReport) {
+    const std::string guid = "\xC3\xFF";
+    const std::string type = "\xED\xA0\x80";
+    AddRule(guid, type);
+    host.answer = AnswerText(guid, {"\x80"});
+    Allow("\x80", {type});
+    EXPECT_EQ(Decide(), (Verdict{true, REPLY_ALLOW}));
+    EXPECT_EQ(TakeCalls(),
+              (Lines{QueryCall({guid}, "LOCAL-MID"), "FreeResult(answer 1)", DeleteCall(guid, "LOCAL-MID", type),
+                     ReportCall({.guids = {guid}, .type = type, .block = false})}));
+}
+
 TEST_F(RuleLoop, TheAllowListIsLookedAtForEachRuleAsItStandsThen) {
     AddThreeRules();
     Allow("MID-9", {"TYPE-9"});
