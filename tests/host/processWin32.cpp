@@ -12,9 +12,10 @@ constexpr DWORD longestRun = 60000; // milliseconds
 
 // One argument by the rules by which the C runtime and the shell take a command line apart.
 std::wstring Quoted(const std::string& argument) {
+    const std::filesystem::path text = mordhost::PathOf(argument);
     std::wstring quoted = L"\"";
     size_t backslashes = 0;
-    for (const wchar_t c : mordhost::PathOf(argument).native()) {
+    for (const wchar_t c : text.native()) {
         if (c == L'"') {
             quoted.append(backslashes + 1, L'\\'); // so that the quote stands for itself
         }
