@@ -2,6 +2,7 @@
 #include "mordRev/src/mordRev.h"
 
 #include <cstring>
+#include <new>
 
 #include "frame/sameIdentifier.h"
 #include "logging/logMacros.h"
@@ -17,7 +18,14 @@ uint32_t ReadWord(const void* data) {
 
 } // namespace
 
-CMordRecv::CMordRecv() = default;
+// Some platforms make a lock at its first use and report missing memory in their own way. It is made here, once, so that
+// no later operation meets that; a lock that nobody can hold yet is refused for that reason alone.
+CMordRecv::CMordRecv() {
+    if (!m_lock.try_lock()) {
+        throw std::bad_alloc();
+    }
+    m_lock.unlock();
+}
 
 // Not reached in a running system: the one object of the process stays. Host and report sink are not released; the
 // fields go in the reverse order of their declaration, the machine id service being released on the way.
