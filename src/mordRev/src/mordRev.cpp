@@ -18,8 +18,8 @@ uint32_t ReadWord(const void* data) {
 
 } // namespace
 
-// Some platforms make a lock at its first use and report missing memory in their own way. It is made here, once, so that
-// no later operation meets that; a lock that nobody can hold yet is refused for that reason alone.
+// Some platforms make a lock at its first use and report missing memory in their own way. It is made here, once, so
+// that no later operation meets that; a lock that nobody can hold yet is refused for that reason alone.
 CMordRecv::CMordRecv() {
     if (!m_lock.try_lock()) {
         throw std::bad_alloc();
