@@ -9,6 +9,9 @@ namespace {
 
 using namespace edge;
 
+// The object takes more than this; what it may hold apart from its tables, such as a lock of the system, takes less.
+constexpr size_t leastObjectSize = 100;
+
 class AbiDestructor : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -25,7 +28,7 @@ TEST_F(AbiDestructor, WithTheDeleteFlagReleasesTheMachineIdServiceAndFreesTheObj
     void* const address = receiver;
     const size_t before = HeapBytesInUse();
     void* const destroyed = receiver->slots->Destructor(receiver, 1);
-    EXPECT_LE(HeapBytesInUse() + 100, before);
+    EXPECT_LE(HeapBytesInUse() + leastObjectSize, before);
     EXPECT_EQ(destroyed, address);
     EXPECT_EQ(Journal(), "IMachineIdService.Release\n");
 }
@@ -33,7 +36,7 @@ TEST_F(AbiDestructor, WithTheDeleteFlagReleasesTheMachineIdServiceAndFreesTheObj
 TEST_F(AbiDestructor, WithoutTheDeleteFlagLeavesTheMemoryToItsOwner) {
     const size_t before = HeapBytesInUse();
     void* const destroyed = receiver->slots->Destructor(receiver, 2); // only bit 0 counts
-    EXPECT_EQ(HeapBytesInUse(), before) << "this receiver has no table that could be freed, and the object stays";
+    EXPECT_GT(HeapBytesInUse() + leastObjectSize, before) << "there is no table to be freed, and the object stays";
     EXPECT_EQ(destroyed, receiver);
     EXPECT_EQ(Journal(), "IMachineIdService.Release\n");
 }
