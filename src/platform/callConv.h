@@ -6,8 +6,8 @@
 // - A factory (`CreateZelkObject`, of this library and of its siblings) is `extern "C"` with MORD_CDECL and is
 //   exported under its undecorated name.
 //
-// Only tables of virtual operations and plain records cross the edge: no exception specification, no class of
-// the standard library, no heap block that the other side would have to free by itself.
+// Only tables of virtual operations and plain records cross the edge: no class of the standard library, no heap block
+// that the other side would have to free by itself.
 #pragma once
 
 #if defined(_WIN32)
