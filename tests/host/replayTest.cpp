@@ -2,11 +2,12 @@
 #include <cstring>
 #include <regex>
 
+#include "host/environment.h"
 #include "host/mordhostFixture.h"
-#include "system/hostSystem.h"
 
 using mordhostTest::MordhostTest;
 using mordhostTest::ProcessResult;
+using mordhostTest::ScopedVariable;
 
 namespace {
 
@@ -265,9 +266,9 @@ TEST_F(Replayed, NoEventsMakeAnEmptyRun) {
 }
 
 TEST_F(Replayed, NothingIsLeftBehindHoweverARunEnds) {
-    for (const char* name : {"TMPDIR", "TMP"}) { // one for each platform
-        mordhost::SetEnvironment(name, directory.Path());
-    }
+    const std::string place = mordhost::Utf8Of(directory.Path());
+    const ScopedVariable posix("TMPDIR", place);
+    const ScopedVariable windows("TMP", place);
     EXPECT_EQ(Replay(Policy("smb", ""), "{}\n").code, 0);
     EXPECT_EQ(Replay(Policy("smb", ""), "{}\n", {"--no-log"}).code, 0);
     EXPECT_EQ(Replay(Policy("smb", ""), "{}\n", {"--libraries", directory.Name("")}).code, 4);

@@ -1,14 +1,14 @@
 // What mordhost does on a terminal, which a pseudo-terminal stands for. Posix alone.
-#include <cstdlib>
-
 #include <fcntl.h>
 #include <pty.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "host/environment.h"
 #include "host/mordhostFixture.h"
 
 using mordhostTest::MordhostTest;
+using mordhostTest::ScopedVariable;
 
 namespace {
 
@@ -51,10 +51,8 @@ protected:
         return shown;
     }
 
-    Terminal() {
-        setenv("TERM", "xterm", 1);
-        unsetenv("NO_COLOR");
-    }
+    const ScopedVariable kind{"TERM", "xterm"};
+    const ScopedVariable noColor{"NO_COLOR", ""};
 };
 
 } // namespace
@@ -64,14 +62,13 @@ TEST_F(Terminal, VerdictsAreColoured) {
 }
 
 TEST_F(Terminal, NoColorIsRespected) {
-    setenv("NO_COLOR", "1", 1);
+    EXPECT_NE(Shown(1).find('\x1b'), std::string::npos);
+    const ScopedVariable wish("NO_COLOR", "1");
     EXPECT_EQ(Shown(1).find('\x1b'), std::string::npos);
-    setenv("NO_COLOR", "", 1);
-    EXPECT_NE(Shown(1).find('\x1b'), std::string::npos) << "an empty text asks for nothing";
 }
 
 TEST_F(Terminal, ATerminalWithoutColoursGetsNone) {
-    setenv("TERM", "dumb", 1);
+    const ScopedVariable poor("TERM", "dumb");
     EXPECT_EQ(Shown(1).find('\x1b'), std::string::npos);
 }
 
