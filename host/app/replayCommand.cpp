@@ -14,6 +14,7 @@
 #include "policy/policyReader.h"
 #include "policy/ruleSelection.h"
 #include "system/hostSystem.h"
+#include "system/runError.h"
 
 namespace mordhost {
 
@@ -77,16 +78,25 @@ void WarnOfUnknownNames(const Policy& policy, const std::set<std::string>& names
     }
 }
 
+// Ends the run, also one that was broken off.
+void End(DecisionRun& run) {
+    run.End();
+    if (Interrupted()) {
+        throw RunError("interrupted: the events behind these are not decided");
+    }
+}
+
 // Events that come down a pipe are decided as they come.
 void ReplayStream(const ReplayOptions& options, const Policy& policy) {
     EventReader reader(std::cin, standardInputName);
+    HoldInterruption();
     DecisionRun run(policy, options.run, TitleOf(options.policy, policy), UsualWidths());
     run.Begin();
-    while (std::optional<ConnectionEvent> event = reader.Next()) {
+    for (auto event = reader.Next(); event && !Interrupted(); event = reader.Next()) {
         run.Handle(std::move(*event));
         run.Flush();
     }
-    run.End();
+    End(run);
 }
 
 void ReplayFile(const ReplayOptions& options, const Policy& policy) {
@@ -94,18 +104,19 @@ void ReplayFile(const ReplayOptions& options, const Policy& policy) {
     WarnOfUnknownNames(policy, preview.failing);
     std::ifstream file = OpenEvents(options.events);
     EventReader reader(file, options.events);
+    HoldInterruption();
     DecisionRun run(policy, options.run, TitleOf(options.policy, policy), preview.widths);
     // Where the rows appear on a terminal themselves, they are the progress.
     const bool showBar = IsTerminal(Stream::error) && !IsTerminal(Stream::output);
     ProgressBar bar(std::cerr, showBar, preview.count);
     run.Begin();
     size_t done = 0;
-    while (std::optional<ConnectionEvent> event = reader.Next()) {
+    for (auto event = reader.Next(); event && !Interrupted(); event = reader.Next()) {
         run.Handle(std::move(*event));
         bar.Advance(++done);
     }
     bar.Clear();
-    run.End();
+    End(run);
 }
 
 void Replay(const ReplayOptions& options) {

@@ -32,6 +32,11 @@ void LetGoOfFiles(void* library);
 // Sets a variable in the environment of this process.
 void SetEnvironment(const std::string& name, const std::filesystem::path& value);
 
+// From now on the first interruption by the user, or request to terminate, does not end the process but makes
+// Interrupted true, and breaks off a read of the standard input. A second one ends the process.
+void HoldInterruption();
+bool Interrupted();
+
 enum class Stream { output, error };
 
 // Whether the stream is a terminal.

@@ -1,6 +1,7 @@
 #include "system/hostSystem.h"
 
 #include <cerrno>
+#include <csignal>
 #include <cstdlib>
 
 #include <dlfcn.h>
@@ -10,6 +11,12 @@
 namespace mordhost {
 
 namespace {
+
+volatile std::sig_atomic_t interrupted = 0;
+
+extern "C" void NoteInterruption(int) {
+    interrupted = 1;
+}
 
 std::error_code LastError() {
     return {errno, std::generic_category()};
@@ -67,6 +74,18 @@ void LetGoOfFiles(void*) {} // a directory goes with the names in it, whoever ha
 
 void SetEnvironment(const std::string& name, const std::filesystem::path& value) {
     setenv(name.c_str(), value.c_str(), 1);
+}
+
+void HoldInterruption() {
+    struct sigaction action {};
+    action.sa_handler = NoteInterruption;
+    action.sa_flags = static_cast<int>(SA_RESETHAND); // and not SA_RESTART: a read is to end
+    sigaction(SIGINT, &action, nullptr);
+    sigaction(SIGTERM, &action, nullptr);
+}
+
+bool Interrupted() {
+    return interrupted != 0;
 }
 
 bool IsTerminal(Stream stream) {

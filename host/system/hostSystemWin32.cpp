@@ -1,5 +1,6 @@
 #include "system/hostSystem.h"
 
+#include <atomic>
 #include <cstdio>
 
 #include <windows.h>
@@ -11,6 +12,13 @@
 namespace mordhost {
 
 namespace {
+
+std::atomic<bool> interrupted = false;
+
+// Runs on a thread of its own.
+BOOL WINAPI NoteInterruption(DWORD) {
+    return interrupted.exchange(true) ? FALSE : TRUE; // what is not taken ends the process
+}
 
 std::error_code LastError() {
     return {static_cast<int>(GetLastError()), std::system_category()};
@@ -100,6 +108,14 @@ void LetGoOfFiles(void* library) {
 
 void SetEnvironment(const std::string& name, const std::filesystem::path& value) {
     SetEnvironmentVariableW(std::filesystem::path(name).c_str(), value.c_str());
+}
+
+void HoldInterruption() {
+    SetConsoleCtrlHandler(NoteInterruption, TRUE);
+}
+
+bool Interrupted() {
+    return interrupted;
 }
 
 bool IsTerminal(Stream stream) {
