@@ -41,9 +41,12 @@ TEST_F(LogWriterTest, replacesALoneSurrogate) {
 }
 
 TEST_F(LogWriterTest, writesALongRecordWhole) {
+    constexpr size_t length = 1000000;
     ASSERT_EQ(writer->Start(WIDE("MORD_Recv"), 0), 0);
-    EXPECT_EQ(writer->WriteRecord((WideString(1000000, WideChar{'x'}) + WIDE("\r\n")).c_str(), levelTrace), 0);
-    EXPECT_EQ(folder.Log("MORD_Recv"), std::string(1000000, 'x') + "\r\n");
+    EXPECT_EQ(writer->WriteRecord((WideString(length, WideChar{'x'}) + WIDE("\r\n")).c_str(), levelTrace), 0);
+    std::string expected(length, 'x');
+    expected.append("\r\n");
+    EXPECT_EQ(folder.Log("MORD_Recv"), expected);
 }
 
 TEST_F(LogWriterTest, takesAFileNameBeyondAscii) {
