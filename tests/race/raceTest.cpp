@@ -6,6 +6,7 @@
 #include <iostream>
 #include <memory>
 #include <mutex>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -88,10 +89,16 @@ private:
     std::vector<std::string> m_texts;
 };
 
-class Race : public testing::TestWithParam<bool> {
+enum class Logging { Off, On };
+
+void PrintTo(Logging logging, std::ostream* out) {
+    *out << (logging == Logging::On ? "LoggingOn" : "LoggingOff");
+}
+
+class Race : public testing::TestWithParam<Logging> {
 protected:
     void SetUp() override {
-        model::PrepareLibrary(GetParam());
+        model::PrepareLibrary(GetParam() == Logging::On);
         receiver = std::make_unique<CMordRecv>();
         ASSERT_TRUE(receiver->Init(&host));
         receiver->SetReportSink(&host);
@@ -187,7 +194,7 @@ TEST_P(Race, EveryDecisionIsExplainedByOneListAndOneTable) {
     Tally matchesByB; // known from the records alone
     Tally byAction;
     Tally blocked;
-    const bool logs = GetParam();
+    const bool logs = GetParam() == Logging::On;
     AddEventThreads([&](const Outcome& outcome) {
         const bool matched = outcome.deletions == 1;
         const bool action = outcome.reply == 1 && !matched;
@@ -227,7 +234,6 @@ TEST_P(Race, EveryDecisionIsExplainedByOneListAndOneTable) {
               << blocked.Count() << " blocked\n";
 }
 
-INSTANTIATE_TEST_SUITE_P(, Race, testing::Bool(),
-                         [](const auto& instance) { return instance.param ? "LoggingOn" : "LoggingOff"; });
+INSTANTIATE_TEST_SUITE_P(, Race, testing::Values(Logging::Off, Logging::On));
 
 } // namespace
