@@ -129,19 +129,25 @@ allow "the receiver looks at all" src/mordRev/src/planted.h $'#include "native/n
 # The tools: stand-ins tell what they are given.
 tools=$work/tools
 mkdir "$tools"
-for tool in bash awk find sort grep sed xargs nproc dirname env; do ln -s "$(command -v "$tool")" "$tools/$tool"; done
+for tool in bash awk find sort grep sed xargs nproc dirname env mktemp rm; do ln -s "$(command -v "$tool")" "$tools/$tool"; done
 PATH=$tools sees "a missing clang-format is told" 2 "check: clang-format is not installed (scripts/setup lint)" --format
 PATH=$tools sees "a missing clang-tidy is told" 2 "check: clang-tidy is not installed (scripts/setup lint)" --tidy
 sees "an unknown option is told" 2 "check: unknown option --fast" --fast
 
-# The stand-in of a tool finds fault with the planted source and with no other.
-for tool in clang-format clang-tidy; do
-    cat > "$tools/$tool" << 'END'
+# The stand-ins find fault with the planted source and with no other.
+cat > "$tools/clang-format" << 'END'
 #!/usr/bin/env bash
 for argument; do case "$argument" in *planted.cpp) echo "planted.cpp: fault"; exit 1 ;; esac; done
 END
-    chmod +x "$tools/$tool"
-done
+cat > "$tools/clang-tidy" << 'END'
+#!/usr/bin/env bash
+source=${!#}
+while [ "$1" != -p ]; do shift; done
+grep -q "\"file\": \"$source\"" "$2/compile_commands.json" || { echo "no command for $source"; exit 1; }
+! grep -e cmake_pch -e -Winvalid-pch "$2/compile_commands.json" || exit 1
+case "$source" in *planted.cpp) echo "planted.cpp: fault"; exit 1 ;; esac
+END
+chmod +x "$tools/clang-format" "$tools/clang-tidy"
 PATH=$tools sees "clang-format without findings" 0 "" --format
 printf '// A source.\n' > "$tree/src/text/planted.cpp"
 PATH=$tools sees "a finding of clang-format" 1 "planted.cpp: fault" --format
@@ -150,14 +156,14 @@ PATH=$tools sees "clang-tidy without the commands of a build" 2 \
 mkdir -p "$tree/build/linux"
 built() { # the commands of a build of these sources
     printf '[\n'
-    printf '{\n  "directory": "/elsewhere",\n  "file": "%s"\n},\n' "$@"
+    printf '{\n  "directory": "/elsewhere",\n  "command": "c++ -Winvalid-pch -include /a/cmake_pch.hxx -c",\n  "file": "%s"\n},\n' "$@"
     printf ']\n'
 } > "$tree/build/linux/compile_commands.json"
 built "$tree/tests/abi/planted.cpp" /elsewhere/src/text/planted.cpp
 PATH=$tools sees "clang-tidy with nothing of src to look at" 2 "check: build/linux builds nothing of $tree/src" --tidy
 built "$tree/tests/abi/planted.cpp" "$tree/src/text/textConvert.cpp" "$tree/src/mordRev/src/json.cpp"
 PATH=$tools sees "clang-tidy without findings in src" 0 "" --tidy
-built "$tree/src/text/textConvert.cpp" "$tree/src/text/planted.cpp"
-PATH=$tools sees "a finding of clang-tidy" 1 "planted.cpp: fault" --tidy
+built "$tree/src/text/planted.cpp" "$tree/src/text/textConvert.cpp" "$tree/src/text/planted.cpp"
+PATH=$tools sees "a finding of clang-tidy, told once for a source that is built twice" 1 "planted.cpp: fault" --tidy
 
 [ "$failures" -eq 0 ] || { echo "$failures failed" >&2; exit 1; }
