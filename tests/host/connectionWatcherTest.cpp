@@ -24,8 +24,8 @@ std::vector<ConnectionEvent> At(uint16_t port, std::vector<ConnectionEvent> even
     return events;
 }
 
-// Looks until that many events have come at this port. The kernel closes connections, and tells of their ends, in its own
-// time.
+// Looks until that many events have come at this port. The kernel closes connections, and tells of their ends, in
+// its own time.
 std::vector<ConnectionEvent> LookFor(size_t count, uint16_t port, ConnectionWatcher& watcher) {
     std::vector<ConnectionEvent> events = At(port, watcher.Look());
     for (int i = 0; i < 500 && events.size() < count; ++i) {
