@@ -9,7 +9,7 @@
 namespace mordhostTest {
 
 struct ProcessResult {
-    int code = -1; // exit code; -1 for a process that was ended by a signal
+    int code = -1; // exit code; -1 for a process that did not end by itself
     std::string output;
     std::string error;
 };
@@ -21,7 +21,7 @@ struct ProcessSetup {
     std::string directory; // in which it runs; empty: that of the test
 };
 
-// Runs the program to its end. None outlives its test for long: after a minute it is ended.
+// Runs the program to its end. None outlives its test for long: after four minutes it is ended.
 ProcessResult RunProcess(const ProcessSetup& setup);
 
 // A process with files for its standard streams that runs while the test goes on. Posix alone.

@@ -8,7 +8,7 @@ namespace mordhostTest {
 
 namespace {
 
-constexpr DWORD longestRun = 60000; // milliseconds
+constexpr DWORD longestRun = 240000; // milliseconds
 
 // One argument by the rules by which the C runtime and the shell take a command line apart.
 std::wstring Quoted(const std::string& argument) {
@@ -50,20 +50,21 @@ ProcessResult RunProcess(const ProcessSetup& setup) {
     PROCESS_INFORMATION process{};
     const BOOL started = CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr,
                                         directory.empty() ? nullptr : directory.c_str(), &start, &process);
+    const DWORD error = GetLastError();
     for (const HANDLE handle : {start.hStdInput, start.hStdOutput, start.hStdError}) {
         CloseHandle(handle);
     }
     if (!started) {
-        throw std::runtime_error("cannot start " + setup.program);
+        throw std::runtime_error("cannot start " + setup.program + ": error " + std::to_string(error));
     }
     ProcessResult result;
     DWORD code = 0;
-    if (WaitForSingleObject(process.hProcess, longestRun) == WAIT_OBJECT_0 &&
-        GetExitCodeProcess(process.hProcess, &code)) {
-        result.code = static_cast<int>(code);
-    } else {
+    const bool ended = WaitForSingleObject(process.hProcess, longestRun) == WAIT_OBJECT_0 &&
+                       GetExitCodeProcess(process.hProcess, &code) != 0;
+    if (!ended) {
         TerminateProcess(process.hProcess, 1);
     }
+    result.code = ended ? static_cast<int>(code) : -1;
     CloseHandle(process.hThread);
     CloseHandle(process.hProcess);
     result.output = files.Read("output");

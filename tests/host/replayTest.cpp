@@ -1,6 +1,7 @@
 // What mordhost shows of the decisions of the real library.
 #include <cstring>
 #include <regex>
+#include <sstream>
 
 #include "host/environment.h"
 #include "host/mordhostFixture.h"
@@ -288,12 +289,12 @@ TEST_F(Replayed, TenThousandEventsAreDecidedInOrder) {
         events += "{\"remote_addr_port\": " + std::to_string(i) + "}\n";
     }
     const ProcessResult result = Replay(Policy("smb", ""), events, {"--json"});
-    EXPECT_EQ(result.code, 0);
-    size_t at = 0;
+    EXPECT_EQ(result.code, 0) << result.error;
+    std::istringstream lines(result.output);
+    std::string line;
     for (int i = 0; i < 10000; ++i) {
-        at = result.output.find("\"remote_addr_port\":" + std::to_string(i) + ",", at);
-        ASSERT_NE(at, std::string::npos) << i;
-        at = result.output.find("\"why\":\"no dot is held\"", at);
-        ASSERT_NE(at, std::string::npos) << i;
+        ASSERT_TRUE(std::getline(lines, line)) << "ends before event " << i << result.error;
+        ASSERT_NE(line.find("\"remote_addr_port\":" + std::to_string(i) + ","), std::string::npos) << line;
+        ASSERT_NE(line.find("\"why\":\"no dot is held\""), std::string::npos) << line;
     }
 }
