@@ -1,21 +1,32 @@
-// The subcommands of mordhost, each with its options.
+// What the subcommands of mordhost do once their arguments have been read. Each throws what its run throws.
 #pragma once
 
-#include <functional>
+#include <string>
 
-#include <CLI/CLI.hpp>
+#include "app/decisionRun.h"
+#include "live/liveLoop.h"
 
 namespace mordhost {
 
-// What a subcommand does once its arguments have been read. Throws what the run throws.
-using Action = std::function<void()>;
+struct ReplayOptions {
+    std::string policy;
+    std::string events; // "-" for the standard input
+    RunOptions run;
+};
 
-// Adds all subcommands of this platform to `app`. The one that is chosen stores its action in `action`, which must
-// outlive the parsing.
-void AddCommands(CLI::App& app, Action& action);
+struct RecordOptions {
+    std::string out; // empty: the standard output
+    LiveOptions live;
+};
 
-void AddReplayCommand(CLI::App& app, Action& action);
-void AddRecordCommand(CLI::App& app, Action& action); // Linux alone
-void AddWatchCommand(CLI::App& app, Action& action);  // Linux alone
+struct WatchOptions {
+    std::string policy;
+    RunOptions run;
+    LiveOptions live;
+};
+
+void Replay(const ReplayOptions& options);
+void Record(const RecordOptions& options); // Linux alone
+void Watch(const WatchOptions& options);   // Linux alone
 
 } // namespace mordhost

@@ -1,9 +1,8 @@
 #include "app/mordhost.h"
 
-#include <algorithm>
 #include <iostream>
 
-#include "app/commands.h"
+#include "app/commandLine.h"
 #include "app/exitCode.h"
 #include "document/filePath.h"
 #include "document/sourceText.h"
@@ -19,29 +18,11 @@ int Fail(const std::exception& error, int code) {
     return code;
 }
 
-// Reads the arguments. Returns the exit code when there is nothing more to do, as after --help.
-int Parse(std::vector<std::string> arguments, Action& action) {
-    CLI::App app("The reference host of mordRev: decides connection events as an agent does, and shows why.",
-                 "mordhost");
-    app.set_version_flag("--version", std::string("mordhost ") + MORDHOST_VERSION);
-    app.require_subcommand(1);
-    app.allow_windows_style_options(false); // a path may begin with a slash
-    AddCommands(app, action);
-    std::reverse(arguments.begin(), arguments.end()); // CLI11 takes them off the back
-    try {
-        app.parse(std::move(arguments));
-        return EXIT_DONE;
-    } catch (const CLI::ParseError& error) {
-        const int code = app.exit(error, std::cout, std::cerr);
-        return code == static_cast<int>(CLI::ExitCodes::Success) ? EXIT_DONE : EXIT_BAD_ARGUMENTS;
-    }
-}
-
 } // namespace
 
 int RunMordhost(std::vector<std::string> arguments) {
-    Action action;
-    const int code = Parse(std::move(arguments), action);
+    int code = EXIT_DONE;
+    const Action action = ReadCommandLine(std::move(arguments), code);
     if (!action) {
         return code;
     }

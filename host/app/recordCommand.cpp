@@ -1,10 +1,8 @@
 // mordhost record
 #include <iostream>
-#include <memory>
 #include <optional>
 
 #include "app/commands.h"
-#include "app/liveOptions.h"
 #include "mordRev/src/mordRevTypes.h"
 #include "output/outputFile.h"
 #include "system/runError.h"
@@ -13,17 +11,14 @@ namespace mordhost {
 
 namespace {
 
-struct RecordOptions {
-    std::string out;
-    LiveOptions live;
-};
-
 void WriteToStandardOutput(const std::string& line) {
     std::cout << line << std::flush;
     if (!std::cout) {
         throw RunError("cannot write the standard output");
     }
 }
+
+} // namespace
 
 void Record(const RecordOptions& options) {
     std::optional<OutputFile> file;
@@ -43,16 +38,6 @@ void Record(const RecordOptions& options) {
         ++((event.flags.value_or(0) & EVENT_FLAG_DISCONNECT) != 0 ? disconnects : connections);
     });
     std::cerr << "mordhost: recorded " << connections << " connections and " << disconnects << " disconnects\n";
-}
-
-} // namespace
-
-void AddRecordCommand(CLI::App& app, Action& action) {
-    CLI::App& command = *app.add_subcommand("record", "Write this machine's inbound connections as events");
-    const auto options = std::make_shared<RecordOptions>();
-    command.add_option("--out", options->out, "Write to FILE instead of the standard output")->type_name("FILE");
-    AddLiveOptions(command, options->live);
-    command.callback([options, &action] { action = [options] { Record(*options); }; });
 }
 
 } // namespace mordhost

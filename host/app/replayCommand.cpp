@@ -2,12 +2,10 @@
 #include <cerrno>
 #include <fstream>
 #include <iostream>
-#include <memory>
 #include <set>
 #include <system_error>
 
 #include "app/commands.h"
-#include "app/runOptions.h"
 #include "document/filePath.h"
 #include "events/eventReader.h"
 #include "output/progressBar.h"
@@ -22,12 +20,6 @@ namespace {
 
 constexpr auto standardInput = "-";
 constexpr auto standardInputName = "standard input";
-
-struct ReplayOptions {
-    std::string policy;
-    std::string events;
-    RunOptions run;
-};
 
 // What a first look at all events tells.
 struct Preview {
@@ -119,6 +111,8 @@ void ReplayFile(const ReplayOptions& options, const Policy& policy) {
     End(run);
 }
 
+} // namespace
+
 void Replay(const ReplayOptions& options) {
     const Policy policy = ReadPolicy(options.policy);
     if (options.events == standardInput) {
@@ -126,17 +120,6 @@ void Replay(const ReplayOptions& options) {
     } else {
         ReplayFile(options, policy);
     }
-}
-
-} // namespace
-
-void AddReplayCommand(CLI::App& app, Action& action) {
-    CLI::App& command = *app.add_subcommand("replay", "Decide recorded connection events under a policy");
-    const auto options = std::make_shared<ReplayOptions>();
-    command.add_option("POLICY", options->policy, "The policy document")->required();
-    command.add_option("EVENTS", options->events, "The events, one a line; - reads the standard input")->required();
-    AddRunOptions(command, options->run);
-    command.callback([options, &action] { action = [options] { Replay(*options); }; });
 }
 
 } // namespace mordhost

@@ -1,9 +1,0 @@
-#include "app/commands.h"
-
-namespace mordhost {
-
-void AddCommands(CLI::App& app, Action& action) {
-    AddReplayCommand(app, action);
-}
-
-} // namespace mordhost
