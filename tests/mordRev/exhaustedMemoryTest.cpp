@@ -265,6 +265,29 @@ TEST_F(ExhaustedMemoryOfEvents, LeavesNothingBehindWithRecordsOnTheWay) {
     EXPECT_EQ(siblings.ConverterReferences(), 0);
 }
 
+// The log's second record, of the answer, is the last thing before the branch.
+TEST_F(ExhaustedMemoryOfEvents, AllForbidNeverGivesTheAnswerBackOnceItsRecordIsBegun) {
+    LogFileEnabled = true;
+    Fields().Mode() = MODE_ALL_FORBID;
+    int before = 0;
+    int within = 0;
+    uint32_t reply = 77;
+    Sweep([&] { Decide(&reply); },
+          [&] {
+              siblings.TakeRecordTexts();
+              plainHost.answersOut = 0;
+          },
+          [&](const Failure&) {
+              const bool reached = siblings.Records().size() >= 2;
+              ++(reached ? within : before);
+              EXPECT_EQ(plainHost.answersOut, reached ? 1 : 0);
+          });
+    EXPECT_GT(before, 10);
+    EXPECT_GT(within, 10);
+    EXPECT_EQ(plainHost.answersOut, 1);
+    EXPECT_EQ(siblings.ConverterReferences(), 0);
+}
+
 // The buffer of a record's text is the one allocation whose failure is no exhausted memory but an absent value.
 TEST_F(ExhaustedMemoryOfEvents, ATextWhoseBufferCannotBeHadIsEmptyAndTheEventIsDecided) {
     int absent = 0;

@@ -1,10 +1,12 @@
 // The host's answer to a query.
 #pragma once
 
+#include <utility>
+
 #include "frame/interfaces.h"
 
-// Owns the buffer that IDotHost::QueryDot delivers. It goes back to the host through FreeResult, null or not, when the
-// scope ends or earlier by GiveBack, unless it is kept.
+// Owns the buffer that IDotHost::QueryDot delivers, null or not. It goes back to the host by GiveBack, unless it is
+// kept; where an exception passes before either, the end of the scope gives it back.
 class DotAnswer {
 public:
     explicit DotAnswer(IDotHost* host) : m_host(host) {}
@@ -16,11 +18,13 @@ public:
     char** Out() { return &m_text; }
     const char* Text() const { return m_text; }
 
+    // Calls FreeResult, once in the life of the object: a host that throws there is not asked again. Its exception
+    // passes; at the end of the scope it ends the process.
     void GiveBack() {
-        if (m_host != nullptr) {
-            m_host->FreeResult(m_text);
+        char* const text = std::exchange(m_text, nullptr);
+        if (IDotHost* const host = std::exchange(m_host, nullptr)) {
+            host->FreeResult(text);
         }
-        Keep();
     }
 
     // The buffer never goes back.

@@ -56,24 +56,27 @@ bool CMordRecv::HandleEvent(IEventRecord* event, IEventRecord** rules, uint32_t 
             *reply = m_exceptionMode == EXCEPTION_ALLOW ? REPLY_ALLOW : REPLY_BLOCK;
             LOG_TRACE(WIDE("query dot network error, exception_mode=")
                       << m_exceptionMode << WIDE(" ,reply=") << *reply);
+            answer.GiveBack();
         } else if (code != DOT_QUERY_ANSWERED || answer.Text() == nullptr) {
             *reply = REPLY_BLOCK;
             LOG_TRACE(WIDE(" query dot error, reply=") << *reply);
+            answer.GiveBack();
             result = false;
         } else if (m_defenderMode == MODE_ALL_FORBID) {
+            answer.Keep(); // on this path alone the host never gets its buffer back; it is meant so
             *reply = REPLY_BLOCK;
             LOG_TRACE(WIDE(" defender mode is all forbid, reply=") << *reply);
-            answer.Keep(); // on this path alone the host never gets its buffer back; it is meant so
         } else if (!ParseQueryResult(answer.Text(), &queryResult)) {
             *reply = REPLY_BLOCK;
             LOG_TRACE(WIDE(" query dot error, reply=") << *reply);
+            answer.GiveBack();
             result = false;
         } else {
             answer.GiveBack();
             matched = GoThroughRules(event, rules, ruleCount, queryResult, reply);
             result = matched != nullptr;
         }
-    } // here the answer goes back, unless it has
+    }
 
     const bool blockModified = ModiyReply(std::move(type), flags, reply);
     if (matched != nullptr) {
