@@ -27,12 +27,14 @@ CMordRecv::CMordRecv() {
     m_lock.unlock();
 }
 
-// Not reached in a running system: the one object of the process stays. Host and report sink are not released; the
-// fields go in the reverse order of their declaration, the machine id service being released on the way.
+// Not reached in a running system: the one object of the process stays. Host and report sink are not released. The
+// action table goes first; what follows goes in the reverse order of its declaration, the machine id service being
+// released on the way.
 CMordRecv::~CMordRecv() {
     m_started = false;
     m_inited = false;
     m_host = nullptr;
+    m_actionTable.clear();
 }
 
 void CMordRecv::DestroySelf() {
