@@ -68,6 +68,17 @@ TEST_F(LogRecord, OfAnErrorDiffersInItsLevel) {
                   "][LogSample::Bad] [4294967295] param error\r\n");
 }
 
+TEST_F(LogRecord, NamesTheThreadOfItsBeginning) {
+    siblings.onConvert = [this](uint32_t, TextConversionRequest&) {
+        system.threadId = 1;
+        return std::nullopt;
+    };
+    LogSample::Bad();
+    const Texts texts = TakeRawRecords();
+    ASSERT_EQ(texts.size(), 1U);
+    EXPECT_TRUE(texts[0].ends_with("[LogSample::Bad] [4312] param error\r\n")) << texts[0];
+}
+
 TEST_F(LogRecord, GoesToTheLoggerWithTheNumberOfItsLevel) {
     LogSample::Ready();
     LogSample::Bad();
