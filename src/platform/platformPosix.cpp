@@ -57,8 +57,9 @@ void OutputDebugStringW(const WideChar* text) {
 }
 
 void WriteStandardOutput(const WideChar* text) {
-    for (; *text != u'\0'; ++text) {
-        std::wcout.put(*text); // beyond ASCII it is up to the locale of the stream
+    std::u16string_view rest(text);
+    while (!rest.empty()) {
+        std::wcout.put(static_cast<wchar_t>(TakeCodePoint(rest))); // beyond ASCII it is up to the locale of the stream
     }
     std::wcout.flush();
     std::wcout.clear();

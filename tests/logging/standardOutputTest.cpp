@@ -40,6 +40,15 @@ TEST(StandardOutput, GetsWideTextBeyondAsciiAsItIs) {
     EXPECT_EQ(debug.Text(), "gr\xC3\xBC\xC3\x9F");
 }
 
+// One wide character or two, as the platform has it. The debug output is not compared: on Windows it can reach the test
+// in a code page that lacks the character.
+TEST(StandardOutput, GetsACharacterBeyondTheBasicPlaneWhole) {
+    const StandardOutput standard;
+    const hostKit::DebugOutput debug;
+    { LogStream(LOG_LEVEL_TRACE) << WIDE("\U0001F600!"); }
+    EXPECT_EQ(standard.Text(), L"\U0001F600!");
+}
+
 TEST(StandardOutput, GetsNothingOfARecordThatWasEnded) {
     const StandardOutput standard;
     const hostKit::DebugOutput debug;
