@@ -9,6 +9,12 @@ class MidMatch : public DecisionFixture {
 protected:
     bool Match(const std::string& key, const Lines& mids) { return receiver->IsMatchmid(key, mids, &output); }
 
+    // No match, with its record.
+    void ExpectNoMatch(const std::string& key, const std::string& mid) {
+        EXPECT_FALSE(Match(key, {mid})) << mid;
+        EXPECT_EQ(TakeRecords(), NoMatchRecord()) << mid;
+    }
+
     static Lines ErrorRecord(int listSize, int querySize) {
         return {inIsMatchmid.Error("CMordRecv::IsMatchmid failallow_list_size:" + std::to_string(listSize) +
                                    "query_mids_size:" + std::to_string(querySize))};
@@ -61,6 +67,7 @@ TEST_F(MidMatch, AKeyWithoutACommonIdIsNoMatch) {
 TEST_F(MidMatch, TheIdUnderAnotherKeyAloneIsNoMatch) {
     Fields().AllowedMids() = {{"K1", {"B"}}, {"K2", {"A"}}};
     EXPECT_FALSE(Match("K1", {"A"}));
+    EXPECT_EQ(output, "before");
     EXPECT_EQ(TakeRecords(), NoMatchRecord());
 }
 
@@ -101,16 +108,18 @@ TEST_F(MidMatch, IdsAreOrderedByUnsignedBytesAndThenByLength) {
 
 TEST_F(MidMatch, IdsThatDifferInTheCaseOfALetterDoNotMatch) {
     Fields().AllowedMids() = {{"K1", {"MID-A"}}};
-    EXPECT_FALSE(Match("K1", {"mid-A"}));
-    EXPECT_FALSE(Match("K1", {"MID-a"}));
-    EXPECT_FALSE(Match("k1", {"MID-A"}));
+    ExpectNoMatch("K1", "mid-A");
+    ExpectNoMatch("K1", "MID-a");
+    ExpectNoMatch("k1", "MID-A");
+    EXPECT_EQ(output, "before");
 }
 
 TEST_F(MidMatch, AnIdThatIsAPrefixOfAListedOneDoesNotMatch) {
     Fields().AllowedMids() = {{"K1", {"MID-10"}}};
-    EXPECT_FALSE(Match("K1", {"MID-1"}));
-    EXPECT_FALSE(Match("K1", {"MID-100"}));
-    EXPECT_FALSE(Match("K1", {""}));
+    ExpectNoMatch("K1", "MID-1");
+    ExpectNoMatch("K1", "MID-100");
+    ExpectNoMatch("K1", "");
+    EXPECT_EQ(output, "before");
 }
 
 TEST_F(MidMatch, NothingIsTrimmed) {

@@ -19,6 +19,16 @@ protected:
         }
     }
 
+    // The second of three rules ends the scan with `error`: what stood before it stays, what stands behind it is not
+    // looked at.
+    void ExpectScanEndsAt(const std::string& rule, const std::string& error) {
+        SCOPED_TRACE(rule);
+        table = {};
+        EXPECT_TRUE(Parse(R"({"before":{"value":1,"mid":{"m":1}},"a":)" + rule + R"(,"b":{"value":1,"mid":{}}})"));
+        ExpectTable({{"before", {"m"}}});
+        EXPECT_EQ(TakeRecords(), (Lines{Guid("before"), Mid("m"), Guid("a"), error}));
+    }
+
     static std::string Guid(const std::string& guid) { return inParseQueryResult.Trace("guid is:" + guid); }
     static std::string Mid(const std::string& mid) { return inParseQueryResult.Trace("get mid=" + mid); }
     static std::string ValueError() { return inParseQueryResult.Error("The down_packet (value)data errror"); }
@@ -60,8 +70,9 @@ TEST_F(QueryResult, MalformedJsonIsADataFormatErrorAndTheTableIsUntouched) {
 }
 
 TEST_F(QueryResult, TextBehindTheRootIsADataFormatErrorAndTheTableIsUntouched) {
+    table.Insert("before", {"mid"});
     EXPECT_FALSE(Parse(AnswerText("a", {"m"}) + " x"));
-    ExpectTable({});
+    ExpectTable({{"before", {"mid"}}});
     EXPECT_EQ(TakeRecords(), Lines{inParseQueryResult.Error("data format error.")});
 }
 
@@ -106,16 +117,12 @@ TEST_F(QueryResult, MidIsMatchedByteForByte) {
 
 TEST_F(QueryResult, AValueOfAnotherKindEndsTheScan) {
     for (const char* const value : {"null", "true", "false", R"("1")", R"("")", "[]", "[1]", "{}", R"({"value":1})"}) {
-        EXPECT_TRUE(Parse(std::string(R"({"a":{"value":)") + value + R"(,"mid":{"m":1}},"b":{"value":1,"mid":{}}})"));
-        ExpectTable({});
-        EXPECT_EQ(TakeRecords(), (Lines{Guid("a"), ValueError()})) << value;
+        ExpectScanEndsAt(std::string(R"({"value":)") + value + R"(,"mid":{"m":1}})", ValueError());
     }
 }
 
 TEST_F(QueryResult, AValueGivenAsAStringEndsTheScan) {
-    EXPECT_TRUE(Parse(R"({"a":{"value":"1","mid":{"m":1}}})"));
-    ExpectTable({});
-    EXPECT_EQ(TakeRecords(), (Lines{Guid("a"), ValueError()}));
+    ExpectScanEndsAt(R"({"value":"1","mid":{"m":1}})", ValueError());
 }
 
 TEST_F(QueryResult, EveryNumberThatFitsASigned32BitIntegerIsGoodBut0) {
@@ -131,9 +138,7 @@ TEST_F(QueryResult, AFractionAnExponentOrANumberOutsideTheRangeEndsTheScan) {
     for (const char* const value :
          {"1.5", "1.0", "1e0", "1E0", "0.0", "0e1", "-0.0", "2147483648", "-2147483649", "4294967295", "4294967296",
           "9223372036854775807", "-9223372036854775808", "18446744073709551615", "18446744073709551616", "1e308"}) {
-        EXPECT_TRUE(Parse(std::string(R"({"a":{"value":)") + value + R"(,"mid":{"m":1}}})"));
-        ExpectTable({});
-        EXPECT_EQ(TakeRecords(), (Lines{Guid("a"), ValueError()})) << value;
+        ExpectScanEndsAt(std::string(R"({"value":)") + value + R"(,"mid":{"m":1}})", ValueError());
     }
 }
 
@@ -164,25 +169,19 @@ TEST_F(QueryResult, AMissingMidEndsTheScanAndWhatStoodBeforeStays) {
 
 TEST_F(QueryResult, AMidThatIsNoObjectEndsTheScan) {
     for (const char* const mid : {"null", "true", "false", "0", "1", "1.5", R"("m")", "[]", R"(["m"])"}) {
-        EXPECT_TRUE(Parse(std::string(R"({"a":{"value":1,"mid":)") + mid + R"(},"b":{"value":1,"mid":{}}})"));
-        ExpectTable({});
-        EXPECT_EQ(TakeRecords(), (Lines{Guid("a"), MidError()})) << mid;
+        ExpectScanEndsAt(std::string(R"({"value":1,"mid":)") + mid + "}", MidError());
     }
 }
 
 TEST_F(QueryResult, ARuleThatIsNullABooleanOrAnEmptyArrayEndsTheScan) {
     for (const char* const rule : {"null", "true", "false", "[]"}) {
-        EXPECT_TRUE(Parse(std::string(R"({"a":)") + rule + R"(,"b":{"value":1,"mid":{}}})"));
-        ExpectTable({});
-        EXPECT_EQ(TakeRecords(), (Lines{Guid("a"), ValueError()})) << rule;
+        ExpectScanEndsAt(rule, ValueError());
     }
 }
 
 TEST_F(QueryResult, ARuleOfAnyOtherKindEndsTheScanToo) {
     for (const char* const rule : {"0", "1", "1.5", R"("value")", R"("")", R"(["value",1])", "[{}]", "{}"}) {
-        EXPECT_TRUE(Parse(std::string(R"({"a":)") + rule + R"(,"b":{"value":1,"mid":{}}})"));
-        ExpectTable({});
-        EXPECT_EQ(TakeRecords(), (Lines{Guid("a"), ValueError()})) << rule;
+        ExpectScanEndsAt(rule, ValueError());
     }
 }
 
@@ -207,6 +206,7 @@ TEST_F(QueryResult, OfAGuidThatStandsTwiceTheFirstDecidesAndTheSecondIsLoggedBut
 TEST_F(QueryResult, OfAGuidThatStandsTwiceTheFirstThatReachesTheTableDecides) {
     EXPECT_TRUE(Parse(R"({"a":{"value":0},"a":{"value":1,"mid":{"n":1}},"a":{"value":1,"mid":{"o":1}}})"));
     ExpectTable({{"a", {"n"}}});
+    EXPECT_EQ(TakeRecords(), (Lines{Guid("a"), ValueIs0(), Guid("a"), Mid("n"), Guid("a"), Mid("o")}));
 }
 
 TEST_F(QueryResult, AMachineIdThatStandsTwiceIsLoggedTwiceAndHeldOnce) {
@@ -236,7 +236,10 @@ TEST_F(QueryResult, EmptyNamesAreLikeAnyOther) {
 TEST_F(QueryResult, ATextWithANulInsideEndsThere) {
     EXPECT_TRUE(Parse(AnswerText("a", {"m"}) + std::string("\0 no json", 9)));
     ExpectTable({{"a", {"m"}}});
+    EXPECT_EQ(TakeRecords(), (Lines{Guid("a"), Mid("m")}));
     EXPECT_FALSE(Parse(std::string("{\"b\":\0{}}", 9)));
+    ExpectTable({{"a", {"m"}}});
+    EXPECT_EQ(TakeRecords(), Lines{inParseQueryResult.Error("data format error.")});
 }
 
 TEST_F(QueryResult, ATextThatBeginsWithANulIsADataFormatErrorNotAnEmptyText) {
