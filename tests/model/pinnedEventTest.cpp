@@ -179,6 +179,46 @@ TEST_F(PinnedEvent, NullAnswerIsAQueryErrorAndNullIsGivenBack) {
     EXPECT_EQ(Result(), "= false reply 0 answers out 0");
 }
 
+TEST_F(PinnedEvent, AnswerThatCannotBeParsedAndQueryErrorAreGivenBackBehindTheirRecord) {
+    const std::string report = "{\n"
+                               "    \"rule_guid\": [\n"
+                               "        \"g1\"\n"
+                               "    ],\n"
+                               "    \"type\": \"dns\",\n"
+                               "    \"block\": true,\n"
+                               "    \"block_modified\": false,\n"
+                               "    \"proc_name\": \"System\",\n"
+                               "    \"proc_path\": \"System\",\n"
+                               "    \"send_ip\": \"\",\n"
+                               "    \"send_port\": \"0\",\n"
+                               "    \"recv_ip\": \"\",\n"
+                               "    \"recv_port\": \"0\",\n"
+                               "    \"send_mid\": \"\",\n"
+                               "    \"net_drv_version\": \"0\",\n"
+                               "    \"protocol\": \"dns\"\n"
+                               "}";
+    for (const bool answered : {true, false}) {
+        m_case = TestCase();
+        MakeRunningIn(3);
+        EventScript event = EventOf(0, {RuleRecord("g1", "dns")}, "{");
+        event.queryResult = answered ? 0 : 5;
+        Do(HandlingOf(event));
+        Lines expected{TraceOf("HandleEvent", "==>enter"), "host 0.QueryDot " + request1 + " \"HOST\"",
+                       TraceOf("HandleEvent", "query dot result_json={")};
+        if (answered) {
+            expected.push_back(ErrorOf("ParseQueryResult", "data format error."));
+        }
+        for (const std::string& line :
+             {TraceOf("HandleEvent", " query dot error, reply=0"), std::string("host 0.FreeResult answer"),
+              TraceOf("ReportEventHandleRes", "==>enter"),
+              TraceOf("ReportEventHandleRes", "ReportEventHandleRes json=" + report), "sink 0.Report 1 " + report,
+              TraceOf("ReportEventHandleRes", "==>leave"), std::string("= false reply 0 answers out 0")}) {
+            expected.push_back(line);
+        }
+        EXPECT_EQ(Seen(), expected);
+    }
+}
+
 TEST_F(PinnedEvent, AllForbidLeavesTheAnswerWithTheReceiver) {
     MakeRunningIn(1);
     Do(HandlingOf(EventOf(0, {RuleRecord("g1", "dns")}, answerM1)));

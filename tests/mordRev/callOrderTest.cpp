@@ -129,6 +129,23 @@ TEST_F(CallOrder, OfADisconnectEvent) {
     EXPECT_EQ(TakeCalls(), Joined({entry, {"event.GetInt32(flags)"}}));
 }
 
+TEST_F(CallOrder, ReplyWordIs0DuringTheQueryAnd1DuringTheDeletion) {
+    host.answer = AnswerText("GUID-1", {"MID-1"});
+    Allow("MID-1", {"TYPE-1"});
+    event.Int32("flags", EVENT_FLAG_REPLY_TWO);
+    uint32_t word = 77;
+    Lines seen;
+    calls.onAdd = [&](const std::string& call) {
+        const std::string name = call.substr(0, call.find('('));
+        if (name.find('.') == std::string::npos) { // no read
+            seen.push_back(name + " " + std::to_string(word));
+        }
+    };
+    receiver->HandleEvent(&event, rulePointers.data(), 2, &word);
+    calls.onAdd = nullptr;
+    EXPECT_EQ(seen, (Lines{"QueryDot 0", "FreeResult 0", "DeleteDot 1", "Report 2"}));
+}
+
 TEST_F(CallOrder, OfAnEventWithoutASink) {
     receiver->SetReportSink(nullptr);
     host.queryCode = 1;

@@ -2,6 +2,7 @@
 #include <atomic>
 #include <chrono>
 #include <functional>
+#include <string_view>
 #include <thread>
 
 #include "mordRev/lifecycleEvent.h"
@@ -51,6 +52,23 @@ protected:
         }).join();
         return free;
     }
+
+    // For each record that `operation` writes, the function that wrote it and the state of the lock then.
+    Texts LockDuringTheRecordsOf(const std::function<void()>& operation) {
+        Texts seen;
+        siblings.logsRecords = true;
+        siblings.calls.onAdd = [&](const std::string& call) {
+            constexpr std::string_view before = "][CMordRecv::";
+            const size_t begin = call.find(before) + before.size();
+            seen.push_back(call.substr(begin, call.find(']', begin) - begin) + (IsFree() ? " free" : " held"));
+            keysAtTheLastRecord = Fields().AllowedMids().size();
+        };
+        operation();
+        siblings.calls.onAdd = nullptr;
+        return seen;
+    }
+
+    size_t keysAtTheLastRecord = 0; // of the allow list
 };
 
 TEST_F(LifecycleLock, IsWaitedForByTheOperationsOnTheTables) {
@@ -69,7 +87,9 @@ TEST_F(LifecycleLock, IsNotWaitedForByTheOthers) {
     MakeRunning();
     uint32_t reply = REPLY_BLOCK;
     EXPECT_TRUE(EndsWithoutTheLock([&] {
-        receiver->Init(&host);
+        receiver->Uninit();
+        Fields().Mid().clear();
+        receiver->Init(&host); // all its steps, the service's being asked among them
         receiver->Start();
         receiver->Stop();
         receiver->GetProperty(0, 0, 0);
@@ -112,6 +132,46 @@ TEST_F(LifecycleLock, IsNeverHeldAcrossACallIntoHostOrSink) {
     EXPECT_EQ(Handle(), REPLY_ALLOW);
     calls.onAdd = nullptr;
     EXPECT_EQ(seen, (Texts{"QueryDot free", "FreeResult free", "DeleteDot free", "Report free"}));
+}
+
+TEST_F(LifecycleLock, IsHeldWhileTheRecordsOfTheTablesAreWritten) {
+    MakeRunning();
+    const auto setAllowList = [this](const char* text) {
+        return LockDuringTheRecordsOf([this, text] { receiver->SetAllowList(text); });
+    };
+    const auto parseActions = [this](const char* text) {
+        return LockDuringTheRecordsOf([this, text] { receiver->ParseActionJson(text); });
+    };
+    const auto match = [this](const char* mid) {
+        std::string matched;
+        return LockDuringTheRecordsOf([&] { receiver->IsMatchmid("tcp", {mid}, &matched); });
+    };
+    EXPECT_EQ(setAllowList("no json"), (Texts{"SetAllowList held", "SetAllowList held"}));
+    EXPECT_EQ(setAllowList("{}"), (Texts{"SetAllowList held", "SetAllowList held"}));
+    EXPECT_EQ(setAllowList(R"({"mid_list":1})"), (Texts{"SetAllowList held", "SetAllowList held"}));
+    EXPECT_EQ(match("A"), Texts{"IsMatchmid held"}) << "the list is empty";
+    EXPECT_EQ(setAllowList(R"({"mid_list":[{"mid":"A","protocol":["tcp"]}]})"), Texts{"SetAllowList held"});
+    EXPECT_EQ(keysAtTheLastRecord, 1U) << "the list stands already";
+    EXPECT_EQ(match("B"), Texts{"IsMatchmid held"});
+    EXPECT_EQ(match("A"), Texts{"IsMatchmid held"});
+    EXPECT_EQ(LockDuringTheRecordsOf([this] { receiver->ClearAllowList(); }), Texts{"ClearAllowList held"});
+    EXPECT_EQ(keysAtTheLastRecord, 1U) << "the list stands still";
+    EXPECT_EQ(parseActions("no json"), (Texts{"ParseActionJson held", "ParseActionJson held"}));
+    EXPECT_EQ(parseActions(R"({"udp":"bad"})"),
+              (Texts{"ParseActionJson held", "ParseActionJson held", "ParseActionJson held"}));
+    EXPECT_EQ(parseActions(R"({"tcp":1})"), Texts{"ParseActionJson held"});
+    uint32_t reply = REPLY_BLOCK;
+    EXPECT_EQ(LockDuringTheRecordsOf([&] { receiver->ModiyReply("tcp", 0, &reply); }), Texts{"ModiyReply held"});
+}
+
+TEST_F(LifecycleLock, IsFreeWhileAllOtherRecordsAreWritten) {
+    MakeRunning();
+    AllowTheMachine();
+    SetMode(MODE_ALLOW_AFTER_DECISION);
+    EXPECT_EQ(LockDuringTheRecordsOf([this] { Handle(); }),
+              (Texts{"HandleEvent free", "HandleEvent free", "ParseQueryResult free", "ParseQueryResult free",
+                     "IsMatchmid held", "HandleEventInner free", "HandleEventInner free", "ModiyReply free",
+                     "ReportEventHandleRes free", "ReportEventHandleRes free", "ReportEventHandleRes free"}));
 }
 
 // A host may change the tables from within its calls, on the same thread: the lock is not recursive.

@@ -191,23 +191,43 @@ TEST_F(LocalMid, ModuleWithoutAFactoryIsSilentAndIsSoughtAgain) {
 }
 
 // A process of its own for each of these, in which no service was bound and no converter was looked for.
-class LocalMidFirst : public hostKit::ReceiverFixture {};
+class LocalMidFirst : public hostKit::ReceiverFixture {
+protected:
+    // Logging without the start that would bind the services.
+    void TurnLoggingOn() {
+        LoggerObject.Create(hostKit::ScriptedSiblings::Factory(), SID_LogWriter);
+        LogFileEnabled = true;
+    }
+
+    void ExpectSilentFailure() {
+        EXPECT_EQ(receiver->GetLocalMid(), "");
+        EXPECT_EQ(TakeRecords(), Texts());
+        EXPECT_EQ(Fields().Mid(), "");
+    }
+
+    void ExpectSuccess() {
+        EXPECT_EQ(receiver->GetLocalMid(), "SCRIPTED-MACHINE");
+        EXPECT_EQ(TakeRecords(), Texts{Trace("localMid.cpp CMordRecv::GetLocalMid",
+                                             "GetLocalMid()-Get local mid is:SCRIPTED-MACHINE")});
+    }
+};
 
 TEST_F(LocalMidFirst, MissingFinderGivesAnEmptyTextAndIsSoughtAgain) {
+    TurnLoggingOn();
     siblings.refused = {"IModuleFinder"};
-    EXPECT_EQ(receiver->GetLocalMid(), "");
-    EXPECT_EQ(receiver->GetLocalMid(), "");
+    ExpectSilentFailure();
+    ExpectSilentFailure();
     EXPECT_FALSE(Fields().HasMidService());
     siblings.refused.clear();
-    EXPECT_EQ(receiver->GetLocalMid(), "SCRIPTED-MACHINE");
+    ExpectSuccess();
 }
 
 TEST_F(LocalMidFirst, MissingLibraryGivesAnEmptyTextAndIsFoundWhenItIsLoadedLate) {
+    TurnLoggingOn();
     siblings.UnloadZelkBase();
-    EXPECT_EQ(receiver->GetLocalMid(), "");
-    EXPECT_EQ(Fields().Mid(), "");
+    ExpectSilentFailure();
     siblings.LoadZelkBase();
-    EXPECT_EQ(receiver->GetLocalMid(), "SCRIPTED-MACHINE");
+    ExpectSuccess();
 }
 
 TEST_F(LocalMidFirst, IsLostWithoutAConverterAndTheServiceIsAskedEachTime) {

@@ -17,8 +17,21 @@ protected:
     }
 
     // The records of a report before which the look-up logged `error`.
-    static Lines RecordsWithError(const std::string& error) {
-        const Lines report = hostKit::ReportRecords(Expected("", ""));
-        return {report[0], error, report[1], report[2]};
+    static Lines RecordsWithError(const std::string& error, const hostKit::ExpectedReport& report = Expected("", "")) {
+        const Lines records = hostKit::ReportRecords(report);
+        return {records[0], error, records[1], records[2]};
+    }
+
+    // The report of an event that holds nothing.
+    static hostKit::ExpectedReport ExpectedOfNothing() {
+        return {.guids = {"GUID-1"},
+                .type = "TYPE-1",
+                .procName = "",
+                .procPath = "",
+                .sendIp = "",
+                .sendPort = "0",
+                .recvIp = "",
+                .recvPort = "0",
+                .netDrvVersion = "0"};
     }
 };

@@ -179,7 +179,7 @@ TEST_F(WaysOut, AllForbidGivesTheAnswerOfAFailedQueryBack) {
     }
 }
 
-TEST_F(WaysOut, AnAnswerThatIsNoJsonBlocksAndIsGivenBackAfterTheRecord) {
+TEST_F(WaysOut, AnAnswerThatIsNoJsonBlocksAndIsGivenBack) {
     host.answer = R"({"GUID-1":)";
     EXPECT_EQ(Decide(), (Verdict{false, REPLY_BLOCK}));
     EXPECT_EQ(TakeRecords(), Records({inHandleEvent.Trace(R"(query dot result_json={"GUID-1":)"),
