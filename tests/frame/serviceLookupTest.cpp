@@ -2,6 +2,7 @@
 #include "frame/serviceLookup.h"
 #include "frame/baseServices.h"
 #include "hostKit/scriptedSystem.h"
+#include "logging/logState.h"
 
 namespace {
 
@@ -79,10 +80,25 @@ TEST_F(ServiceLookup, FindsALibraryThatIsLoadedLate) {
     EXPECT_EQ(FindBaseModuleFactory(), hostKit::ScriptedSiblings::Factory());
 }
 
-TEST_F(ServiceLookup, LogsNothing) {
+TEST_F(ServiceLookup, LogsNothingOnAnyWay) {
+    LogDebugViewEnabled = true;
+    const auto factory = hostKit::ScriptedSiblings::Factory();
+    system.modules.clear();
+    EXPECT_EQ(FindBaseModuleFactory(), nullptr) << "neither library";
+    system.modules = {{"ZelkBase.dll", factory}, {"empty.dll", nullptr}};
     siblings.refused = {"IModuleFinder"};
-    FindBaseModuleFactory();
-    EXPECT_EQ(siblings.RecordTexts(), Calls());
+    EXPECT_EQ(FindBaseModuleFactory(), nullptr) << "no finder";
+    siblings.refused = {"BaseServiceThree"};
+    siblings.foundModule = nullptr;
+    EXPECT_EQ(FindBaseModuleFactory(), nullptr) << "no module";
+    siblings.foundModule = system.Handle("empty.dll");
+    EXPECT_EQ(FindBaseModuleFactory(), nullptr) << "no factory in it";
+    siblings.foundModule = system.Handle("ZelkBase.dll");
+    EXPECT_EQ(FindBaseModuleFactory(), factory) << "one service and one library are missing";
+    siblings.refused.clear();
+    system.modules["Ferrocore.dll"] = factory;
+    EXPECT_EQ(FindBaseModuleFactory(), factory);
+    LogDebugViewEnabled = false;
     EXPECT_EQ(system.debugOutput.All(), Calls());
 }
 

@@ -94,9 +94,12 @@ TEST_F(StartLoggerFirst, NoModuleFinderGivesFalseAndLeavesTheFlags) {
     EXPECT_EQ(TakeDebugOutput(), Calls());
     SetLogState(true, true, true);
     EXPECT_FALSE(StartLogger(WIDE("NAME")));
+    EXPECT_FALSE(CMordRecv().InitLogMoudle());
     EXPECT_TRUE(LogFileEnabled);
     EXPECT_TRUE(LogDebugViewEnabled);
     EXPECT_TRUE(LoggerObject);
+    EXPECT_EQ(TakeRawRecords(), Calls());
+    EXPECT_EQ(TakeDebugOutput(), Calls());
 }
 
 TEST_F(StartLoggerFirst, LibraryThatIsLoadedLateServesTheNextStart) {
