@@ -11,7 +11,6 @@ namespace mordhost {
 namespace {
 
 constexpr size_t deepest = 64;
-constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
 // Builds the tree from the parser's calls. A value begins where white space, comma and colon end behind the token
 // before it, and for all but brackets it ends where the parser stands when it calls.

@@ -7,8 +7,6 @@ namespace mordhost {
 
 namespace {
 
-constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
-
 bool StartsCharacter(char byte) {
     return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;
 }

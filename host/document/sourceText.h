@@ -24,6 +24,9 @@ public:
     DocumentError(const Location& where, const std::string& reason);
 };
 
+// A document may begin with it; it counts as no character.
+constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+
 class SourceText {
 public:
     // `name` is what messages call the text, `firstLine` the number of its first line within the file.

@@ -6,7 +6,7 @@ using mordhostTest::ProcessResult;
 
 namespace {
 
-constexpr auto policy = R"({"rules": [{"guid": "G", "type": "smb"}]})";
+constexpr auto oneRule = R"({"rules": [{"guid": "G", "type": "smb"}]})";
 
 class Refusal : public MordhostTest {
 protected:
@@ -38,9 +38,9 @@ TEST_F(Refusal, NamesTheLineAndColumnInAFileBehindThePolicy) {
 }
 
 TEST_F(Refusal, NamesTheLineAndColumnInTheEvents) {
-    EXPECT_EQ(Of(Replay(policy, "{}\n{\"pid\": 1}\n{\"pid\": \"1\"}\n")),
+    EXPECT_EQ(Of(Replay(oneRule, "{}\n{\"pid\": 1}\n{\"pid\": \"1\"}\n")),
               "mordhost: e.jsonl:3:9: \"pid\" must be a number, and this is a string\n");
-    EXPECT_EQ(Of(Replay(policy, "{}\r\n\r\n{\"pid\": 1,}\r\n")),
+    EXPECT_EQ(Of(Replay(oneRule, "{}\r\n\r\n{\"pid\": 1,}\r\n")),
               "mordhost: e.jsonl:3:11: Missing a name for object member.\n");
 }
 
@@ -56,7 +56,7 @@ TEST_F(Refusal, ComesBeforeAnythingIsDecidedOrWritten) {
 
 TEST_F(Refusal, OfTheStandardInputComesBehindWhatWasDecidedBefore) {
     const ProcessResult result =
-        Mordhost({"replay", directory.Write("p.json", policy), "-"}, "{\"flags\": 4}\n{\"pid\": true}\n");
+        Mordhost({"replay", directory.Write("p.json", oneRule), "-"}, "{\"flags\": 4}\n{\"pid\": true}\n");
     EXPECT_EQ(result.code, 3);
     EXPECT_NE(result.output.find("disconnect"), std::string::npos) << result.output;
     EXPECT_EQ(result.error, "mordhost: standard input:2:9: \"pid\" must be a number, and this is a boolean\n");

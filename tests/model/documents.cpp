@@ -31,8 +31,8 @@ void Shuffle(Random& random, std::vector<std::string>& items) {
 }
 
 // A member beside those that belong there, or one of them a second time.
-std::string SpareMember(Random& random, JsonText& json, std::initializer_list<const char*> names) {
-    const char* const name = random.Pick(names);
+std::string SpareMember(Random& random, JsonText& json, std::initializer_list<const char*> known) {
+    const char* const name = random.Pick(known);
     return json.Member(name, json.AnyValue());
 }
 

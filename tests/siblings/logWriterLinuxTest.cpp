@@ -16,7 +16,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr auto failed = static_cast<int32_t>(0x80004005);
+constexpr auto writeFailed = static_cast<int32_t>(0x80004005);
 
 class LogWriterLinuxTest : public testing::Test {
 protected:
@@ -58,8 +58,8 @@ bool IsBlocked(int signal) {
 TEST_F(LogWriterLinuxTest, survivesAFullDisk) {
     fs::create_symlink("/dev/full", File());
     ASSERT_EQ(writer->Start(WIDE("MORD_Recv"), 0), 0);
-    EXPECT_EQ(writer->WriteRecord(WIDE("lost\r\n"), levelTrace), failed);
-    EXPECT_EQ(writer->WriteRecord(WIDE("lost too\r\n"), levelError), failed);
+    EXPECT_EQ(writer->WriteRecord(WIDE("lost\r\n"), levelTrace), writeFailed);
+    EXPECT_EQ(writer->WriteRecord(WIDE("lost too\r\n"), levelError), writeFailed);
 }
 
 TEST_F(LogWriterLinuxTest, survivesAFullDiskWithSeveralThreads) {
@@ -70,7 +70,7 @@ TEST_F(LogWriterLinuxTest, survivesAFullDiskWithSeveralThreads) {
     for (int& count : lost) {
         threads.emplace_back([this, &count] {
             for (int round = 0; round < 500; ++round) {
-                count += writer->WriteRecord(WIDE("lost\r\n"), levelTrace) == failed;
+                count += writer->WriteRecord(WIDE("lost\r\n"), levelTrace) == writeFailed;
             }
         });
     }
@@ -83,7 +83,7 @@ TEST_F(LogWriterLinuxTest, survivesAFullDiskWithSeveralThreads) {
 TEST_F(LogWriterLinuxTest, survivesADirectoryInWhichNoFileCanBeMade) {
     SetVariable("ZELK_LOG_DIR", WIDE("/proc/self"));
     const auto refused = library.Make<ILogWriter>(SID_LogWriter);
-    EXPECT_EQ(refused->Start(WIDE("MORD_Recv"), 0), failed);
+    EXPECT_EQ(refused->Start(WIDE("MORD_Recv"), 0), writeFailed);
 }
 
 TEST_F(LogWriterLinuxTest, survivesTheLimitOfFileSizesAndGoesOnInANewLineBehindIt) {
@@ -91,8 +91,8 @@ TEST_F(LogWriterLinuxTest, survivesTheLimitOfFileSizesAndGoesOnInANewLineBehindI
     {
         const FileSizeLimit limit(10);
         EXPECT_EQ(writer->WriteRecord(WIDE("12345\r\n"), levelTrace), 0);
-        EXPECT_EQ(writer->WriteRecord(WIDE("67890\r\n"), levelTrace), failed) << "three bytes fit";
-        EXPECT_EQ(writer->WriteRecord(WIDE("lost\r\n"), levelTrace), failed) << "SIGXFSZ would end the process";
+        EXPECT_EQ(writer->WriteRecord(WIDE("67890\r\n"), levelTrace), writeFailed) << "three bytes fit";
+        EXPECT_EQ(writer->WriteRecord(WIDE("lost\r\n"), levelTrace), writeFailed) << "SIGXFSZ would end the process";
     }
     EXPECT_EQ(writer->WriteRecord(WIDE("next\r\n"), levelTrace), 0);
     EXPECT_EQ(folder.Log("MORD_Recv"), "12345\r\n678\r\nnext\r\n");
@@ -109,7 +109,7 @@ TEST_F(LogWriterLinuxTest, leavesASignalOfTheHostsThatWaits) {
     pthread_kill(pthread_self(), SIGXFSZ);
     {
         const FileSizeLimit limit(0);
-        EXPECT_EQ(writer->WriteRecord(WIDE("lost\r\n"), levelTrace), failed);
+        EXPECT_EQ(writer->WriteRecord(WIDE("lost\r\n"), levelTrace), writeFailed);
     }
     EXPECT_TRUE(IsPending(SIGXFSZ));
     EXPECT_TRUE(IsBlocked(SIGXFSZ));
@@ -120,7 +120,7 @@ TEST_F(LogWriterLinuxTest, leavesASignalOfTheHostsThatWaits) {
 
 TEST_F(LogWriterLinuxTest, survivesAPipeWhoseReaderLeaves) {
     ASSERT_EQ(mkfifo(File().c_str(), 0600), 0);
-    EXPECT_EQ(writer->Start(WIDE("MORD_Recv"), 0), failed) << "nobody reads, and nothing waits";
+    EXPECT_EQ(writer->Start(WIDE("MORD_Recv"), 0), writeFailed) << "nobody reads, and nothing waits";
     const int reader = open(File().c_str(), O_RDONLY | O_NONBLOCK);
     ASSERT_EQ(writer->Start(WIDE("MORD_Recv"), 0), 0);
     EXPECT_EQ(writer->WriteRecord(WIDE("one\r\n"), levelTrace), 0);
@@ -128,7 +128,7 @@ TEST_F(LogWriterLinuxTest, survivesAPipeWhoseReaderLeaves) {
     EXPECT_EQ(read(reader, text, sizeof text), 5);
     EXPECT_STREQ(text, "one\r\n");
     close(reader);
-    EXPECT_EQ(writer->WriteRecord(WIDE("lost\r\n"), levelTrace), failed) << "SIGPIPE would end the process";
+    EXPECT_EQ(writer->WriteRecord(WIDE("lost\r\n"), levelTrace), writeFailed) << "SIGPIPE would end the process";
     EXPECT_FALSE(IsPending(SIGPIPE));
 }
 
@@ -140,7 +140,7 @@ TEST_F(LogWriterLinuxTest, doesNotWaitForThePipeThatIsFull) {
     for (int round = 0; round < 100000 && result == 0; ++round) {
         result = writer->WriteRecord(WIDE("0123456789ABCDEF0123456789ABCDEF\r\n"), levelTrace);
     }
-    EXPECT_EQ(result, failed);
+    EXPECT_EQ(result, writeFailed);
     close(reader);
 }
 
