@@ -39,14 +39,4 @@ uint32_t GetCurrentThreadId();
 // The reason of this thread's last failed call: a Windows error code, or errno.
 uint32_t GetLastError();
 
-// The two below have a body on Windows alone: elsewhere nothing opens a process.
-
-// A handle on the process `processId` with the rights `access`, or null with the reason in GetLastError. The caller
-// closes it.
-using ProcessHandle = void*;
-ProcessHandle OpenProcess(uint32_t access, bool inherit, uint32_t processId);
-
-// Closes a handle that this process owns.
-void CloseHandle(ProcessHandle handle);
-
 } // namespace platform

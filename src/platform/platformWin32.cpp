@@ -36,14 +36,6 @@ uint32_t GetLastError() {
     return ::GetLastError();
 }
 
-ProcessHandle OpenProcess(uint32_t access, bool inherit, uint32_t processId) {
-    return ::OpenProcess(access, inherit ? TRUE : FALSE, processId);
-}
-
-void CloseHandle(ProcessHandle handle) {
-    ::CloseHandle(handle);
-}
-
 } // namespace platform
 
 // The library's entry carries no logic: nothing is set up when it is loaded and nothing torn down when it goes.

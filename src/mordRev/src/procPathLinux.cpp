@@ -3,20 +3,8 @@
 #include <system_error>
 
 #include "logging/logMacros.h"
+#include "mordRev/src/lowerCase.h"
 #include "mordRev/src/mordRev.h"
-
-namespace {
-
-// The same letters as on Windows, so that hosts of both kinds can compare reports; other bytes stay.
-void LowerCase(std::string& text) {
-    for (char& c : text) {
-        if (c >= 'A' && c <= 'Z') {
-            c = static_cast<char>(c - 'A' + 'a');
-        }
-    }
-}
-
-} // namespace
 
 bool CMordRecv::GetProcPathByPid(uint32_t pid, std::string* path) {
     path->clear();
@@ -33,6 +21,6 @@ bool CMordRecv::GetProcPathByPid(uint32_t pid, std::string* path) {
         return false;
     }
     *path = image.native();
-    LowerCase(*path);
+    LowerCaseAscii(*path); // as on Windows, so that the reports of all hosts compare
     return true;
 }

@@ -1,7 +1,11 @@
-// The image path of a process, on Windows.
+// The image path of a process, on Windows: what the process's own parameters block says.
 #include "logging/logMacros.h"
+#include "mordRev/src/lowerCase.h"
 #include "mordRev/src/mordRev.h"
+#include "native/scopedHandle.h"
+#include "native/targetProcess.h"
 #include "platform/platform.h"
+#include "text/textConvert.h"
 
 namespace {
 
@@ -12,14 +16,22 @@ constexpr uint32_t processVmRead = 0x10;
 
 bool CMordRecv::GetProcPathByPid(uint32_t pid, std::string* path) {
     path->clear();
-    const platform::ProcessHandle process = platform::OpenProcess(processQueryInformation | processVmRead, false, pid);
-    if (process == nullptr) {
+    ScopedHandle process(platform::OpenProcess(processQueryInformation | processVmRead, false, pid));
+    if (!process) {
         // Read at once, and only for the record: what builds a record may change it.
         const uint32_t lastError = LoggingEnabled() ? platform::GetLastError() : 0;
         LOG_ERROR(WIDE("Open process failed!") << WIDE(" pid=") << pid << WIDE(" ,lasterror=") << lastError);
         return false;
     }
-    LOG_ERROR(WIDE("get process path fail, pid=") << pid);
-    platform::CloseHandle(process);
-    return false;
+    TargetProcess target(process.Get(), 0);
+    const auto imagePath = target.ReadImagePath();
+    if (imagePath == nullptr) {
+        LOG_ERROR(WIDE("get process path fail, pid=") << pid);
+        process.Close(); // before the objects that were built on it go
+        return false;
+    }
+    *path = WideToUtf8(imagePath->buffer.get());
+    LowerCaseAscii(*path);
+    process.Close();
+    return true;
 }

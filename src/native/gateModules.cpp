@@ -1,0 +1,123 @@
+// The 64-bit loader list of this process, and the first export that is found in it.
+#include <algorithm>
+#include <memory>
+#include <new>
+#include <string_view>
+
+#include "native/gate.h"
+#include "native/gateLayouts.h"
+#include "native/remoteLayouts.h"
+
+namespace {
+
+uint64_t ntdllBase = 0;
+
+// A copy of `size` bytes of a 64-bit structure.
+template <size_t size>
+struct Image {
+    char bytes[size] = {};
+
+    explicit Image(uint64_t address) { GateCopyIn(bytes, address, size); }
+
+    template <typename Field>
+    Field At(size_t offset) const {
+        return LoadField<Field>(bytes, offset);
+    }
+};
+
+WideChar FoldCase(WideChar unit) {
+    return unit >= 'A' && unit <= 'Z' ? static_cast<WideChar>(unit - 'A' + 'a') : unit;
+}
+
+bool SameName(std::basic_string_view<WideChar> left, std::basic_string_view<WideChar> right) {
+    if (left.size() != right.size()) {
+        return false;
+    }
+    for (size_t i = 0; i < left.size(); ++i) {
+        if (FoldCase(left[i]) != FoldCase(right[i])) {
+            return false;
+        }
+    }
+    return true;
+}
+
+// A local copy of a table; null entries when there is no memory for it.
+template <typename Entry>
+struct Table {
+    uint32_t count;
+    std::unique_ptr<Entry[]> entries;
+
+    explicit Table(uint32_t size) : count(size), entries(new (std::nothrow) Entry[size]()) {}
+
+    void CopyIn(uint64_t address) { GateCopyIn(entries.get(), address, count * static_cast<uint32_t>(sizeof(Entry))); }
+};
+
+} // namespace
+
+uint64_t GateModuleBase(const WideChar* name) {
+    using namespace gateLayouts;
+    if (GateEnabled == 0) {
+        return 0;
+    }
+    const uint64_t peb = Image<tebSize>(GateThreadBlock()).At<uint64_t>(tebProcessEnvironmentBlock);
+    const uint64_t ldr = Image<pebSize>(peb).At<uint64_t>(pebLdr);
+    const uint64_t end = ldr + ldrInLoadOrderModuleList;
+    uint64_t cursor = Image<ldrDataSize>(ldr).At<uint64_t>(ldrInLoadOrderModuleList);
+    do { // the first entry is taken without a look at the end: the list of a running process is not empty
+        const Image<entrySize> entry(cursor);
+        const auto nameSize = entry.At<uint16_t>(entryBaseDllNameMaximumLength);
+        const size_t units = (nameSize + size_t{1}) / sizeof(WideChar); // an odd size begins one more
+        const std::unique_ptr<WideChar[]> copy(new (std::nothrow) WideChar[units + 1]());
+        if (copy == nullptr) {
+            return 0;
+        }
+        GateCopyIn(copy.get(), entry.At<uint64_t>(entryBaseDllNameBuffer), nameSize);
+        if (SameName(name, copy.get())) {
+            return entry.At<uint64_t>(entryDllBase);
+        }
+        cursor = entry.At<uint64_t>(entryFlink);
+    } while (cursor != end);
+    return 0;
+}
+
+uint64_t GateNtdllBase() {
+    if (ntdllBase == 0) {
+        ntdllBase = GateModuleBase(WIDE("ntdll.dll"));
+    }
+    return ntdllBase;
+}
+
+uint64_t GateLoaderResolver() {
+    using namespace gateLayouts;
+    static constexpr char wanted[] = "LdrGetProcedureAddress";
+
+    const uint64_t base = GateNtdllBase();
+    if (base == 0) {
+        return 0;
+    }
+    const auto newHeader = Image<dosHeaderSize>(base).At<int32_t>(dosHeaderNewHeader);
+    const Image<ntHeadersSize> headers(base + static_cast<uint64_t>(int64_t{newHeader}));
+    const auto directoryAddress = headers.At<uint32_t>(ntHeadersExportDirectory);
+    if (directoryAddress == 0) {
+        return 0;
+    }
+    const Image<exportDirectorySize> directory(base + directoryAddress);
+    // The table of ordinals is as long as that of functions, and the walk goes as far: it ends at the match.
+    Table<uint32_t> functions(directory.At<uint32_t>(exportNumberOfFunctions));
+    Table<uint16_t> ordinals(functions.count);
+    Table<uint32_t> names(directory.At<uint32_t>(exportNumberOfNames));
+    if (functions.entries == nullptr || ordinals.entries == nullptr || names.entries == nullptr) {
+        return 0;
+    }
+    functions.CopyIn(base + directory.At<uint32_t>(exportAddressOfFunctions));
+    ordinals.CopyIn(base + directory.At<uint32_t>(exportAddressOfNameOrdinals));
+    names.CopyIn(base + directory.At<uint32_t>(exportAddressOfNames));
+    const uint32_t bound = std::min(functions.count, names.count); // there is no local name behind the last one
+    for (uint32_t i = 0; i < bound; ++i) {
+        if (GateCompare(wanted, base + names.entries[i], sizeof wanted)) {
+            const uint16_t ordinal = ordinals.entries[i];
+            return ordinal < functions.count ? base + functions.entries[ordinal] : 0;
+        }
+    }
+    return 0;
+}

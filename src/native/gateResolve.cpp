@@ -1,0 +1,47 @@
+// Functions of 64-bit modules by name, and the statuses of NT functions as last errors.
+#include <cstring>
+
+#include "native/gate.h"
+#include "native/gateLayouts.h"
+#include "platform/callConv.h"
+#include "platform/platform.h"
+
+namespace {
+
+uint64_t loaderResolver = 0;
+
+using StatusToErrorFunction = uint32_t(MORD_STDCALL*)(uint32_t status);
+using SetLastErrorFunction = void(MORD_STDCALL*)(uint32_t error);
+
+StatusToErrorFunction statusToError = nullptr;
+SetLastErrorFunction setLastError = nullptr;
+
+} // namespace
+
+uint64_t GateResolve(uint64_t module, const char* name) {
+    if (loaderResolver == 0) {
+        loaderResolver = GateLoaderResolver();
+    }
+    if (loaderResolver == 0) {
+        return 0;
+    }
+    gateLayouts::AnsiString text{};
+    text.Length = static_cast<uint16_t>(std::strlen(name));
+    text.MaximumLength = static_cast<uint16_t>(text.Length + 1);
+    text.Buffer = WidenForGate(name);
+    uint64_t address = 0; // stays 0 on failure; the status is not looked at
+    GateCall(loaderResolver, 4, module, WidenForGate(&text), uint64_t{0}, WidenForGate(&address));
+    return address;
+}
+
+void GateRecordStatus(uint64_t status) {
+    if (statusToError == nullptr || setLastError == nullptr) {
+        const platform::ModuleHandle ntdll = platform::GetModuleHandleW(WIDE("ntdll.dll"));
+        statusToError =
+            reinterpret_cast<StatusToErrorFunction>(platform::GetProcAddress(ntdll, "RtlNtStatusToDosError"));
+        setLastError = reinterpret_cast<SetLastErrorFunction>(platform::GetProcAddress(ntdll, "RtlSetLastWin32Error"));
+    }
+    if (statusToError != nullptr && setLastError != nullptr) {
+        setLastError(statusToError(static_cast<uint32_t>(status)));
+    }
+}

@@ -1,0 +1,110 @@
+#include "native/gateWrappers.h"
+
+#include "native/gate.h"
+
+namespace {
+
+// One NT function of the 64-bit half, found at its first use.
+class GateFunction {
+public:
+    constexpr explicit GateFunction(const char* name) : m_name(name) {}
+
+    // Whether the system has it; a failure is tried again.
+    bool Find() {
+        if (m_address == 0) {
+            m_address = GateResolve(GateNtdllBase(), m_name);
+        }
+        return m_address != 0;
+    }
+
+    // Calls it after Find. True for the status 0; any other is recorded.
+    template <typename... Arguments>
+    bool Call(Arguments... arguments) {
+        const uint64_t status = GateCall(m_address, sizeof...(arguments), static_cast<uint64_t>(arguments)...);
+        if (status != 0) {
+            GateRecordStatus(status);
+        }
+        return status == 0;
+    }
+
+private:
+    const char* m_name;
+    uint64_t m_address = 0;
+};
+
+constinit GateFunction getContext("NtGetContextThread");
+constinit GateFunction setContext("NtSetContextThread");
+constinit GateFunction readMemory("NtReadVirtualMemory");
+constinit GateFunction writeMemory("NtWriteVirtualMemory");
+constinit GateFunction allocateMemory("NtAllocateVirtualMemory");
+constinit GateFunction freeMemory("NtFreeVirtualMemory");
+constinit GateFunction protectMemory("NtProtectVirtualMemory");
+constinit GateFunction queryMemory("NtQueryVirtualMemory");
+
+// Reading and writing alike: the count starts from the caller's and goes back on success.
+bool Transfer(GateFunction& function, platform::Handle process, uint64_t address, const void* local, uint32_t size,
+              uint64_t* count) {
+    if (!function.Find()) {
+        return false;
+    }
+    uint64_t transferred = count != nullptr ? *count : 0;
+    if (!function.Call(WidenForGate(process), address, WidenForGate(local), size, WidenForGate(&transferred))) {
+        return false;
+    }
+    if (count != nullptr) {
+        *count = transferred;
+    }
+    return true;
+}
+
+} // namespace
+
+bool GateGetContext(platform::Handle thread, void* context) {
+    return getContext.Find() && getContext.Call(WidenForGate(thread), WidenForGate(context));
+}
+
+bool GateSetContext(platform::Handle thread, const void* context) {
+    return setContext.Find() && setContext.Call(WidenForGate(thread), WidenForGate(context));
+}
+
+bool GateReadMemory(platform::Handle process, uint64_t address, void* destination, uint32_t size, uint64_t* count) {
+    return Transfer(readMemory, process, address, destination, size, count);
+}
+
+bool GateWriteMemory(platform::Handle process, uint64_t address, const void* source, uint32_t size, uint64_t* count) {
+    return Transfer(writeMemory, process, address, source, size, count);
+}
+
+uint64_t GateAllocateMemory(platform::Handle process, uint64_t address, uint32_t size, uint32_t allocationType,
+                            uint32_t protection) {
+    uint64_t base = address;
+    uint64_t wideSize = size;
+    const bool allocated =
+        allocateMemory.Find() && allocateMemory.Call(WidenForGate(process), WidenForGate(&base), uint64_t{0},
+                                                     WidenForGate(&wideSize), allocationType, protection);
+    return allocated ? base : 0;
+}
+
+bool GateFreeMemory(platform::Handle process, uint64_t address, uint32_t size, uint32_t freeType) {
+    uint64_t base = address;
+    uint64_t wideSize = size;
+    return freeMemory.Find() &&
+           freeMemory.Call(WidenForGate(process), WidenForGate(&base), WidenForGate(&wideSize), freeType);
+}
+
+bool GateProtectMemory(platform::Handle process, uint64_t address, uint32_t size, uint32_t protection,
+                       uint32_t* oldProtection) {
+    uint64_t base = address;
+    uint64_t wideSize = size;
+    return protectMemory.Find() && protectMemory.Call(WidenForGate(process), WidenForGate(&base),
+                                                      WidenForGate(&wideSize), protection, WidenForGate(oldProtection));
+}
+
+uint32_t GateQueryMemory(platform::Handle process, uint64_t address, void* buffer, uint32_t size) {
+    if (!queryMemory.Find()) {
+        return 0;
+    }
+    uint64_t length = 0;
+    queryMemory.Call(WidenForGate(process), address, uint64_t{0}, WidenForGate(buffer), size, WidenForGate(&length));
+    return static_cast<uint32_t>(length);
+}

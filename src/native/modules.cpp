@@ -1,0 +1,126 @@
+// The modules of a target: its loader lists, and the map that is made of them.
+#include <algorithm>
+#include <iterator>
+
+#include "native/remoteLayouts.h"
+#include "native/targetProcess.h"
+
+namespace {
+
+template <typename Bits>
+constexpr ModuleKind kindOf = sizeof(typename Bits::Pointer) == 4 ? ModuleKind32 : ModuleKind64;
+
+bool Matches(const ModuleData& module, uint64_t address, bool strict) {
+    if (strict) {
+        return module.baseAddress == address;
+    }
+    return module.baseAddress <= address && address < module.baseAddress + module.imageSize;
+}
+
+} // namespace
+
+TargetProcess::ModuleList TargetProcess::ListModules(ModuleKind kind) {
+    return ResolveKind(kind) == ModuleKind64 ? ListModules64() : ListModules32();
+}
+
+TargetProcess::ModuleList TargetProcess::ListModules32() {
+    return ListModulesOf<Bits32>();
+}
+
+TargetProcess::ModuleList TargetProcess::ListModules64() {
+    return ListModulesOf<Bits64>();
+}
+
+// An entry that cannot be read still gives a record, with base 0, size 0 and no path. The walk ends at the head of the
+// list or at a link that cannot be read; it has no other limit.
+template <typename Bits>
+TargetProcess::ModuleList TargetProcess::ListModulesOf() {
+    using Pointer = typename Bits::Pointer;
+    ModuleList list;
+    char peb[Bits::pebSize] = {};
+    if (ReadPeb<Bits>(peb) == 0) {
+        return list;
+    }
+    const uint64_t ldr = LoadField<Pointer>(peb, Bits::pebLdr);
+    char ldrData[Bits::ldrDataSize] = {};
+    if (native->ReadMemory(ldr, ldrData, sizeof ldrData, nullptr) != STATUS_OF_SUCCESS) { // stricter than the others
+        return list;
+    }
+    const auto head = static_cast<Pointer>(ldr + Bits::ldrInLoadOrderModuleList);
+    auto cursor = LoadField<Pointer>(ldrData, Bits::ldrInLoadOrderModuleList);
+    while (cursor != head) {
+        WideChar name[moduleNameSize / sizeof(WideChar)] = {};
+        char entry[Bits::entrySize] = {};
+        native->ReadMemory(cursor, entry, sizeof entry, nullptr);
+
+        const auto nameLength = LoadField<uint16_t>(entry, Bits::entryFullDllName + unicodeStringLength);
+        const auto nameAddress = LoadField<Pointer>(entry, Bits::entryFullDllName + Bits::unicodeStringBuffer);
+        native->ReadMemory(nameAddress, name, std::min<uint64_t>(nameLength, sizeof name), nullptr);
+
+        list.push_back(std::make_shared<const ModuleData>(ModuleData{
+            LoadField<Pointer>(entry, Bits::entryDllBase),
+            {std::begin(name), std::find(std::begin(name), std::end(name), WideChar{})},
+            LoadField<uint32_t>(entry, Bits::entrySizeOfImage),
+            kindOf<Bits>,
+        }));
+        // The entry's first field is the link to the next one.
+        if (Failed(native->ReadMemory(cursor, &cursor, sizeof cursor, nullptr))) {
+            break;
+        }
+    }
+    return list;
+}
+
+void TargetProcess::LoadModules(ModuleKind kind) {
+    for (const auto& module : ListModules(kind)) {
+        modules.emplace(ModuleKey{module->path, module->kind}, module);
+    }
+}
+
+const TargetProcess::ModuleMap& TargetProcess::LoadAllModules() {
+    if (native->TargetIsWow64()) {
+        LoadModules(ModuleKind32); // such a process has both lists
+    }
+    LoadModules(ModuleKind64);
+    return modules;
+}
+
+std::shared_ptr<const ModuleData> TargetProcess::FindTargetModule(uint64_t address, bool strict, ModuleKind kind) {
+    if (auto module = FindLoadedModule(address, strict)) {
+        return module;
+    }
+    LoadModules(ResolveKind(kind));
+    return FindLoadedModule(address, strict);
+}
+
+// A 32-bit target of a 64-bit machine is asked through its 64-bit PEB.
+std::shared_ptr<const ModuleData> TargetProcess::GetMainModule() {
+    uint64_t base = 0;
+    if (native->IsX86System()) {
+        char peb[Bits32::pebSize] = {};
+        if (native->ReadPeb32(peb) == 0) {
+            return nullptr;
+        }
+        base = LoadField<uint32_t>(peb, Bits32::pebImageBaseAddress);
+    } else {
+        char peb[Bits64::pebSize] = {};
+        if (native->ReadPeb64(peb) == 0) {
+            return nullptr;
+        }
+        base = LoadField<uint64_t>(peb, Bits64::pebImageBaseAddress);
+    }
+    return FindTargetModule(base, true, ModuleKindAuto);
+}
+
+ModuleKind TargetProcess::ResolveKind(ModuleKind kind) const {
+    if (kind != ModuleKindAuto) {
+        return kind;
+    }
+    return native->TargetIsWow64() ? ModuleKind32 : ModuleKind64;
+}
+
+std::shared_ptr<const ModuleData> TargetProcess::FindLoadedModule(uint64_t address, bool strict) const {
+    const auto found = std::find_if(modules.begin(), modules.end(),
+                                    [=](const auto& entry) { return Matches(*entry.second, address, strict); });
+    return found == modules.end() ? nullptr : found->second;
+}

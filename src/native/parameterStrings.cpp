@@ -1,0 +1,75 @@
+// The strings of a process's parameters block.
+#include <iterator>
+
+#include "native/remoteLayouts.h"
+#include "native/targetProcess.h"
+
+namespace {
+
+// The parameters pointer is read as eight bytes for a target of either width; the word behind a 32-bit pointer stays in
+// the value. It is meant so.
+constexpr uint64_t parametersPointerSize = 8;
+
+// The text is read at twice the bytes that the target declares, running past the string; it is meant so.
+constexpr uint64_t textReadFactor = 2;
+
+} // namespace
+
+Wow64extStringW::Wow64extStringW(const uint16_t& maximumLength)
+    : buffer(new WideChar[maximumLength + size_t{1}]), length(maximumLength) {
+    buffer[maximumLength] = WideChar{};
+}
+
+std::shared_ptr<Wow64extStringW> TargetProcess::ReadImagePath() {
+    return ReadParameterString(ImagePathName);
+}
+
+std::shared_ptr<Wow64extStringW> TargetProcess::ReadCommandLine() {
+    return ReadParameterString(CommandLine);
+}
+
+std::shared_ptr<Wow64extStringW> TargetProcess::ReadCurrentDirectory() {
+    return ReadParameterString(CurrentDirectory);
+}
+
+std::shared_ptr<Wow64extStringW> TargetProcess::ReadParameterString(uint32_t fieldIndex) {
+    return native->TargetIsWow64() ? ReadParameterString32(fieldIndex) : ReadParameterString64(fieldIndex);
+}
+
+std::shared_ptr<Wow64extStringW> TargetProcess::ReadParameterString32(uint32_t fieldIndex) {
+    return ReadParameterStringOf<Bits32>(fieldIndex);
+}
+
+std::shared_ptr<Wow64extStringW> TargetProcess::ReadParameterString64(uint32_t fieldIndex) {
+    return ReadParameterStringOf<Bits64>(fieldIndex);
+}
+
+template <typename Bits>
+std::shared_ptr<Wow64extStringW> TargetProcess::ReadParameterStringOf(uint32_t fieldIndex) {
+    if (fieldIndex >= std::size(Bits::parameterStrings)) {
+        return nullptr;
+    }
+    char peb[Bits::pebSize] = {};
+    const uint64_t pebAddress = ReadPeb<Bits>(peb);
+    if (pebAddress == 0) {
+        return nullptr;
+    }
+    uint64_t parameters = 0;
+    static_assert(sizeof parameters == parametersPointerSize);
+    if (Failed(
+            native->ReadMemory(pebAddress + Bits::pebProcessParameters, &parameters, parametersPointerSize, nullptr))) {
+        return nullptr;
+    }
+    char header[Bits::unicodeStringSize] = {};
+    const uint64_t headerAddress = parameters + Bits::parameterStrings[fieldIndex];
+    if (Failed(native->ReadMemory(headerAddress, header, sizeof header, nullptr))) {
+        return nullptr;
+    }
+    const auto maximumLength = LoadField<uint16_t>(header, unicodeStringMaximumLength);
+    const uint64_t textAddress = LoadField<typename Bits::Pointer>(header, Bits::unicodeStringBuffer);
+    auto string = std::make_shared<Wow64extStringW>(maximumLength);
+    if (Failed(native->ReadMemory(textAddress, string->buffer.get(), maximumLength * textReadFactor, nullptr))) {
+        return nullptr;
+    }
+    return string;
+}
