@@ -92,10 +92,4 @@ uint32_t GetLastError() {
     return ScriptedSystem::Instance().lastError;
 }
 
-ProcessHandle OpenProcess(uint32_t, bool, uint32_t) {
-    return nullptr;
-}
-
-void CloseHandle(ProcessHandle) {}
-
 } // namespace platform

@@ -14,7 +14,7 @@ protected:
     }
 
     // How often a call stands in the siblings' log since the last time it was taken.
-    static long Count(const Texts& siblingCalls, const std::string& call) {
+    static std::ptrdiff_t Count(const Texts& siblingCalls, const std::string& call) {
         return std::count(siblingCalls.begin(), siblingCalls.end(), call);
     }
 

@@ -1,4 +1,5 @@
-// The process behind a connection, on Windows: its path is empty, and the record tells how far the look-up came.
+// The process behind a connection, on Windows: its path comes from its own parameters.
+#include "hostKit/utf.h"
 #include "mordRev/processPathFixture.h"
 
 #include <windows.h>
@@ -14,12 +15,28 @@ constexpr int32_t noProcess = 0x7FFFFFF1;
 
 using ProcessPath = ProcessPathFixture;
 
-TEST_F(ProcessPath, OfALivingProcessIsEmptyAndTheReportGoesOutAllTheSame) {
+// The path of this program as the system tells it, in lower case.
+std::string OwnPathInLowerCase() {
+    std::wstring path(32768, L'\0');
+    path.resize(::GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
+    std::string narrow = ToNarrow(path);
+    for (char& c : narrow) {
+        c = c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
+    }
+    return narrow;
+}
+
+TEST_F(ProcessPath, OfALivingProcessIsInLowerCase) {
     event.Int32("pid", static_cast<int32_t>(::GetCurrentProcessId()));
     Send();
-    EXPECT_EQ(sink.Reports(), Lines{Expected("", "").Text()});
-    EXPECT_EQ(TakeRecords(), RecordsWithError(inGetProcPath.Error("get process path fail, pid=" +
-                                                                  std::to_string(::GetCurrentProcessId()))));
+    const std::string path = OwnPathInLowerCase();
+    std::string escaped;
+    for (const char c : path) {
+        escaped += c == '\\' ? "\\\\" : std::string(1, c);
+    }
+    const ExpectedReport report = Expected(path.substr(path.rfind('\\') + 1), escaped);
+    EXPECT_EQ(sink.Reports(), Lines{report.Text()});
+    EXPECT_EQ(TakeRecords(), ReportRecords(report));
 }
 
 TEST_F(ProcessPath, OfPid0IsEmptyAndTheReportGoesOutAllTheSame) {
@@ -55,6 +72,8 @@ TEST_F(ProcessPath, IsEmptiedWhereTheLookUpFails) {
     std::string path = "before";
     EXPECT_FALSE(CMordRecv::GetProcPathByPid(static_cast<uint32_t>(noProcess), &path));
     EXPECT_EQ(path, "");
+    EXPECT_TRUE(CMordRecv::GetProcPathByPid(::GetCurrentProcessId(), &path));
+    EXPECT_EQ(path, OwnPathInLowerCase());
 }
 
 TEST_F(ProcessPath, IsNotLookedUpForPid4) {

@@ -1,18 +1,26 @@
 # Checks a built DLL of the siblings:
 #
-#   cmake -DOBJDUMP=… -DFILE=… -DNAME=ZelkBase.dll -P checkLibraryWin32.cmake
+#   cmake -DOBJDUMP=… -DFILE=… -DNAME=ZelkBase.dll -DBITS=32 -P checkLibraryWin32.cmake
 #
-# It is a 32-bit PE library that exports CreateZelkObject, undecorated, under the ordinal 1 and nothing else, calls
+# It is a PE library of that width that exports CreateZelkObject, undecorated, under the ordinal 1 and nothing else, calls
 # itself NAME, carries a version resource, and imports from libraries of the system alone.
 cmake_minimum_required(VERSION 3.25)
 
 execute_process(COMMAND ${OBJDUMP} -p -h ${FILE} OUTPUT_VARIABLE dump COMMAND_ERROR_IS_FATAL ANY)
 
+if(BITS EQUAL 32)
+    set(format pei-i386)
+    set(magic PE32)
+else()
+    set(format pei-x86-64)
+    set(magic "PE32\\+")
+endif()
+
 # Each of these stands in the dump, and stands there as if alone: a second export would follow the first.
 foreach(wanted IN ITEMS
-        "file format pei-i386\n"
+        "file format ${format}\n"
         "\n\tDLL\n"
-        "\\(PE32\\)\n"
+        "\\(${magic}\\)\n"
         "\nName [^\n]* ${NAME}\n"
         "\nOrdinal Base[ \t]+1\n"
         "\n\tExport Address Table[ \t]+00000001\n"

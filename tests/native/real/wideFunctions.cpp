@@ -1,0 +1,51 @@
+#include "native/real/wideFunctions.h"
+
+#include <cstring>
+#include <new>
+
+#include <windows.h>
+
+#include "native/gateEnter.h"
+
+namespace {
+
+size_t CodeSize() {
+    return static_cast<size_t>(WideRecorderEnd - WideRecorderBegin);
+}
+
+} // namespace
+
+WideRecorder::WideRecorder()
+    : m_code(static_cast<char*>(VirtualAlloc(nullptr, CodeSize(), MEM_RESERVE | MEM_COMMIT, PAGE_EXECUTE_READWRITE))) {
+    if (m_code == nullptr) {
+        throw std::bad_alloc();
+    }
+    std::memcpy(m_code, WideRecorderBegin, CodeSize());
+}
+
+WideRecorder::~WideRecorder() {
+    VirtualFree(m_code, 0, MEM_RELEASE);
+}
+
+const WideRecord& WideRecorder::Record() const {
+    return *reinterpret_cast<const WideRecord*>(m_code + CodeSize() - sizeof(WideRecord));
+}
+
+MarkedCall CallGateMarked(uint64_t function, int32_t count, const std::array<uint64_t, 6>& values,
+                          uint32_t misalignment) {
+    std::array<uint32_t, 15> words{};
+    std::memcpy(words.data(), &function, sizeof function);
+    std::memcpy(words.data() + 2, &count, sizeof count);
+    std::memcpy(words.data() + 3, values.data(), sizeof values);
+    MarkedCall call;
+    CallMarked(reinterpret_cast<const void*>(&GateCall), words.data(), static_cast<uint32_t>(words.size()),
+               misalignment, &call.before, &call.after);
+    return call;
+}
+
+// The assembly body writes by these.
+static_assert(offsetof(MarkedState, flags) == 20 && offsetof(MarkedState, fs) == 24 && offsetof(MarkedState, cs) == 34);
+static_assert(offsetof(MarkedState, x87Control) == 36 && offsetof(MarkedState, sseControl) == 40);
+static_assert(offsetof(MarkedState, x87Stack) == 48 && offsetof(MarkedState, result) == 72);
+static_assert(offsetof(WideRecord, stack) == 48 && offsetof(WideRecord, fs) == 64 && offsetof(WideRecord, calls) == 72);
+static_assert(sizeof(WideRecord) == 80);
