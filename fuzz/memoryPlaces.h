@@ -1,0 +1,39 @@
+// The places of a target's memory, and of the caller's own 64-bit half, that a fuzzed input changes.
+#pragma once
+
+#include <vector>
+
+#include "fuzz/input.h"
+#include "native/scripted/processImage.h"
+
+// Finds, once, what the library keeps for the life of the process, while everything is well-formed: a finding then
+// depends on its input alone.
+void PrepareOnce();
+
+// Asks for what the caller's own 64-bit half tells. Does nothing for a 64-bit caller, which has none.
+void AskGate(const scripted::Text& name);
+
+struct MemoryPlace {
+    scripted::TargetMemory* memory;
+    uint64_t address;
+    size_t size;
+};
+
+// The places of the caller's own 64-bit half, well-formed; none for a 64-bit caller.
+std::vector<MemoryPlace> BuildGatePlaces();
+
+class MemoryPlaces {
+public:
+    // Builds a well-formed target with three modules in each list.
+    explicit MemoryPlaces(scripted::Process& target);
+
+    // Makes one change: bytes of a place, a link to another place, or a range that comes or goes.
+    void Change(FuzzInput& input);
+
+private:
+    template <typename P>
+    void Build(scripted::ProcessImage<P>& image);
+
+    scripted::Process& m_target;
+    std::vector<MemoryPlace> m_places;
+};

@@ -1,0 +1,132 @@
+// Process inspection over memory of targets that say anything. Built once for each width of caller, over the system
+// that the tests script.
+//
+// An input first chooses the pairing of caller and target and what the system's own lists hold, then changes a
+// well-formed target (and, for a 32-bit caller, the 64-bit half of its process) place by place. Everything that the
+// library can tell is then asked for. What must hold beside the sanitizers' rules is tested in Require.
+#include "fuzz/input.h"
+#include "fuzz/memoryPlaces.h"
+#include "native/devicePath.h"
+#include "native/scripted/lowStack.h"
+#include "native/scripted/pairings.h"
+#include "native/targetProcess.h"
+
+#include <cstdlib>
+#include <stdexcept>
+
+namespace {
+
+using namespace scripted;
+
+constexpr uint32_t targetId = 7;
+constexpr uint64_t readLimit = 2000;             // so that a cycle ends
+constexpr size_t largestArray = size_t{1} << 20; // a table of exports beyond it finds no memory
+
+void Require(bool holds) {
+    if (!holds) {
+        std::abort();
+    }
+}
+
+// What the system itself tells is well-formed, with any content.
+void FillSystem(FuzzInput& input, System& system, Process& target) {
+    const auto shape = input.Take<uint8_t>();
+    for (unsigned i = 0; i < (shape & 3u); ++i) {
+        system.processList.push_back({input.Take<uint16_t>(), input.Take<uint16_t>(), input.TakeText(20)});
+    }
+    system.threads.clear();
+    for (unsigned i = 0; i < (shape >> 2 & 3u); ++i) {
+        Thread thread{9 + i, targetId};
+        thread.start = input.Take<uint64_t>();
+        system.threads.push_back(thread);
+        target.regions.push_back({thread.start & ~uint64_t{0xFFF}, 0x1000, input.TakeText(40)});
+    }
+    for (unsigned i = 0; i < (shape >> 4 & 3u); ++i) {
+        system.devices[static_cast<char>('A' + input.Take<uint8_t>() % 26)] = input.TakeText(64);
+    }
+    if ((shape & 0x40) != 0) {
+        system.mappedName.length = input.Take<uint16_t>();
+    }
+    if ((shape & 0x80) != 0) {
+        system.mappedName.address = input.Take<uint64_t>();
+    }
+}
+
+void AskForStrings(TargetProcess& process) {
+    for (uint32_t i = 0; i < 9; ++i) {
+        const auto string = process.ReadParameterString(i);
+        Require(string == nullptr || (i < 8 && string->length < 65536 && string->buffer[string->length] == WideChar{}));
+    }
+}
+
+void AskForModules(TargetProcess& process, uint64_t address) {
+    for (const ModuleKind kind : {ModuleKind32, ModuleKind64, ModuleKindAuto}) {
+        const auto list = process.ListModules(kind);
+        Require(list.size() <= readLimit);
+        for (const auto& module : list) {
+            Require(module->path.size() <= 512 && module->path.find(WideChar{}) == module->path.npos);
+        }
+    }
+    Require(process.LoadAllModules().size() <= 2 * readLimit);
+    for (const bool strict : {false, true}) {
+        const auto found = process.FindTargetModule(address, strict, ModuleKindAuto);
+        Require(found == nullptr || !strict || found->baseAddress == address);
+    }
+    process.GetMainModule();
+}
+
+// A path that is shorter than a device name, and equal as far as it goes, throws.
+template <typename Ask>
+void AllowOutOfRange(const Ask& ask) {
+    try {
+        ask();
+    } catch (const std::out_of_range&) {
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size);
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+    PrepareOnce();
+    FuzzInput input(data, size);
+    System& system = Reset();
+    system.keepsCalls = false;
+    system.readLimit = readLimit;
+    system.largestArrayAllocation = largestArray;
+
+    const auto pairings = PairingsOfThisCaller();
+    const Pairing pairing = pairings[input.Take<uint8_t>() % pairings.size()];
+    system.architecture = pairing == Pairing::Machine32 ? 0 : 9;
+    system.callerIsWow64 = pairing == Pairing::Wow64CallerOf32 || pairing == Pairing::Wow64CallerOf64 ? 1 : 0;
+    Process& target = system.processes[targetId];
+    target.isWow64 = pairing == Pairing::Wow64CallerOf32 || pairing == Pairing::WideCallerOf32 ? 1 : 0;
+    FillSystem(input, system, target);
+    MemoryPlaces places(target);
+    const auto address = input.Take<uint64_t>();
+    const auto path = input.TakeText(64);
+    const auto name = input.TakeText(16);
+    while (!input.AtEnd()) {
+        places.Change(input);
+    }
+
+    const platform::Handle handle = OpenProcessHandle(targetId);
+    {
+        TargetProcess process(handle, 0);
+        const auto within = [&](const auto& ask) {
+            system.reads = 0; // each has the whole limit
+            ask();
+        };
+        within([&] { AskForStrings(process); });
+        within([&] { AskForModules(process, address); });
+        // A reply of a 32-bit system leads into itself by 32 bits.
+        within([&] { OnLowStack([&] { AllowOutOfRange([&] { process.ListThreads(); }); }); });
+        within([&] { Require(process.ListProcesses().size() <= system.processList.size()); });
+        within([&] { process.GetParentProcessId(); });
+        within([&] { AllowOutOfRange([&] { DevicePathToDosPath(path); }); });
+        within([&] { AskGate(name); });
+    }
+    Require(system.handles.size() == 1 && system.wrongCloses == 0 && system.openAreas == 0);
+    return 0;
+}
