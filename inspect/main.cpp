@@ -1,0 +1,88 @@
+// mordinspect: shows what the library sees of a process.
+#include <cstdio>
+#include <iostream>
+
+#include <fcntl.h>
+#include <io.h>
+
+#include <windows.h>
+
+#include <CLI/CLI.hpp>
+
+#include "inspection.h"
+#include "native/scopedHandle.h"
+#include "output.h"
+#include "platform/platform.h"
+
+namespace {
+
+using namespace mordinspect;
+
+enum ExitCode : int { EXIT_DONE = 0, EXIT_UNAVAILABLE = 1, EXIT_BAD_ARGUMENTS = 2 };
+
+constexpr uint32_t processVmRead = 0x10;
+constexpr uint32_t processQueryInformation = 0x400;
+
+// Lines end as they are written, and a console takes the texts for what they are.
+void PrepareStreams() {
+    _setmode(_fileno(stdout), _O_BINARY);
+    _setmode(_fileno(stderr), _O_BINARY);
+    SetConsoleOutputCP(CP_UTF8);
+}
+
+int Refuse(const Refusal& refusal) {
+    std::cerr << "mordinspect: unavailable: " << Words(refusal) << '\n';
+    return EXIT_UNAVAILABLE;
+}
+
+template <typename Shown>
+int Show(const Shown& shown, bool asJson) {
+    if (asJson) {
+        WriteJson(std::cout, shown);
+    } else {
+        WriteText(std::cout, shown);
+    }
+    std::cout.flush();
+    return std::cout ? EXIT_DONE : EXIT_UNAVAILABLE;
+}
+
+int ShowProcess(uint32_t processId, bool asJson) {
+    // The rights with which the library opens the process behind a connection.
+    const ScopedHandle process(platform::OpenProcess(processQueryInformation | processVmRead, false, processId));
+    if (!process) {
+        return Refuse(ByError("process " + std::to_string(processId), platform::GetLastError()));
+    }
+    return Show(Inspect(process.Get()), asJson);
+}
+
+int ShowAll(bool asJson) {
+    const auto processes = ListAll();
+    return processes.value ? Show(*processes.value, asJson) : Refuse(processes.refusal);
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    PrepareStreams();
+    CLI::App app("Shows what mordRev sees of a process: its paths, its modules, the files behind its threads.",
+                 "mordinspect");
+    app.set_version_flag("--version", std::string("mordinspect ") + MORDINSPECT_VERSION);
+    app.allow_windows_style_options(false);
+    uint32_t processId = 0;
+    bool all = false;
+    bool asJson = false;
+    CLI::Option* const process = app.add_option("PID", processId, "The id of the process");
+    CLI::Option* const everything = app.add_flag("--all", all, "List all processes instead");
+    process->excludes(everything);
+    app.add_flag("--json", asJson, "Write one JSON object");
+    try {
+        app.parse(argc, argv);
+        if (!all && process->empty()) {
+            throw CLI::RequiredError("PID or --all");
+        }
+    } catch (const CLI::ParseError& error) {
+        return app.exit(error, std::cout, std::cerr) == static_cast<int>(CLI::ExitCodes::Success) ? EXIT_DONE
+                                                                                                  : EXIT_BAD_ARGUMENTS;
+    }
+    return all ? ShowAll(asJson) : ShowProcess(processId, asJson);
+}

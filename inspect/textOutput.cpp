@@ -1,0 +1,104 @@
+#include <algorithm>
+#include <cstdio>
+
+#include "output.h"
+#include "platform/unicode.h"
+
+namespace mordinspect {
+
+namespace {
+
+// A target chooses its texts, and they go to a terminal: what would steer that is shown as a question mark.
+std::string Utf8(WideText text) {
+    std::replace_if(
+        text.begin(), text.end(), [](WideChar c) { return c < 0x20 || (c >= 0x7F && c < 0xA0); }, WideChar{'?'});
+    return platform::ToUtf8({reinterpret_cast<const char16_t*>(text.data()), text.size()});
+}
+
+// An address with as many digits as its process's addresses have.
+std::string Address(uint64_t address, int bits) {
+    char digits[20];
+    std::snprintf(digits, sizeof digits, "%0*llx", bits / 4, static_cast<unsigned long long>(address));
+    return digits;
+}
+
+void WriteLine(std::ostream& out, const char* label, const Reading<WideText>& reading) {
+    out << label << (reading.value ? Utf8(*reading.value) : "unavailable: " + Words(reading.refusal)) << '\n';
+}
+
+void WriteModules(std::ostream& out, int bits, const Reading<std::vector<Module>>& modules) {
+    out << bits << "-bit modules";
+    if (!modules.value) {
+        out << "    unavailable: " << Words(modules.refusal) << '\n';
+        return;
+    }
+    out << '\n';
+    for (const Module& module : *modules.value) {
+        char size[16];
+        std::snprintf(size, sizeof size, "%8x", static_cast<unsigned>(module.size));
+        out << "  " << Address(module.base, bits) << ' ' << size << "  "
+            << (module.path.empty() ? "(unnamed)" : Utf8(module.path)) << '\n';
+    }
+}
+
+void WriteThreads(std::ostream& out, int bits, const Reading<std::vector<Thread>>& threads) {
+    out << "threads";
+    if (!threads.value) {
+        out << "           unavailable: " << Words(threads.refusal) << '\n';
+        return;
+    }
+    out << '\n';
+    for (const Thread& thread : *threads.value) {
+        out << "  " << thread.id << "  ";
+        if (thread.file.value) {
+            out << "starts at " << Address(thread.start, bits) << " in " << Utf8(*thread.file.value) << '\n';
+        } else {
+            out << "start unavailable: " << Words(thread.file.refusal) << '\n';
+        }
+    }
+}
+
+} // namespace
+
+std::string Hex(uint32_t value) {
+    char digits[16];
+    std::snprintf(digits, sizeof digits, "0x%08X", static_cast<unsigned>(value));
+    return digits;
+}
+
+std::string Words(const Refusal& refusal) {
+    switch (refusal.kind) {
+    case Refusal::Kind::status:
+        return refusal.step + " (status " + Hex(refusal.code) + ")";
+    case Refusal::Kind::error:
+        return refusal.step + " (error " + std::to_string(refusal.code) + ")";
+    default:
+        return refusal.step;
+    }
+}
+
+void WriteText(std::ostream& out, const Inspection& inspection) {
+    out << "process           " << inspection.processId << ", " << inspection.bits << "-bit\n"
+        << "parent            "
+        << (inspection.parent.value ? std::to_string(*inspection.parent.value)
+                                    : "unavailable: " + Words(inspection.parent.refusal))
+        << '\n';
+    WriteLine(out, "image path        ", inspection.imagePath);
+    WriteLine(out, "command line      ", inspection.commandLine);
+    WriteLine(out, "current directory ", inspection.currentDirectory);
+    WriteModules(out, 32, inspection.modules32);
+    WriteModules(out, 64, inspection.modules64);
+    WriteThreads(out, inspection.bits, inspection.threads);
+}
+
+void WriteText(std::ostream& out, const std::vector<ProcessData>& processes) {
+    out << " process   parent  image\n";
+    for (const ProcessData& process : processes) {
+        char ids[40];
+        std::snprintf(ids, sizeof ids, "%8u %8u  ", static_cast<unsigned>(process.processId),
+                      static_cast<unsigned>(process.parentProcessId));
+        out << ids << Utf8(process.imageName) << '\n';
+    }
+}
+
+} // namespace mordinspect
