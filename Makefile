@@ -22,11 +22,13 @@ build-linux: ## build everything for Linux
 	@$(call configure,linux)
 	@$(call compile,linux)
 
-build-windows: ## build everything for 32-bit Windows
+build-windows: ## build everything for 32-bit Windows, and what inspects processes for 64-bit Windows too
 	@scripts/setup linux windows test
 	@mkdir -p build
 	@$(call configure,windows-x86)
 	@$(call compile,windows-x86)
+	@$(call configure,windows-x64)
+	@$(call compile,windows-x64,inspectionTests)
 
 run: ## replay the examples through the 32-bit mordRev.dll under Wine
 	@scripts/setup linux windows
@@ -61,8 +63,9 @@ test-tsan: ## run the tests that use several threads on Linux under ThreadSaniti
 	@$(call compile,linux-tsan,raceTests)
 	@$(call ctest,linux-tsan) -L threads
 
-test-windows: build-windows ## run the tests on 32-bit Windows, under Wine
+test-windows: build-windows ## run the tests on Windows, under Wine: all on 32 bits, those of process inspection on 64 bits too
 	@$(call ctest,windows-x86)
+	@$(call ctest,windows-x64) -L inspection
 
 check: ## check the structure of the sources: layers, names, sizes
 	@scripts/check
