@@ -22,11 +22,14 @@ Program::Program(const std::filesystem::path& file, const Patience& patience) : 
 }
 
 Program::~Program() {
-    End();
+    if (!m_waitedFor) {
+        End();
+    }
 }
 
 bool Program::End() {
     LetGo();
+    m_waitedFor = true;
     return m_process.WaitForEnd(m_patience.end);
 }
 

@@ -35,7 +35,7 @@ public:
     void LetGo() { m_process.CloseInput(); }
 
     // Tells it to end and waits, as long as patience lasts. Whether it has ended by itself; one that has not is ended
-    // by force when this object goes.
+    // by force when this object goes, which does not wait a second time.
     bool End();
 
 private:
@@ -43,6 +43,7 @@ private:
 
     const Patience m_patience;
     ChildProcess m_process;
+    bool m_waitedFor = false;
 };
 
 } // namespace mordhost

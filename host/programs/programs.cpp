@@ -23,14 +23,9 @@ std::filesystem::path Programs::FileOf(const ProgramOfEvent& program) const {
 }
 
 void Programs::GiveId(ConnectionEvent& event) {
-    if (!event.program) {
-        return;
+    if (event.program) {
+        event.pid = m_running.try_emplace(event.program->name, FileOf(*event.program)).first->second.Id();
     }
-    auto running = m_running.find(event.program->name);
-    if (running == m_running.end()) {
-        running = m_running.try_emplace(event.program->name, FileOf(*event.program)).first;
-    }
-    event.pid = running->second.Id();
 }
 
 } // namespace mordhost

@@ -23,7 +23,7 @@ std::filesystem::path File(const std::string& name) {
 }
 
 constexpr Program::Patience little = {std::chrono::milliseconds(300), std::chrono::milliseconds(300)};
-constexpr Program::Patience much = {std::chrono::minutes(1), std::chrono::minutes(1)};
+constexpr Program::Patience much = {std::chrono::seconds(30), std::chrono::seconds(30)};
 
 std::string FailureOf(const std::filesystem::path& file, const Program::Patience& patience) {
     try {
