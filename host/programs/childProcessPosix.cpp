@@ -19,12 +19,6 @@
 
 namespace mordhost {
 
-namespace {
-
-[[noreturn]] void Refuse(const std::filesystem::path& file, int error) {
-    throw RunError("cannot start the program " + Utf8Of(file) + ": " + std::generic_category().message(error));
-}
-
 // One end of a pipe, which no program inherits by itself.
 class PipeEnd {
 public:
@@ -45,6 +39,12 @@ public:
 private:
     int m_descriptor = -1;
 };
+
+namespace {
+
+[[noreturn]] void Refuse(const std::filesystem::path& file, int error) {
+    throw RunError("cannot start the program " + Utf8Of(file) + ": " + std::generic_category().message(error));
+}
 
 int MakePipe(PipeEnd& reading, PipeEnd& writing) {
     int ends[2];

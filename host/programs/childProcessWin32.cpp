@@ -13,8 +13,6 @@
 
 namespace mordhost {
 
-namespace {
-
 class OwnedHandle {
 public:
     OwnedHandle() = default;
@@ -34,6 +32,8 @@ public:
 private:
     HANDLE m_handle = nullptr;
 };
+
+namespace {
 
 bool MakePipe(OwnedHandle& reading, OwnedHandle& writing) {
     HANDLE ends[2] = {};

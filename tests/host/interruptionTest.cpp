@@ -19,9 +19,9 @@ class Interruption : public MordhostTest {
 protected:
     // Starts a replay, interrupts it once it has written a report, and waits for its end. It reads the events from its
     // standard input where it is told to by `name`.
-    ProcessResult OfReplay(const std::string& events, const std::string& policy = usualPolicy,
+    ProcessResult OfReplay(const std::string& events, const std::string& rules = usualPolicy,
                            const std::vector<std::string>& options = {}, const std::string& name = "") const {
-        std::vector<std::string> arguments = {"replay", directory.Write("p.json", policy),
+        std::vector<std::string> arguments = {"replay", directory.Write("p.json", rules),
                                               name.empty() ? directory.Write("e.jsonl", events) : name, "--reports",
                                               directory.Name("reports")};
         arguments.insert(arguments.end(), options.begin(), options.end());

@@ -15,10 +15,10 @@ using mordhostTest::ToldPath;
 
 namespace {
 
-const std::string ending = MORDHOST_PROGRAM_ENDING;
+const std::string programEnding = MORDHOST_PROGRAM_ENDING;
 
 // A policy with a rule for all events and these programs.
-std::string Policy(const std::string& programs) {
+std::string PolicyOf(const std::string& programs) {
     return R"({"rules": [{"guid": "G", "type": "t"}], "programs": {)" + programs + "}}";
 }
 
@@ -50,14 +50,14 @@ std::vector<std::string> Paths(const std::string& reports) {
 }
 
 std::string ToldOf(const std::string& program) {
-    return ToldPath(PathOf(MORDHOST_PROGRAMS) / PathOf(program + ending));
+    return ToldPath(PathOf(MORDHOST_PROGRAMS) / PathOf(program + programEnding));
 }
 
 class ProgramReplay : public MordhostTest {
 protected:
     // Such a message as mordhost ends with, about a program among those that do not do as they should.
     static std::string Message(const std::string& before, const std::string& program, const std::string& behind) {
-        return "mordhost: " + before + "the program " + MORDHOST_ODD_PROGRAMS + "/" + program + ending + behind;
+        return "mordhost: " + before + "the program " + MORDHOST_ODD_PROGRAMS + "/" + program + programEnding + behind;
     }
 
     // With slashes alone, as the test names directories.
@@ -70,7 +70,7 @@ protected:
                             const std::vector<std::string>& options = {}) const {
         std::vector<std::string> all = {"--programs", MORDHOST_ODD_PROGRAMS};
         all.insert(all.end(), options.begin(), options.end());
-        return Replay(Policy("\"odd\": \"" + program + '"'), events, all);
+        return Replay(PolicyOf("\"odd\": \"" + program + '"'), events, all);
     }
 };
 
@@ -78,7 +78,7 @@ protected:
 
 TEST_F(ProgramReplay, TheIdsStandInTheEventsAndThePathsInTheReports) {
     const ProcessResult result =
-        Replay(Policy(both),
+        Replay(PolicyOf(both),
                "{\"program\": \"narrow\"}\n{\"program\": \"wide\"}\n{\"pid\": 4}\n{\"program\": \"narrow\"}\n{}\n",
                {"--json", "--reports", directory.Name("reports")});
     EXPECT_EQ(result.code, 0);
@@ -101,7 +101,7 @@ TEST_F(ProgramReplay, TheIdsStandInTheEventsAndThePathsInTheReports) {
 }
 
 TEST_F(ProgramReplay, TheProcessThatAnEventNamesGoesBeforeItsProgram) {
-    const ProcessResult result = Replay(Policy(both), R"({"program": "narrow", "process": "/usr/sbin/sshd"})",
+    const ProcessResult result = Replay(PolicyOf(both), R"({"program": "narrow", "process": "/usr/sbin/sshd"})",
                                         {"--json", "--reports", directory.Name("reports")});
     EXPECT_NE(result.output.find(R"("process":"/usr/sbin/sshd")"), std::string::npos) << result.output;
     EXPECT_EQ(Paths(directory.Read("reports")), std::vector<std::string>{ToldOf("waiter32")});
@@ -109,19 +109,19 @@ TEST_F(ProgramReplay, TheProcessThatAnEventNamesGoesBeforeItsProgram) {
 
 TEST_F(ProgramReplay, AProgramStandsBesideMordhostOrWhereItIsSaid) {
     const std::string event = R"({"program": "p"})";
-    const std::string file = "waiter32" + ending;
+    const std::string file = "waiter32" + programEnding;
     std::filesystem::create_directory(directory.Path() / "bin");
     std::filesystem::copy_file(PathOf(MORDHOST_PROGRAMS) / PathOf(file), directory.Path() / "bin" / PathOf(file));
-    EXPECT_EQ(Replay(Policy(R"("p": "waiter32")"), event).code, 0);
-    EXPECT_EQ(Replay(Policy(R"("p": ")" + file + '"'), event).code, 0) << "its ending may be there";
-    EXPECT_EQ(Replay(Policy(R"("p": "bin/waiter32")"), event).code, 0) << "beside the policy";
-    EXPECT_EQ(Replay(Policy(R"("p": "bin/waiter64")"), event).code, 1) << "and there is no other one";
-    EXPECT_EQ(Replay(Policy(R"("p": "waiter32")"), event, {"--programs", directory.Name("bin")}).code, 0);
-    EXPECT_EQ(Replay(Policy(R"("p": "waiter64")"), event, {"--programs", directory.Name("bin")}).code, 1);
+    EXPECT_EQ(Replay(PolicyOf(R"("p": "waiter32")"), event).code, 0);
+    EXPECT_EQ(Replay(PolicyOf(R"("p": ")" + file + '"'), event).code, 0) << "its ending may be there";
+    EXPECT_EQ(Replay(PolicyOf(R"("p": "bin/waiter32")"), event).code, 0) << "beside the policy";
+    EXPECT_EQ(Replay(PolicyOf(R"("p": "bin/waiter64")"), event).code, 1) << "and there is no other one";
+    EXPECT_EQ(Replay(PolicyOf(R"("p": "waiter32")"), event, {"--programs", directory.Name("bin")}).code, 0);
+    EXPECT_EQ(Replay(PolicyOf(R"("p": "waiter64")"), event, {"--programs", directory.Name("bin")}).code, 1);
 }
 
 TEST_F(ProgramReplay, AnUnknownNameIsRefusedBeforeAnythingIsDecided) {
-    const ProcessResult result = Replay(Policy(both), "{\"program\": \"narrow\"}\n{\"program\": \"slim\"}\n",
+    const ProcessResult result = Replay(PolicyOf(both), "{\"program\": \"narrow\"}\n{\"program\": \"slim\"}\n",
                                         {"--reports", directory.Name("reports")});
     EXPECT_EQ(result.code, 3);
     EXPECT_EQ(result.output, "");
@@ -130,7 +130,7 @@ TEST_F(ProgramReplay, AnUnknownNameIsRefusedBeforeAnythingIsDecided) {
 }
 
 TEST_F(ProgramReplay, AnUnknownNameOnTheStandardInputIsRefusedWhenItComes) {
-    const ProcessResult result = Mordhost({"replay", directory.Write("p.json", Policy(both)), "-", "--json"},
+    const ProcessResult result = Mordhost({"replay", directory.Write("p.json", PolicyOf(both)), "-", "--json"},
                                           "{\"program\": \"narrow\"}\n{ \"program\": \"\"}\n");
     EXPECT_EQ(result.code, 3);
     EXPECT_EQ(result.error, "mordhost: standard input:2:14: the policy has no program \"\"\n");
@@ -140,7 +140,7 @@ TEST_F(ProgramReplay, AnUnknownNameOnTheStandardInputIsRefusedWhenItComes) {
 }
 
 TEST_F(ProgramReplay, AProgramBesideAnIdIsRefused) {
-    const ProcessResult result = Replay(Policy(both), "{}\n{\"program\": \"narrow\", \"pid\": 1}\n");
+    const ProcessResult result = Replay(PolicyOf(both), "{}\n{\"program\": \"narrow\", \"pid\": 1}\n");
     EXPECT_EQ(result.code, 3);
     EXPECT_EQ(result.output, "");
     EXPECT_EQ(Plain(result.error), "mordhost: e.jsonl:2:13: \"program\" and \"pid\" exclude each other\n");
