@@ -86,6 +86,25 @@ private:
     bool m_isMade = false;
 };
 
+// Wine now and then fails to start a program before any of its code runs, and calls that an internal error, which is
+// none that a program can cause. Then, and only then, the start is tried again.
+bool CreateWithinTries(const std::filesystem::path& image, std::wstring& command, STARTUPINFOEXW& start,
+                       PROCESS_INFORMATION& process) {
+    constexpr int tries = 3;
+    // A process group of its own gets no Ctrl-C: mordhost ends its programs itself.
+    constexpr DWORD flags = EXTENDED_STARTUPINFO_PRESENT | CREATE_NEW_PROCESS_GROUP;
+    for (int i = 0; i < tries; ++i) {
+        if (CreateProcessW(image.c_str(), command.data(), nullptr, nullptr, TRUE, flags, nullptr, nullptr,
+                           &start.StartupInfo, &process)) {
+            return true;
+        }
+        if (GetLastError() != ERROR_INTERNAL_ERROR) {
+            return false;
+        }
+    }
+    return false;
+}
+
 } // namespace
 
 struct ChildProcess::State {
@@ -113,10 +132,7 @@ ChildProcess::ChildProcess(const std::filesystem::path& file) : m_state(std::mak
     const std::filesystem::path image = std::filesystem::absolute(file).make_preferred();
     std::wstring command = L'"' + image.native() + L'"'; // no file name holds a quotation mark
     PROCESS_INFORMATION process{};
-    // A process group of its own gets no Ctrl-C: mordhost ends its programs itself.
-    if (!prepared || !CreateProcessW(image.c_str(), command.data(), nullptr, nullptr, TRUE,
-                                     EXTENDED_STARTUPINFO_PRESENT | CREATE_NEW_PROCESS_GROUP, nullptr, nullptr,
-                                     &start.StartupInfo, &process)) {
+    if (!prepared || !CreateWithinTries(image, command, start, process)) {
         const auto error = static_cast<int>(GetLastError());
         throw RunError("cannot start the program " + Utf8Of(file) + ": " + std::system_category().message(error));
     }
