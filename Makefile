@@ -3,7 +3,7 @@
 .PHONY: help setup build build-linux build-windows run run-linux test test-linux test-asan test-tsan test-windows check clean
 
 JOBS ?= $(shell nproc)
-product := mordRev ZelkBase Ferrocore mordhost
+product := mordRev ZelkBase Ferrocore mordhost waiter32 waiter64
 configure = cmake --preset $(1) > build/$(1).configure.log || { cat build/$(1).configure.log; exit 1; }
 compile = cmake --build --preset $(1) -j $(JOBS) $(if $(2),--target $(2))
 ctest = ctest --preset $(1) -j $(JOBS) --progress --no-tests=error

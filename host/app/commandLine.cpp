@@ -19,6 +19,10 @@ void AddReplayCommand(CLI::App& app, Action& action) {
     command.add_option("POLICY", options->policy, "The policy document")->required();
     command.add_option("EVENTS", options->events, "The events, one a line; - reads the standard input")->required();
     AddRunOptions(command, options->run);
+    command
+        .add_option("--programs", options->programs,
+                    "Start the policy's programs from DIR instead of from beside mordhost")
+        ->type_name("DIR");
     command.callback([options, &action] { action = [options] { Replay(*options); }; });
 }
 

@@ -10,7 +10,8 @@ namespace mordhost {
 
 struct ReplayOptions {
     std::string policy;
-    std::string events; // "-" for the standard input
+    std::string events;   // "-" for the standard input
+    std::string programs; // the directory of the policy's programs; empty: that of mordhost
     RunOptions run;
 };
 

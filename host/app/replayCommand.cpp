@@ -11,6 +11,7 @@
 #include "output/progressBar.h"
 #include "policy/policyReader.h"
 #include "policy/ruleSelection.h"
+#include "programs/programs.h"
 #include "system/hostSystem.h"
 #include "system/runError.h"
 
@@ -42,8 +43,14 @@ std::ifstream OpenEvents(const std::string& name) {
     return file;
 }
 
+// The path of the event's process, as far as it is known before the library is asked.
+std::string KnownProcess(const ConnectionEvent& event, const Programs& programs) {
+    const std::string started = event.program ? Utf8Of(programs.FileOf(*event.program)) : std::string();
+    return event.process.empty() ? started : event.process;
+}
+
 // Reads the whole file once, so that a bad line is refused before anything is decided.
-Preview LookThrough(const std::string& name, const Policy& policy) {
+Preview LookThrough(const std::string& name, const Policy& policy, const Programs& programs) {
     std::ifstream file = OpenEvents(name);
     EventReader reader(file, name);
     Preview preview;
@@ -54,7 +61,7 @@ Preview LookThrough(const std::string& name, const Policy& policy) {
         }
         Decision decision;
         decision.rules = SelectRules(policy.rules, *event);
-        decision.process = event->process;
+        decision.process = KnownProcess(*event, programs);
         decision.event = std::move(*event);
         Widen(preview.widths, CellsOf(decision, policy));
     }
@@ -79,20 +86,21 @@ void End(DecisionRun& run) {
 }
 
 // Events that come down a pipe are decided as they come.
-void ReplayStream(const ReplayOptions& options, const Policy& policy) {
+void ReplayStream(const ReplayOptions& options, const Policy& policy, Programs& programs) {
     EventReader reader(std::cin, standardInputName);
     HoldInterruption();
     DecisionRun run(policy, options.run, TitleOf(options.policy, policy), UsualWidths());
     run.Begin();
     for (auto event = reader.Next(); event && !Interrupted(); event = reader.Next()) {
+        programs.GiveId(*event);
         run.Handle(std::move(*event));
         run.Flush();
     }
     End(run);
 }
 
-void ReplayFile(const ReplayOptions& options, const Policy& policy) {
-    const Preview preview = LookThrough(options.events, policy);
+void ReplayFile(const ReplayOptions& options, const Policy& policy, Programs& programs) {
+    const Preview preview = LookThrough(options.events, policy, programs);
     WarnOfUnknownNames(policy, preview.failing);
     std::ifstream file = OpenEvents(options.events);
     EventReader reader(file, options.events);
@@ -104,6 +112,7 @@ void ReplayFile(const ReplayOptions& options, const Policy& policy) {
     run.Begin();
     size_t done = 0;
     for (auto event = reader.Next(); event && !Interrupted(); event = reader.Next()) {
+        programs.GiveId(*event);
         run.Handle(std::move(*event));
         bar.Advance(++done);
     }
@@ -115,10 +124,11 @@ void ReplayFile(const ReplayOptions& options, const Policy& policy) {
 
 void Replay(const ReplayOptions& options) {
     const Policy policy = ReadPolicy(options.policy);
+    Programs programs(policy, options.programs.empty() ? OwnDirectory() : PathOf(options.programs));
     if (options.events == standardInput) {
-        ReplayStream(options, policy);
+        ReplayStream(options, policy, programs);
     } else {
-        ReplayFile(options, policy);
+        ReplayFile(options, policy, programs);
     }
 }
 

@@ -38,13 +38,25 @@ std::string ReadOwnText(const SourceText& source, const JsonNode& root, const st
     return node == nullptr ? std::string() : RequireText(source, *node, '"' + key + '"');
 }
 
+std::optional<ProgramOfEvent> ReadProgram(const SourceText& source, const JsonNode& root) {
+    const JsonNode* const node = FindMember(root, "program");
+    if (node == nullptr) {
+        return {};
+    }
+    const std::string& name = RequireText(source, *node, "\"program\"");
+    if (FindMember(root, "pid") != nullptr) {
+        source.Refuse(node->begin, "\"program\" and \"pid\" exclude each other");
+    }
+    return ProgramOfEvent{name, source.At(node->begin)};
+}
+
 } // namespace
 
 ConnectionEvent ReadEvent(const SourceText& source) {
     const JsonNode root = ParseJson(source);
     RequireKind(source, root, JsonNode::Kind::object, "an event");
     RequireKnownMembers(source, root,
-                        {"time", "name", "process", "flags", "pid", "remote_addr_ip", "remote_addr_port",
+                        {"time", "name", "process", "flags", "pid", "program", "remote_addr_ip", "remote_addr_port",
                          "local_addr_ip", "local_addr_port", "net_drv"});
     ConnectionEvent event;
     event.line = source.At(0).line;
@@ -56,6 +68,7 @@ ConnectionEvent ReadEvent(const SourceText& source) {
     event.process = ReadOwnText(source, root, "process");
     event.flags = ReadNumber<uint32_t>(source, root, "flags");
     event.pid = ReadNumber<uint32_t>(source, root, "pid");
+    event.program = ReadProgram(source, root);
     event.remoteAddress = ReadAddress(source, root, "remote_addr_ip");
     event.remotePort = ReadNumber<uint16_t>(source, root, "remote_addr_port");
     event.localAddress = ReadAddress(source, root, "local_addr_ip");
@@ -80,6 +93,9 @@ std::string EventLine(const ConnectionEvent& event) {
     text("name", event.name);
     number("flags", event.flags);
     number("pid", event.pid);
+    if (event.program) {
+        line.Text("program", event.program->name);
+    }
     text("process", event.process);
     text("remote_addr_ip", event.remoteAddress.value_or(""));
     number("remote_addr_port", event.remotePort);

@@ -10,6 +10,12 @@
 
 namespace mordhost {
 
+// The program of its policy that an event names.
+struct ProgramOfEvent {
+    std::string name;
+    Location where; // of the name in the line
+};
+
 // A value that is absent is absent from the record that the library gets too.
 struct ConnectionEvent {
     std::optional<uint32_t> flags; // EventFlag
@@ -25,6 +31,8 @@ struct ConnectionEvent {
     std::string name;    // by which a policy can prescribe a failure, or empty
     std::string process; // path of the process at the time of the event, or empty
     size_t line = 0;     // in the file it was read from, counted from 1
+    // The program whose process id is to stand in for the event's own, which it is read without.
+    std::optional<ProgramOfEvent> program;
 };
 
 // Reads one event from `source`, which is one line. Throws DocumentError.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <map>
 #include <optional>
 #include <string>
@@ -57,6 +58,9 @@ struct Policy {
     std::vector<Rule> rules; // in the order in which they go to the library
     DotTable dots;
     std::map<std::string, PrescribedFailure> failures; // by the name of the event
+    // What events can name to come from a real process, by that name. A file with a directory is told from the policy's
+    // place; one without is yet to be found.
+    std::map<std::string, std::filesystem::path> programs;
 };
 
 } // namespace mordhost

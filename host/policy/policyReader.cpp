@@ -15,9 +15,13 @@ namespace {
 
 constexpr std::string_view fromTheMachine = "from the machine";
 
-// A file that the policy names: its place is relative to the policy.
+// The place of a file that the policy names, which is relative to the policy.
+std::filesystem::path BesidePolicy(const SourceText& policy, const std::filesystem::path& file) {
+    return PathOf(policy.Name()).parent_path() / file;
+}
+
 SourceText ReadNamedFile(const SourceText& policy, const JsonNode& node) {
-    const auto path = PathOf(policy.Name()).parent_path() / PathOf(RequireText(policy, node, "a file name"));
+    const auto path = BesidePolicy(policy, PathOf(RequireText(policy, node, "a file name")));
     const std::u8string generic = path.generic_u8string();
     const std::string name(generic.begin(), generic.end());
     try {
@@ -83,15 +87,29 @@ std::map<std::string, PrescribedFailure> ReadFailures(const SourceText& source, 
     return failures;
 }
 
+std::map<std::string, std::filesystem::path> ReadPrograms(const SourceText& source, const JsonNode& node) {
+    RequireKind(source, node, JsonNode::Kind::object, "\"programs\"");
+    RequireNoRepeatedMember(source, node);
+    std::map<std::string, std::filesystem::path> programs;
+    for (const JsonMember& member : node.members) {
+        const std::filesystem::path file = PathOf(RequireText(source, member.value, "the file of a program"));
+        if (!file.has_filename()) {
+            source.Refuse(member.value.begin, "the file of a program must have a name");
+        }
+        programs[member.name] = file.has_parent_path() ? BesidePolicy(source, file) : file;
+    }
+    return programs;
+}
+
 } // namespace
 
 Policy ReadPolicy(const std::string& name) {
     const SourceText source(name, ReadWholeFile(name));
     const JsonNode root = ParseJson(source);
     RequireKind(source, root, JsonNode::Kind::object, "a policy");
-    RequireKnownMembers(
-        source, root,
-        {"machine_id", "defender_mode", "exception_mode", "allow_list", "actions", "rules", "dots", "failures"});
+    RequireKnownMembers(source, root,
+                        {"machine_id", "defender_mode", "exception_mode", "allow_list", "actions", "rules", "dots",
+                         "failures", "programs"});
     Policy policy;
     policy.rules = ReadRules(source, RequireMember(source, root, "rules"));
     if (const JsonNode* const node = FindMember(root, "machine_id")) {
@@ -114,6 +132,9 @@ Policy ReadPolicy(const std::string& name) {
     }
     if (const JsonNode* const node = FindMember(root, "failures")) {
         policy.failures = ReadFailures(source, *node);
+    }
+    if (const JsonNode* const node = FindMember(root, "programs")) {
+        policy.programs = ReadPrograms(source, *node);
     }
     return policy;
 }

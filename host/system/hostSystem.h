@@ -12,8 +12,11 @@ namespace mordhost {
 // The arguments of this process in UTF-8, without the program's name. `argc` and `argv` are those of main.
 std::vector<std::string> ProgramArguments(int argc, char** argv);
 
-// Where the libraries are looked for unless the user says otherwise: the directory of the executable on Windows, lib
-// beside the one of the executable elsewhere.
+// The directory of the executable of this process.
+std::filesystem::path OwnDirectory();
+
+// Where the libraries are looked for unless the user says otherwise: the own directory on Windows, lib beside it
+// elsewhere.
 std::filesystem::path DefaultLibraryDirectory();
 
 // The file name of the library `name`: "mordRev.dll", "libmordRev.so".

@@ -47,10 +47,13 @@ std::vector<std::string> ProgramArguments(int argc, char** argv) {
     return {argv + (argc > 0 ? 1 : 0), argv + argc};
 }
 
-std::filesystem::path DefaultLibraryDirectory() {
+std::filesystem::path OwnDirectory() {
     std::error_code error;
-    const auto executable = std::filesystem::read_symlink("/proc/self/exe", error);
-    return executable.parent_path().parent_path() / "lib";
+    return std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
+}
+
+std::filesystem::path DefaultLibraryDirectory() {
+    return OwnDirectory().parent_path() / "lib";
 }
 
 std::string LibraryFileName(std::string_view name) {

@@ -75,7 +75,7 @@ std::vector<std::string> ProgramArguments(int, char**) {
     return arguments;
 }
 
-std::filesystem::path DefaultLibraryDirectory() {
+std::filesystem::path OwnDirectory() {
     std::wstring path(MAX_PATH, L'\0');
     DWORD length = 0;
     while ((length = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()))) == path.size()) {
@@ -83,6 +83,10 @@ std::filesystem::path DefaultLibraryDirectory() {
     }
     path.resize(length);
     return std::filesystem::path(path).parent_path();
+}
+
+std::filesystem::path DefaultLibraryDirectory() {
+    return OwnDirectory();
 }
 
 std::string LibraryFileName(std::string_view name) {

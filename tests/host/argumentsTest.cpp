@@ -32,7 +32,7 @@ TEST_F(Arguments, ASubcommandHasItsOwnHelp) {
     const ProcessResult result = Mordhost({"replay", "--help"});
     EXPECT_EQ(result.code, 0);
     for (const char* option :
-         {"POLICY", "EVENTS", "--json", "--reports", "--log", "--no-log", "--dots", "--libraries"}) {
+         {"POLICY", "EVENTS", "--json", "--reports", "--log", "--no-log", "--dots", "--libraries", "--programs"}) {
         EXPECT_NE(result.output.find(option), std::string::npos) << option;
     }
 }

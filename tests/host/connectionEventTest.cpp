@@ -47,10 +47,27 @@ TEST(ConnectionEvent, IsWrittenAsItWasRead) {
     EXPECT_EQ(EventLine(Read("{}")), "{}");
 }
 
+TEST(ConnectionEvent, NamesAProgramInThePlaceOfAnId) {
+    const ConnectionEvent event = Read(R"({"flags":4, "program":"web server"})");
+    ASSERT_TRUE(event.program);
+    EXPECT_EQ(event.program->name, "web server");
+    EXPECT_EQ(event.program->where.Text(), "e.jsonl:3:23");
+    EXPECT_EQ(event.pid, std::nullopt);
+    EXPECT_EQ(EventLine(event), R"({"flags":4,"program":"web server"})");
+    EXPECT_EQ(Read(R"({"program":""})").program->name, "");
+}
+
+TEST(ConnectionEvent, AProgramBesideAnIdIsRefused) {
+    EXPECT_EQ(Refusal(R"({"pid":1,"program":"a"})"), "e.jsonl:3:20: \"program\" and \"pid\" exclude each other");
+    EXPECT_EQ(Refusal(R"({"program":"a","pid":0})"), "e.jsonl:3:12: \"program\" and \"pid\" exclude each other");
+    EXPECT_EQ(Refusal(R"({"program":7})"), "e.jsonl:3:12: \"program\" must be a string, and this is a number");
+    EXPECT_EQ(Refusal(R"({"program":null})"), "e.jsonl:3:12: \"program\" must be a string, and this is null");
+}
+
 TEST(ConnectionEvent, AKeyThatIsAbsentStaysAbsent) {
     const ConnectionEvent event = Read("{}");
     EXPECT_FALSE(event.flags || event.pid || event.remoteAddress || event.remotePort || event.localAddress ||
-                 event.localPort || event.netDrv);
+                 event.localPort || event.netDrv || event.program);
 }
 
 TEST(ConnectionEvent, NumbersReachToTheirBounds) {
@@ -77,9 +94,10 @@ TEST(ConnectionEvent, WhatIsNoEventIsRefusedAtItsPlace) {
     EXPECT_EQ(Refusal(R"({"time":"yesterday"})"),
               "e.jsonl:3:9: \"yesterday\" is no time such as \"2025-11-20T09:54:12.345Z\"");
     EXPECT_EQ(Refusal(R"({"time":""})"), "e.jsonl:3:9: \"\" is no time such as \"2025-11-20T09:54:12.345Z\"");
-    EXPECT_EQ(Refusal(R"({"Flags":4})"),
-              "e.jsonl:3:2: unknown key \"Flags\"; known here: \"time\", \"name\", \"process\", \"flags\", \"pid\", "
-              "\"remote_addr_ip\", \"remote_addr_port\", \"local_addr_ip\", \"local_addr_port\", \"net_drv\"");
+    EXPECT_EQ(
+        Refusal(R"({"Flags":4})"),
+        "e.jsonl:3:2: unknown key \"Flags\"; known here: \"time\", \"name\", \"process\", \"flags\", \"pid\", "
+        "\"program\", \"remote_addr_ip\", \"remote_addr_port\", \"local_addr_ip\", \"local_addr_port\", \"net_drv\"");
     EXPECT_EQ(Refusal(R"({"pid":1,"pid":1})"), "e.jsonl:3:10: \"pid\" stands here a second time");
     EXPECT_EQ(Refusal("{"), "e.jsonl:3:2: Missing a name for object member.");
 }

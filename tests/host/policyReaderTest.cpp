@@ -233,10 +233,38 @@ TEST(Policy, AFailureThatIsNoneIsRefused) {
               "p.json:1:48: \"a\" stands here a second time");
 }
 
+TEST(Policy, AProgramIsAFileByItsName) {
+    const TemporaryDirectory directory;
+    const Policy policy = ReadPolicy(directory.Write(
+        "p.json", R"({"rules": [], "programs": {"web server": "server", "": "bin/x.exe", "near": "./y"}})"));
+    EXPECT_EQ(policy.programs, (std::map<std::string, std::filesystem::path>{
+                                   {"web server", "server"},
+                                   {"", PathOf(directory.Name("bin/x.exe"))},
+                                   {"near", PathOf(directory.Name("./y"))},
+                               }))
+        << "a file with a directory is relative to the policy, one without is not";
+    EXPECT_TRUE(Read(R"({"rules": [], "programs": {}})").programs.empty());
+}
+
+TEST(Policy, AProgramThatIsNoneIsRefused) {
+    EXPECT_EQ(Refusal(R"({"rules": [], "programs": ["a"]})"),
+              "p.json:1:27: \"programs\" must be an object, and this is an array");
+    EXPECT_EQ(Refusal("{\"rules\": [], \"programs\": {\n  \"a\": 1}}"),
+              "p.json:2:8: the file of a program must be a string, and this is a number");
+    EXPECT_EQ(Refusal(R"({"rules": [], "programs": {"a": ""}})"),
+              "p.json:1:33: the file of a program must have a name");
+    EXPECT_EQ(Refusal(R"({"rules": [], "programs": {"a": "bin/"}})"),
+              "p.json:1:33: the file of a program must have a name");
+    EXPECT_EQ(Refusal(R"({"rules": [], "programs": {"a": "x\u0000"}})"),
+              "p.json:1:33: the file of a program must not hold a NUL character");
+    EXPECT_EQ(Refusal(R"({"rules": [], "programs": {"a": "x", "a": "x"}})"),
+              "p.json:1:38: \"a\" stands here a second time");
+}
+
 TEST(Policy, AnUnknownKeyIsRefused) {
     EXPECT_EQ(Refusal("{\"rules\": [],\n  \"exceptionMode\": 1}"),
               "p.json:2:3: unknown key \"exceptionMode\"; known here: \"machine_id\", \"defender_mode\", "
-              "\"exception_mode\", \"allow_list\", \"actions\", \"rules\", \"dots\", \"failures\"");
+              "\"exception_mode\", \"allow_list\", \"actions\", \"rules\", \"dots\", \"failures\", \"programs\"");
 }
 
 TEST(Policy, ASyntaxErrorIsRefused) {

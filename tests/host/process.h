@@ -1,6 +1,7 @@
 // Programs that a test runs.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -23,6 +24,9 @@ struct ProcessSetup {
 
 // Runs the program to its end. None outlives its test for long: after four minutes it is ended.
 ProcessResult RunProcess(const ProcessSetup& setup);
+
+// Whether the process with this id is there and has not ended.
+bool IsRunning(uint32_t id);
 
 // A process with files for its standard streams that runs while the test goes on. Posix alone.
 class BackgroundProcess {

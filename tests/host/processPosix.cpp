@@ -69,4 +69,8 @@ ProcessResult RunProcess(const ProcessSetup& setup) {
     return BackgroundProcess(setup).Wait();
 }
 
+bool IsRunning(uint32_t id) {
+    return kill(static_cast<pid_t>(id), 0) == 0;
+}
+
 } // namespace mordhostTest

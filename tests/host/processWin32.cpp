@@ -72,4 +72,14 @@ ProcessResult RunProcess(const ProcessSetup& setup) {
     return result;
 }
 
+bool IsRunning(uint32_t id) {
+    const HANDLE process = OpenProcess(SYNCHRONIZE, FALSE, id);
+    if (process == nullptr) {
+        return false;
+    }
+    const bool running = WaitForSingleObject(process, 0) == WAIT_TIMEOUT;
+    CloseHandle(process);
+    return running;
+}
+
 } // namespace mordhostTest

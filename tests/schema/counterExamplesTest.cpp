@@ -111,7 +111,9 @@ TEST(CounterExamples, Policy) {
          R"({"rules": [{"guid": "A", "type": "B", "local_addresses": ["::"], "remote_addresses": ["10.0.0.0/8"]}]})",
          R"({"allow_list": "list.json", "actions": "actions.json", "dots": "dots.json", "rules": []})",
          R"({"allow_list": {"mid_list": []}, "actions": {"A": 1}, "dots": {"A": ["M"]}, "rules": []})",
-         R"({"failures": {"event 1": "network-error", "event 2": "broken-answer"}, "rules": []})"});
+         R"({"failures": {"event 1": "network-error", "event 2": "broken-answer"}, "rules": []})",
+         R"({"programs": {"web server": "server", "": "bin/other"}, "rules": []})",
+         R"({"programs": {}, "rules": []})"});
     ExpectRefuses("policy", {"[]",
                              "{}",
                              R"({"rules": {}})",
@@ -129,6 +131,9 @@ TEST(CounterExamples, Policy) {
                              R"({"rules": [], "dots": {"A": "M"}})",
                              R"({"rules": [], "failures": {"event 1": "error"}})",
                              R"({"rules": [], "failures": ["event 1"]})",
+                             R"({"rules": [], "programs": {"A": ""}})",
+                             R"({"rules": [], "programs": {"A": 1}})",
+                             R"({"rules": [], "programs": ["A"]})",
                              R"({"rules": [{"guid": "A"}]})",
                              R"({"rules": [{"type": "A"}]})",
                              R"({"rules": [{"guid": "A", "type": "B", "port": 1}]})",
@@ -143,12 +148,14 @@ TEST(CounterExamples, Event) {
     ExpectFits("event", {"{}", R"({"time": "2026-11-20T09:54:12Z", "name": "", "process": "/usr/bin/x"})",
                          R"({"time": "2026-11-20T09:54:12.345Z", "flags": 4294967295, "pid": 0})",
                          R"({"remote_addr_ip": "::1", "remote_addr_port": 0, "local_addr_port": 65535})",
+                         R"({"program": "web server", "process": "/usr/bin/x"})", R"({"program": ""})",
                          R"({"net_drv": -9223372036854775808})", R"({"net_drv": 9223372036854775807})"});
-    ExpectRefuses("event", {"[]", R"({"more": 1})", R"({"time": "2026-11-20 09:54:12"})", R"({"time": 1})",
-                            R"({"time": "2026-11-20T09:54:12.Z"})", R"({"flags": -1})", R"({"flags": 4294967296})",
-                            R"({"pid": "4"})", R"({"remote_addr_ip": ""})", R"({"remote_addr_ip": 1})",
-                            R"({"local_addr_port": 65536})", R"({"local_addr_port": "22"})", R"({"net_drv": 1.5})",
-                            R"({"net_drv": 9223372036854775808})"});
+    ExpectRefuses("event",
+                  {"[]", R"({"more": 1})", R"({"time": "2026-11-20 09:54:12"})", R"({"time": 1})",
+                   R"({"time": "2026-11-20T09:54:12.Z"})", R"({"flags": -1})", R"({"flags": 4294967296})",
+                   R"({"pid": "4"})", R"({"program": 7})", R"({"program": "A", "pid": 4})", R"({"remote_addr_ip": ""})",
+                   R"({"remote_addr_ip": 1})", R"({"local_addr_port": 65536})", R"({"local_addr_port": "22"})",
+                   R"({"net_drv": 1.5})", R"({"net_drv": 9223372036854775808})"});
 }
 
 } // namespace

@@ -1,3 +1,4 @@
+#include <atomic>
 #include <cstddef>
 
 #include <windows.h>
@@ -31,7 +32,7 @@ DWORD ThreadOf(DWORD processId) {
 }
 
 // The 32-bit TEB of one of the process's threads leads to its 32-bit PEB.
-uint32_t Peb32Of(platform::Handle process) {
+uint32_t FindPeb32(platform::Handle process) {
     const ScopedHandle thread(OpenThread(THREAD_QUERY_INFORMATION, FALSE, ThreadOf(GetProcessId(process))));
     published::ThreadBasicInformation<uint64_t> information{};
     const auto query = FindNativeFunction<NtQueryInformationThreadFunction>("NtQueryInformationThread");
@@ -41,6 +42,19 @@ uint32_t Peb32Of(platform::Handle process) {
     ReadProcessMemory(
         process, reinterpret_cast<const void*>(teb32 + offsetof(published::Teb<uint32_t>, ProcessEnvironmentBlock)),
         &peb, sizeof peb, nullptr);
+    return peb;
+}
+
+// The same, remembered for the process that was asked about last: the way there leads over all threads of the system.
+uint32_t Peb32Of(platform::Handle process) {
+    static std::atomic<uint64_t> last = 0; // id above, address below
+    const uint64_t id = GetProcessId(process);
+    const uint64_t known = last;
+    if (id != 0 && known >> 32U == id) {
+        return static_cast<uint32_t>(known);
+    }
+    const uint32_t peb = FindPeb32(process);
+    last = id << 32U | peb;
     return peb;
 }
 
