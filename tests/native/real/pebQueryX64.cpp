@@ -1,5 +1,6 @@
-#include <atomic>
 #include <cstddef>
+#include <map>
+#include <mutex>
 
 #include <windows.h>
 
@@ -45,17 +46,16 @@ uint32_t FindPeb32(platform::Handle process) {
     return peb;
 }
 
-// The same, remembered for the process that was asked about last: the way there leads over all threads of the system.
+// The same, remembered: the way there leads over all threads of the system.
 uint32_t Peb32Of(platform::Handle process) {
-    static std::atomic<uint64_t> last = 0; // id above, address below
-    const uint64_t id = GetProcessId(process);
-    const uint64_t known = last;
-    if (id != 0 && known >> 32U == id) {
-        return static_cast<uint32_t>(known);
+    static std::mutex lock;
+    static std::map<DWORD, uint32_t> known; // by process id
+    const std::lock_guard guard(lock);
+    const auto [place, isNew] = known.try_emplace(GetProcessId(process), 0);
+    if (isNew) {
+        place->second = FindPeb32(process);
     }
-    const uint32_t peb = FindPeb32(process);
-    last = id << 32U | peb;
-    return peb;
+    return place->second;
 }
 
 NtStatus MORD_STDCALL QueryByThreads(platform::Handle process, uint32_t informationClass, void* buffer, uint32_t size,
