@@ -1,6 +1,6 @@
 # The front door. Each target installs what is missing first (scripts/setup) and then calls the CMake presets.
 .DEFAULT_GOAL := help
-.PHONY: help setup build build-linux build-windows run run-linux test test-linux test-asan test-tsan test-windows check clean
+.PHONY: help setup build build-linux build-windows build-windows-x64 run run-linux test test-linux test-asan test-tsan test-windows check clean
 
 JOBS ?= $(shell nproc)
 product := mordRev ZelkBase Ferrocore mordhost waiter32 waiter64
@@ -9,12 +9,12 @@ compile = cmake --build --preset $(1) -j $(JOBS) $(if $(2),--target $(2))
 ctest = ctest --preset $(1) -j $(JOBS) --progress --no-tests=error
 
 help: ## this list
-	@awk -F ':.*## ' '/^[a-z-]+:.*## /{printf "  make %-14s %s\n", $$1, $$2}' $(MAKEFILE_LIST)
+	@awk -F ':.*## ' '/^[a-z0-9-]+:.*## /{printf "  make %-18s %s\n", $$1, $$2}' $(MAKEFILE_LIST)
 
 setup: ## install what is missing: compilers, Wine, libraries
 	@scripts/setup
 
-build: build-linux build-windows ## build everything, for Linux and for 32-bit Windows
+build: build-linux build-windows build-windows-x64 ## build everything, for Linux and for Windows
 
 build-linux: ## build everything for Linux
 	@scripts/setup linux
@@ -29,6 +29,12 @@ build-windows: ## build everything for 32-bit Windows, and what inspects process
 	@$(call compile,windows-x86)
 	@$(call configure,windows-x64)
 	@$(call compile,windows-x64,inspectionTests)
+
+build-windows-x64: ## build the library, its siblings and its tools for 64-bit Windows
+	@scripts/setup linux windows test
+	@mkdir -p build
+	@$(call configure,windows-x64)
+	@$(call compile,windows-x64,$(product) mordinspect)
 
 run: ## replay the examples through the 32-bit mordRev.dll under Wine
 	@scripts/setup linux windows

@@ -6,6 +6,8 @@
 #include <iostream>
 #include <memory>
 
+#include <CLI/CLI.hpp>
+
 #include "app/commandOptions.h"
 #include "app/exitCode.h"
 

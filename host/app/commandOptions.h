@@ -1,10 +1,12 @@
 // The parts of the command line.
 #pragma once
 
-#include <CLI/CLI.hpp>
-
 #include "app/commandLine.h"
 #include "app/commands.h"
+
+namespace CLI {
+class App;
+}
 
 namespace mordhost {
 

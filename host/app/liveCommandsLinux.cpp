@@ -1,6 +1,8 @@
 // The commands to record and to watch.
 #include <memory>
 
+#include <CLI/CLI.hpp>
+
 #include "app/commandOptions.h"
 
 namespace mordhost {
