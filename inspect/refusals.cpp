@@ -11,6 +11,13 @@ namespace {
 
 constexpr uint32_t threadAllAccess = 0x1FFFFF;
 
+NtStatus BasicInformationStatus(Native& native) {
+    char block[Bits64::processBasicInformationSize] = {};
+    const uint32_t size =
+        native.IsX86System() ? Bits32::processBasicInformationSize : Bits64::processBasicInformationSize;
+    return native.QueryProcessInformation(ProcessBasicInformationClass, block, size, nullptr);
+}
+
 // Where a process has no block of that width, or its address cannot be asked for.
 template <typename Bits>
 Refusal WhyNoPeb(Native& native) {
@@ -21,10 +28,7 @@ Refusal WhyNoPeb(Native& native) {
     if (!narrow && native.IsX86System()) {
         return ByStatus("the 64-bit environment block", STATUS_OF_REFUSED_REQUEST);
     }
-    char block[Bits64::processBasicInformationSize] = {};
-    const uint32_t size =
-        native.IsX86System() ? Bits32::processBasicInformationSize : Bits64::processBasicInformationSize;
-    const NtStatus status = native.QueryProcessInformation(ProcessBasicInformationClass, block, size, nullptr);
+    const NtStatus status = BasicInformationStatus(native);
     const std::string step = "the address of the environment block";
     return Failed(status) ? ByStatus(step, status) : Nothing(step);
 }
@@ -114,18 +118,16 @@ Refusal WhyNoThread(Native& native, uint32_t threadId) {
 }
 
 Refusal WhyNoParent(Native& native) {
-    char block[Bits64::processBasicInformationSize] = {};
-    const uint32_t size =
-        native.IsX86System() ? Bits32::processBasicInformationSize : Bits64::processBasicInformationSize;
-    const NtStatus status = native.QueryProcessInformation(ProcessBasicInformationClass, block, size, nullptr);
+    const NtStatus status = BasicInformationStatus(native);
     return Failed(status) ? ByStatus("the process's basic information", status) : Nothing("it has none");
 }
 
 Refusal WhyNoProcesses(Native& native) {
     uint32_t size = 0;
-    NtStatus status = native.QuerySystemInformation(SystemExtendedProcessInformationClass, nullptr, 0, &size);
+    native.QuerySystemInformation(SystemExtendedProcessInformationClass, nullptr, 0, &size); // fails with the length
     std::vector<char> area(size);
-    status = native.QuerySystemInformation(SystemExtendedProcessInformationClass, area.data(), size, &size);
+    const NtStatus status =
+        native.QuerySystemInformation(SystemExtendedProcessInformationClass, area.data(), size, &size);
     const std::string step = "the system's list of processes";
     return Failed(status) ? ByStatus(step, status) : Nothing(step);
 }

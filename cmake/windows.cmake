@@ -1,0 +1,15 @@
+# Windows, cross-built with mingw-w64; the programs run under Wine. Included by the toolchain file of each width, which
+# sets CMAKE_SYSTEM_PROCESSOR and windowsTarget, the compiler's name for that width.
+set(CMAKE_SYSTEM_NAME Windows)
+set(CMAKE_CXX_COMPILER ${windowsTarget}-g++-posix)
+set(CMAKE_C_COMPILER ${windowsTarget}-gcc-posix)
+set(CMAKE_RC_COMPILER ${windowsTarget}-windres)
+set(CMAKE_FIND_ROOT_PATH /usr/${windowsTarget})
+set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
+set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
+# The results need system DLLs only: the runtime is linked in.
+set(CMAKE_EXE_LINKER_FLAGS_INIT -static)
+set(CMAKE_SHARED_LINKER_FLAGS_INIT -static)
+set(CMAKE_MODULE_LINKER_FLAGS_INIT -static)
+set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_CURRENT_LIST_DIR}/../scripts/wineTest)
