@@ -17,18 +17,18 @@ constexpr auto wholeLine =
     R"("remote_addr_ip":"127.0.0.2","remote_addr_port":40000,"local_addr_ip":"::1","local_addr_port":445,)"
     R"("net_drv":-20001})";
 
-ConnectionEvent Read(const std::string& line) {
+ConnectionEvent ReadEvent(const std::string& line) {
     return ReadEvent(SourceText("e.jsonl", line, 3));
 }
 
-std::string Refusal(const std::string& line) {
-    return RefusalOf([&] { Read(line); });
+std::string EventRefusal(const std::string& line) {
+    return RefusalOf([&] { ReadEvent(line); });
 }
 
 } // namespace
 
 TEST(ConnectionEvent, EveryKeyIsRead) {
-    const ConnectionEvent event = Read(wholeLine);
+    const ConnectionEvent event = ReadEvent(wholeLine);
     EXPECT_EQ(event.time, "2025-11-20T09:54:12.345Z");
     EXPECT_EQ(event.name, "connection-1");
     EXPECT_EQ(event.process, "/usr/bin/nginx");
@@ -43,63 +43,63 @@ TEST(ConnectionEvent, EveryKeyIsRead) {
 }
 
 TEST(ConnectionEvent, IsWrittenAsItWasRead) {
-    EXPECT_EQ(EventLine(Read(wholeLine)), wholeLine);
-    EXPECT_EQ(EventLine(Read("{}")), "{}");
+    EXPECT_EQ(EventLine(ReadEvent(wholeLine)), wholeLine);
+    EXPECT_EQ(EventLine(ReadEvent("{}")), "{}");
 }
 
 TEST(ConnectionEvent, NamesAProgramInThePlaceOfAnId) {
-    const ConnectionEvent event = Read(R"({"flags":4, "program":"web server"})");
+    const ConnectionEvent event = ReadEvent(R"({"flags":4, "program":"web server"})");
     ASSERT_TRUE(event.program);
     EXPECT_EQ(event.program->name, "web server");
     EXPECT_EQ(event.program->where.Text(), "e.jsonl:3:23");
     EXPECT_EQ(event.pid, std::nullopt);
     EXPECT_EQ(EventLine(event), R"({"flags":4,"program":"web server"})");
-    EXPECT_EQ(Read(R"({"program":""})").program->name, "");
+    EXPECT_EQ(ReadEvent(R"({"program":""})").program->name, "");
 }
 
 TEST(ConnectionEvent, AProgramBesideAnIdIsRefused) {
-    EXPECT_EQ(Refusal(R"({"pid":1,"program":"a"})"), "e.jsonl:3:20: \"program\" and \"pid\" exclude each other");
-    EXPECT_EQ(Refusal(R"({"program":"a","pid":0})"), "e.jsonl:3:12: \"program\" and \"pid\" exclude each other");
-    EXPECT_EQ(Refusal(R"({"program":7})"), "e.jsonl:3:12: \"program\" must be a string, and this is a number");
-    EXPECT_EQ(Refusal(R"({"program":null})"), "e.jsonl:3:12: \"program\" must be a string, and this is null");
+    EXPECT_EQ(EventRefusal(R"({"pid":1,"program":"a"})"), "e.jsonl:3:20: \"program\" and \"pid\" exclude each other");
+    EXPECT_EQ(EventRefusal(R"({"program":"a","pid":0})"), "e.jsonl:3:12: \"program\" and \"pid\" exclude each other");
+    EXPECT_EQ(EventRefusal(R"({"program":7})"), "e.jsonl:3:12: \"program\" must be a string, and this is a number");
+    EXPECT_EQ(EventRefusal(R"({"program":null})"), "e.jsonl:3:12: \"program\" must be a string, and this is null");
 }
 
 TEST(ConnectionEvent, AKeyThatIsAbsentStaysAbsent) {
-    const ConnectionEvent event = Read("{}");
+    const ConnectionEvent event = ReadEvent("{}");
     EXPECT_FALSE(event.flags || event.pid || event.remoteAddress || event.remotePort || event.localAddress ||
                  event.localPort || event.netDrv || event.program);
 }
 
 TEST(ConnectionEvent, NumbersReachToTheirBounds) {
-    const ConnectionEvent event = Read(R"({"flags":4294967295,"pid":4294967295,"local_addr_port":65535,)"
-                                       R"("net_drv":-9223372036854775808})");
+    const ConnectionEvent event = ReadEvent(R"({"flags":4294967295,"pid":4294967295,"local_addr_port":65535,)"
+                                            R"("net_drv":-9223372036854775808})");
     EXPECT_EQ(event.flags, 4294967295U);
     EXPECT_EQ(event.netDrv, INT64_MIN);
-    EXPECT_EQ(Refusal(R"({"flags":4294967296})"),
+    EXPECT_EQ(EventRefusal(R"({"flags":4294967296})"),
               "e.jsonl:3:10: \"flags\" must be a whole number from 0 to 4294967295, and this is 4294967296");
-    EXPECT_EQ(Refusal(R"({"pid":-1})"),
+    EXPECT_EQ(EventRefusal(R"({"pid":-1})"),
               "e.jsonl:3:8: \"pid\" must be a whole number from 0 to 4294967295, and this is -1");
-    EXPECT_EQ(Refusal(R"({"remote_addr_port":65536})"),
+    EXPECT_EQ(EventRefusal(R"({"remote_addr_port":65536})"),
               "e.jsonl:3:21: \"remote_addr_port\" must be a whole number from 0 to 65535, and this is 65536");
-    EXPECT_EQ(Refusal(R"({"net_drv":9223372036854775808})"),
+    EXPECT_EQ(EventRefusal(R"({"net_drv":9223372036854775808})"),
               "e.jsonl:3:12: \"net_drv\" must be a whole number from -9223372036854775808 to 9223372036854775807, and "
               "this is 9223372036854775808");
 }
 
 TEST(ConnectionEvent, WhatIsNoEventIsRefusedAtItsPlace) {
-    EXPECT_EQ(Refusal("[]"), "e.jsonl:3:1: an event must be an object, and this is an array");
-    EXPECT_EQ(Refusal(R"({"flags":"4"})"), "e.jsonl:3:10: \"flags\" must be a number, and this is a string");
-    EXPECT_EQ(Refusal(R"({"remote_addr_ip":"localhost"})"), "e.jsonl:3:19: \"localhost\" is no IP address");
-    EXPECT_EQ(Refusal(R"({"local_addr_ip":""})"), "e.jsonl:3:18: \"\" is no IP address");
-    EXPECT_EQ(Refusal(R"({"time":"yesterday"})"),
+    EXPECT_EQ(EventRefusal("[]"), "e.jsonl:3:1: an event must be an object, and this is an array");
+    EXPECT_EQ(EventRefusal(R"({"flags":"4"})"), "e.jsonl:3:10: \"flags\" must be a number, and this is a string");
+    EXPECT_EQ(EventRefusal(R"({"remote_addr_ip":"localhost"})"), "e.jsonl:3:19: \"localhost\" is no IP address");
+    EXPECT_EQ(EventRefusal(R"({"local_addr_ip":""})"), "e.jsonl:3:18: \"\" is no IP address");
+    EXPECT_EQ(EventRefusal(R"({"time":"yesterday"})"),
               "e.jsonl:3:9: \"yesterday\" is no time such as \"2025-11-20T09:54:12.345Z\"");
-    EXPECT_EQ(Refusal(R"({"time":""})"), "e.jsonl:3:9: \"\" is no time such as \"2025-11-20T09:54:12.345Z\"");
+    EXPECT_EQ(EventRefusal(R"({"time":""})"), "e.jsonl:3:9: \"\" is no time such as \"2025-11-20T09:54:12.345Z\"");
     EXPECT_EQ(
-        Refusal(R"({"Flags":4})"),
+        EventRefusal(R"({"Flags":4})"),
         "e.jsonl:3:2: unknown key \"Flags\"; known here: \"time\", \"name\", \"process\", \"flags\", \"pid\", "
         "\"program\", \"remote_addr_ip\", \"remote_addr_port\", \"local_addr_ip\", \"local_addr_port\", \"net_drv\"");
-    EXPECT_EQ(Refusal(R"({"pid":1,"pid":1})"), "e.jsonl:3:10: \"pid\" stands here a second time");
-    EXPECT_EQ(Refusal("{"), "e.jsonl:3:2: Missing a name for object member.");
+    EXPECT_EQ(EventRefusal(R"({"pid":1,"pid":1})"), "e.jsonl:3:10: \"pid\" stands here a second time");
+    EXPECT_EQ(EventRefusal("{"), "e.jsonl:3:2: Missing a name for object member.");
 }
 
 TEST(EventReader, GivesOneEventForEachLine) {

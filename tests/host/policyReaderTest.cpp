@@ -11,13 +11,13 @@ using mordhostTest::TemporaryDirectory;
 
 namespace {
 
-Policy Read(const std::string& text) {
+Policy PolicyFrom(const std::string& text) {
     const TemporaryDirectory directory;
     return ReadPolicy(directory.Write("p.json", text));
 }
 
 // The refusal of a policy that stands in the file p.json, without the directory.
-std::string Refusal(const std::string& text) {
+std::string PolicyRefusal(const std::string& text) {
     const TemporaryDirectory directory;
     const std::string name = directory.Write("p.json", text);
     std::string refusal = RefusalOf([&] { ReadPolicy(name); });
@@ -36,50 +36,50 @@ std::string RuleWith(const std::string& member) {
 } // namespace
 
 TEST(Policy, NeedsNothingButItsRules) {
-    const Policy policy = Read(R"({"rules": []})");
+    const Policy policy = PolicyFrom(R"({"rules": []})");
     EXPECT_FALSE(policy.machineId || policy.defenderMode || policy.exceptionMode || policy.allowList || policy.actions);
     EXPECT_TRUE(policy.rules.empty() && policy.dots.empty() && policy.failures.empty());
-    EXPECT_EQ(Refusal("{}"), "p.json:1:1: the key \"rules\" is missing in this object");
+    EXPECT_EQ(PolicyRefusal("{}"), "p.json:1:1: the key \"rules\" is missing in this object");
 }
 
 TEST(Policy, TheMachineIdIsOneOfItsOwnOrThatOfTheMachine) {
-    EXPECT_EQ(Read(R"({"machine_id": "HOST-A", "rules": []})").machineId, "HOST-A");
-    EXPECT_EQ(Read(R"({"machine_id": "from the machine", "rules": []})").machineId, std::nullopt);
-    EXPECT_EQ(Refusal(R"({"machine_id": "", "rules": []})"), "p.json:1:16: \"machine_id\" must not be empty");
-    EXPECT_EQ(Refusal(R"({"machine_id": 7, "rules": []})"),
+    EXPECT_EQ(PolicyFrom(R"({"machine_id": "HOST-A", "rules": []})").machineId, "HOST-A");
+    EXPECT_EQ(PolicyFrom(R"({"machine_id": "from the machine", "rules": []})").machineId, std::nullopt);
+    EXPECT_EQ(PolicyRefusal(R"({"machine_id": "", "rules": []})"), "p.json:1:16: \"machine_id\" must not be empty");
+    EXPECT_EQ(PolicyRefusal(R"({"machine_id": 7, "rules": []})"),
               "p.json:1:16: \"machine_id\" must be a string, and this is a number");
 }
 
 TEST(Policy, AModeIsANameOrANumber) {
     const auto defenderMode = [](const std::string& mode) {
-        return Read("{\"defender_mode\": " + mode + ", \"rules\": []}").defenderMode;
+        return PolicyFrom("{\"defender_mode\": " + mode + ", \"rules\": []}").defenderMode;
     };
     EXPECT_EQ(defenderMode("\"all-forbid\""), 1U);
     EXPECT_EQ(defenderMode("\"action-table\""), 3U);
     EXPECT_EQ(defenderMode("\"allow-after-decision\""), 4U);
     EXPECT_EQ(defenderMode("\"emergency\""), 5U);
     EXPECT_EQ(defenderMode("77"), 77U) << "a mode without behaviour of its own";
-    EXPECT_EQ(Read(R"({"exception_mode": "allow", "rules": []})").exceptionMode, 1U);
-    EXPECT_EQ(Read(R"({"exception_mode": "block", "rules": []})").exceptionMode, 2U);
-    EXPECT_EQ(Read(R"({"exception_mode": 4294967295, "rules": []})").exceptionMode, 4294967295U);
+    EXPECT_EQ(PolicyFrom(R"({"exception_mode": "allow", "rules": []})").exceptionMode, 1U);
+    EXPECT_EQ(PolicyFrom(R"({"exception_mode": "block", "rules": []})").exceptionMode, 2U);
+    EXPECT_EQ(PolicyFrom(R"({"exception_mode": 4294967295, "rules": []})").exceptionMode, 4294967295U);
 }
 
 TEST(Policy, AModeThatIsNoneIsRefused) {
-    EXPECT_EQ(Refusal(R"({"defender_mode": "Emergency", "rules": []})"),
+    EXPECT_EQ(PolicyRefusal(R"({"defender_mode": "Emergency", "rules": []})"),
               "p.json:1:19: \"Emergency\" is none of \"all-forbid\", \"action-table\", \"allow-after-decision\", "
               "\"emergency\"");
-    EXPECT_EQ(Refusal(R"({"exception_mode": "deny", "rules": []})"),
+    EXPECT_EQ(PolicyRefusal(R"({"exception_mode": "deny", "rules": []})"),
               "p.json:1:20: \"deny\" is none of \"allow\", \"block\"");
-    EXPECT_EQ(Refusal(R"({"defender_mode": -1, "rules": []})"),
+    EXPECT_EQ(PolicyRefusal(R"({"defender_mode": -1, "rules": []})"),
               "p.json:1:19: \"defender_mode\" must be a whole number from 0 to 4294967295, and this is -1");
-    EXPECT_EQ(Refusal(R"({"defender_mode": true, "rules": []})"),
+    EXPECT_EQ(PolicyRefusal(R"({"defender_mode": true, "rules": []})"),
               "p.json:1:19: \"defender_mode\" must be a name or a number, and this is a boolean");
 }
 
 TEST(Policy, AnInlineDocumentKeepsItsTextByteForByte) {
     const Policy policy =
-        Read("{\"allow_list\":\n  { \"mid_list\" : [ ] ,\"note\": 1.50 } , \"actions\": {\"ssh\":1} , "
-             "\"rules\": []}");
+        PolicyFrom("{\"allow_list\":\n  { \"mid_list\" : [ ] ,\"note\": 1.50 } , \"actions\": {\"ssh\":1} , "
+                   "\"rules\": []}");
     EXPECT_EQ(policy.allowList->text, "{ \"mid_list\" : [ ] ,\"note\": 1.50 }");
     EXPECT_EQ(policy.allowList->where.line, 2U);
     EXPECT_EQ(policy.allowList->where.column, 3U);
@@ -102,7 +102,7 @@ TEST(Policy, ADocumentMayStandInAFileBesideThePolicy) {
 }
 
 TEST(Policy, AFileThatIsNotThereIsRefusedWhereItIsNamed) {
-    EXPECT_EQ(Refusal("{\"rules\": [],\n \"actions\": \"none.json\"}"),
+    EXPECT_EQ(PolicyRefusal("{\"rules\": [],\n \"actions\": \"none.json\"}"),
               "p.json:2:13: cannot read none.json: No such file or directory");
 }
 
@@ -116,7 +116,7 @@ TEST(Policy, ARefusalWithinAFileNamesThatFile) {
 
 TEST(Policy, AnAllowListThatTheLibraryWouldPassOverIsRefused) {
     const auto refusal = [](const std::string& document) {
-        return Refusal("{\"rules\": [], \"allow_list\":\n" + document + "}");
+        return PolicyRefusal("{\"rules\": [], \"allow_list\":\n" + document + "}");
     };
     EXPECT_EQ(refusal("[]"), "p.json:2:1: the allow list must be an object, and this is an array");
     EXPECT_EQ(refusal("{}"), "p.json:2:1: the key \"mid_list\" is missing in this object");
@@ -139,7 +139,7 @@ TEST(Policy, AnAllowListThatTheLibraryWouldPassOverIsRefused) {
 
 TEST(Policy, AnActionDocumentThatTheLibraryWouldPassOverIsRefused) {
     const auto refusal = [](const std::string& document) {
-        return Refusal("{\"rules\": [], \"actions\":\n" + document + "}");
+        return PolicyRefusal("{\"rules\": [], \"actions\":\n" + document + "}");
     };
     EXPECT_EQ(refusal("[]"), "p.json:2:1: the action document must be an object, and this is an array");
     EXPECT_EQ(refusal("{}"), "p.json:2:1: the action document has no row");
@@ -154,7 +154,8 @@ TEST(Policy, AnActionDocumentThatTheLibraryWouldPassOverIsRefused) {
 }
 
 TEST(Policy, ARuleHasItsPortsAndRanges) {
-    const Policy policy = Read(R"({"rules": [{"guid": "G", "type": "T", "local_ports": [445, "8000-8080", "0-65535"],
+    const Policy policy =
+        PolicyFrom(R"({"rules": [{"guid": "G", "type": "T", "local_ports": [445, "8000-8080", "0-65535"],
         "local_addresses": ["127.0.0.0/8", "::1"], "remote_addresses": ["10.0.0.7"]}, {"guid": "", "type": ""}]})");
     ASSERT_EQ(policy.rules.size(), 2U);
     const Rule& rule = policy.rules[0];
@@ -169,52 +170,55 @@ TEST(Policy, ARuleHasItsPortsAndRanges) {
 }
 
 TEST(Policy, RulesKeepTheirOrderAndTheirRepetitions) {
-    const Policy policy = Read(R"({"rules": [{"guid": "B", "type": "x"}, {"guid": "A", "type": "x"},
+    const Policy policy = PolicyFrom(R"({"rules": [{"guid": "B", "type": "x"}, {"guid": "A", "type": "x"},
                                              {"guid": "B", "type": "y"}]})");
     ASSERT_EQ(policy.rules.size(), 3U);
     EXPECT_EQ(policy.rules[0].guid + policy.rules[1].guid + policy.rules[2].guid, "BAB");
 }
 
 TEST(Policy, ARuleThatIsNoneIsRefused) {
-    EXPECT_EQ(Refusal(R"({"rules": {}})"), "p.json:1:11: \"rules\" must be an array, and this is an object");
-    EXPECT_EQ(Refusal(R"({"rules": ["G"]})"), "p.json:1:12: a rule must be an object, and this is a string");
-    EXPECT_EQ(Refusal(R"({"rules": [{"guid": "G"}]})"), "p.json:1:12: the key \"type\" is missing in this object");
-    EXPECT_EQ(Refusal(R"({"rules": [{"type": "T"}]})"), "p.json:1:12: the key \"guid\" is missing in this object");
+    EXPECT_EQ(PolicyRefusal(R"({"rules": {}})"), "p.json:1:11: \"rules\" must be an array, and this is an object");
+    EXPECT_EQ(PolicyRefusal(R"({"rules": ["G"]})"), "p.json:1:12: a rule must be an object, and this is a string");
+    EXPECT_EQ(PolicyRefusal(R"({"rules": [{"guid": "G"}]})"),
+              "p.json:1:12: the key \"type\" is missing in this object");
+    EXPECT_EQ(PolicyRefusal(R"({"rules": [{"type": "T"}]})"),
+              "p.json:1:12: the key \"guid\" is missing in this object");
     EXPECT_EQ(
-        Refusal(RuleWith("\"port\": 1")),
+        PolicyRefusal(RuleWith("\"port\": 1")),
         "p.json:1:38: unknown key \"port\"; known here: \"guid\", \"type\", \"local_ports\", \"local_addresses\", "
         "\"remote_addresses\"");
-    EXPECT_EQ(Refusal(R"({"rules": [{"guid": "a\u0000", "type": ""}]})"),
+    EXPECT_EQ(PolicyRefusal(R"({"rules": [{"guid": "a\u0000", "type": ""}]})"),
               "p.json:1:21: \"guid\" must not hold a NUL character");
 }
 
 TEST(Policy, APortThatIsNoneIsRefused) {
-    EXPECT_EQ(Refusal(RuleWith("\"local_ports\": 445")),
+    EXPECT_EQ(PolicyRefusal(RuleWith("\"local_ports\": 445")),
               "p.json:1:53: \"local_ports\" must be an array, and this is a number");
-    EXPECT_EQ(Refusal(RuleWith("\"local_ports\": []")),
+    EXPECT_EQ(PolicyRefusal(RuleWith("\"local_ports\": []")),
               "p.json:1:53: \"local_ports\" must not be empty: leave the key out where anything will do");
-    EXPECT_EQ(Refusal(RuleWith("\"local_ports\": [65536]")),
+    EXPECT_EQ(PolicyRefusal(RuleWith("\"local_ports\": [65536]")),
               "p.json:1:54: a port must be a whole number from 0 to 65535, and this is 65536");
-    EXPECT_EQ(Refusal(RuleWith("\"local_ports\": [null]")),
+    EXPECT_EQ(PolicyRefusal(RuleWith("\"local_ports\": [null]")),
               "p.json:1:54: a port must be a number, or a string such as \"8000-8080\", and this is null");
     for (const std::string text : {"", "445", "-", "1-", "-1", "2-1", "1-65536", "a-b", "1-2-3", "1 - 2", "+1-2"}) {
-        EXPECT_EQ(Refusal(RuleWith("\"local_ports\": [\"" + text + "\"]")),
+        EXPECT_EQ(PolicyRefusal(RuleWith("\"local_ports\": [\"" + text + "\"]")),
                   "p.json:1:54: \"" + text + "\" is no range of ports such as \"8000-8080\"");
     }
 }
 
 TEST(Policy, AnAddressRangeThatIsNoneIsRefused) {
-    EXPECT_EQ(Refusal(RuleWith("\"local_addresses\": []")),
+    EXPECT_EQ(PolicyRefusal(RuleWith("\"local_addresses\": []")),
               "p.json:1:57: \"local_addresses\" must not be empty: leave the key out where anything will do");
-    EXPECT_EQ(Refusal(RuleWith("\"remote_addresses\": [\"10.0.0.1/8\"]")),
+    EXPECT_EQ(PolicyRefusal(RuleWith("\"remote_addresses\": [\"10.0.0.1/8\"]")),
               "p.json:1:59: 10.0.0.1 has bits set behind the first 8");
-    EXPECT_EQ(Refusal(RuleWith("\"remote_addresses\": [1]")),
+    EXPECT_EQ(PolicyRefusal(RuleWith("\"remote_addresses\": [1]")),
               "p.json:1:59: an address range must be a string, and this is a number");
 }
 
 TEST(Policy, AFailureIsPrescribedByTheNameOfItsEvent) {
-    const Policy policy = Read("{\"rules\": [], \"failures\": {\"a\": \"network-error\",\n \"b\": \"query-error\", "
-                               "\"c\": \"broken-answer\"}}");
+    const Policy policy =
+        PolicyFrom("{\"rules\": [], \"failures\": {\"a\": \"network-error\",\n \"b\": \"query-error\", "
+                   "\"c\": \"broken-answer\"}}");
     EXPECT_EQ(policy.failures.at("a").failure, Failure::networkError);
     EXPECT_EQ(policy.failures.at("b").failure, Failure::queryError);
     EXPECT_EQ(policy.failures.at("b").where.line, 2U);
@@ -223,13 +227,13 @@ TEST(Policy, AFailureIsPrescribedByTheNameOfItsEvent) {
 }
 
 TEST(Policy, AFailureThatIsNoneIsRefused) {
-    EXPECT_EQ(Refusal(R"({"rules": [], "failures": {"a": "network error"}})"),
+    EXPECT_EQ(PolicyRefusal(R"({"rules": [], "failures": {"a": "network error"}})"),
               "p.json:1:33: \"network error\" is none of \"network-error\", \"query-error\", \"broken-answer\"");
-    EXPECT_EQ(Refusal(R"({"rules": [], "failures": {"a": 1}})"),
+    EXPECT_EQ(PolicyRefusal(R"({"rules": [], "failures": {"a": 1}})"),
               "p.json:1:33: a failure must be a string, and this is a number");
-    EXPECT_EQ(Refusal(R"({"rules": [], "failures": ["a"]})"),
+    EXPECT_EQ(PolicyRefusal(R"({"rules": [], "failures": ["a"]})"),
               "p.json:1:27: \"failures\" must be an object, and this is an array");
-    EXPECT_EQ(Refusal(R"({"rules": [], "failures": {"a": "query-error", "a": "query-error"}})"),
+    EXPECT_EQ(PolicyRefusal(R"({"rules": [], "failures": {"a": "query-error", "a": "query-error"}})"),
               "p.json:1:48: \"a\" stands here a second time");
 }
 
@@ -243,33 +247,33 @@ TEST(Policy, AProgramIsAFileByItsName) {
                                    {"near", PathOf(directory.Name("./y"))},
                                }))
         << "a file with a directory is relative to the policy, one without is not";
-    EXPECT_TRUE(Read(R"({"rules": [], "programs": {}})").programs.empty());
+    EXPECT_TRUE(PolicyFrom(R"({"rules": [], "programs": {}})").programs.empty());
 }
 
 TEST(Policy, AProgramThatIsNoneIsRefused) {
-    EXPECT_EQ(Refusal(R"({"rules": [], "programs": ["a"]})"),
+    EXPECT_EQ(PolicyRefusal(R"({"rules": [], "programs": ["a"]})"),
               "p.json:1:27: \"programs\" must be an object, and this is an array");
-    EXPECT_EQ(Refusal("{\"rules\": [], \"programs\": {\n  \"a\": 1}}"),
+    EXPECT_EQ(PolicyRefusal("{\"rules\": [], \"programs\": {\n  \"a\": 1}}"),
               "p.json:2:8: the file of a program must be a string, and this is a number");
-    EXPECT_EQ(Refusal(R"({"rules": [], "programs": {"a": ""}})"),
+    EXPECT_EQ(PolicyRefusal(R"({"rules": [], "programs": {"a": ""}})"),
               "p.json:1:33: the file of a program must have a name");
-    EXPECT_EQ(Refusal(R"({"rules": [], "programs": {"a": "bin/"}})"),
+    EXPECT_EQ(PolicyRefusal(R"({"rules": [], "programs": {"a": "bin/"}})"),
               "p.json:1:33: the file of a program must have a name");
-    EXPECT_EQ(Refusal(R"({"rules": [], "programs": {"a": "x\u0000"}})"),
+    EXPECT_EQ(PolicyRefusal(R"({"rules": [], "programs": {"a": "x\u0000"}})"),
               "p.json:1:33: the file of a program must not hold a NUL character");
-    EXPECT_EQ(Refusal(R"({"rules": [], "programs": {"a": "x", "a": "x"}})"),
+    EXPECT_EQ(PolicyRefusal(R"({"rules": [], "programs": {"a": "x", "a": "x"}})"),
               "p.json:1:38: \"a\" stands here a second time");
 }
 
 TEST(Policy, AnUnknownKeyIsRefused) {
-    EXPECT_EQ(Refusal("{\"rules\": [],\n  \"exceptionMode\": 1}"),
+    EXPECT_EQ(PolicyRefusal("{\"rules\": [],\n  \"exceptionMode\": 1}"),
               "p.json:2:3: unknown key \"exceptionMode\"; known here: \"machine_id\", \"defender_mode\", "
               "\"exception_mode\", \"allow_list\", \"actions\", \"rules\", \"dots\", \"failures\", \"programs\"");
 }
 
 TEST(Policy, ASyntaxErrorIsRefused) {
-    EXPECT_EQ(Refusal("{\"rules\": []\n"), "p.json:2:1: Missing a comma or '}' after an object member.");
-    EXPECT_EQ(Refusal("[]"), "p.json:1:1: a policy must be an object, and this is an array");
+    EXPECT_EQ(PolicyRefusal("{\"rules\": []\n"), "p.json:2:1: Missing a comma or '}' after an object member.");
+    EXPECT_EQ(PolicyRefusal("[]"), "p.json:1:1: a policy must be an object, and this is an array");
 }
 
 TEST(Policy, AFileThatCannotBeReadIsNoRefusedDocument) {

@@ -77,7 +77,7 @@ TEST_F(ReceiverTest, AnEventGoesWithItsRulesInOrder) {
     object.eventResult = false;
     ConnectionEvent event;
     event.flags = 16;
-    const Answer answer = receiver.Decide(event, {0, 2});
+    const mordhost::Answer answer = receiver.Decide(event, {0, 2});
     EXPECT_EQ(object.calls, Calls{"HandleEvent 16 A C"});
     EXPECT_EQ(answer.reply, 2U);
     EXPECT_FALSE(answer.settled);
