@@ -53,9 +53,9 @@ protected:
 };
 
 TEST_P(AbiStack, EveryOperationRemovesItsArguments) {
-    const NamedValue eventValues[] = {{"pid", nullptr, 4}, {"net_drv", nullptr, 1}};
+    const NamedValue valuesOfTheEvent[] = {{"pid", nullptr, 4}, {"net_drv", nullptr, 1}};
     const NamedValue ruleValues[] = {{"guid", "GUID", 0}, {"type", "TYPE", 0}};
-    FakeRecord event = MakeRecord("event", eventValues, 2);
+    FakeRecord event = MakeRecord("event", valuesOfTheEvent, 2);
     FakeRecord rule = MakeRecord("rule", ruleValues, 2);
     Record* rules[] = {&rule.record};
     FakeHost host = MakeHost(R"({"GUID": {"value": 1, "mid": {"MID": 0}}})");

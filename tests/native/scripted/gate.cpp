@@ -11,7 +11,7 @@ namespace scripted {
 
 namespace {
 
-Gate instance;
+Gate current;
 
 void CountRead(uint64_t address) {
     if (++Instance().reads > Instance().readLimit) {
@@ -20,7 +20,7 @@ void CountRead(uint64_t address) {
 }
 
 void ReadOwn(uint64_t address, void* destination, uint32_t size) {
-    if (instance.memory.Read(address, destination, size) != size) {
+    if (current.memory.Read(address, destination, size) != size) {
         throw GateFault{address};
     }
 }
@@ -28,13 +28,13 @@ void ReadOwn(uint64_t address, void* destination, uint32_t size) {
 } // namespace
 
 Gate& GateInstance() {
-    return instance;
+    return current;
 }
 
 Gate& ResetGate() {
-    instance = Gate{};
+    current = Gate{};
     GateEnabled = 1;
-    return instance;
+    return current;
 }
 
 } // namespace scripted
