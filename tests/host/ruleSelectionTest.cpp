@@ -6,7 +6,7 @@ using namespace mordhost;
 
 namespace {
 
-AddressRange Range(const std::string& text) {
+AddressRange RangeOf(const std::string& text) {
     std::string reason;
     return ParseAddressRange(text, reason).value();
 }
@@ -47,11 +47,11 @@ TEST(RuleSelection, ThePortIsTheLocalOne) {
 
 TEST(RuleSelection, EachEndHasRangesOfItsOwn) {
     Rule rule;
-    rule.remoteAddresses = {Range("10.0.0.0/8"), Range("fd00::/8")};
+    rule.remoteAddresses = {RangeOf("10.0.0.0/8"), RangeOf("fd00::/8")};
     EXPECT_TRUE(Applies(rule, Event("10.9.9.9", "192.0.2.1", 1)));
     EXPECT_TRUE(Applies(rule, Event("fd12::1", "::1", 1)));
     EXPECT_FALSE(Applies(rule, Event("192.0.2.1", "10.9.9.9", 1)));
-    rule.localAddresses = {Range("192.0.2.1")};
+    rule.localAddresses = {RangeOf("192.0.2.1")};
     EXPECT_TRUE(Applies(rule, Event("10.9.9.9", "192.0.2.1", 1)));
     EXPECT_FALSE(Applies(rule, Event("10.9.9.9", "192.0.2.2", 1)));
 }
@@ -59,7 +59,7 @@ TEST(RuleSelection, EachEndHasRangesOfItsOwn) {
 TEST(RuleSelection, AllKindsOfConditionsMustBeMet) {
     Rule rule;
     rule.localPorts = {{445, 445}};
-    rule.remoteAddresses = {Range("10.0.0.0/8")};
+    rule.remoteAddresses = {RangeOf("10.0.0.0/8")};
     EXPECT_TRUE(Applies(rule, Event("10.0.0.1", "10.0.0.2", 445)));
     EXPECT_FALSE(Applies(rule, Event("10.0.0.1", "10.0.0.2", 446)));
     EXPECT_FALSE(Applies(rule, Event("11.0.0.1", "10.0.0.2", 445)));
@@ -70,13 +70,13 @@ TEST(RuleSelection, AConditionOnAnAbsentValueIsNotMet) {
     byPort.localPorts = {{0, 65535}};
     EXPECT_FALSE(Applies(byPort, {}));
     Rule byAddress;
-    byAddress.remoteAddresses = {Range("0.0.0.0/0"), Range("::/0")};
+    byAddress.remoteAddresses = {RangeOf("0.0.0.0/0"), RangeOf("::/0")};
     EXPECT_FALSE(Applies(byAddress, {}));
 }
 
 TEST(RuleSelection, AMappedAddressMeetsARangeOfVersion4) {
     Rule rule;
-    rule.remoteAddresses = {Range("127.0.0.0/8")};
+    rule.remoteAddresses = {RangeOf("127.0.0.0/8")};
     EXPECT_TRUE(Applies(rule, Event("::ffff:127.0.0.9", "::ffff:127.0.0.1", 445)));
 }
 
