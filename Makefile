@@ -1,6 +1,6 @@
 # The front door. Each target installs what is missing first (scripts/setup) and then calls the CMake presets.
 .DEFAULT_GOAL := help
-.PHONY: help setup build build-linux build-windows build-windows-x64 run run-linux test test-linux test-asan test-tsan test-windows check clean
+.PHONY: help setup build build-linux build-windows build-windows-x64 run run-linux test test-linux test-asan test-tsan test-windows coverage check clean
 
 JOBS ?= $(shell nproc)
 product := mordRev ZelkBase Ferrocore mordhost waiter32 waiter64
@@ -72,6 +72,15 @@ test-tsan: ## run the tests that use several threads on Linux under ThreadSaniti
 test-windows: build-windows ## run the tests on Windows, under Wine: all on 32 bits, those of process inspection on 64 bits too
 	@$(call ctest,windows-x86)
 	@$(call ctest,windows-x64) -L inspection
+
+coverage: ## count the branches that the tests take; fail below what is promised
+	@scripts/setup linux coverage
+	@mkdir -p build
+	@$(call configure,linux-coverage)
+	@$(call compile,linux-coverage)
+	@rm -rf build/linux-coverage/profiles
+	@LLVM_PROFILE_FILE=$(CURDIR)/build/linux-coverage/profiles/%4m.profraw $(call ctest,linux-coverage)
+	@scripts/coverage build/linux-coverage
 
 check: ## check the structure of the sources: layers, names, sizes
 	@scripts/check
