@@ -1,6 +1,6 @@
 # The front door. Each target installs what is missing first (scripts/setup) and then calls the CMake presets.
 .DEFAULT_GOAL := help
-.PHONY: help setup build build-linux build-windows build-windows-x64 run run-linux test test-linux test-asan test-tsan test-windows coverage check clean
+.PHONY: help setup build build-linux build-windows build-windows-x64 run run-linux test test-linux test-asan test-tsan test-windows coverage mutation check clean
 
 JOBS ?= $(shell nproc)
 product := mordRev ZelkBase Ferrocore mordhost waiter32 waiter64
@@ -81,6 +81,10 @@ coverage: ## count the branches that the tests take; fail below what is promised
 	@rm -rf build/linux-coverage/profiles
 	@LLVM_PROFILE_FILE=$(CURDIR)/build/linux-coverage/profiles/%4m.profraw $(call ctest,linux-coverage)
 	@scripts/coverage build/linux-coverage
+
+mutation: ## plant one change at a time into the library and see whether the tests notice (an hour or two)
+	@scripts/setup linux mutation
+	@tests/mutation/run.py
 
 check: ## check the structure of the sources: layers, names, sizes
 	@scripts/check
