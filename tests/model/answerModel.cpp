@@ -23,7 +23,7 @@ bool ReceiverModel::ParseQueryResult(const std::string& text, Answer& answer) {
     }
     for (const JsonMember& member : root->members) {
         const std::string& guid = member.name;
-        LogTrace("ParseQueryResult", "guid is:" + Logged(guid));
+        LogTrace("ParseQueryResult", {"guid is:", Logged(guid)});
 
         const JsonValue* const value = member.value.Find("value");
         if (value == nullptr || !value->integer) {
@@ -49,7 +49,7 @@ bool ReceiverModel::ParseQueryResult(const std::string& text, Answer& answer) {
             if (!mids.insert(id.name).second) {
                 Took(Branch::AnswerMidTwice);
             }
-            LogTrace("ParseQueryResult", "get mid=" + Logged(id.name));
+            LogTrace("ParseQueryResult", {"get mid=", Logged(id.name)});
         }
         if (mids.empty()) {
             Took(Branch::AnswerMidEmpty);

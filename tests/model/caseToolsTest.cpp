@@ -44,8 +44,8 @@ TEST(Difference, IsEmptyForEqualTracesAlone) {
     EXPECT_EQ(Difference(other, one), "  library  \"first\"\n");
     other.Add("first");
     EXPECT_EQ(Difference(one, other), "");
-    one.AddLog(30, "C::F", "a\n");
-    other.AddLog(35, "C::F", "a\n");
+    one.AddLog(30, "C::", "F", {"a\n"});
+    other.AddLog(35, "", "C::F", {"a\n"});
     EXPECT_EQ(Difference(one, other), "  both     \"first\"\n"
                                       "  model    \"log 30 C::F: a\\x0a\"\n"
                                       "  library  \"log 35 C::F: a\\x0a\"\n");

@@ -51,7 +51,7 @@ bool ReceiverModel::DecideByQuery(IEventRecord** rules, uint32_t ruleCount, uint
 
     char* result = nullptr;
     const int32_t code = m_host->QueryDot(request.c_str(), m_mid.c_str(), &result);
-    LogTrace("HandleEvent", "query dot result_json=" + Logged(result == nullptr ? "" : result));
+    LogTrace("HandleEvent", {"query dot result_json=", result == nullptr ? "" : result});
 
     if (code == 1007) {
         *reply = m_exceptionMode == 1 ? 1 : 0;
@@ -62,29 +62,29 @@ bool ReceiverModel::DecideByQuery(IEventRecord** rules, uint32_t ruleCount, uint
         if (result != nullptr) {
             Took(Branch::QueryNetworkErrorWithAnswer);
         }
-        LogTrace("HandleEvent", "query dot network error, exception_mode=" + std::to_string(m_exceptionMode) +
-                                    " ,reply=" + std::to_string(*reply));
+        LogTrace("HandleEvent",
+                 {"query dot network error, exception_mode=", Decimal(m_exceptionMode), " ,reply=", Decimal(*reply)});
         m_host->FreeResult(result);
         return true;
     }
     if (code != 0 || result == nullptr) {
         Took(code != 0 ? Branch::QueryOtherError : Branch::QueryNullAnswer);
         *reply = 0;
-        LogTrace("HandleEvent", " query dot error, reply=" + std::to_string(*reply));
+        LogTrace("HandleEvent", {" query dot error, reply=", Decimal(*reply)});
         m_host->FreeResult(result);
         return false;
     }
     if (m_defenderMode == 1) {
         Took(Branch::QueryAllForbid);
         *reply = 0;
-        LogTrace("HandleEvent", " defender mode is all forbid, reply=" + std::to_string(*reply));
+        LogTrace("HandleEvent", {" defender mode is all forbid, reply=", Decimal(*reply)});
         return true; // the answer stays with this side
     }
 
     Answer answer;
     if (!ParseQueryResult(result, answer)) {
         *reply = 0;
-        LogTrace("HandleEvent", " query dot error, reply=" + std::to_string(*reply));
+        LogTrace("HandleEvent", {" query dot error, reply=", Decimal(*reply)});
         m_host->FreeResult(result);
         return false;
     }

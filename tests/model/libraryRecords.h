@@ -1,6 +1,8 @@
 // Brings the library's log records into a trace in the form that the model uses.
 #pragma once
 
+#include <string>
+
 #include "model/directSiblings.h"
 #include "model/trace.h"
 
@@ -16,6 +18,7 @@ public:
 
 private:
     Trace& m_trace;
+    std::string m_bytes; // of the record at hand
 };
 
 } // namespace model

@@ -46,7 +46,8 @@ protected:
         TestCase before = m_case;
         before.operations.resize(before.operations.size() - count);
         const size_t skipped = RunOnModel(before, branches).Lines().size();
-        Lines seen(model.Lines().begin() + static_cast<std::ptrdiff_t>(skipped), model.Lines().end());
+        Lines seen = model.Lines();
+        seen.erase(seen.begin(), seen.begin() + static_cast<std::ptrdiff_t>(skipped));
         std::erase_if(seen, [](const std::string& line) { return line.starts_with("> "); });
         return seen;
     }

@@ -98,7 +98,7 @@ TEST_F(PinnedLifecycle, WithoutSinkThereIsNoReport) {
 TEST_F(PinnedLifecycle, ProcessThatIsNotFoundIsReportedWithoutName) {
     MakeRunning();
     EventScript event = EventOf(0, {RuleRecord("g", "x\"y")}, "{}");
-    event.event.numbers.erase("pid");
+    event.event.numbers.Erase("pid");
     event.event.numbers["remote_addr_port"].value = -1;
     event.event.numbers["net_drv"].value = -5;
     event.event.numbers["net_drv"].result = 9;

@@ -21,19 +21,19 @@ std::string UpToNul(const std::string& text) {
     return text.c_str();
 }
 
-std::string Logged(const std::string& value) {
-    return UpToNul(value);
+std::string_view Logged(std::string_view value) {
+    return value.substr(0, value.find('\0'));
 }
 
-void ReceiverModel::LogTrace(const char* function, const std::string& message) {
+void ReceiverModel::LogTrace(std::string_view function, Trace::Parts message) {
     if (m_siblings.logs) {
-        m_trace.AddLog(30, std::string("CMordRecv::") + function, message);
+        m_trace.AddLog(30, "CMordRecv::", function, message);
     }
 }
 
-void ReceiverModel::LogError(const char* function, const std::string& message) {
+void ReceiverModel::LogError(std::string_view function, Trace::Parts message) {
     if (m_siblings.logs) {
-        m_trace.AddLog(35, std::string("CMordRecv::") + function, message);
+        m_trace.AddLog(35, "CMordRecv::", function, message);
     }
 }
 
@@ -61,7 +61,7 @@ std::string ReceiverModel::GetLocalMid() {
     }
     Took(Branch::MidFromService);
     m_mid = m_siblings.machineId;
-    LogTrace("GetLocalMid", "GetLocalMid()-Get local mid is:" + Logged(m_mid));
+    LogTrace("GetLocalMid", {"GetLocalMid()-Get local mid is:", Logged(m_mid)});
     return m_mid;
 }
 
@@ -81,7 +81,7 @@ bool ReceiverModel::Init(IDotHost* host) {
     Took(m_host == nullptr ? Branch::InitFresh : Branch::InitAgainAfterUninit);
     m_host = host;
     m_mid = GetLocalMid();
-    LogTrace("Init", "init get mid=" + Logged(m_mid));
+    LogTrace("Init", {"init get mid=", Logged(m_mid)});
     m_inited = true;
     return true;
 }

@@ -7,6 +7,7 @@
 #include <map>
 #include <set>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -76,9 +77,11 @@ private:
     int64_t Int64Of(IEventRecord* record, const char* name);
     std::string TextOf(IEventRecord* record, const char* name);
 
-    // `function` without its class.
-    void LogTrace(const char* function, const std::string& message);
-    void LogError(const char* function, const std::string& message);
+    // `function` without its class; all of them are CMordRecv's.
+    void LogTrace(std::string_view function, Trace::Parts message);
+    void LogError(std::string_view function, Trace::Parts message);
+    void LogTrace(std::string_view function, std::string_view message) { LogTrace(function, {message}); }
+    void LogError(std::string_view function, std::string_view message) { LogError(function, {message}); }
 
     void Took(Branch branch) { m_branches.Add(branch); }
 
@@ -101,6 +104,6 @@ private:
 std::string UpToNul(const std::string& text);
 
 // A narrow value as it shows in a log record.
-std::string Logged(const std::string& value);
+std::string_view Logged(std::string_view value);
 
 } // namespace model

@@ -49,7 +49,7 @@ void ReceiverModel::Report(IEventRecord* event, IEventRecord** rules, uint32_t r
         // reason that the system gives is its own affair.
         Took(Branch::ReportProcessNotFound);
         LogError("GetProcPathByPid",
-                 "Open process failed! pid=" + std::to_string(static_cast<uint32_t>(pid)) + " ,lasterror=N");
+                 {"Open process failed! pid=", Decimal(static_cast<uint32_t>(pid)), " ,lasterror=N"});
     }
 
     std::vector<std::string> guids;
@@ -82,7 +82,7 @@ void ReceiverModel::Report(IEventRecord* event, IEventRecord** rules, uint32_t r
     if (blockModified) {
         Took(Branch::ReportBlockModified);
     }
-    LogTrace("ReportEventHandleRes", "ReportEventHandleRes json=" + Logged(text));
+    LogTrace("ReportEventHandleRes", {"ReportEventHandleRes json=", Logged(text)});
     m_reportSink->Report(1, text.c_str(), static_cast<uint32_t>(text.size()));
     LogTrace("ReportEventHandleRes", "==>leave");
 }

@@ -18,14 +18,14 @@ void ReceiverModel::HandleRule(IEventRecord* rule, const Answer& answer, uint32_
     if (entry == answer.end()) {
         Took(Branch::RuleGuidAbsent);
         *reply = 0;
-        LogTrace("HandleEventInner", "query dot result is empty, reply=0,rule guid" + Logged(guid));
+        LogTrace("HandleEventInner", {"query dot result is empty, reply=0,rule guid", Logged(guid)});
         return;
     }
     const TextSet& mids = entry->second;
     if (mids.empty()) {
         Took(Branch::RuleGuidWithoutMids);
         *reply = 0;
-        LogTrace("HandleEventInner", "query dot result mid is empty, reply=0,rule guid" + Logged(guid));
+        LogTrace("HandleEventInner", {"query dot result mid is empty, reply=0,rule guid", Logged(guid)});
         return;
     }
     Took(type == "web" ? Branch::RuleKeyIsGuid : Branch::RuleKeyIsType);
@@ -34,21 +34,21 @@ void ReceiverModel::HandleRule(IEventRecord* rule, const Answer& answer, uint32_
     if (!IsMatchmid(key, mids, matched)) {
         Took(Branch::RuleNotMatched);
         *reply = 0;
-        LogTrace("HandleEventInner", "not match any mid,guid:" + Logged(guid) + ",reply:0");
+        LogTrace("HandleEventInner", {"not match any mid,guid:", Logged(guid), ",reply:0"});
         return;
     }
     *reply = 1;
-    LogTrace("HandleEventInner", "match mid=" + Logged(matched) + ",rule guid=" + Logged(guid) + ",reply:1");
+    LogTrace("HandleEventInner", {"match mid=", Logged(matched), ",rule guid=", Logged(guid), ",reply:1"});
     const bool deleted = m_host->DeleteDot(guid.c_str(), m_mid.c_str(), 2, type.c_str()) == 0;
     Took(deleted ? Branch::RuleMatchedDotDeleted : Branch::RuleMatchedDotStays);
-    LogTrace("HandleEventInner", std::string("del dot,ret=") + (deleted ? "1" : "0") + ",rule guid" + Logged(guid));
+    LogTrace("HandleEventInner", {"del dot,ret=", deleted ? "1" : "0", ",rule guid", Logged(guid)});
 }
 
 bool ReceiverModel::IsMatchmid(const std::string& key, const TextSet& queryMids, std::string& matched) {
     if (queryMids.empty() || m_allowList.empty()) {
         Took(Branch::MatchEmptyAllowList);
-        LogError("IsMatchmid", "CMordRecv::IsMatchmid failallow_list_size:" + std::to_string(m_allowList.size()) +
-                                   "query_mids_size:" + std::to_string(queryMids.size()));
+        LogError("IsMatchmid", {"CMordRecv::IsMatchmid failallow_list_size:", Decimal(m_allowList.size()),
+                                "query_mids_size:", Decimal(queryMids.size())});
         return false;
     }
     TextSet common;
@@ -69,7 +69,7 @@ bool ReceiverModel::IsMatchmid(const std::string& key, const TextSet& queryMids,
         return false;
     }
     matched = *common.begin();
-    LogTrace("IsMatchmid", "CMordRecv::IsMatchmid success,mid_match_output matched" + Logged(matched));
+    LogTrace("IsMatchmid", {"CMordRecv::IsMatchmid success,mid_match_output matched", Logged(matched)});
     return true;
 }
 

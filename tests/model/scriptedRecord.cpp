@@ -9,36 +9,35 @@ constexpr int32_t noSuchValue = 2;
 
 template <typename Number>
 int32_t Answer(const RecordScript& script, const char* name, Number* value) {
-    const auto number = script.numbers.find(name);
-    if (number == script.numbers.end()) {
+    const NumberScript* const number = script.numbers.Find(name);
+    if (number == nullptr) {
         return noSuchValue;
     }
-    if (number->second.writes) {
-        *value = static_cast<Number>(number->second.value);
+    if (number->writes) {
+        *value = static_cast<Number>(number->value);
     }
-    return number->second.result;
+    return number->result;
 }
 
 } // namespace
 
 int32_t ScriptedRecord::GetInt32(const char* name, int32_t* value) {
-    m_trace.Add(m_name + ".GetInt32 " + name);
+    m_trace.Add({m_name, ".GetInt32 ", name});
     return Answer(m_script, name, value);
 }
 
 int32_t ScriptedRecord::GetInt64(const char* name, int64_t* value) {
-    m_trace.Add(m_name + ".GetInt64 " + name + " preset to " + std::to_string(*value));
+    m_trace.Add({m_name, ".GetInt64 ", name, " preset to ", Decimal(*value)});
     return Answer(m_script, name, value);
 }
 
 int32_t ScriptedRecord::GetString(const char* name, char* buffer, int32_t* size) {
-    m_trace.Add(m_name + ".GetString " + name + (buffer == nullptr ? " null" : " buffer") + " size " +
-                std::to_string(*size));
-    const auto text = m_script.texts.find(name);
-    if (text == m_script.texts.end()) {
+    m_trace.Add({m_name, ".GetString ", name, buffer == nullptr ? " null size " : " buffer size ", Decimal(*size)});
+    const TextScript* const text = m_script.texts.Find(name);
+    if (text == nullptr) {
         return noSuchValue;
     }
-    const TextScript& script = text->second;
+    const TextScript& script = *text;
     if (buffer == nullptr) {
         *size = script.firstSize;
         return script.firstResult;

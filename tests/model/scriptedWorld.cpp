@@ -54,7 +54,7 @@ void ScriptedWorld::Run(const std::vector<Operation>& operations) {
 }
 
 void ScriptedWorld::Run(const Operation& operation) {
-    m_trace.Add("> " + Title(operation));
+    m_trace.Add({"> ", KindName(operation.kind)});
     bool result = true;
     switch (operation.kind) {
     case OperationKind::Init:
@@ -126,12 +126,11 @@ void ScriptedWorld::HandleEvent(const EventScript& script) {
         script.nullEvent ? nullptr : &event, script.nullRules ? nullptr : pointers.data(),
         script.noRules ? 0 : static_cast<uint32_t>(pointers.size()), script.nullReply ? nullptr : &reply);
     m_event = outer;
-    m_trace.Add(std::string(result ? "= true" : "= false") + " reply " + std::to_string(reply) + " answers out " +
-                std::to_string(m_answers.size()));
+    m_trace.Add({result ? "= true" : "= false", " reply ", Decimal(reply), " answers out ", Decimal(m_answers.size())});
 }
 
 int32_t ScriptedWorld::QueryDot(const std::string& name, const char* guidJson, const char* mid, char** result) {
-    m_trace.Add(name + ".QueryDot " + guidJson + " " + Shown(mid) + (*result == nullptr ? "" : " not preset to null"));
+    m_trace.Add({name, ".QueryDot ", guidJson, " ", Shown(mid), *result == nullptr ? "" : " not preset to null"});
     const EventScript& script = *m_event;
     Run(script.duringQuery);
     if (script.answer) {
@@ -146,7 +145,7 @@ int32_t ScriptedWorld::QueryDot(const std::string& name, const char* guidJson, c
 
 int32_t ScriptedWorld::DeleteDot(const std::string& name, const char* guid, const char* mid, int32_t kind,
                                  const char* type) {
-    m_trace.Add(name + ".DeleteDot " + Shown(guid) + " " + Shown(mid) + " " + std::to_string(kind) + " " + Shown(type));
+    m_trace.Add({name, ".DeleteDot ", Shown(guid), " ", Shown(mid), " ", Decimal(kind), " ", Shown(type)});
     const EventScript& script = *m_event;
     Run(script.duringDelete);
     return script.deleteResult;
@@ -154,15 +153,14 @@ int32_t ScriptedWorld::DeleteDot(const std::string& name, const char* guid, cons
 
 int32_t ScriptedWorld::FreeResult(const std::string& name, char* result) {
     const bool known = m_answers.erase(result) != 0;
-    m_trace.Add(name + ".FreeResult " + (result == nullptr ? "null" : known ? "answer" : "unknown"));
+    m_trace.Add({name, ".FreeResult ", result == nullptr ? "null" : known ? "answer" : "unknown"});
     const EventScript& script = *m_event;
     Run(script.duringFree);
     return script.freeResult;
 }
 
 int32_t ScriptedWorld::Report(const std::string& name, int32_t kind, const char* text, uint32_t size) {
-    m_trace.Add(name + ".Report " + std::to_string(kind) + " " + std::string(text, size) +
-                (text[size] == '\0' ? "" : " without NUL"));
+    m_trace.Add({name, ".Report ", Decimal(kind), " ", {text, size}, text[size] == '\0' ? "" : " without NUL"});
     const EventScript& script = *m_event;
     Run(script.duringReport);
     return script.reportResult;

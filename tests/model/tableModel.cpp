@@ -7,7 +7,7 @@ namespace model {
 
 bool ReceiverModel::SetAllowList(const char* text) {
     const bool result = FillAllowList(text);
-    LogTrace("SetAllowList", std::string("parse allow list, ret") + (result ? "1" : "0"));
+    LogTrace("SetAllowList", {"parse allow list, ret", result ? "1" : "0"});
     return result;
 }
 
@@ -16,8 +16,7 @@ bool ReceiverModel::FillAllowList(const std::string& text) {
     if (!root) {
         Took(Branch::ListRefused);
         const ParserNumbers numbers = NumbersOf(text);
-        LogError("SetAllowList",
-                 "error_code" + std::to_string(numbers.code) + "error_offset" + std::to_string(numbers.offset));
+        LogError("SetAllowList", {"error_code", Decimal(numbers.code), "error_offset", Decimal(numbers.offset)});
         return false;
     }
     const JsonValue* const midList = root->Find("mid_list");
@@ -88,7 +87,7 @@ bool ReceiverModel::ClearAllowList() {
 
 bool ReceiverModel::ParseActionJson(const char* text) {
     const bool result = FillActions(text);
-    LogTrace("ParseActionJson", std::string("type action parse ret=") + (result ? "1" : "0"));
+    LogTrace("ParseActionJson", {"type action parse ret=", result ? "1" : "0"});
     return result;
 }
 
@@ -110,7 +109,7 @@ bool ReceiverModel::FillActions(const std::string& text) {
         }
         if (!member.value.integer || key.empty()) {
             Took(key.empty() ? Branch::ActionsEmptyKey : Branch::ActionsBadValue);
-            LogError("ParseActionJson", "key " + Logged(key) + " format error");
+            LogError("ParseActionJson", {"key ", Logged(key), " format error"});
             continue;
         }
         const bool action = *member.value.integer != 0;
@@ -143,7 +142,7 @@ bool ReceiverModel::ModiyReply(const std::string& type, int32_t flags, uint32_t*
                                     : Branch::ModifyActionFalse);
         if (row != m_actions.end() && row->second) {
             *reply = 1;
-            LogTrace("ModiyReply", "type=" + Logged(type) + ",defender mode=3,action=1");
+            LogTrace("ModiyReply", {"type=", Logged(type), ",defender mode=3,action=1"});
         }
     } else {
         Took(Branch::ModifyOtherMode);

@@ -3,11 +3,11 @@
 #pragma once
 
 #include <cstdint>
-#include <map>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "model/namedValues.h"
 #include "model/siblingState.h"
 
 namespace model {
@@ -29,8 +29,8 @@ struct NumberScript {
 
 // A key that is missing is answered by a failure.
 struct RecordScript {
-    std::map<std::string, TextScript> texts;
-    std::map<std::string, NumberScript> numbers;
+    NamedValues<TextScript> texts;
+    NamedValues<NumberScript> numbers;
 };
 
 struct Operation;
@@ -95,5 +95,8 @@ std::string Dump(const TestCase& testCase);
 
 // The operation in one line, without an event's script.
 std::string Title(const Operation& operation);
+
+// What kind of operation it is, in a word or two.
+const char* KindName(OperationKind kind);
 
 } // namespace model

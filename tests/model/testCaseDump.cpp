@@ -12,11 +12,11 @@ std::string Number(int64_t value) {
 void DumpRecord(const char* name, const RecordScript& record, const std::string& indent, std::string& out) {
     out += indent + name;
     for (const auto& [key, number] : record.numbers) {
-        out += " " + key + "=" + Number(number.value) + (number.writes ? "" : "(unwritten)") +
+        out += std::string(" ") + key + "=" + Number(number.value) + (number.writes ? "" : "(unwritten)") +
                (number.result == 0 ? "" : "(result " + Number(number.result) + ")");
     }
     for (const auto& [key, text] : record.texts) {
-        out += " " + key + "=" + Shown(text.bytes);
+        out += std::string(" ") + key + "=" + Shown(text.bytes);
         if (text.firstResult != 201 || text.firstSize != static_cast<int32_t>(text.bytes.size())) {
             out += "(first " + Number(text.firstResult) + " size " + Number(text.firstSize) + ")";
         }
@@ -70,38 +70,61 @@ std::string Siblings(const SiblingState& siblings) {
 
 } // namespace
 
-std::string Title(const Operation& operation) {
-    switch (operation.kind) {
+const char* KindName(OperationKind kind) {
+    switch (kind) {
     case OperationKind::Init:
-        return "Init host " + Number(operation.number);
+        return "Init";
     case OperationKind::Uninit:
         return "Uninit";
     case OperationKind::GetProperty:
-        return "GetProperty " + Number(operation.number);
+        return "GetProperty";
     case OperationKind::SetNumber:
-        return "SetProperty " + Number(operation.key) + " number " + Number(operation.number);
+        return "SetProperty number";
     case OperationKind::SetText:
-        return "SetProperty " + Number(operation.key) + " text " + Shown(operation.text);
+        return "SetProperty text";
     case OperationKind::SetNullData:
-        return "SetProperty " + Number(operation.key) + " null data";
+        return "SetProperty null data";
     case OperationKind::SetZeroSize:
-        return "SetProperty " + Number(operation.key) + " number " + Number(operation.number) + " size 0";
+        return "SetProperty size 0";
     case OperationKind::Start:
         return "Start";
     case OperationKind::Stop:
         return "Stop";
     case OperationKind::SetAllowList:
-        return "SetAllowList " + Shown(operation.text);
+        return "SetAllowList";
     case OperationKind::ClearAllowList:
         return "ClearAllowList";
     case OperationKind::SetReportSink:
-        return "SetReportSink " + Number(operation.number);
+        return "SetReportSink";
     case OperationKind::HandleEvent:
         return "HandleEvent";
     case OperationKind::ChangeSiblings:
-        return Siblings(operation.siblings);
+        return "siblings change";
     }
     return "";
+}
+
+std::string Title(const Operation& operation) {
+    std::string title = KindName(operation.kind);
+    switch (operation.kind) {
+    case OperationKind::Init:
+    case OperationKind::GetProperty:
+    case OperationKind::SetReportSink:
+        return title + " " + Number(operation.number);
+    case OperationKind::SetNumber:
+    case OperationKind::SetZeroSize:
+        return title + ", key " + Number(operation.key) + ", " + Number(operation.number);
+    case OperationKind::SetText:
+        return title + ", key " + Number(operation.key) + ", " + Shown(operation.text);
+    case OperationKind::SetNullData:
+        return title + ", key " + Number(operation.key);
+    case OperationKind::SetAllowList:
+        return title + " " + Shown(operation.text);
+    case OperationKind::ChangeSiblings:
+        return Siblings(operation.siblings);
+    default:
+        return title;
+    }
 }
 
 std::string Dump(const TestCase& testCase) {

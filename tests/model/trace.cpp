@@ -4,12 +4,41 @@
 
 namespace model {
 
-void Trace::AddLog(int32_t level, std::string_view function, std::string_view message) {
-    Add("log " + std::to_string(level) + " " + std::string(function) + ": " + std::string(message));
+void Trace::Append(Parts parts) {
+    for (const std::string_view part : parts) {
+        m_text += part;
+    }
+}
+
+void Trace::Add(Parts parts) {
+    Append(parts);
+    m_ends.push_back(m_text.size());
+}
+
+void Trace::AddLog(int32_t level, std::string_view scope, std::string_view function, Parts message) {
+    Append({"log ", Decimal(level), " ", scope, function, ": "});
+    Add(message);
+}
+
+void Trace::Clear() {
+    m_text.clear();
+    m_ends.clear();
+}
+
+std::vector<std::string> Trace::Lines() const {
+    std::vector<std::string> lines;
+    size_t begin = 0;
+    for (const size_t end : m_ends) {
+        lines.push_back(m_text.substr(begin, end - begin));
+        begin = end;
+    }
+    return lines;
 }
 
 std::string Shown(std::string_view bytes) {
-    std::string out = "\"";
+    std::string out;
+    out.reserve(bytes.size() + 2);
+    out += '"';
     for (const char c : bytes) {
         const auto byte = static_cast<unsigned char>(c);
         if (byte >= 0x20 && byte < 0x7F && c != '\\' && c != '"') {
@@ -29,12 +58,12 @@ std::string Shown(const char* text) {
 }
 
 std::string Difference(const Trace& model, const Trace& library) {
-    const auto& expected = model.Lines();
-    const auto& seen = library.Lines();
-    const auto [left, right] = std::mismatch(expected.begin(), expected.end(), seen.begin(), seen.end());
-    if (left == expected.end() && right == seen.end()) {
+    if (model == library) {
         return "";
     }
+    const auto expected = model.Lines();
+    const auto seen = library.Lines();
+    const auto left = std::mismatch(expected.begin(), expected.end(), seen.begin(), seen.end()).first;
     const auto first = static_cast<size_t>(left - expected.begin());
     std::string out;
     for (size_t i = first > 12 ? first - 12 : 0; i < first; ++i) {
