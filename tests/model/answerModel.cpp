@@ -1,6 +1,7 @@
 // The host's answer: guids with their machine ids.
 #include <algorithm>
 
+#include "model/documentTraits.h"
 #include "model/jsonReader.h"
 #include "model/receiverModel.h"
 
@@ -13,6 +14,7 @@ bool ReceiverModel::ParseQueryResult(const std::string& text, Answer& answer) {
         return false;
     }
     const auto root = ReadJson(UpToNul(text));
+    CountTraits(DocumentKind::Answer, UpToNul(text), root, m_branches);
     if (!root) {
         Took(Branch::AnswerRefused);
         LogError("ParseQueryResult", "data format error.");

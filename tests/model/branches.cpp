@@ -1,18 +1,41 @@
 #include "model/branches.h"
 
+#include <algorithm>
+#include <cmath>
+
 namespace model {
 namespace {
 
-constexpr std::array<const char*, static_cast<size_t>(Branch::Count)> names = {
-#define MODEL_BRANCH_TEXT(name) #name,
-    MODEL_BRANCHES(MODEL_BRANCH_TEXT)
-#undef MODEL_BRANCH_TEXT
+struct Kind {
+    const char* name;
+    uint32_t share;
 };
 
-std::string Row(size_t branch, uint64_t count) {
-    std::string row = "  " + std::string(names[branch]);
-    row.resize(34, ' ');
-    return row + std::to_string(count) + "\n";
+constexpr std::array<Kind, static_cast<size_t>(Branch::Count)> kinds = {{
+#define MODEL_BRANCH_KIND(name, share) {#name, share},
+    MODEL_BRANCHES(MODEL_BRANCH_KIND)
+#undef MODEL_BRANCH_KIND
+}};
+
+constexpr double sharesOf = 10000;
+
+// Three standard deviations below what the share gives.
+uint64_t Floor(uint32_t share, uint64_t cases) {
+    const double expected = static_cast<double>(cases) * share / sharesOf;
+    const double least = expected - 3 * std::sqrt(expected);
+    return static_cast<uint64_t>(std::max(least, expected >= 1 ? 1.0 : 0.0));
+}
+
+std::string Row(size_t branch, uint64_t count, uint64_t cases) {
+    const double share = cases == 0 ? 0 : static_cast<double>(count) * sharesOf / static_cast<double>(cases);
+    std::string row = "  " + std::string(kinds[branch].name);
+    for (const auto& [column, cell] : {std::pair{36, std::to_string(count)},
+                                       {50, std::to_string(std::lround(share))},
+                                       {60, std::to_string(kinds[branch].share)}}) {
+        row.resize(std::max(row.size() + 1, static_cast<size_t>(column) - cell.size()), ' ');
+        row += cell;
+    }
+    return row + "\n";
 }
 
 } // namespace
@@ -23,18 +46,20 @@ void BranchCounts::Add(const BranchCounts& other) {
     }
 }
 
-std::string BranchCounts::Starved(uint64_t floor) const {
+std::string BranchCounts::Starved(uint64_t cases) const {
     std::string rows;
     for (size_t branch = 0; branch < m_counts.size(); ++branch) {
-        rows += m_counts[branch] < floor ? Row(branch, m_counts[branch]) : "";
+        if (m_counts[branch] < Floor(kinds[branch].share, cases)) {
+            rows += Row(branch, m_counts[branch], cases);
+        }
     }
     return rows;
 }
 
-std::string BranchCounts::Table() const {
+std::string BranchCounts::Table(uint64_t cases) const {
     std::string rows;
     for (size_t branch = 0; branch < m_counts.size(); ++branch) {
-        rows += Row(branch, m_counts[branch]);
+        rows += Row(branch, m_counts[branch], cases);
     }
     return rows;
 }

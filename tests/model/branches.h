@@ -8,126 +8,189 @@
 
 namespace model {
 
-// Every name is one place where the decision, or a document, can go one way or another.
+// Every name is one place where the decision, or a document, can go one way or another, or one kind of what comes in.
+// The number behind it is its least share: how often it must have been taken in 10,000 random cases.
 #define MODEL_BRANCHES(X)                                                                                              \
-    X(InitFresh)                                                                                                       \
-    X(InitAgainAfterUninit)                                                                                            \
-    X(InitRepeated)                                                                                                    \
-    X(InitNullHost)                                                                                                    \
-    X(InitLoggingUnsettled)                                                                                            \
-    X(MidKept)                                                                                                         \
-    X(MidServiceFailed)                                                                                                \
-    X(MidServiceEmpty)                                                                                                 \
-    X(MidFromService)                                                                                                  \
-    X(PropertyNullData)                                                                                                \
-    X(PropertyZeroSize)                                                                                                \
-    X(PropertyNoHost)                                                                                                  \
-    X(PropertyDefenderMode)                                                                                            \
-    X(PropertyExceptionMode)                                                                                           \
-    X(PropertyActions)                                                                                                 \
-    X(PropertyMid)                                                                                                     \
-    X(PropertyMidEmpty)                                                                                                \
-    X(PropertyUnknown)                                                                                                 \
-    X(EventNullReply)                                                                                                  \
-    X(EventNoHost)                                                                                                     \
-    X(EventNull)                                                                                                       \
-    X(EventNullRules)                                                                                                  \
-    X(EventNoRules)                                                                                                    \
-    X(EventEmergency)                                                                                                  \
-    X(EventEmergencyAndDisconnect)                                                                                     \
-    X(EventDisconnect)                                                                                                 \
-    X(EventDisconnectInAllForbid)                                                                                      \
-    X(QueryNetworkErrorAllowed)                                                                                        \
-    X(QueryNetworkErrorBlocked)                                                                                        \
-    X(QueryNetworkErrorInAllForbid)                                                                                    \
-    X(QueryNetworkErrorWithAnswer)                                                                                     \
-    X(QueryOtherError)                                                                                                 \
-    X(QueryNullAnswer)                                                                                                 \
-    X(QueryAllForbid)                                                                                                  \
-    X(AnswerEmpty)                                                                                                     \
-    X(AnswerRefused)                                                                                                   \
-    X(AnswerRootNoObject)                                                                                              \
-    X(AnswerValueMissing)                                                                                              \
-    X(AnswerValueNoInteger)                                                                                            \
-    X(AnswerRuleNoObject)                                                                                              \
-    X(AnswerValueZero)                                                                                                 \
-    X(AnswerMidMissing)                                                                                                \
-    X(AnswerMidNoObject)                                                                                               \
-    X(AnswerMidEmpty)                                                                                                  \
-    X(AnswerMidTwice)                                                                                                  \
-    X(AnswerEntryStored)                                                                                               \
-    X(AnswerGuidTwice)                                                                                                 \
-    X(RuleNotStarted)                                                                                                  \
-    X(RuleGuidAbsent)                                                                                                  \
-    X(RuleGuidWithoutMids)                                                                                             \
-    X(RuleKeyIsGuid)                                                                                                   \
-    X(RuleKeyIsType)                                                                                                   \
-    X(RuleNotMatched)                                                                                                  \
-    X(RuleMatchedDotDeleted)                                                                                           \
-    X(RuleMatchedDotStays)                                                                                             \
-    X(FirstRuleMatched)                                                                                                \
-    X(LaterRuleMatched)                                                                                                \
-    X(NoRuleMatched)                                                                                                   \
-    X(MatchEmptyAllowList)                                                                                             \
-    X(MatchKeyAbsent)                                                                                                  \
-    X(MatchNoneInCommon)                                                                                               \
-    X(MatchOneInCommon)                                                                                                \
-    X(MatchSeveralInCommon)                                                                                            \
-    X(ListRefused)                                                                                                     \
-    X(ListRootNoObject)                                                                                                \
-    X(ListNoMidList)                                                                                                   \
-    X(ListNoArray)                                                                                                     \
-    X(ListEmptyArray)                                                                                                  \
-    X(ListEntryNoObject)                                                                                               \
-    X(ListEntryBadMid)                                                                                                 \
-    X(ListEntryBadProtocol)                                                                                            \
-    X(ListElementNoString)                                                                                             \
-    X(ListMidCut)                                                                                                      \
-    X(ListKeyCut)                                                                                                      \
-    X(ListKeyNew)                                                                                                      \
-    X(ListKeyMerged)                                                                                                   \
-    X(ListMidTwice)                                                                                                    \
-    X(ListReplaced)                                                                                                    \
-    X(ClearFilled)                                                                                                     \
-    X(ClearEmpty)                                                                                                      \
-    X(ActionsRefused)                                                                                                  \
-    X(ActionsRootNoObject)                                                                                             \
-    X(ActionsEmpty)                                                                                                    \
-    X(ActionsBadValue)                                                                                                 \
-    X(ActionsEmptyKey)                                                                                                 \
-    X(ActionsKeyCut)                                                                                                   \
-    X(ActionsRowTrue)                                                                                                  \
-    X(ActionsRowFalse)                                                                                                 \
-    X(ActionsRowAgain)                                                                                                 \
-    X(ModifyAllowAfterDecision)                                                                                        \
-    X(ModifyActionTrue)                                                                                                \
-    X(ModifyActionFalse)                                                                                               \
-    X(ModifyNoRow)                                                                                                     \
-    X(ModifyOtherMode)                                                                                                 \
-    X(ModifyFlagged)                                                                                                   \
-    X(ModifyBlockStaysUnderFlag)                                                                                       \
-    X(ModifyBlockBecameAllow)                                                                                          \
-    X(ReportNoSink)                                                                                                    \
-    X(ReportEmergency)                                                                                                 \
-    X(ReportDisconnect)                                                                                                \
-    X(ReportSystemProcess)                                                                                             \
-    X(ReportProcessNotFound)                                                                                           \
-    X(ReportOfMatchedRule)                                                                                             \
-    X(ReportOfSeveralRules)                                                                                            \
-    X(ReportBlock)                                                                                                     \
-    X(ReportAllow)                                                                                                     \
-    X(ReportBlockModified)                                                                                             \
-    X(TextAbsent)                                                                                                      \
-    X(TextSizeNotPositive)                                                                                             \
-    X(TextSecondCallFailed)                                                                                            \
-    X(TextWithoutNul)                                                                                                  \
-    X(TextNulBeforeEnd)                                                                                                \
-    X(NumberFailed)                                                                                                    \
-    X(NumberFailedButWritten)                                                                                          \
-    X(LongNumberFailed)
+    X(InitFresh, 4000)                                                                                                 \
+    X(InitAgainAfterUninit, 400)                                                                                       \
+    X(InitRepeated, 300)                                                                                               \
+    X(InitNullHost, 100)                                                                                               \
+    X(InitLoggingUnsettled, 200)                                                                                       \
+    X(MidKept, 400)                                                                                                    \
+    X(MidServiceFailed, 200)                                                                                           \
+    X(MidServiceEmpty, 100)                                                                                            \
+    X(MidFromService, 4000)                                                                                            \
+    X(PropertyNullData, 300)                                                                                           \
+    X(PropertyZeroSize, 400)                                                                                           \
+    X(PropertyNoHost, 1000)                                                                                            \
+    X(PropertyDefenderMode, 4000)                                                                                      \
+    X(PropertyExceptionMode, 3000)                                                                                     \
+    X(PropertyActions, 3000)                                                                                           \
+    X(PropertyMid, 200)                                                                                                \
+    X(PropertyMidEmpty, 100)                                                                                           \
+    X(PropertyUnknown, 300)                                                                                            \
+    X(EventNullReply, 100)                                                                                             \
+    X(EventNoHost, 700)                                                                                                \
+    X(EventNull, 100)                                                                                                  \
+    X(EventNullRules, 90)                                                                                              \
+    X(EventNoRules, 80)                                                                                                \
+    X(EventInNoMode, 500)                                                                                              \
+    X(EventInModeAllForbid, 1000)                                                                                      \
+    X(EventInModeTwo, 500)                                                                                             \
+    X(EventInModeActionTable, 4000)                                                                                    \
+    X(EventInModeAllow, 1000)                                                                                          \
+    X(EventInModeEmergency, 500)                                                                                       \
+    X(EventInUnknownMode, 1000)                                                                                        \
+    X(FlagsNone, 4000)                                                                                                 \
+    X(FlagsDisconnect, 700)                                                                                            \
+    X(FlagsReplyTwo, 2000)                                                                                             \
+    X(FlagsDisconnectAndReplyTwo, 700)                                                                                 \
+    X(FlagsOthersToo, 3000)                                                                                            \
+    X(EventAgain, 4000)                                                                                                \
+    X(EventAfterUninit, 100)                                                                                           \
+    X(EventEmergency, 400)                                                                                             \
+    X(EventEmergencyAndDisconnect, 70)                                                                                 \
+    X(EventDisconnect, 1000)                                                                                           \
+    X(EventDisconnectInAllForbid, 100)                                                                                 \
+    X(QueryNetworkErrorAllowed, 100)                                                                                   \
+    X(QueryNetworkErrorBlocked, 500)                                                                                   \
+    X(QueryNetworkErrorInAllForbid, 80)                                                                                \
+    X(QueryNetworkErrorOtherException, 100)                                                                            \
+    X(QueryNetworkErrorWithAnswer, 300)                                                                                \
+    X(QueryOtherError, 400)                                                                                            \
+    X(QueryOtherErrorWithAnswer, 200)                                                                                  \
+    X(QueryNullAnswer, 200)                                                                                            \
+    X(QueryAllForbid, 600)                                                                                             \
+    X(AnswerEmpty, 40)                                                                                                 \
+    X(AnswerRefused, 300)                                                                                              \
+    X(AnswerRootNoObject, 100)                                                                                         \
+    X(AnswerValueMissing, 300)                                                                                         \
+    X(AnswerValueNoInteger, 400)                                                                                       \
+    X(AnswerRuleNoObject, 300)                                                                                         \
+    X(AnswerValueZero, 700)                                                                                            \
+    X(AnswerMidMissing, 200)                                                                                           \
+    X(AnswerMidNoObject, 300)                                                                                          \
+    X(AnswerMidEmpty, 400)                                                                                             \
+    X(AnswerMidTwice, 4000)                                                                                            \
+    X(AnswerEntryStored, 5000)                                                                                         \
+    X(AnswerGuidTwice, 2000)                                                                                           \
+    X(RuleNotStarted, 900)                                                                                             \
+    X(RuleGuidAbsent, 4000)                                                                                            \
+    X(RuleGuidWithoutMids, 200)                                                                                        \
+    X(RuleKeyIsGuid, 800)                                                                                              \
+    X(RuleKeyIsType, 3000)                                                                                             \
+    X(RuleNotMatched, 3000)                                                                                            \
+    X(RuleMatchedDotDeleted, 400)                                                                                      \
+    X(RuleMatchedDotStays, 400)                                                                                        \
+    X(FirstRuleMatched, 500)                                                                                           \
+    X(LaterRuleMatched, 300)                                                                                           \
+    X(NoRuleMatched, 3000)                                                                                             \
+    X(MatchEmptyAllowList, 1000)                                                                                       \
+    X(MatchKeyAbsent, 900)                                                                                             \
+    X(MatchNoneInCommon, 600)                                                                                          \
+    X(MatchOneInCommon, 700)                                                                                           \
+    X(MatchSeveralInCommon, 100)                                                                                       \
+    X(ListRefused, 400)                                                                                                \
+    X(ListRootNoObject, 100)                                                                                           \
+    X(ListNoMidList, 100)                                                                                              \
+    X(ListNoArray, 200)                                                                                                \
+    X(ListEmptyArray, 300)                                                                                             \
+    X(ListEntryNoObject, 600)                                                                                          \
+    X(ListEntryBadMid, 1000)                                                                                           \
+    X(ListEntryBadProtocol, 1000)                                                                                      \
+    X(ListElementNoString, 1000)                                                                                       \
+    X(ListMidCut, 500)                                                                                                 \
+    X(ListKeyCut, 1000)                                                                                                \
+    X(ListKeyNew, 10000)                                                                                               \
+    X(ListKeyMerged, 10000)                                                                                            \
+    X(ListMidTwice, 8000)                                                                                              \
+    X(ListReplaced, 900)                                                                                               \
+    X(ListRefusedOverFilled, 80)                                                                                       \
+    X(ListEmptiesFilled, 90)                                                                                           \
+    X(ListAfterList, 1000)                                                                                             \
+    X(ClearFilled, 500)                                                                                                \
+    X(ClearEmpty, 300)                                                                                                 \
+    X(ActionsRefused, 200)                                                                                             \
+    X(ActionsRootNoObject, 70)                                                                                         \
+    X(ActionsEmpty, 400)                                                                                               \
+    X(ActionsBadValue, 1000)                                                                                           \
+    X(ActionsEmptyKey, 500)                                                                                            \
+    X(ActionsKeyCut, 300)                                                                                              \
+    X(ActionsRowTrue, 3000)                                                                                            \
+    X(ActionsRowFalse, 1000)                                                                                           \
+    X(ActionsRowAgain, 2000)                                                                                           \
+    X(ActionsReplaced, 300)                                                                                            \
+    X(ActionsRefusedOverFilled, 30)                                                                                    \
+    X(ActionsEmptyFilled, 40)                                                                                          \
+    X(ModifyAllowAfterDecision, 1000)                                                                                  \
+    X(ModifyActionTrue, 800)                                                                                           \
+    X(ModifyActionFalse, 300)                                                                                          \
+    X(ModifyNoRow, 3000)                                                                                               \
+    X(ModifyOtherMode, 3000)                                                                                           \
+    X(ModifyFlagged, 1000)                                                                                             \
+    X(ModifyBlockStaysUnderFlag, 1000)                                                                                 \
+    X(ModifyBlockBecameAllow, 1000)                                                                                    \
+    X(ReportNoSink, 600)                                                                                               \
+    X(ReportEmergency, 400)                                                                                            \
+    X(ReportDisconnect, 1000)                                                                                          \
+    X(ReportSystemProcess, 2000)                                                                                       \
+    X(ReportProcessNotFound, 4000)                                                                                     \
+    X(ReportOfMatchedRule, 2000)                                                                                       \
+    X(ReportOfSeveralRules, 4000)                                                                                      \
+    X(ReportBlock, 4000)                                                                                               \
+    X(ReportAllow, 2000)                                                                                               \
+    X(ReportBlockModified, 1000)                                                                                       \
+    X(TextAbsent, 1000)                                                                                                \
+    X(TextSizeNotPositive, 900)                                                                                        \
+    X(TextSecondCallFailed, 900)                                                                                       \
+    X(TextWithoutNul, 1000)                                                                                            \
+    X(TextNulBeforeEnd, 1000)                                                                                          \
+    X(TextEmpty, 6000)                                                                                                 \
+    X(TextLong, 100)                                                                                                   \
+    X(TextIllFormed, 7000)                                                                                             \
+    X(TextEscaped, 4000)                                                                                               \
+    X(NumberFailed, 3000)                                                                                              \
+    X(NumberFailedButWritten, 1000)                                                                                    \
+    X(NumberNegative, 4000)                                                                                            \
+    X(NumberAtEdge, 1000)                                                                                              \
+    X(LongNumberFailed, 700)                                                                                           \
+    X(LongNumberAtEdge, 2000)                                                                                          \
+    X(WithinQuery, 200)                                                                                                \
+    X(WithinFree, 200)                                                                                                 \
+    X(WithinDelete, 20)                                                                                                \
+    X(WithinReport, 200)                                                                                               \
+    X(EventWithinEvent, 80)                                                                                            \
+    X(DocumentWithinEvent, 200)                                                                                        \
+    X(ListBlank, 100)                                                                                                  \
+    X(ListDeepRefused, 10)                                                                                             \
+    X(ListDeep, 40)                                                                                                    \
+    X(ListLongString, 50)                                                                                              \
+    X(ListNulInside, 1000)                                                                                             \
+    X(ListEdgeNumber, 200)                                                                                             \
+    X(ListBeyondEdge, 100)                                                                                             \
+    X(ListMemberTwice, 800)                                                                                            \
+    X(ListIllFormed, 2000)                                                                                             \
+    X(ActionsBlank, 70)                                                                                                \
+    X(ActionsDeepRefused, 10)                                                                                          \
+    X(ActionsDeep, 10)                                                                                                 \
+    X(ActionsLongString, 10)                                                                                           \
+    X(ActionsNulInside, 300)                                                                                           \
+    X(ActionsEdgeNumber, 1000)                                                                                         \
+    X(ActionsBeyondEdge, 20)                                                                                           \
+    X(ActionsMemberTwice, 1000)                                                                                        \
+    X(ActionsIllFormed, 700)                                                                                           \
+    X(AnswerBlank, 50)                                                                                                 \
+    X(AnswerDeepRefused, 10)                                                                                           \
+    X(AnswerDeep, 100)                                                                                                 \
+    X(AnswerLongString, 30)                                                                                            \
+    X(AnswerNulInside, 1000)                                                                                           \
+    X(AnswerEdgeNumber, 3000)                                                                                          \
+    X(AnswerBeyondEdge, 100)                                                                                           \
+    X(AnswerMemberTwice, 3000)                                                                                         \
+    X(AnswerIllFormed, 2000)
 
 enum class Branch : size_t {
-#define MODEL_BRANCH_NAME(name) name,
+#define MODEL_BRANCH_NAME(name, share) name,
     MODEL_BRANCHES(MODEL_BRANCH_NAME)
 #undef MODEL_BRANCH_NAME
         Count
@@ -139,11 +202,12 @@ public:
     void Add(const BranchCounts& other);
     uint64_t operator[](Branch branch) const { return m_counts[static_cast<size_t>(branch)]; }
 
-    // The branches that were taken less often than `floor`, one a line with their counts; empty when there are none.
-    std::string Starved(uint64_t floor) const;
+    // The branches that were taken less often in `cases` cases than their share asks for, one a line; empty when there
+    // are none. As little as chance leaves of a share is enough, but where it asks for one or more, none is too few.
+    std::string Starved(uint64_t cases) const;
 
-    // All branches with their counts, one a line.
-    std::string Table() const;
+    // All branches, one a line: how often each was taken, how often that is in 10,000 cases, and the least share.
+    std::string Table(uint64_t cases) const;
 
 private:
     std::array<uint64_t, static_cast<size_t>(Branch::Count)> m_counts{};

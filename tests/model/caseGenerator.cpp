@@ -11,6 +11,7 @@ SiblingState RandomSiblings(Random& random, bool logs) {
     SiblingState siblings;
     siblings.logs = logs;
     siblings.settlesLogging = !random.Percent(4);
+    siblings.tellsSettings = random.Percent(6); // without them a start leaves the logger as it is, and costs less
     siblings.machineIdResult = random.Percent(4) ? random.Pick({1, -1}) : 0;
     siblings.machineId = random.Percent(4) ? "" : random.Pick({"HOST-A", "HOST-B", "m1"});
     return siblings;

@@ -51,14 +51,16 @@ TEST(Difference, IsEmptyForEqualTracesAlone) {
                                       "  library  \"log 35 C::F: a\\x0a\"\n");
 }
 
-TEST(BranchCounts, NamesTheStarvedOnes) {
+TEST(BranchCounts, NameTheOnesThatWereTakenLessOftenThanTheirShareAsksFor) {
     BranchCounts counts;
-    counts.Add(Branch::QueryAllForbid);
+    counts.Add(Branch::InitFresh);
     counts.Add(counts);
-    EXPECT_EQ(counts[Branch::QueryAllForbid], 2U);
-    EXPECT_EQ(counts.Starved(2).find("QueryAllForbid"), std::string::npos);
-    EXPECT_NE(counts.Starved(3).find("QueryAllForbid"), std::string::npos);
-    EXPECT_NE(counts.Starved(1).find("QueryNullAnswer"), std::string::npos);
+    EXPECT_EQ(counts[Branch::InitFresh], 2U);
+    EXPECT_EQ(counts.Starved(4).find("InitFresh"), std::string::npos); // 1.6 of 4 are asked for
+    EXPECT_NE(counts.Starved(4).find("EventInModeActionTable"), std::string::npos);
+    EXPECT_EQ(counts.Starved(4).find("ListDeepRefused"), std::string::npos);
+    EXPECT_NE(counts.Starved(1000).find("ListDeepRefused"), std::string::npos); // one of 1000
+    EXPECT_NE(counts.Starved(40).find("InitFresh"), std::string::npos);         // 16 less three times 4
     EXPECT_EQ(counts.Starved(0), "");
 }
 

@@ -69,8 +69,11 @@ public:
 
 class LogConfig final : public Service<ILogConfig> {
 public:
-    const WideChar* GetConfigText(uint32_t, uint32_t) override { return directory.c_str(); }
+    const WideChar* GetConfigText(uint32_t, uint32_t) override {
+        return (state->tellsSettings ? directory : emptyDirectory).c_str();
+    }
     std::basic_string<WideChar> directory;
+    std::basic_string<WideChar> emptyDirectory;
 };
 
 class LogWriter final : public Service<ILogWriter> {
@@ -151,6 +154,7 @@ void UseDirectSiblings(bool logs) {
         std::filesystem::create_directories(services.directory);
         std::atexit(RemoveDirectory);
         services.logConfig.directory = hostKit::ToWide((services.directory / "").string());
+        services.logConfig.emptyDirectory = hostKit::ToWide((services.directory / "none" / "").string());
     }
     std::ofstream(services.directory / "Zelklog.ini") << "[OUTLOG]\nWriteLog=" << (logs ? 1 : 0) << "\n";
 }

@@ -1,39 +1,66 @@
 #include "model/documents.h"
 
-#include <algorithm>
+#include <array>
+#include <utility>
 
 #include "model/jsonText.h"
 
 namespace model {
 namespace {
 
-// `members` as the root of a document, in any order; or, rarely, another root, a spoiled text or none at all.
-std::string Document(Random& random, JsonText& json, std::vector<std::string> members) {
+// The members of an object, in any order: each is one that belongs there or, as `spare`, one beside those.
+class Members {
+public:
+    static constexpr uint32_t spare = 100;
+
+    void Add(uint32_t member) {
+        if (m_count < m_members.size()) {
+            m_members[m_count++] = member;
+        }
+    }
+    void AddSpares(Random& random, uint32_t percent) {
+        while (random.Percent(percent)) {
+            Add(spare);
+        }
+    }
+    void Shuffle(Random& random) {
+        for (uint32_t i = m_count; i > 1; --i) {
+            std::swap(m_members[i - 1], m_members[random.Below(i)]);
+        }
+    }
+
+    uint32_t Count() const { return m_count; }
+    uint32_t operator[](uint32_t place) const { return m_members[place]; }
+
+private:
+    std::array<uint32_t, 12> m_members{};
+    uint32_t m_count = 0;
+};
+
+// A document with the root object that `root` writes; or, rarely, another root, a spoiled text or none at all.
+template <typename Root>
+std::string Document(Random& random, const Root& root) {
     const uint32_t kind = random.Below(100);
     if (kind < 2) {
         return BlankText(random);
     }
+    std::string text;
+    text.reserve(400);
+    JsonText json(random, text);
+    json.Space();
     if (kind < 4) {
-        std::string text = json.Space();
-        text += json.ValueButNot('{');
+        json.ValueButNot('{');
         return text;
     }
-    std::string text = json.Space();
-    text += Enclosed(json, '{', members, '}');
-    text += json.Space();
-    return kind < 11 ? Spoiled(random, text) : text;
-}
-
-void Shuffle(Random& random, std::vector<std::string>& items) {
-    for (size_t i = items.size(); i > 1; --i) {
-        std::swap(items[i - 1], items[random.Below(static_cast<uint32_t>(i))]);
-    }
+    root(json);
+    json.Space();
+    return kind < 11 ? Spoiled(random, std::move(text)) : text;
 }
 
 // A member beside those that belong there, or one of them a second time.
-std::string SpareMember(Random& random, JsonText& json, std::initializer_list<const char*> known) {
-    const char* const name = random.Pick(known);
-    return json.Member(name, json.AnyValue());
+void SpareMember(Random& random, JsonText& json, std::initializer_list<const char*> known) {
+    json.Name(random.Pick(known));
+    json.AnyValue();
 }
 
 // `most` or less, and rarely none.
@@ -41,107 +68,155 @@ uint32_t Few(Random& random, uint32_t most) {
     return random.Percent(6) ? 0 : random.Between(1, most);
 }
 
-std::string AllowListEntry(Vocabulary& words, JsonText& json) {
+void AllowListEntry(Vocabulary& words, JsonText& json) {
     Random& random = words.Source();
     if (random.Percent(4)) {
-        return json.ValueButNot('{');
+        json.ValueButNot('{');
+        return;
     }
-    std::vector<std::string> members;
+    enum { Mid, Protocol };
+    Members members;
     if (!random.Percent(3)) {
-        members.push_back(json.Member("mid", random.Percent(4) ? json.ValueButNot('"') : json.Quoted(words.Mid())));
+        members.Add(Mid);
     }
     if (!random.Percent(3)) {
-        std::vector<std::string> keys;
-        for (uint32_t count = Few(random, 4); count > 0; --count) {
-            keys.push_back(random.Percent(5) ? json.ValueButNot('"') : json.Quoted(words.DocumentKey()));
+        members.Add(Protocol);
+    }
+    members.AddSpares(random, 9);
+    members.Shuffle(random);
+    json.Enclosed('{', members.Count(), '}', [&](uint32_t place) {
+        if (members[place] == Mid) {
+            json.Name("mid");
+            if (random.Percent(4)) {
+                json.ValueButNot('"');
+            } else {
+                json.Quoted(words.Mid());
+            }
+        } else if (members[place] == Protocol) {
+            json.Name("protocol");
+            if (random.Percent(4)) {
+                json.ValueButNot('[');
+                return;
+            }
+            json.Enclosed('[', Few(random, 4), ']', [&](uint32_t) {
+                if (random.Percent(5)) {
+                    json.ValueButNot('"');
+                } else {
+                    json.Quoted(words.DocumentKey());
+                }
+            });
+        } else {
+            SpareMember(random, json, {"mid", "protocol", "Mid", "note", ""});
         }
-        members.push_back(
-            json.Member("protocol", random.Percent(4) ? json.ValueButNot('[') : Enclosed(json, '[', keys, ']')));
-    }
-    while (random.Percent(9)) {
-        members.push_back(SpareMember(random, json, {"mid", "protocol", "Mid", "note", ""}));
-    }
-    Shuffle(random, members);
-    return Enclosed(json, '{', members, '}');
+    });
 }
 
-std::string MidsOfRule(Vocabulary& words, JsonText& json) {
+void MidsOfRule(Vocabulary& words, JsonText& json) {
     Random& random = words.Source();
-    std::vector<std::string> members;
-    for (uint32_t count = Few(random, 4); count > 0; --count) {
-        const std::string mid = words.Mid();
-        members.push_back(json.Member(mid, random.Percent(80) ? "1" : json.AnyValue()));
-    }
-    return Enclosed(json, '{', members, '}');
+    json.Enclosed('{', Few(random, 4), '}', [&](uint32_t) {
+        json.Name(words.Mid());
+        if (random.Percent(80)) {
+            json.GoodNumber();
+        } else {
+            json.AnyValue();
+        }
+    });
 }
 
-std::string AnswerForRule(Vocabulary& words, JsonText& json) {
+void AnswerForRule(Vocabulary& words, JsonText& json) {
     Random& random = words.Source();
     if (random.Percent(3)) {
-        return json.ValueButNot('{');
+        json.ValueButNot('{');
+        return;
     }
-    std::vector<std::string> members;
+    enum { Value, Mid };
+    Members members;
     if (!random.Percent(3)) {
-        const uint32_t kind = random.Below(100);
-        members.push_back(json.Member("value", kind < 4    ? json.ValueButNot('0')
-                                               : kind < 12 ? json.Zero()
-                                                           : json.GoodNumber()));
+        members.Add(Value);
     }
     if (!random.Percent(3)) {
-        members.push_back(json.Member("mid", random.Percent(3) ? json.ValueButNot('{') : MidsOfRule(words, json)));
+        members.Add(Mid);
     }
-    while (random.Percent(9)) {
-        members.push_back(SpareMember(random, json, {"mid", "value", "Value", "note", ""}));
-    }
-    Shuffle(random, members);
-    return Enclosed(json, '{', members, '}');
+    members.AddSpares(random, 9);
+    members.Shuffle(random);
+    json.Enclosed('{', members.Count(), '}', [&](uint32_t place) {
+        if (members[place] == Value) {
+            json.Name("value");
+            const uint32_t kind = random.Below(100);
+            if (kind < 4) {
+                json.ValueButNot('0');
+            } else if (kind < 12) {
+                json.Zero();
+            } else {
+                json.GoodNumber();
+            }
+        } else if (members[place] == Mid) {
+            json.Name("mid");
+            if (random.Percent(3)) {
+                json.ValueButNot('{');
+            } else {
+                MidsOfRule(words, json);
+            }
+        } else {
+            SpareMember(random, json, {"mid", "value", "Value", "note", ""});
+        }
+    });
 }
 
 } // namespace
 
 std::string RandomAllowList(Vocabulary& words) {
     Random& random = words.Source();
-    JsonText json(random);
-    std::vector<std::string> entries;
-    for (uint32_t count = Few(random, 6); count > 0; --count) {
-        entries.push_back(AllowListEntry(words, json));
-    }
-    std::vector<std::string> members;
-    if (!random.Percent(3)) {
-        members.push_back(
-            json.Member("mid_list", random.Percent(4) ? json.ValueButNot('[') : Enclosed(json, '[', entries, ']')));
-    }
-    while (random.Percent(9)) {
-        members.push_back(SpareMember(random, json, {"mid_list", "Mid_list", "mid", ""}));
-    }
-    Shuffle(random, members);
-    return Document(random, json, members);
+    return Document(random, [&](JsonText& json) {
+        enum { MidList };
+        Members members;
+        if (!random.Percent(3)) {
+            members.Add(MidList);
+        }
+        members.AddSpares(random, 9);
+        members.Shuffle(random);
+        json.Enclosed('{', members.Count(), '}', [&](uint32_t place) {
+            if (members[place] != MidList) {
+                SpareMember(random, json, {"mid_list", "Mid_list", "mid", ""});
+                return;
+            }
+            json.Name("mid_list");
+            if (random.Percent(4)) {
+                json.ValueButNot('[');
+            } else {
+                json.Enclosed('[', Few(random, 6), ']', [&](uint32_t) { AllowListEntry(words, json); });
+            }
+        });
+    });
 }
 
 std::string RandomActions(Vocabulary& words) {
     Random& random = words.Source();
-    JsonText json(random);
-    std::vector<std::string> members;
-    for (uint32_t count = Few(random, 5); count > 0; --count) {
-        const std::string key = words.DocumentType();
-        const uint32_t kind = random.Below(100);
-        members.push_back(json.Member(key, kind < 12   ? json.ValueButNot('0')
-                                           : kind < 40 ? json.Zero()
-                                                       : json.GoodNumber()));
-    }
-    return Document(random, json, members);
+    return Document(random, [&](JsonText& json) {
+        json.Enclosed('{', Few(random, 5), '}', [&](uint32_t) {
+            json.Name(words.DocumentType());
+            const uint32_t kind = random.Below(100);
+            if (kind < 6) {
+                json.AnyValue();
+            } else if (kind < 13) {
+                json.ValueButNot('0');
+            } else if (kind < 40) {
+                json.Zero();
+            } else {
+                json.GoodNumber();
+            }
+        });
+    });
 }
 
 std::string RandomAnswer(Vocabulary& words, const std::vector<std::string>& guids) {
     Random& random = words.Source();
-    JsonText json(random);
-    std::vector<std::string> members;
-    for (uint32_t count = Few(random, 5); count > 0; --count) {
-        const std::string guid = random.Percent(70) ? random.Pick(guids) : words.DocumentGuid();
-        const std::string value = AnswerForRule(words, json);
-        members.push_back(json.Member(guid, value));
-    }
-    return Document(random, json, members);
+    return Document(random, [&](JsonText& json) {
+        json.Enclosed('{', Few(random, 5), '}', [&](uint32_t) {
+            json.Name(random.Percent(70) ? random.Pick(guids) : words.DocumentGuid());
+            AnswerForRule(words, json);
+        });
+    });
 }
 
 } // namespace model

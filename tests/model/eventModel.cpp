@@ -5,6 +5,7 @@
 namespace model {
 
 bool ReceiverModel::HandleEvent(IEventRecord* event, IEventRecord** rules, uint32_t ruleCount, uint32_t* reply) {
+    CountEntry(true, false);
     LogTrace("HandleEvent", "==>enter");
     if (reply == nullptr || m_host == nullptr) {
         Took(reply == nullptr ? Branch::EventNullReply : Branch::EventNoHost);
@@ -18,6 +19,7 @@ bool ReceiverModel::HandleEvent(IEventRecord* event, IEventRecord** rules, uint3
         return false;
     }
     const int32_t flags = Int32Of(event, "flags");
+    CountEvent(flags);
     const std::string type = TextOf(rules[0], "type");
 
     bool result = true;
@@ -42,6 +44,16 @@ bool ReceiverModel::HandleEvent(IEventRecord* event, IEventRecord** rules, uint3
     return result;
 }
 
+int32_t ReceiverModel::QueryDot(const std::string& request, char** result) {
+    const Within within(*this, Branch::WithinQuery);
+    return m_host->QueryDot(request.c_str(), m_mid.c_str(), result);
+}
+
+void ReceiverModel::FreeResult(char* result) {
+    const Within within(*this, Branch::WithinFree);
+    m_host->FreeResult(result);
+}
+
 bool ReceiverModel::DecideByQuery(IEventRecord** rules, uint32_t ruleCount, uint32_t* reply, IEventRecord*& matched) {
     std::vector<std::string> guids;
     for (uint32_t i = 0; i < ruleCount; ++i) {
@@ -50,28 +62,26 @@ bool ReceiverModel::DecideByQuery(IEventRecord** rules, uint32_t ruleCount, uint
     const std::string request = RootObject({{"guid", StringArray(guids)}});
 
     char* result = nullptr;
-    const int32_t code = m_host->QueryDot(request.c_str(), m_mid.c_str(), &result);
+    const int32_t code = QueryDot(request, &result);
     LogTrace("HandleEvent", {"query dot result_json=", result == nullptr ? "" : result});
 
     if (code == 1007) {
         *reply = m_exceptionMode == 1 ? 1 : 0;
         Took(*reply == 1 ? Branch::QueryNetworkErrorAllowed : Branch::QueryNetworkErrorBlocked);
-        if (m_defenderMode == 1) {
-            Took(Branch::QueryNetworkErrorInAllForbid);
-        }
-        if (result != nullptr) {
-            Took(Branch::QueryNetworkErrorWithAnswer);
-        }
+        TookIf(m_defenderMode == 1, Branch::QueryNetworkErrorInAllForbid);
+        TookIf(result != nullptr, Branch::QueryNetworkErrorWithAnswer);
+        TookIf(m_exceptionMode != 1 && m_exceptionMode != 2, Branch::QueryNetworkErrorOtherException);
         LogTrace("HandleEvent",
                  {"query dot network error, exception_mode=", Decimal(m_exceptionMode), " ,reply=", Decimal(*reply)});
-        m_host->FreeResult(result);
+        FreeResult(result);
         return true;
     }
     if (code != 0 || result == nullptr) {
         Took(code != 0 ? Branch::QueryOtherError : Branch::QueryNullAnswer);
+        TookIf(code != 0 && result != nullptr, Branch::QueryOtherErrorWithAnswer);
         *reply = 0;
         LogTrace("HandleEvent", {" query dot error, reply=", Decimal(*reply)});
-        m_host->FreeResult(result);
+        FreeResult(result);
         return false;
     }
     if (m_defenderMode == 1) {
@@ -85,10 +95,10 @@ bool ReceiverModel::DecideByQuery(IEventRecord** rules, uint32_t ruleCount, uint
     if (!ParseQueryResult(result, answer)) {
         *reply = 0;
         LogTrace("HandleEvent", {" query dot error, reply=", Decimal(*reply)});
-        m_host->FreeResult(result);
+        FreeResult(result);
         return false;
     }
-    m_host->FreeResult(result);
+    FreeResult(result);
     for (uint32_t i = 0; i < ruleCount; ++i) {
         HandleRule(rules[i], answer, reply);
         if (*reply == 1) {

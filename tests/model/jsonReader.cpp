@@ -215,6 +215,7 @@ private:
 
     bool Number(JsonValue& out) {
         out.kind = JsonValue::Kind::Number;
+        const size_t begin = m_at;
         const bool negative = Take('-');
         std::string whole;
         if (Take('0')) {
@@ -242,10 +243,11 @@ private:
         if (!std::isfinite(std::strtod(whole.c_str(), nullptr))) {
             return false;
         }
-        if (!exponentNegative &&
-            std::strtod(exponent.c_str(), nullptr) > 308.0 + static_cast<double>(fraction.size())) {
+        const double highest = 308.0 + static_cast<double>(CountedDigits(whole, fraction));
+        if (!exponentNegative && std::strtod(exponent.c_str(), nullptr) > highest) {
             return false;
         }
+        out.text = m_text.substr(begin, m_at - begin);
         if (!hasFraction && !hasExponent && whole.size() <= 10) {
             const int64_t value = std::strtoll(whole.c_str(), nullptr, 10) * (negative ? -1 : 1);
             if (value >= INT32_MIN && value <= INT32_MAX) {
@@ -253,6 +255,23 @@ private:
             }
         }
         return true;
+    }
+
+    // How many digits of the fraction the parser keeps: those up to the seventeenth that is significant, the first of
+    // the whole part not counted.
+    static size_t CountedDigits(const std::string& whole, const std::string& fraction) {
+        size_t significant = whole.size() - 1;
+        size_t counted = 0;
+        for (const char digit : fraction) {
+            if (significant >= 17) {
+                break;
+            }
+            ++counted;
+            if (significant > 0 || whole != "0" || digit != '0') {
+                ++significant;
+            }
+        }
+        return counted;
     }
 
     std::string_view m_text;

@@ -20,7 +20,7 @@ struct JsonValue {
     // Of a number: its value, when it is written without fraction and exponent and fits a signed 32-bit integer.
     std::optional<int32_t> integer;
 
-    std::string text;                // of a string: its bytes, with the escapes decoded; may hold NULs
+    std::string text;                // of a string: its bytes, escapes decoded, NULs included; of a number: as written
     std::vector<JsonValue> elements; // of an array
     std::vector<JsonMember> members; // of an object, duplicates included
 
@@ -41,7 +41,7 @@ struct JsonMember {
 // white space around the root. Bytes from 0x80 up are taken as they stand. Two liberties and one limit are those of the
 // parser that the documents are made for: an escaped low surrogate may stand alone (and gives three bytes), while a
 // high one needs its partner; a number that no double can hold is refused, as is a positive exponent above 308 plus the
-// number of digits behind the point.
+// number of digits behind the point that a double has room for.
 std::optional<JsonValue> ReadJson(std::string_view text);
 
 } // namespace model

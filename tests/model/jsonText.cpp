@@ -4,131 +4,145 @@
 
 namespace model {
 
-std::string JsonText::Space() {
-    if (!m_spaced || m_random.Percent(50)) {
-        return "";
+void JsonText::Space() {
+    if (m_spaced && m_random.Percent(50)) {
+        m_out += m_random.Pick({" ", "\n", "\r\n", "\t", "  "});
     }
-    return m_random.Pick({" ", "\n", "\r\n", "\t", "  "});
 }
 
-std::string JsonText::Escaped(unsigned char byte) {
-    static constexpr std::string_view lower = "0123456789abcdef";
-    static constexpr std::string_view upper = "0123456789ABCDEF";
-    const std::string_view digits = m_random.Percent(50) ? lower : upper;
-    return std::string("\\u00") + digits[byte / 16] + digits[byte % 16];
+void JsonText::Escaped(unsigned char byte) {
+    const char* const digits = m_random.Percent(50) ? "0123456789abcdef" : "0123456789ABCDEF";
+    m_out += "\\u00";
+    m_out += digits[byte / 16];
+    m_out += digits[byte % 16];
 }
 
-std::string JsonText::Quoted(std::string_view bytes) {
-    std::string out = "\"";
+void JsonText::Quoted(std::string_view bytes) {
+    // A character of a long text is seldom escaped without need.
+    const uint32_t needless = bytes.size() < 100 ? 6 : 0;
+    m_out += '"';
     for (size_t i = 0; i < bytes.size(); ++i) {
         const char c = bytes[i];
         const auto byte = static_cast<unsigned char>(c);
         if (c == '"' || c == '\\') {
-            out += m_random.Percent(50) ? std::string("\\") + c : Escaped(byte);
+            if (m_random.Percent(50)) {
+                m_out += '\\';
+                m_out += c;
+            } else {
+                Escaped(byte);
+            }
         } else if (c == '\n' && m_random.Percent(50)) {
-            out += "\\n";
-        } else if (byte < 0x20 || (byte < 0x80 && m_random.Percent(6))) {
-            out += Escaped(byte);
+            m_out += "\\n";
+        } else if (byte < 0x20 || (byte < 0x80 && needless != 0 && m_random.Percent(needless))) {
+            Escaped(byte);
         } else if (c == '/' && m_random.Percent(50)) {
-            out += "\\/";
+            m_out += "\\/";
         } else if (bytes.substr(i, 2) == "\xC3\xA9" && m_random.Percent(30)) {
-            out += m_random.Pick({"\\u00e9", "\\u00E9"});
+            m_out += m_random.Pick({"\\u00e9", "\\u00E9"});
             ++i;
         } else {
-            out += c;
+            m_out += c;
         }
     }
-    return out + "\"";
+    m_out += '"';
 }
 
-std::string JsonText::Member(std::string_view name, const std::string& value) {
-    std::string out = Quoted(name);
-    out += Space();
-    out += ":";
-    out += Space();
-    return out + value;
+void JsonText::Name(std::string_view name) {
+    Quoted(name);
+    Space();
+    m_out += ':';
+    Space();
 }
 
-std::string JsonText::GoodNumber() {
-    return m_random.Pick({"1", "1", "1", "1", "2", "-1", "2147483647", "-2147483648"});
+void JsonText::GoodNumber() {
+    m_out += m_random.Pick({"1", "1", "1", "1", "2", "-1", "2147483647", "-2147483648"});
 }
 
-std::string JsonText::Zero() {
-    return m_random.Pick({"0", "-0"});
+void JsonText::Zero() {
+    m_out += m_random.Pick({"0", "-0"});
 }
 
-std::string JsonText::NumberOutside() {
-    return m_random.Pick({"2147483648", "-2147483649", "4294967295", "4294967296", "1.0", "1.5", "1e0", "1E2", "0.0",
-                          "-0.0", "0e5", "9223372036854775808", "18446744073709551616", "-9223372036854775809", "1e308",
-                          "1e-400", "10000000000"});
+void JsonText::NumberOutside() {
+    m_out += m_random.Pick({"2147483648", "-2147483649", "4294967295", "4294967296", "1.0", "1.5", "1e0", "1E2", "0.0",
+                            "-0.0", "0e5", "9223372036854775808", "18446744073709551616", "-9223372036854775809",
+                            "1e308", "1e-400", "10000000000", "2147483647.0", "-2147483648e0"});
 }
 
-std::string JsonText::ValueButNot(char kind) {
+void JsonText::ValueButNot(char kind) {
     for (;;) {
-        std::string value;
+        const size_t begin = m_out.size();
         switch (m_random.Below(8)) {
         case 0:
-            value = "null";
+            m_out += "null";
             break;
         case 1:
-            value = m_random.Pick({"true", "false"});
+            m_out += m_random.Pick({"true", "false"});
             break;
         case 2:
-            value = GoodNumber();
+            GoodNumber();
             break;
         case 3:
-            return NumberOutside();
+            NumberOutside();
+            return;
         case 4:
-            value = Quoted(m_random.Pick({"1", "", "mid", "g1"}));
+            Quoted(m_random.Pick({"1", "", "mid", "g1"}));
             break;
         case 5:
-            value = m_random.Pick({"[]", "[1]", "[\"m1\"]", "[{}]"});
+            m_out += m_random.Pick({"[]", "[1]", "[\"m1\"]", "[{}]"});
             break;
         case 6:
-            value = m_random.Pick({"{}", "{\"m1\":1}", "{\"mid\":\"m1\"}"});
+            m_out += m_random.Pick({"{}", "{\"m1\":1}", "{\"mid\":\"m1\"}"});
             break;
         default:
-            value = Zero();
+            Zero();
             break;
         }
-        const bool number = value[0] == '-' || (value[0] >= '0' && value[0] <= '9');
-        if (number ? kind != '0' : value[0] != kind) {
-            return value;
+        const char first = m_out[begin];
+        const bool number = first == '-' || (first >= '0' && first <= '9');
+        if (number ? kind != '0' : first != kind) {
+            return;
         }
+        m_out.resize(begin);
     }
 }
 
-std::string JsonText::AnyValue(int depth) {
+void JsonText::AnyValue(int depth) {
+    if (depth == 0 && m_random.Percent(2)) {
+        return DeepValue();
+    }
     if (depth >= 4 || m_random.Percent(60)) {
-        return ValueButNot(' ');
+        ValueButNot(' ');
+        return;
     }
     const bool object = m_random.Percent(50);
-    std::vector<std::string> items;
-    for (uint32_t count = m_random.Below(4); count > 0; --count) {
-        std::string value = AnyValue(depth + 1);
-        items.push_back(object ? Member(m_random.Pick({"a", "mid", "value", ""}), value) : value);
-    }
-    return object ? Enclosed(*this, '{', items, '}') : Enclosed(*this, '[', items, ']');
+    Enclosed(object ? '{' : '[', m_random.Below(4), object ? '}' : ']', [this, object, depth](uint32_t) {
+        if (object) {
+            Name(m_random.Pick({"a", "mid", "value", ""}));
+        }
+        AnyValue(depth + 1);
+    });
 }
 
-std::string Enclosed(JsonText& json, char open, const std::vector<std::string>& items, char close) {
-    std::string out(1, open);
-    out += json.Space();
-    for (size_t i = 0; i < items.size(); ++i) {
-        if (i != 0) {
-            out += ",";
-            out += json.Space();
-        }
-        out += items[i];
-        out += json.Space();
+void JsonText::DeepValue() {
+    // Arrays and objects by turns, each with the next one in it.
+    const uint32_t depth = m_random.Pick({33U, 33U, 33U, 33U, 100U, 100U, 400U, 1000U});
+    const uint32_t turn = m_random.Between(1, 9);
+    for (uint32_t level = 0; level < depth; ++level) {
+        m_out += level % turn == 0 ? "[" : "{\"a\":";
     }
-    return out + close;
+    ValueButNot(' ');
+    for (uint32_t level = depth; level > 0; --level) {
+        m_out += (level - 1) % turn == 0 ? ']' : '}';
+    }
 }
 
 namespace {
 
 // What a strict parser must refuse, or what is at the border.
 std::string Fragment(Random& random) {
+    if (random.Percent(8)) { // open without end
+        return std::string(random.Pick({40U, 200U, 1000U}), '[');
+    }
     if (random.Percent(10)) {
         std::string digits(random.Pick({308U, 310U, 400U}), '0');
         digits[0] = random.Pick({'1', '9'});

@@ -8,39 +8,55 @@
 
 namespace model {
 
+// Writes at the end of a text.
 class JsonText {
 public:
-    explicit JsonText(Random& random) : m_random(random), m_spaced(random.Percent(40)) {}
+    JsonText(Random& random, std::string& out) : m_random(random), m_out(out), m_spaced(random.Percent(40)) {}
 
     // White space as it may stand between any two tokens, often none.
-    std::string Space();
+    void Space();
 
     // `bytes` as a JSON string: some characters escaped that need not be, in one of the ways that there are.
-    std::string Quoted(std::string_view bytes);
+    void Quoted(std::string_view bytes);
 
-    // `"name" : value`, with white space.
-    std::string Member(std::string_view name, const std::string& value);
+    // `"name" :`, with white space.
+    void Name(std::string_view name);
 
     // A value of any kind but the one given by its first character ('{', '[', '"', or '0' for a 32-bit integer).
-    std::string ValueButNot(char kind);
+    void ValueButNot(char kind);
 
-    // A value of any kind, perhaps nested.
-    std::string AnyValue(int depth = 0);
+    // A value of any kind, perhaps nested, now and then very deeply.
+    void AnyValue(int depth = 0);
 
     // A number that fits a signed 32-bit integer and is not 0; one that is 0; one that is no such integer.
-    std::string GoodNumber();
-    std::string Zero();
-    std::string NumberOutside();
+    void GoodNumber();
+    void Zero();
+    void NumberOutside();
+
+    // `count` items between brackets, each written by `item`, which gets its number.
+    template <typename Item>
+    void Enclosed(char open, uint32_t count, char close, const Item& item) {
+        m_out += open;
+        Space();
+        for (uint32_t i = 0; i < count; ++i) {
+            if (i != 0) {
+                m_out += ',';
+                Space();
+            }
+            item(i);
+            Space();
+        }
+        m_out += close;
+    }
 
 private:
-    std::string Escaped(unsigned char byte);
+    void Escaped(unsigned char byte);
+    void DeepValue();
 
     Random& m_random;
+    std::string& m_out;
     bool m_spaced;
 };
-
-// Puts `items`, each JSON already, between the brackets.
-std::string Enclosed(JsonText& json, char open, const std::vector<std::string>& items, char close);
 
 // Changes a text so that it is probably JSON no more.
 std::string Spoiled(Random& random, std::string text);

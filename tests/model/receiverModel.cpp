@@ -96,6 +96,7 @@ bool ReceiverModel::GetProperty(uint32_t, uint32_t, uint32_t) {
 }
 
 bool ReceiverModel::SetProperty(uint32_t key, void* data, uint32_t size) {
+    CountEntry(false, key == 20);
     if (data == nullptr || size == 0 || m_host == nullptr) {
         Took(data == nullptr ? Branch::PropertyNullData
              : size == 0     ? Branch::PropertyZeroSize
@@ -133,11 +134,13 @@ bool ReceiverModel::SetProperty(uint32_t key, void* data, uint32_t size) {
 }
 
 bool ReceiverModel::Start() {
+    CountEntry(false, false);
     m_started = true;
     return true;
 }
 
 bool ReceiverModel::Stop() {
+    CountEntry(false, false);
     m_started = false;
     return false;
 }
@@ -153,6 +156,8 @@ int32_t ReceiverModel::Int32Of(IEventRecord* record, const char* name) {
         Took(value == 0 ? Branch::NumberFailed : Branch::NumberFailedButWritten);
         return 0;
     }
+    TookIf(value < 0, Branch::NumberNegative);
+    TookIf(value == INT32_MAX || value == INT32_MIN, Branch::NumberAtEdge);
     return value;
 }
 
@@ -161,6 +166,7 @@ int64_t ReceiverModel::Int64Of(IEventRecord* record, const char* name) {
     if (record->GetInt64(name, &value) != 0) {
         Took(Branch::LongNumberFailed);
     }
+    TookIf(value == INT64_MAX || value == INT64_MIN, Branch::LongNumberAtEdge);
     return value;
 }
 
@@ -179,13 +185,9 @@ std::string ReceiverModel::TextOf(IEventRecord* record, const char* name) {
         Took(Branch::TextSecondCallFailed);
         return "";
     }
-    const auto nul = std::find(buffer.begin(), buffer.end(), '\0');
-    if (nul == buffer.end()) {
-        Took(Branch::TextWithoutNul);
-    } else if (nul != buffer.end() - 1) {
-        Took(Branch::TextNulBeforeEnd);
-    }
-    return std::string(buffer.begin(), nul);
+    const std::string text(buffer.begin(), std::find(buffer.begin(), buffer.end(), '\0'));
+    CountText(buffer, text);
+    return text;
 }
 
 } // namespace model

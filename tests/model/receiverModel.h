@@ -5,6 +5,7 @@
 #pragma once
 
 #include <map>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -68,6 +69,9 @@ private:
     // The part of HandleEvent between the fast ways out and the last word on the reply. Returns the result of
     // HandleEvent; `matched` becomes the rule that allowed, if one did.
     bool DecideByQuery(IEventRecord** rules, uint32_t ruleCount, uint32_t* reply, IEventRecord*& matched);
+    int32_t QueryDot(const std::string& request, char** result);
+    bool DeleteDot(const std::string& guid, const std::string& type);
+    void FreeResult(char* result);
     bool FillAllowList(const std::string& text);
     void AddAllowListEntry(const struct JsonValue& entry);
     bool FillActions(const std::string& text);
@@ -84,6 +88,31 @@ private:
     void LogError(std::string_view function, std::string_view message) { LogError(function, {message}); }
 
     void Took(Branch branch) { m_branches.Add(branch); }
+    void TookIf(bool holds, Branch branch) {
+        if (holds) {
+            Took(branch);
+        }
+    }
+
+    // Counts what kind of event it is; what is called from within a call into the host; what kind of text a record has.
+    void CountEvent(int32_t flags);
+    void CountEntry(bool isEvent, bool isDocument);
+    void CountText(const std::vector<char>& buffer, const std::string& text);
+
+    // For the time of a call into the host.
+    class Within {
+    public:
+        Within(ReceiverModel& receiver, Branch branch) : m_receiver(receiver), m_outer(receiver.m_within) {
+            receiver.m_within = branch;
+        }
+        ~Within() { m_receiver.m_within = m_outer; }
+        Within(const Within&) = delete;
+        Within& operator=(const Within&) = delete;
+
+    private:
+        ReceiverModel& m_receiver;
+        std::optional<Branch> m_outer;
+    };
 
     Trace& m_trace;
     const SiblingState& m_siblings;
@@ -98,6 +127,11 @@ private:
     uint32_t m_defenderMode = 3;
     uint32_t m_exceptionMode = 2;
     std::map<std::string, bool, TextOrder> m_actions;
+
+    // For the counts alone.
+    std::optional<Branch> m_within;
+    bool m_handledBefore = false;
+    bool m_listSetBefore = false;
 };
 
 // `text` up to its first NUL.

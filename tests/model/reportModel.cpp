@@ -79,10 +79,9 @@ void ReceiverModel::Report(IEventRecord* event, IEventRecord** rules, uint32_t r
     });
     Took(ruleCount == 1 ? Branch::ReportOfMatchedRule : Branch::ReportOfSeveralRules);
     Took(reply == 0 ? Branch::ReportBlock : Branch::ReportAllow);
-    if (blockModified) {
-        Took(Branch::ReportBlockModified);
-    }
+    TookIf(blockModified, Branch::ReportBlockModified);
     LogTrace("ReportEventHandleRes", {"ReportEventHandleRes json=", Logged(text)});
+    const Within within(*this, Branch::WithinReport);
     m_reportSink->Report(1, text.c_str(), static_cast<uint32_t>(text.size()));
     LogTrace("ReportEventHandleRes", "==>leave");
 }

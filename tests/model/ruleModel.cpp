@@ -39,9 +39,14 @@ void ReceiverModel::HandleRule(IEventRecord* rule, const Answer& answer, uint32_
     }
     *reply = 1;
     LogTrace("HandleEventInner", {"match mid=", Logged(matched), ",rule guid=", Logged(guid), ",reply:1"});
-    const bool deleted = m_host->DeleteDot(guid.c_str(), m_mid.c_str(), 2, type.c_str()) == 0;
+    const bool deleted = DeleteDot(guid, type);
     Took(deleted ? Branch::RuleMatchedDotDeleted : Branch::RuleMatchedDotStays);
     LogTrace("HandleEventInner", {"del dot,ret=", deleted ? "1" : "0", ",rule guid", Logged(guid)});
+}
+
+bool ReceiverModel::DeleteDot(const std::string& guid, const std::string& type) {
+    const Within within(*this, Branch::WithinDelete);
+    return m_host->DeleteDot(guid.c_str(), m_mid.c_str(), 2, type.c_str()) == 0;
 }
 
 bool ReceiverModel::IsMatchmid(const std::string& key, const TextSet& queryMids, std::string& matched) {

@@ -1,4 +1,5 @@
 // The allow list, the action table and the last word that the action table has.
+#include "model/documentTraits.h"
 #include "model/jsonReader.h"
 #include "model/parserNumbers.h"
 #include "model/receiverModel.h"
@@ -6,6 +7,7 @@
 namespace model {
 
 bool ReceiverModel::SetAllowList(const char* text) {
+    CountEntry(false, true);
     const bool result = FillAllowList(text);
     LogTrace("SetAllowList", {"parse allow list, ret", result ? "1" : "0"});
     return result;
@@ -13,8 +15,12 @@ bool ReceiverModel::SetAllowList(const char* text) {
 
 bool ReceiverModel::FillAllowList(const std::string& text) {
     const auto root = ReadJson(text);
+    CountTraits(DocumentKind::List, text, root, m_branches);
+    TookIf(m_listSetBefore, Branch::ListAfterList);
+    m_listSetBefore = true;
     if (!root) {
         Took(Branch::ListRefused);
+        TookIf(!m_allowList.empty(), Branch::ListRefusedOverFilled);
         const ParserNumbers numbers = NumbersOf(text);
         LogError("SetAllowList", {"error_code", Decimal(numbers.code), "error_offset", Decimal(numbers.offset)});
         return false;
@@ -25,9 +31,8 @@ bool ReceiverModel::FillAllowList(const std::string& text) {
         LogError("SetAllowList", "format error");
         return false;
     }
-    if (!m_allowList.empty()) {
-        Took(Branch::ListReplaced);
-    }
+    const bool wasFilled = !m_allowList.empty();
+    TookIf(wasFilled, Branch::ListReplaced);
     m_allowList.clear();
     if (!midList->Is(JsonValue::Kind::Array)) {
         Took(Branch::ListNoArray);
@@ -40,6 +45,7 @@ bool ReceiverModel::FillAllowList(const std::string& text) {
     for (const JsonValue& entry : midList->elements) {
         AddAllowListEntry(entry);
     }
+    TookIf(wasFilled && m_allowList.empty(), Branch::ListEmptiesFilled);
     return true;
 }
 
@@ -79,6 +85,7 @@ void ReceiverModel::AddAllowListEntry(const JsonValue& entry) {
 }
 
 bool ReceiverModel::ClearAllowList() {
+    CountEntry(false, false);
     LogTrace("ClearAllowList", "ClearAllowList_mids start");
     Took(m_allowList.empty() ? Branch::ClearEmpty : Branch::ClearFilled);
     m_allowList.clear();
@@ -93,8 +100,11 @@ bool ReceiverModel::ParseActionJson(const char* text) {
 
 bool ReceiverModel::FillActions(const std::string& text) {
     const auto root = ReadJson(text);
+    CountTraits(DocumentKind::Actions, text, root, m_branches);
+    const bool wasFilled = !m_actions.empty();
     if (!root) {
         Took(Branch::ActionsRefused);
+        TookIf(wasFilled, Branch::ActionsRefusedOverFilled);
         LogError("ParseActionJson", "action json is invalid json format");
         return false;
     }
@@ -118,8 +128,10 @@ bool ReceiverModel::FillActions(const std::string& text) {
                                      : Branch::ActionsRowFalse);
         m_actions[key] = action;
     }
+    TookIf(wasFilled, Branch::ActionsReplaced);
     if (m_actions.empty()) {
         Took(Branch::ActionsEmpty);
+        TookIf(wasFilled, Branch::ActionsEmptyFilled);
         LogError("ParseActionJson", "action json is empty");
         return false;
     }

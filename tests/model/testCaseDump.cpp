@@ -64,8 +64,8 @@ void DumpOperations(const std::vector<Operation>& operations, const std::string&
 
 std::string Siblings(const SiblingState& siblings) {
     return std::string("siblings") + (siblings.settlesLogging ? "" : " without log settings") +
-           (siblings.logs ? "" : " logging off") + " machine id " + Shown(siblings.machineId) + " result " +
-           Number(siblings.machineIdResult);
+           (siblings.logs ? "" : " logging off") + (siblings.tellsSettings ? "" : " without an ini file") +
+           " machine id " + Shown(siblings.machineId) + " result " + Number(siblings.machineIdResult);
 }
 
 } // namespace

@@ -20,11 +20,6 @@ void Trace::AddLog(int32_t level, std::string_view scope, std::string_view funct
     Add(message);
 }
 
-void Trace::Clear() {
-    m_text.clear();
-    m_ends.clear();
-}
-
 std::vector<std::string> Trace::Lines() const {
     std::vector<std::string> lines;
     size_t begin = 0;

@@ -30,6 +30,11 @@ class Trace {
 public:
     using Parts = std::initializer_list<std::string_view>;
 
+    Trace() {
+        m_text.reserve(16384); // what most cases need
+        m_ends.reserve(256);
+    }
+
     // One line, put together of its parts.
     void Add(Parts parts);
     void Add(std::string_view line) { Add({line}); }
@@ -37,9 +42,6 @@ public:
     // A log record, without what differs from run to run: time, file, line and thread. Its function is `scope`, which
     // ends in "::" or is empty, and `function`.
     void AddLog(int32_t level, std::string_view scope, std::string_view function, Parts message);
-
-    // Without any line; what was allocated is kept.
-    void Clear();
 
     std::vector<std::string> Lines() const;
 

@@ -6,8 +6,8 @@ namespace {
 // The commonest come several times.
 const std::vector<std::string> allGuids = {"g1", "g1", "g2",  "g2",  "g3",        "g",
                                            "G1", "",   "dns", "web", "g\xC3\xA9", "g\xFF"};
-const std::vector<std::string> allTypes = {"web", "web",  "web", "dns", "dns", "ssh",          "WEB",
-                                           "Web", "web ", "we",  "",    "g1",  "s\xC3\xA9\x01"};
+const std::vector<std::string> allTypes = {"web",  "web", "web", "dns", "dns",           "ssh",     "WEB",  "Web",
+                                           "web ", "we",  "",    "g1",  "s\xC3\xA9\x01", "ssh\xFF", "\xC3("};
 const std::vector<std::string> allMids = {"m1",  "m1", "m2",       "m2",   "m3",       "M1",          "m",
                                           "m10", "",   "\xC3\xA9", "\x7F", "\xFF\xFE", "\xED\xA0\x80"};
 
@@ -27,11 +27,33 @@ std::string PerhapsWithNul(Random& random, std::string text) {
     return text;
 }
 
+// Around the sizes at which a buffer may stand on a stack, and beyond what 16 bits count.
+std::string LongWord(Random& random) {
+    const size_t length = random.Percent(6) ? 66000 : random.Pick({300U, 1022U, 1023U, 2047U, 2048U, 4100U});
+    std::string word = random.Pick({"m", "\xC3\xA9", "\xFF", "\""});
+    word.resize(length, random.Pick({'x', 'y', '\xE9'}));
+    return word;
+}
+
 } // namespace
 
 Vocabulary::Vocabulary(Random& random)
     : m_random(random), m_guids(Some(random, allGuids, 3)), m_types(Some(random, allTypes, 2)),
-      m_mids(Some(random, allMids, 3)) {}
+      m_mids(Some(random, allMids, 3)) {
+    switch (random.Below(150)) {
+    case 0:
+        m_guids[0] = LongWord(random);
+        break;
+    case 1:
+        m_types[0] = LongWord(random);
+        break;
+    case 2:
+        m_mids[0] = LongWord(random);
+        break;
+    default:
+        break;
+    }
+}
 
 std::string Vocabulary::Word(const std::vector<std::string>& favourites, const std::vector<std::string>& all) {
     return m_random.Pick(m_random.Percent(85) ? favourites : all);

@@ -10,7 +10,7 @@ namespace model {
 
 class Vocabulary {
 public:
-    // Chooses the favourites of a case, which most words then are.
+    // Chooses the favourites of a case, which most words then are. Now and then one of them is very long.
     explicit Vocabulary(Random& random);
 
     // As a rule record delivers them: without a NUL, but otherwise any bytes, the empty text included.
