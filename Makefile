@@ -1,8 +1,10 @@
 # The front door. Each target installs what is missing first (scripts/setup) and then calls the CMake presets.
 .DEFAULT_GOAL := help
-.PHONY: help setup build build-linux build-windows build-windows-x64 run run-linux test test-linux test-asan test-tsan test-windows coverage mutation check clean
+.PHONY: help setup build build-linux build-windows build-windows-x64 run run-linux test test-linux test-asan test-tsan test-windows coverage mutation soak check clean
 
 JOBS ?= $(shell nproc)
+CASES ?= 100000000
+SEED ?= 1
 product := mordRev ZelkBase Ferrocore mordhost waiter32 waiter64
 configure = cmake --preset $(1) > build/$(1).configure.log || { cat build/$(1).configure.log; exit 1; }
 compile = cmake --build --preset $(1) -j $(JOBS) $(if $(2),--target $(2))
@@ -85,6 +87,13 @@ coverage: ## count the branches that the tests take; fail below what is promised
 mutation: ## plant one change at a time into the library and see whether the tests notice (an hour or two)
 	@scripts/setup linux mutation
 	@tests/mutation/run.py
+
+soak: ## compare the library with its model on very many random cases: CASES=100000000, from SEED=1 on
+	@scripts/setup linux
+	@mkdir -p build
+	@$(call configure,linux)
+	@$(call compile,linux,modelSoak)
+	@JOBS=$(JOBS) scripts/soak $(CASES) $(SEED)
 
 check: ## check the structure of the sources: layers, names, sizes
 	@scripts/check

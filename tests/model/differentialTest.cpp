@@ -9,9 +9,8 @@
 
 #include <gtest/gtest.h>
 
-#include "model/caseGenerator.h"
-#include "model/caseReducer.h"
 #include "model/caseRun.h"
+#include "model/comparison.h"
 
 namespace {
 
@@ -37,25 +36,11 @@ uint64_t CasesInAll() {
     return Setting("MORDREV_MODEL_CASES").value_or(MORDREV_MODEL_CASES);
 }
 
-// Empty when both say the same, else where they part.
-std::string Compare(const TestCase& testCase, BranchCounts& branches) {
-    return Difference(RunOnModel(testCase, branches), RunOnLibrary(testCase));
-}
-
 // Whether the case came out the same; tells everything needed to look into it when it did not.
 bool Agrees(uint64_t seed, uint64_t number, bool logs, BranchCounts& branches) {
-    const TestCase testCase = MakeCase(seed, number, logs);
-    const std::string difference = Compare(testCase, branches);
-    if (difference.empty()) {
-        return true;
-    }
-    BranchCounts unused;
-    const TestCase small =
-        Reduced(testCase, [&unused](const TestCase& candidate) { return !Compare(candidate, unused).empty(); });
-    ADD_FAILURE() << "MORDREV_MODEL_SEED=" << seed << " MORDREV_MODEL_CASE=" << number << "\n"
-                  << difference << "reduced to\n"
-                  << Dump(small) << Compare(small, unused);
-    return false;
+    const std::string difference = CompareOnCase(seed, number, logs, branches);
+    EXPECT_EQ(difference, "");
+    return difference.empty();
 }
 
 // Cases from `first` to before `end`; gives up after a few differences.
