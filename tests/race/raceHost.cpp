@@ -2,12 +2,17 @@
 
 #include <algorithm>
 #include <cstring>
+#include <memory>
+
+#include "mordRev/src/mordRevTypes.h"
 
 namespace race {
 namespace {
 
 // Of the event that the thread is handling.
 thread_local Outcome* current = nullptr;
+thread_local uint32_t queries = 0;
+thread_local std::unique_ptr<char[]> lent; // its answer, which the receiver does not always give back
 
 class ThreadRecords final : public model::RecordTaker {
 public:
@@ -31,13 +36,16 @@ int32_t RaceHost::DeleteDot(const char*, const char*, int32_t, const char*) {
 }
 
 int32_t RaceHost::QueryDot(const char*, const char*, char** result) {
-    *result = new char[answer.size() + 1];
-    std::copy_n(answer.c_str(), answer.size() + 1, *result);
-    return queryResult;
+    lent = std::make_unique<char[]>(answer.size() + 1);
+    std::copy_n(answer.c_str(), answer.size() + 1, lent.get());
+    *result = lent.get();
+    return errorEvery != 0 && ++queries % errorEvery == 0 ? DOT_QUERY_NETWORK_ERROR : queryResult;
 }
 
 int32_t RaceHost::FreeResult(char* result) {
-    delete[] result;
+    if (result == lent.get()) {
+        lent.reset();
+    }
     return 0;
 }
 
@@ -79,6 +87,7 @@ Outcome HandleOneEvent(IMordRev& receiver) {
     outcome.result = receiver.HandleEvent(&event, rules, 1, &outcome.reply);
     model::TakeRecords(nullptr);
     current = nullptr;
+    lent.reset();
     return outcome;
 }
 

@@ -20,10 +20,11 @@ struct Outcome {
     std::vector<std::string> records; // messages alone; none with logging off
 };
 
-// Answers every query alike; keeps the calls of a thread in that thread's outcome.
+// Answers queries, all threads' alike; keeps the calls of a thread in that thread's outcome.
 class RaceHost final : public IDotHost, public IReportSink {
 public:
     int32_t queryResult = 0;
+    uint32_t errorEvery = 0; // every so many queries of a thread meet a network error; 0 for none
     std::string answer;
 
     int32_t DeleteDot(const char* guid, const char* mid, int32_t kind, const char* type) override;

@@ -1,7 +1,7 @@
 // Events on several threads against changes of the allow list and of the action table. A look-up sees a table as it was
 // before a change or after it, never in between. Meant to be run under ThreadSanitizer too.
 //
-// The modes, the host and the sink are left alone meanwhile: they are plain fields that a host sets beforehand.
+// The modes, the gate and the sink are plain fields: where they change meanwhile, an event sees the old or the new one.
 #include <algorithm>
 #include <iostream>
 #include <memory>
@@ -14,6 +14,7 @@
 
 #include "model/caseRun.h"
 #include "mordRev/src/mordRev.h"
+#include "race/plainWriters.h"
 #include "race/raceHost.h"
 #include "race/threads.h"
 
@@ -111,12 +112,14 @@ protected:
     void AddListSetter(const std::vector<std::string>& documents) {
         threads.Add([this, documents, next = size_t{0}]() mutable {
             receiver->SetAllowList(documents[next++ % documents.size()].c_str());
+            lists.Raise();
         });
     }
     void AddActionSetter(const std::vector<std::string>& documents) {
         threads.Add([this, documents = documents, next = size_t{0}]() mutable {
             std::string& document = documents[next++ % documents.size()];
             receiver->SetProperty(PROP_ACTION_JSON, document.data(), static_cast<uint32_t>(document.size() + 1));
+            actions.Raise();
         });
     }
     void AddEventThreads(const std::function<void(const Outcome&)>& judge) {
@@ -129,10 +132,18 @@ protected:
         }
     }
 
+    // What was done, for the figures.
+    void Tell(const std::string& more = "") const {
+        std::cout << events.Count() << " events against " << lists.Count() << " allow lists and " << actions.Count()
+                  << " action documents" << more << "\n";
+    }
+
     RaceHost host;
     std::unique_ptr<CMordRecv> receiver;
     Threads threads;
     Tally events;
+    Tally lists;
+    Tally actions;
     Complaints complaints;
 };
 
@@ -157,7 +168,7 @@ TEST_P(Race, MidThatEveryListAllowsIsAlwaysFound) {
     threads.Race([this] { return events.Count() > 100; });
     EXPECT_EQ(complaints.All(), std::vector<std::string>());
     EXPECT_GT(events.Count(), 100U);
-    std::cout << events.Count() << " events\n";
+    Tell();
 }
 
 TEST_P(Race, ActionThatEveryTableHoldsIsAlwaysFound) {
@@ -175,7 +186,7 @@ TEST_P(Race, ActionThatEveryTableHoldsIsAlwaysFound) {
     threads.Race([this] { return events.Count() > 100; });
     EXPECT_EQ(complaints.All(), std::vector<std::string>());
     EXPECT_GT(events.Count(), 100U);
-    std::cout << events.Count() << " events\n";
+    Tell();
 }
 
 TEST_P(Race, EveryDecisionIsExplainedByOneListAndOneTable) {
@@ -229,9 +240,66 @@ TEST_P(Race, EveryDecisionIsExplainedByOneListAndOneTable) {
     threads.Race(allSeen);
     EXPECT_EQ(complaints.All(), std::vector<std::string>());
     EXPECT_TRUE(allSeen());
-    std::cout << events.Count() << " events: " << matches.Count() << " matched, " << matchesByB.Count()
-              << " of them known to be by the second list, " << byAction.Count() << " allowed by their action, "
-              << blocked.Count() << " blocked\n";
+    Tell(": " + std::to_string(matches.Count()) + " matched, " + std::to_string(matchesByB.Count()) +
+         " of them known to be by the second list, " + std::to_string(byAction.Count()) + " allowed by their action, " +
+         std::to_string(blocked.Count()) + " blocked");
+}
+
+TEST_P(Race, EveryOperationAtOnceLeavesEachEventWhole) {
+    host.answer = AnswerOf({"common"});
+    host.errorEvery = 3;
+    RaceHost otherSink;
+    AddListSetter({ListOf('a', "common"), "{", ListOf('b'), "[]"});
+    AddActionSetter({ActionsOf('x', "\"dns\":1"), "{", ActionsOf('y', "\"dns\":0"), "[]"});
+    Tally plain;
+    // A thread for each plain field that may change while events run.
+    const auto addWriter = [this, &plain](const std::function<void(uint32_t)>& write) {
+        threads.Add([&plain, write, turn = 0U]() mutable {
+            write(turn++);
+            plain.Raise();
+        });
+    };
+    addWriter([this](uint32_t turn) { WriteDefenderMode(*receiver, turn % 7); }); // 6 is no mode
+    addWriter([this](uint32_t turn) { WriteExceptionMode(*receiver, turn % 3); });
+    addWriter([this](uint32_t turn) { WriteStarted(*receiver, turn % 4 != 0); });
+    addWriter([this, &otherSink](uint32_t turn) { WriteReportSink(*receiver, turn % 2 == 0 ? &host : &otherSink); });
+    // And one for what changes no field, or none that an event reads.
+    threads.Add([this] {
+        char empty[] = "";
+        void* interface = nullptr;
+        receiver->ClearAllowList();
+        receiver->SetProperty(PROP_MID, empty, 1);
+        receiver->SetProperty(77, empty, 1);
+        receiver->SetProperty(PROP_ACTION_JSON, nullptr, 1);
+        receiver->GetProperty(PROP_DEFENDER_MODE, 0, 0);
+        receiver->QueryInterface(&IID_IMordRev, &interface);
+        receiver->AddRef();
+        receiver->Release();
+    });
+    Tally blocked;
+    Tally matched;
+    Tally modified;
+    Tally emergency;
+    AddEventThreads([&](const Outcome& outcome) {
+        const bool block = outcome.reply == 0;
+        const bool changed = Holds(outcome.reports, "\"block_modified\": true");
+        (outcome.deletions == 1 ? matched : changed ? modified : outcome.reports.empty() ? emergency : blocked).Raise();
+        if (outcome.reply > 1 || outcome.deletions > 1 || (outcome.deletions == 1 && (block || changed)) ||
+            (changed && block) || outcome.reports.size() > 1 ||
+            (!outcome.reports.empty() &&
+             !Holds(outcome.reports, std::string("\"block\": ") + (block ? "true" : "false")))) {
+            complaints.Add(outcome, "sides that disagree");
+        }
+    });
+    const auto allSeen = [&] {
+        return blocked.Count() > 0 && matched.Count() > 0 && modified.Count() > 0 && emergency.Count() > 0;
+    };
+    threads.Race(allSeen);
+    EXPECT_EQ(complaints.All(), std::vector<std::string>());
+    EXPECT_TRUE(allSeen());
+    Tell(" and " + std::to_string(plain.Count()) + " settings: " + std::to_string(matched.Count()) + " matched, " +
+         std::to_string(modified.Count()) + " modified, " + std::to_string(emergency.Count()) + " unreported, " +
+         std::to_string(blocked.Count()) + " others");
 }
 
 INSTANTIATE_TEST_SUITE_P(, Race, testing::Values(Logging::Off, Logging::On));

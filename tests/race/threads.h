@@ -10,13 +10,17 @@
 #include <thread>
 #include <vector>
 
+#include <gtest/gtest.h>
+
 namespace race {
 
-// How long a test races: MORDREV_RACE_SECONDS, or a second and a half.
+// How long one test races: its part of the time for all tests of the program, which is MORDREV_RACE_SECONDS, of the
+// environment or else of the build.
 inline std::chrono::milliseconds RaceTime() {
-    const char* const seconds = std::getenv("MORDREV_RACE_SECONDS");
-    const long long whole = seconds == nullptr ? 0 : std::atoll(seconds);
-    return whole > 0 ? std::chrono::milliseconds(whole * 1000) : std::chrono::milliseconds(1500);
+    const char* const setting = std::getenv("MORDREV_RACE_SECONDS");
+    const long long seconds = setting == nullptr ? 0 : std::atoll(setting);
+    const long long whole = seconds > 0 ? seconds : MORDREV_RACE_SECONDS;
+    return std::chrono::milliseconds(whole * 1000 / testing::UnitTest::GetInstance()->total_test_count());
 }
 
 // Runs every step on a thread of its own, all from the same moment on. Goes on beyond the race time while `enough` is
