@@ -35,6 +35,12 @@ FakeRecord& FakeRecord::FailingInt32(const std::string& key, int32_t value, int3
     return *this;
 }
 
+FakeRecord& FakeRecord::Unwritten(const std::string& key) {
+    m_int32[key] = {0, 0, false};
+    m_int64[key] = {0, 0, false};
+    return *this;
+}
+
 FakeRecord& FakeRecord::Int64WithResult(const std::string& key, int64_t value, int32_t result) {
     m_int64[key] = {value, result};
     return *this;
@@ -46,7 +52,9 @@ int32_t FakeRecord::GetInt32(const char* name, int32_t* value) {
     if (found == m_int32.end()) {
         return noSuchValue;
     }
-    *value = found->second.value;
+    if (found->second.writes) {
+        *value = found->second.value;
+    }
     return found->second.result;
 }
 
@@ -56,7 +64,9 @@ int32_t FakeRecord::GetInt64(const char* name, int64_t* value) {
     if (found == m_int64.end()) {
         return noSuchValue;
     }
-    *value = found->second.value;
+    if (found->second.writes) {
+        *value = found->second.value;
+    }
     return found->second.result;
 }
 
@@ -82,8 +92,8 @@ int32_t FakeRecord::GetString(const char* name, char* buffer, int32_t* size) {
             buffer[length] = '\0';
         }
     }
-    if (behaviour.secondSize >= 0) {
-        *size = behaviour.secondSize;
+    if (behaviour.secondSize) {
+        *size = *behaviour.secondSize;
     }
     return behaviour.secondResult;
 }

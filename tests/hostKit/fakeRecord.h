@@ -16,9 +16,9 @@ struct StringBehaviour {
     int32_t firstResult = 201;
     std::optional<int32_t> firstSize{}; // what the first call stores in *size; the text and its NUL without it
     int32_t secondResult = 0;
-    bool writes = true;      // whether the second call writes at all
-    bool writesNul = true;   // whether it writes the NUL
-    int32_t secondSize = -1; // what the second call stores in *size, if not negative
+    bool writes = true;                  // whether the second call writes at all
+    bool writesNul = true;               // whether it writes the NUL
+    std::optional<int32_t> secondSize{}; // what the second call stores in *size; it is left alone without it
 };
 
 class FakeRecord : public IEventRecord {
@@ -36,6 +36,9 @@ public:
     // GetInt32 of `key` writes `value` and returns `result` all the same.
     FakeRecord& FailingInt32(const std::string& key, int32_t value, int32_t result);
 
+    // Reads of `key` return 0 and write nothing.
+    FakeRecord& Unwritten(const std::string& key);
+
     // GetInt64 of `key` writes `value` and returns `result`.
     FakeRecord& Int64WithResult(const std::string& key, int64_t value, int32_t result);
 
@@ -48,6 +51,7 @@ private:
     struct Scripted {
         Number value;
         int32_t result;
+        bool writes = true;
     };
 
     void Log(const char* operation, const char* key);

@@ -39,21 +39,21 @@ int32_t RecordingHost::QueryDot(const char* guidJson, const char* mid, char** re
 int32_t RecordingHost::FreeResult(char* result) {
     if (result == nullptr) {
         Log("FreeResult(null)");
-        return 0;
+        return freeCode;
     }
     std::unique_lock lock(m_lock);
     const auto found = m_answers.find(result);
     if (found == m_answers.end()) {
         lock.unlock();
         Log("FreeResult(unknown)");
-        return 0;
+        return freeCode;
     }
     const int number = found->second;
     m_answers.erase(found);
     lock.unlock();
     delete[] result;
     Log("FreeResult(answer " + std::to_string(number) + ")");
-    return 0;
+    return freeCode;
 }
 
 void RecordingHost::Log(std::string call) {

@@ -26,6 +26,7 @@ public:
     int32_t queryCode = 0;
     std::optional<std::string> answer; // no value: *result stays null. Handed out whole, NULs inside included.
     int32_t deleteCode = 0;
+    int32_t freeCode = 0;
     std::function<void()> onQuery; // called within QueryDot, before it answers
     bool logsCalls = true;
 

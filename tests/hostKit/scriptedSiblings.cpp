@@ -43,11 +43,11 @@ struct Services {
         explicit Service(std::string name) : m_name(std::move(name)) {}
         int32_t AddRef() override {
             Log("AddRef");
-            return 2;
+            return ScriptedSiblings::Instance().countResult.value_or(2);
         }
         int32_t Release() override {
             Log("Release");
-            return 1;
+            return ScriptedSiblings::Instance().countResult.value_or(1);
         }
         uint32_t QueryInterface(const GUID*, void**) override {
             Log("QueryInterface");
@@ -118,11 +118,11 @@ struct Services {
         using Service::Service;
         int32_t Start(const WideChar* moduleName, uint32_t zero) override {
             Log("Start(" + ToNarrow(moduleName) + "," + std::to_string(zero) + ")");
-            return 0;
+            return ScriptedSiblings::Instance().writerResult;
         }
         int32_t SetLevel(uint32_t level) override {
             Log("SetLevel(" + std::to_string(level) + ")");
-            return 0;
+            return ScriptedSiblings::Instance().writerResult;
         }
         int32_t WriteRecord(const WideChar* text, int32_t level) override {
             auto& script = ScriptedSiblings::Instance();
@@ -133,7 +133,7 @@ struct Services {
             }
             const std::lock_guard lock(script.m_lock);
             script.m_records.push_back({level, masked, raw});
-            return 0;
+            return script.writerResult;
         }
     };
 
@@ -240,8 +240,10 @@ uint32_t MORD_CDECL CreateScripted(const GUID* iid, void** out) {
             if (refused) {
                 return RESULT_NO_INTERFACE;
             }
-            *out = row.service;
-            return RESULT_OK;
+            if (!script.hollow.contains(row.name)) {
+                *out = row.service;
+            }
+            return script.grudging.contains(row.name) ? RESULT_NO_INTERFACE : RESULT_OK;
         }
     }
     script.calls.Add("refuse an unknown service");
@@ -290,6 +292,10 @@ ScriptedSiblings::~ScriptedSiblings() {
 
 void ScriptedSiblings::Reset() {
     refused.clear();
+    grudging.clear();
+    hollow.clear();
+    writerResult = 0;
+    countResult.reset();
     finder = Finder::GivesZelkBase;
     configTexts = {LogDirectory().string()};
     machineId = u"SCRIPTED-MACHINE";

@@ -50,6 +50,15 @@ public:
     // Services that the factories refuse, by the names used in `calls`.
     std::set<std::string> refused;
 
+    // Services whose factory does what it says not: fills the pointer and refuses by its result, or says yes and leaves
+    // the pointer alone.
+    std::set<std::string> grudging;
+    std::set<std::string> hollow;
+
+    // What the operations of ILogWriter return, and AddRef and Release of every service but the converter.
+    int32_t writerResult = 0;
+    std::optional<int32_t> countResult;
+
     enum class Finder { GivesZelkBase, GivesNull, GivesModuleWithoutFactory };
     Finder finder = Finder::GivesZelkBase;
 
