@@ -228,6 +228,25 @@ TEST_F(CallFromWithin, AnEventWithinReportWithinAnEventIsReportedOnItsOwn) {
     EXPECT_EQ(host.AnswersOut(), 0U);
 }
 
+// Where a record takes the sink away while the report is made from it, there is none to give the report to.
+TEST_F(CallFromWithin, ASinkThatIsTakenAwayWhileTheReportIsMadeGetsNone) {
+    class Taking final : public FakeRecord {
+    public:
+        explicit Taking(CMordRecv& object) : receiver(object) {}
+        int32_t GetInt64(const char* name, int64_t* value) override {
+            receiver.SetReportSink(nullptr);
+            return FakeRecord::GetInt64(name, value);
+        }
+        CMordRecv& receiver;
+    } taking(*receiver);
+    static_cast<FakeRecord&>(taking) = SampleEvent();
+    uint32_t reply = unwritten;
+    EXPECT_TRUE(receiver->HandleEvent(&taking, rulePointers.data(), 1, &reply));
+    EXPECT_EQ(reply, REPLY_ALLOW);
+    EXPECT_EQ(sink.Reports(), Lines{});
+    EXPECT_EQ(TakeRecords().back(), inReport.Trace("==>leave"));
+}
+
 // The answer is the memory of the host that gave it; all that comes later goes to the one that is there now.
 TEST_F(CallFromWithin, AHostThatIsReplacedWithinItsQueryGetsItsAnswerBackAndTheOtherTheDeletion) {
     CallLog otherCalls;

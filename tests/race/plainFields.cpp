@@ -16,7 +16,7 @@ extern "C" {
         "race:race::WriteExceptionMode\n"
         // m_started: a flag that opens the gate of the rules; each rule of an event meets it open or closed.
         "race:race::WriteStarted\n"
-        // m_reportSink: a pointer. While events run it only goes from one sink to another, never to null.
+        // m_reportSink: a pointer. The report of an event goes to the sink that is there at its end, or to none.
         "race:race::WriteReportSink\n";
 }
 

@@ -262,7 +262,9 @@ TEST_P(Race, EveryOperationAtOnceLeavesEachEventWhole) {
     addWriter([this](uint32_t turn) { WriteDefenderMode(*receiver, turn % 7); }); // 6 is no mode
     addWriter([this](uint32_t turn) { WriteExceptionMode(*receiver, turn % 3); });
     addWriter([this](uint32_t turn) { WriteStarted(*receiver, turn % 4 != 0); });
-    addWriter([this, &otherSink](uint32_t turn) { WriteReportSink(*receiver, turn % 2 == 0 ? &host : &otherSink); });
+    addWriter([this, &otherSink](uint32_t turn) {
+        WriteReportSink(*receiver, turn % 3 == 0 ? nullptr : turn % 3 == 1 ? &host : &otherSink);
+    });
     // And one for what changes no field, or none that an event reads.
     threads.Add([this] {
         char empty[] = "";

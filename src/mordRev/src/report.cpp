@@ -73,6 +73,9 @@ void CMordRecv::ReportEventHandleRes(IEventRecord* event, IEventRecord** rules, 
 
     const std::string report(buffer.GetString(), buffer.GetSize());
     LOG_TRACE(WIDE("ReportEventHandleRes json=") << report);
-    m_reportSink->Report(reportKind, report.c_str(), static_cast<uint32_t>(report.size()));
+    // Taken once: since the test above a record, or another thread, may have put null in its place.
+    if (IReportSink* const target = m_reportSink) {
+        target->Report(reportKind, report.c_str(), static_cast<uint32_t>(report.size()));
+    }
     LOG_TRACE(WIDE("==>leave"));
 }
