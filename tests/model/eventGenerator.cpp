@@ -116,6 +116,25 @@ void RandomQuery(Vocabulary& words, EventScript& event, const std::vector<std::s
     event.reportResult = random.Pick({0, 0, 1, -1});
 }
 
+// What a host may do from within a call into it, beside what it may do at any time. It does not put another host in its
+// own place there.
+Operation RandomCallFromWithin(Random& random) {
+    switch (random.Below(6)) {
+    case 0:
+        return UninitOf();
+    case 1:
+        return SinkOf(random.Below(3));
+    case 2:
+        return ReadingOf(8);
+    case 3:
+        return TextOf(6, random.Pick({"", "OTHER", "m1"}));
+    case 4:
+        return NullDataOf(8);
+    default:
+        return NumberOf(7, 1);
+    }
+}
+
 void RandomMeddling(Vocabulary& words, EventScript& event) {
     Random& random = words.Source();
     for (auto* const operations : {&event.duringQuery, &event.duringFree, &event.duringDelete, &event.duringReport}) {
@@ -125,6 +144,8 @@ void RandomMeddling(Vocabulary& words, EventScript& event) {
         for (uint32_t count = random.Between(1, 2); count > 0; --count) {
             if (random.Percent(12)) {
                 operations->push_back(HandlingOf(RandomEvent(words, 1)));
+            } else if (random.Percent(25)) {
+                operations->push_back(RandomCallFromWithin(random));
             } else {
                 operations->push_back(RandomOperationAtAnyTime(words));
             }

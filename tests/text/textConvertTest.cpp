@@ -140,6 +140,21 @@ TEST_F(TextConvert, ConverterThatWritesNoNulGivesNoMoreThanTheDestinationHolds) 
     EXPECT_EQ(WideToUtf8(Wide(3000, WideChar{'x'}).c_str()), std::string(3000, 'x') + std::string(9000, '#'));
 }
 
+TEST_F(TextConvert, RequestThatTheConverterChangesIsNotReadBack) {
+    static char elsewhere[] = "elsewhere";
+    siblings.onConvert = [](uint32_t, TextConversionRequest& request) {
+        std::char_traits<char>::copy(static_cast<char*>(request.destination), "out", 4);
+        request.codePage = 0;
+        request.sourceLength = 0xFFFFFFFF;
+        request.destinationCapacity = 0xFFFFFFFF;
+        request.source = nullptr;
+        request.destination = elsewhere;
+        return std::optional(0);
+    };
+    EXPECT_EQ(WideToUtf8(WIDE("in")), "out");
+    EXPECT_EQ(WideToUtf8(Wide(3000, WideChar{'x'}).c_str()), "out") << "on the heap too";
+}
+
 TEST_F(TextConvert, ReferenceIsHeldAroundEachConvertAndGivenBack) {
     for (int i = 0; i < 3; ++i) {
         Utf8ToWide("a");
