@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <memory>
 
 #include "mordRev/src/mordRevTypes.h"
 
@@ -12,7 +11,15 @@ namespace {
 // Of the event that the thread is handling.
 thread_local Outcome* current = nullptr;
 thread_local uint32_t queries = 0;
-thread_local std::unique_ptr<char[]> lent; // its answer, which the receiver does not always give back
+
+// Its answer, which the receiver does not always give back. A plain pointer: what a thread destroys at its end is not to
+// be relied on everywhere.
+thread_local char* lent = nullptr;
+
+void TakeBack() {
+    delete[] lent;
+    lent = nullptr;
+}
 
 class ThreadRecords final : public model::RecordTaker {
 public:
@@ -36,15 +43,16 @@ int32_t RaceHost::DeleteDot(const char*, const char*, int32_t, const char*) {
 }
 
 int32_t RaceHost::QueryDot(const char*, const char*, char** result) {
-    lent = std::make_unique<char[]>(answer.size() + 1);
-    std::copy_n(answer.c_str(), answer.size() + 1, lent.get());
-    *result = lent.get();
+    TakeBack();
+    lent = new char[answer.size() + 1];
+    std::copy_n(answer.c_str(), answer.size() + 1, lent);
+    *result = lent;
     return errorEvery != 0 && ++queries % errorEvery == 0 ? DOT_QUERY_NETWORK_ERROR : queryResult;
 }
 
 int32_t RaceHost::FreeResult(char* result) {
-    if (result == lent.get()) {
-        lent.reset();
+    if (result == lent) {
+        TakeBack();
     }
     return 0;
 }
@@ -87,7 +95,7 @@ Outcome HandleOneEvent(IMordRev& receiver) {
     outcome.result = receiver.HandleEvent(&event, rules, 1, &outcome.reply);
     model::TakeRecords(nullptr);
     current = nullptr;
-    lent.reset();
+    TakeBack();
     return outcome;
 }
 
