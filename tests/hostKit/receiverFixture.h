@@ -10,31 +10,11 @@
 
 #include "hostKit/fakeRecord.h"
 #include "hostKit/logRecords.h"
+#include "hostKit/receiverFields.h"
 #include "hostKit/recordingHost.h"
 #include "hostKit/scriptedSiblings.h"
 #include "logging/logState.h"
 #include "mordRev/src/mordRev.h"
-
-// The receiver's fields, for tests.
-struct MordRevFields {
-    explicit MordRevFields(CMordRecv& object) : receiver(object) {}
-
-    bool& Inited() const { return receiver.m_inited; }
-    IDotHost*& Host() const { return receiver.m_host; }
-    bool& Started() const { return receiver.m_started; }
-    AllowList& AllowedMids() const { return receiver.m_allowList; }
-    std::timed_mutex& Lock() const { return receiver.m_lock; }
-    IReportSink*& ReportSink() const { return receiver.m_reportSink; }
-    std::string& Mid() const { return receiver.m_mid; }
-    uint32_t& Mode() const { return receiver.m_defenderMode; }
-    uint32_t& ExceptionMode() const { return receiver.m_exceptionMode; }
-    ActionTable& Actions() const { return receiver.m_actionTable; }
-    std::string& SpareText() const { return receiver.m_spareText; }
-    int32_t ReferenceCount() const { return receiver.m_refCount; }
-    bool HasMidService() const { return static_cast<bool>(receiver.m_midService); }
-
-    CMordRecv& receiver;
-};
 
 namespace hostKit {
 

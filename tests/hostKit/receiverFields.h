@@ -1,0 +1,27 @@
+// The receiver's fields, for tests.
+#pragma once
+
+#include <mutex>
+#include <string>
+
+#include "mordRev/src/mordRev.h"
+
+struct MordRevFields {
+    explicit MordRevFields(CMordRecv& object) : receiver(object) {}
+
+    bool& Inited() const { return receiver.m_inited; }
+    IDotHost*& Host() const { return receiver.m_host; }
+    bool& Started() const { return receiver.m_started; }
+    AllowList& AllowedMids() const { return receiver.m_allowList; }
+    std::timed_mutex& Lock() const { return receiver.m_lock; }
+    IReportSink*& ReportSink() const { return receiver.m_reportSink; }
+    std::string& Mid() const { return receiver.m_mid; }
+    uint32_t& Mode() const { return receiver.m_defenderMode; }
+    uint32_t& ExceptionMode() const { return receiver.m_exceptionMode; }
+    ActionTable& Actions() const { return receiver.m_actionTable; }
+    std::string& SpareText() const { return receiver.m_spareText; }
+    int32_t ReferenceCount() const { return receiver.m_refCount; }
+    bool HasMidService() const { return static_cast<bool>(receiver.m_midService); }
+
+    CMordRecv& receiver;
+};
