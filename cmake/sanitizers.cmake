@@ -5,4 +5,7 @@ if(MORDREV_SANITIZE)
     add_compile_options(-fsanitize=${MORDREV_SANITIZE} -fno-sanitize=vptr -fno-sanitize-recover=all
         -fno-omit-frame-pointer)
     add_link_options(-fsanitize=${MORDREV_SANITIZE})
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+        add_compile_options(-fsanitize-ignorelist=${CMAKE_CURRENT_LIST_DIR}/clangIgnoreList.txt)
+    endif()
 endif()

@@ -19,7 +19,7 @@ namespace {
 using namespace scripted;
 
 constexpr uint32_t targetId = 7;
-constexpr uint64_t readLimit = 2000;             // so that a cycle ends
+constexpr uint64_t readLimit = 400;              // so that a cycle ends
 constexpr size_t largestArray = size_t{1} << 20; // a table of exports beyond it finds no memory
 
 void Require(bool holds) {

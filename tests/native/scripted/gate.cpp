@@ -72,8 +72,8 @@ uint64_t GateCall(uint64_t function, int32_t count, ...) {
 
 void GateCopyIn(void* destination, uint64_t source, uint32_t size) {
     Note([&] { return "GateCopyIn(" + Hex(source) + ", " + std::to_string(size) + ")"; });
+    CountRead(source); // those of nothing too: a list can lead to address 0, and stay there
     if (destination != nullptr && source != 0 && size != 0) {
-        CountRead(source);
         ReadOwn(source, destination, size);
     }
 }

@@ -1,0 +1,98 @@
+// The three documents.
+#include <cstring>
+#include <string_view>
+#include <vector>
+
+#include "fuzz/receiver/receiverPair.h"
+#include "fuzz/receiver/vocabulary.h"
+#include "fuzz/require.h"
+#include "fuzz/targets.h"
+
+namespace {
+
+// Records, and events, take most of the time.
+constexpr uint32_t recordsOneIn = 16;
+constexpr uint32_t eventsOneIn = 4;
+constexpr int mostDocuments = 3;
+
+// What the records of an event answer: no flags, type "G"; the guids "K", "" and "G"; and words in turn.
+constexpr uint8_t recordBytes[] = {0, 0, 0, 0, 1, 0, 3, 0, 0, 0, 0, 0, 1, 0, 3, 0, 2, 0, 0, 0, 1};
+
+// `text` in a buffer of its own size: a read past the NUL is found.
+std::vector<char> Copy(std::string_view text) {
+    std::vector<char> copy(text.size() + 1);
+    std::copy(text.begin(), text.end(), copy.begin());
+    return copy;
+}
+
+// Gives both receivers the documents of the input in turn by `give`, which tells the result.
+template <typename Give>
+void GiveDocuments(const uint8_t* data, size_t size, const Give& give) {
+    ReceiverPair& pair = ReceiverPair::Instance();
+    pair.Begin(IsOneIn(recordsOneIn, data, size));
+    std::string_view rest(reinterpret_cast<const char*>(data), size);
+    for (int i = 0; i < mostDocuments; ++i) {
+        const std::string_view document = rest.substr(0, rest.find('\0'));
+        std::vector<char> copy = Copy(document);
+        const bool result = give(pair.library, copy.data());
+        copy = Copy(document); // whatever became of the first
+        Require(result == give(pair.modelReceiver, copy.data()), "a document is taken when the model takes it");
+        pair.RequireTheSame();
+        if (document.size() == rest.size()) {
+            break;
+        }
+        rest.remove_prefix(document.size() + 1);
+    }
+    pair.RequireKnownMatches();
+    if (IsOneIn(eventsOneIn, data, size)) {
+        pair.RequireKnownDecision();
+    }
+    pair.RequireTheSame();
+}
+
+void RequireTheAnswerOfTheModel(const model::ReceiverModel::Answer& expected, const QueryResultTable& table) {
+    Require(table.Size() == expected.size(), "as many guids as the model says");
+    for (const auto& [guid, mids] : expected) {
+        const MidSet* const found = table.Find(guid);
+        Require(found != nullptr && found->size() == mids.size(), "a guid with the machine ids that the model says");
+        for (const std::string& mid : mids) {
+            Require(found->contains(mid), "a machine id that the model says");
+        }
+    }
+}
+
+} // namespace
+
+void FuzzAllowList(const uint8_t* data, size_t size) {
+    GiveDocuments(data, size, [](IMordRev& receiver, char* text) { return receiver.SetAllowList(text); });
+}
+
+void FuzzActionTable(const uint8_t* data, size_t size) {
+    GiveDocuments(data, size,
+                  [](IMordRev& receiver, char* text) { return receiver.SetProperty(PROP_ACTION_JSON, text, 1); });
+}
+
+void FuzzQueryResult(const uint8_t* data, size_t size) {
+    ReceiverPair& pair = ReceiverPair::Instance();
+    pair.Begin(IsOneIn(recordsOneIn, data, size));
+    const std::string text(reinterpret_cast<const char*>(data), size);
+    QueryResultTable table;
+    model::ReceiverModel::Answer answer;
+    const bool result = pair.library.ParseQueryResult(text, &table);
+    Require(result == pair.modelReceiver.ParseQueryResult(text, answer), "an answer is taken when the model takes it");
+    RequireTheAnswerOfTheModel(answer, table);
+    pair.RequireTheSame();
+
+    // The same text as the host's answer decides an event.
+    if (!IsOneIn(eventsOneIn, data, size)) {
+        return;
+    }
+    HostScript script;
+    script.answer = text;
+    const FuzzInput records(recordBytes, sizeof recordBytes);
+    pair.librarySide.Begin(script, records);
+    pair.modelSide.Begin(script, records);
+    pair.librarySide.HandleEvent(3);
+    pair.modelSide.HandleEvent(3);
+    pair.RequireTheSame();
+}

@@ -1,0 +1,154 @@
+#include "fuzz/receiver/hostSide.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "fuzz/receiver/scriptedRecord.h"
+#include "fuzz/receiver/vocabulary.h"
+#include "fuzz/require.h"
+#include "mordRev/src/mordRevTypes.h"
+
+namespace {
+
+constexpr uint32_t mostRules = 4;
+
+void SetText(IMordRev& receiver, uint32_t key, const char* text) {
+    std::string copy = text;
+    receiver.SetProperty(key, copy.data(), static_cast<uint32_t>(copy.size() + 1));
+}
+
+} // namespace
+
+HostSide::~HostSide() {
+    Begin({}, {nullptr, 0});
+}
+
+void HostSide::Begin(const HostScript& script, const FuzzInput& input) {
+    for (char* const answer : m_answers) {
+        delete[] answer; // never given back, as all-forbid mode has it
+    }
+    m_answers.clear();
+    m_script = script;
+    m_input = input;
+    m_calls.clear();
+    m_depth = 0;
+}
+
+void HostSide::HandleEvent(uint32_t ruleCount) {
+    ScriptedRecord event(*this, 'e');
+    ScriptedRecord rules[mostRules] = {{*this, '0'}, {*this, '1'}, {*this, '2'}, {*this, '3'}};
+    IEventRecord* pointers[mostRules] = {&rules[0], &rules[1], &rules[2], &rules[3]};
+    uint32_t reply = 0xDEADBEEF;
+    const bool result = m_receiver.HandleEvent(&event, pointers, std::min(ruleCount, mostRules), &reply);
+    Require(reply <= REPLY_ALLOW_FLAGGED, "a reply is 0, 1 or 2");
+    Log(result ? '+' : '-', reply);
+}
+
+int32_t HostSide::QueryDot(const char* guidJson, const char* mid, char** result) {
+    Log('Q', guidJson);
+    Log('m', mid);
+    Require(*result == nullptr, "an answer is null before the query");
+    Act(m_script.actOnQuery);
+    if (m_script.hasAnswer) {
+        // A buffer of its own size: a read past the NUL is found.
+        const size_t length = std::strlen(m_script.answer.c_str());
+        char* const answer = new char[length + 1];
+        std::copy_n(m_script.answer.c_str(), length + 1, answer);
+        m_answers.push_back(answer);
+        *result = answer;
+    }
+    return m_script.queryCode;
+}
+
+int32_t HostSide::DeleteDot(const char* guid, const char* mid, int32_t kind, const char* type) {
+    Log('D', guid);
+    Log('m', mid);
+    Log('k', kind);
+    Log('t', type);
+    Act(m_script.actOnDelete);
+    return m_script.deleteResult;
+}
+
+int32_t HostSide::FreeResult(char* result) {
+    const auto answer = std::find(m_answers.begin(), m_answers.end(), result);
+    Require(result == nullptr || answer != m_answers.end(), "what is given back was handed out");
+    Log('F', answer - m_answers.begin());
+    if (result != nullptr) {
+        m_answers.erase(answer);
+        delete[] result;
+    }
+    Act(m_script.actOnFree);
+    return m_script.otherResult;
+}
+
+int32_t HostSide::Report(int32_t kind, const char* text, uint32_t size) {
+    Require(std::strlen(text) == size, "a report has the size that is told");
+    Log('k', kind);
+    Log('R', text);
+    Act(m_script.actOnReport);
+    return m_script.otherResult;
+}
+
+void HostSide::Act(uint8_t action) {
+    if (action == 0 || m_depth > 0) {
+        return;
+    }
+    ++m_depth;
+    const auto setMode = [this](PropertyKey key, uint32_t mode) { m_receiver.SetProperty(key, &mode, sizeof mode); };
+    switch (action % 14) {
+    case 1:
+        m_receiver.SetAllowList(knownAllowList);
+        break;
+    case 2:
+        m_receiver.SetAllowList(R"({"mid_list":[{"mid":"X","protocol":["K","web",""]}]})");
+        break;
+    case 3:
+        m_receiver.SetAllowList("{\"mid_list\":[");
+        break;
+    case 4:
+        m_receiver.ClearAllowList();
+        break;
+    case 5:
+        SetText(m_receiver, PROP_ACTION_JSON, R"({"G":1,"K":1,"web":-1})");
+        break;
+    case 6:
+        SetText(m_receiver, PROP_ACTION_JSON, "{}");
+        break;
+    case 7:
+        m_receiver.Stop();
+        break;
+    case 8:
+        m_receiver.Start();
+        break;
+    case 9:
+        setMode(PROP_DEFENDER_MODE, MODE_ALL_FORBID);
+        break;
+    case 10:
+        setMode(PROP_DEFENDER_MODE, MODE_ALLOW_AFTER_DECISION);
+        break;
+    case 11:
+        setMode(PROP_DEFENDER_MODE, MODE_EMERGENCY);
+        break;
+    case 12:
+        setMode(PROP_EXCEPTION_MODE, EXCEPTION_ALLOW);
+        break;
+    case 13:
+        HandleEvent(2);
+        break;
+    default:
+        m_receiver.Uninit();
+        m_receiver.Init(this);
+        break;
+    }
+    --m_depth;
+}
+
+void HostSide::Log(char what, const char* text) {
+    m_calls += what;
+    m_calls += text;
+    m_calls += '\n';
+}
+
+void HostSide::Log(char what, int64_t number) {
+    Log(what, std::to_string(number).c_str());
+}

@@ -1,0 +1,64 @@
+// The host's side of one receiver: its host, its sink and its records, all driven by the same script, with a line of
+// everything that was asked of them.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "frame/interfaces.h"
+#include "fuzz/input.h"
+
+// What the host answers, and what it does to the receiver from within its operations (see HostSide::Act).
+struct HostScript {
+    int32_t queryCode = 0;
+    bool hasAnswer = true;
+    std::string answer; // ends at its first NUL
+    int32_t deleteResult = 0;
+    int32_t otherResult = 0; // of FreeResult and Report
+    uint8_t actOnQuery = 0;
+    uint8_t actOnFree = 0;
+    uint8_t actOnDelete = 0;
+    uint8_t actOnReport = 0;
+};
+
+class HostSide final : public IDotHost, public IReportSink {
+public:
+    // `ofModel`: the receiver is the model, which knows no missing memory: see ScriptedRecord.
+    HostSide(IMordRev& receiver, bool ofModel) : m_receiver(receiver), m_ofModel(ofModel) {}
+    ~HostSide();
+    HostSide(const HostSide&) = delete;
+    HostSide& operator=(const HostSide&) = delete;
+
+    // Makes everything ready for one input: what records answer is taken from `input`.
+    void Begin(const HostScript& script, const FuzzInput& input);
+
+    // Lets the receiver handle an event with `ruleCount` rules that answer by the input; result and reply go into the
+    // calls.
+    void HandleEvent(uint32_t ruleCount);
+
+    int32_t DeleteDot(const char* guid, const char* mid, int32_t kind, const char* type) override;
+    int32_t QueryDot(const char* guidJson, const char* mid, char** result) override;
+    int32_t FreeResult(char* result) override;
+    int32_t Report(int32_t kind, const char* text, uint32_t size) override;
+
+    // Everything that was asked, in order.
+    const std::string& Calls() const { return m_calls; }
+    size_t InputLeft() const { return m_input.Left(); }
+
+private:
+    friend class ScriptedRecord;
+
+    // Does to the receiver, from within a call of its, what `action` says: another document, another mode, an event.
+    void Act(uint8_t action);
+    void Log(char what, const char* text);
+    void Log(char what, int64_t number);
+
+    IMordRev& m_receiver;
+    bool m_ofModel;
+    HostScript m_script;
+    FuzzInput m_input{nullptr, 0};
+    std::string m_calls;
+    std::vector<char*> m_answers; // those that are out
+    int m_depth = 0;              // of events within events
+};

@@ -1,0 +1,138 @@
+// The operating system of the receiver's fuzzers: no file, no process, no output, and siblings that are made of nothing
+// but what stands here.
+#include <algorithm>
+#include <cstring>
+#include <string_view>
+
+#include "frame/interfaces.h"
+#include "fuzz/receiver/records.h"
+#include "logging/logMacros.h"
+#include "mordRev/src/mordRev.h"
+#include "platform/platform.h"
+
+namespace {
+
+template <typename Interface>
+class Service : public Interface {
+public:
+    int32_t AddRef() override { return 2; }
+    int32_t Release() override { return 1; }
+    uint32_t QueryInterface(const GUID*, void**) override { return RESULT_NO_INTERFACE; }
+};
+
+int module;
+
+class Finder final : public Service<IModuleFinder> {
+public:
+    void* FindModule(const WideChar*) override { return &module; }
+};
+
+// Makes one unit of each byte and the other way round, whatever the bytes are.
+class Converter final : public Service<ITextConverter> {
+public:
+    int32_t Convert(uint32_t command, TextConversionRequest* request) override {
+        if (command == CONVERT_NARROW_TO_WIDE) {
+            Copy<unsigned char, WideChar>(*request);
+        } else {
+            Copy<WideChar, unsigned char>(*request);
+        }
+        return 0;
+    }
+
+private:
+    template <typename From, typename To>
+    static void Copy(const TextConversionRequest& request) {
+        const auto* const source = static_cast<const From*>(request.source);
+        auto* const destination = static_cast<To*>(request.destination);
+        const uint32_t length = std::min(request.sourceLength, request.destinationCapacity - 1);
+        std::transform(source, source + length, destination, [](From unit) { return static_cast<To>(unit); });
+        destination[length] = To{};
+    }
+};
+
+class MachineId final : public Service<IMachineIdService> {
+public:
+    int32_t GetMachineId(MachineIdRecord* record) override {
+        constexpr std::basic_string_view<WideChar> id = WIDE("HOST");
+        std::copy(id.begin(), id.end(), record->machineId);
+        return 0;
+    }
+};
+
+class LogConfig final : public Service<ILogConfig> {
+public:
+    const WideChar* GetConfigText(uint32_t, uint32_t) override { return WIDE(""); }
+};
+
+class LogWriter final : public Service<ILogWriter> {
+public:
+    int32_t Start(const WideChar*, uint32_t) override { return 0; }
+    int32_t SetLevel(uint32_t) override { return 0; }
+    int32_t WriteRecord(const WideChar* text, int32_t level) override {
+        TakeRecord(text, level);
+        return 0;
+    }
+};
+
+Finder finder;
+Converter converter;
+MachineId machineId;
+LogConfig logConfig;
+LogWriter logWriter;
+Service<ISmartUnknown> other;
+
+extern "C" uint32_t MORD_CDECL CreateService(const GUID* id, void** out) {
+    const auto is = [id](const GUID& service) { return std::memcmp(id, &service, sizeof service) == 0; };
+    if (is(SID_ModuleFinder)) {
+        *out = static_cast<IModuleFinder*>(&finder);
+    } else if (is(SID_TextConverter)) {
+        *out = static_cast<ITextConverter*>(&converter);
+    } else if (is(SID_MachineId)) {
+        *out = static_cast<IMachineIdService*>(&machineId);
+    } else if (is(SID_LogConfig)) {
+        *out = static_cast<ILogConfig*>(&logConfig);
+    } else if (is(SID_LogWriter)) {
+        *out = static_cast<ILogWriter*>(&logWriter);
+    } else {
+        *out = static_cast<ISmartUnknown*>(&other);
+    }
+    return RESULT_OK;
+}
+
+} // namespace
+
+namespace platform {
+
+ModuleHandle GetModuleHandleW(const WideChar*) {
+    return &module;
+}
+
+void* GetProcAddress(ModuleHandle, const char*) {
+    return reinterpret_cast<void*>(CreateService);
+}
+
+uint32_t GetPrivateProfileIntW(const WideChar*, const WideChar* key, int32_t, const WideChar*) {
+    // The first start makes the logger. Later ones leave the log as the input has it.
+    return std::basic_string_view<WideChar>(key) == WIDE("WriteLog") && (!LoggerObject || LogFileEnabled) ? 1 : 0;
+}
+
+void OutputDebugStringW(const WideChar*) {}
+
+void WriteStandardOutput(const WideChar*) {}
+
+uint32_t GetCurrentThreadId() {
+    return 1;
+}
+
+uint32_t GetLastError() {
+    return 0;
+}
+
+} // namespace platform
+
+// No process is found.
+bool CMordRecv::GetProcPathByPid(uint32_t pid, std::string* path) {
+    path->clear();
+    LOG_ERROR(WIDE("Open process failed!") << WIDE(" pid=") << pid << WIDE(" ,lasterror=N"));
+    return false;
+}
