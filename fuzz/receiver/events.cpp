@@ -5,9 +5,6 @@
 
 namespace {
 
-// Records take most of the time.
-constexpr uint32_t recordsOneIn = 16;
-
 // The modes, the flags of the run and the answers of the host, from the front of an input.
 struct EventInput {
     explicit EventInput(FuzzInput& input) {
