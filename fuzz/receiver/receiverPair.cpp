@@ -8,6 +8,7 @@
 #include "fuzz/receiver/records.h"
 #include "fuzz/receiver/vocabulary.h"
 #include "fuzz/require.h"
+#include "hostKit/quietSystem.h"
 #include "logging/logState.h"
 
 namespace {
@@ -27,6 +28,7 @@ ReceiverPair& ReceiverPair::Instance() {
 
 ReceiverPair::ReceiverPair() : modelReceiver(m_trace, m_siblings, m_branches) {
     m_siblings.logs = false;
+    hostKit::takeRecord = TakeRecord;
     const std::pair<IMordRev*, HostSide*> both[] = {{&library, &librarySide}, {&modelReceiver, &modelSide}};
     for (const auto& [receiver, side] : both) {
         Require(receiver->Init(side), "a receiver is initialised");

@@ -4,6 +4,6 @@
 #include <cstddef>
 #include <cstdint>
 
-// Runs every file of fuzz/corpus/`target` through `run`, which ends the process where something does not hold; the input
-// that ran is then the last one named on the output. A test fails when there is none.
+// Runs every file of fuzz/corpus/`target` through `run`, which ends the process where something does not hold; the
+// input that ran is then the last one named on the output. A test fails when there are none.
 void ReplayCorpus(const char* target, void (*run)(const uint8_t* data, size_t size));

@@ -9,11 +9,13 @@ extern "C" {
 void* __real_malloc(size_t size);
 void* __real_calloc(size_t count, size_t size);
 void* __real_realloc(void* memory, size_t size);
+void __real_free(void* memory);
 std::chrono::system_clock::time_point __real__ZNSt6chrono3_V212system_clock3nowEv();
 
 void* __wrap_malloc(size_t size);
 void* __wrap_calloc(size_t count, size_t size);
 void* __wrap_realloc(void* memory, size_t size);
+void __wrap_free(void* memory);
 std::chrono::system_clock::time_point __wrap__ZNSt6chrono3_V212system_clock3nowEv();
 }
 
@@ -28,6 +30,7 @@ bool failsOn = false;
 bool lastingFailure = false;
 AllocationKind failed = AllocationKind::None;
 size_t timeReads = 0;
+long blocksHeld = 0;
 
 // Whether an allocation may succeed.
 bool Account(AllocationKind kind, size_t size) {
@@ -46,18 +49,32 @@ bool Account(AllocationKind kind, size_t size) {
     return true;
 }
 
+void* Held(void* memory) {
+    blocksHeld += memory != nullptr ? 1 : 0;
+    return memory;
+}
+
 } // namespace
 
 void* __wrap_malloc(size_t size) {
-    return Account(AllocationKind::Malloc, size) ? __real_malloc(size) : nullptr;
+    return Account(AllocationKind::Malloc, size) ? Held(__real_malloc(size)) : nullptr;
 }
 
 void* __wrap_calloc(size_t count, size_t size) {
-    return Account(AllocationKind::Calloc, count * size) ? __real_calloc(count, size) : nullptr;
+    return Account(AllocationKind::Calloc, count * size) ? Held(__real_calloc(count, size)) : nullptr;
 }
 
 void* __wrap_realloc(void* memory, size_t size) {
-    return Account(AllocationKind::Malloc, size) ? __real_realloc(memory, size) : nullptr;
+    if (!Account(AllocationKind::Malloc, size)) {
+        return nullptr;
+    }
+    void* const moved = __real_realloc(memory, size);
+    return memory == nullptr ? Held(moved) : moved;
+}
+
+void __wrap_free(void* memory) {
+    blocksHeld -= memory != nullptr ? 1 : 0;
+    __real_free(memory);
 }
 
 std::chrono::system_clock::time_point __wrap__ZNSt6chrono3_V212system_clock3nowEv() {
@@ -67,7 +84,7 @@ std::chrono::system_clock::time_point __wrap__ZNSt6chrono3_V212system_clock3nowE
 
 void* operator new(size_t size) {
     if (Account(AllocationKind::New, size)) {
-        if (void* const memory = __real_malloc(size == 0 ? 1 : size)) {
+        if (void* const memory = Held(__real_malloc(size == 0 ? 1 : size))) {
             return memory;
         }
     }
@@ -75,11 +92,11 @@ void* operator new(size_t size) {
 }
 
 void operator delete(void* memory) noexcept {
-    std::free(memory);
+    __wrap_free(memory);
 }
 
 void operator delete(void* memory, size_t) noexcept {
-    std::free(memory);
+    __wrap_free(memory);
 }
 
 AllocationCounter::AllocationCounter() {
@@ -113,6 +130,10 @@ void FailingAllocations::Stop() {
 
 AllocationKind FailingAllocations::Failed() const {
     return failed;
+}
+
+long BlocksHeld() {
+    return blocksHeld;
 }
 
 size_t TimeReads() {

@@ -1,7 +1,7 @@
 // What a piece of code allocates, and what becomes of it when memory runs out.
 //
-// A program that links this has operator new replaced, and must be linked with malloc, calloc, realloc and the clock
-// wrapped (see the CMake file). For one thread alone.
+// A program that links this has operator new replaced, and must be linked with malloc, calloc, realloc, free and the
+// clock wrapped (see the CMake file). For one thread alone.
 #pragma once
 
 #include <cstddef>
@@ -39,6 +39,9 @@ public:
     // What the first one was that failed; None if it did not come to that.
     AllocationKind Failed() const;
 };
+
+// How many blocks the program holds, of those that it got in a way that is counted.
+long BlocksHeld();
 
 // How often the system was asked for the time, since the program began.
 size_t TimeReads();

@@ -34,12 +34,14 @@ public:
         return RECORD_DELIVERED;
     }
 
+    static constexpr const char* otherText = "a text that is too long to be kept without an allocation";
+
     int32_t flags = 0;
 
 private:
     std::string m_guid;
     std::string m_type;
-    std::string m_other = "a text that is too long to be kept without an allocation";
+    std::string m_other = otherText;
 };
 
 // Answers each query with the same buffer.

@@ -1,14 +1,15 @@
-// The operating system of the receiver's fuzzers: no file, no process, no output, and siblings that are made of nothing
-// but what stands here.
+#include "hostKit/quietSystem.h"
+
 #include <algorithm>
 #include <cstring>
 #include <string_view>
 
 #include "frame/interfaces.h"
-#include "fuzz/receiver/records.h"
 #include "logging/logMacros.h"
 #include "mordRev/src/mordRev.h"
 #include "platform/platform.h"
+
+void (*hostKit::takeRecord)(const WideChar* text, int32_t level) = nullptr;
 
 namespace {
 
@@ -69,7 +70,9 @@ public:
     int32_t Start(const WideChar*, uint32_t) override { return 0; }
     int32_t SetLevel(uint32_t) override { return 0; }
     int32_t WriteRecord(const WideChar* text, int32_t level) override {
-        TakeRecord(text, level);
+        if (hostKit::takeRecord != nullptr) {
+            hostKit::takeRecord(text, level);
+        }
         return 0;
     }
 };
@@ -112,7 +115,6 @@ void* GetProcAddress(ModuleHandle, const char*) {
 }
 
 uint32_t GetPrivateProfileIntW(const WideChar*, const WideChar* key, int32_t, const WideChar*) {
-    // The first start makes the logger. Later ones leave the log as the input has it.
     return std::basic_string_view<WideChar>(key) == WIDE("WriteLog") && (!LoggerObject || LogFileEnabled) ? 1 : 0;
 }
 
