@@ -90,7 +90,7 @@ protected:
 
     // Whatever happens, the answer goes back, nothing of the object changes, and this event and the known one are
     // decided as they should be right afterwards.
-    void SweepTheWay() {
+    void SweepTheWay(std::initializer_list<bool> ways) {
         const WayOut& way = GetParam();
         uint32_t written = 0;
         int deletions = 0;
@@ -122,7 +122,8 @@ protected:
                   EXPECT_EQ(next, way.reply);
                   GoTheWay(waysOut[0]);
                   ExpectTheKnownEventDecided();
-              });
+              },
+              ways);
         EXPECT_EQ(siblings.ConverterReferences(), 0);
     }
 
@@ -132,12 +133,17 @@ protected:
 };
 
 TEST_P(ExhaustedEvent, LeavesNothingBehind) {
-    SweepTheWay();
+    SweepTheWay({false, true});
 }
 
+// Records take most of the time, and a failure that lasts meets the same ones on every way.
 TEST_P(ExhaustedEvent, LeavesNothingBehindWithRecordsOnTheWay) {
     LogFileEnabled = true;
-    SweepTheWay();
+    if (std::string(GetParam().name) == waysOut[0].name) {
+        SweepTheWay({false, true});
+    } else {
+        SweepTheWay({false});
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(WayOut, ExhaustedEvent, testing::ValuesIn(waysOut),
@@ -148,7 +154,7 @@ class ExhaustedRefusal : public ExhaustedEvent {};
 
 TEST_P(ExhaustedRefusal, LeavesNothingBehindWithRecordsOnTheWay) {
     LogFileEnabled = true;
-    SweepTheWay();
+    SweepTheWay({false, true});
 }
 
 INSTANTIATE_TEST_SUITE_P(

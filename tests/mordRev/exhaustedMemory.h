@@ -2,6 +2,7 @@
 // std::bad_alloc passes out of the operation, and everything is as it must be afterwards.
 #pragma once
 
+#include <initializer_list>
 #include <mutex>
 #include <new>
 #include <string>
@@ -61,13 +62,14 @@ Failure FailOne(size_t nth, bool lasting, const Operation& operation) {
     return failure;
 }
 
-// The whole sweep. `before` puts everything into its first state, which holds the same memory each time: what a failure
+// The whole sweep, of failures alone and of lasting ones as `ways` tells. `before` puts everything into its first state, which holds the same memory each time: what a failure
 // left behind would be seen there. `lock` must be free after each; `after` is told how the operation ended. Returns how
 // many failures there were.
 template <typename Operation, typename Before, typename After>
-size_t Sweep(std::timed_mutex& lock, const Operation& operation, const Before& before, const After& after) {
+size_t Sweep(std::timed_mutex& lock, const Operation& operation, const Before& before, const After& after,
+             std::initializer_list<bool> ways = {false, true}) {
     size_t failures = 0;
-    for (const bool lasting : {false, true}) {
+    for (const bool lasting : ways) {
         long held = 0;
         for (size_t nth = 1; nth < 100000; ++nth) {
             before();
