@@ -1,6 +1,6 @@
 # The front door. Each target installs what is missing first (scripts/setup) and then calls the CMake presets.
 .DEFAULT_GOAL := help
-.PHONY: help setup build build-linux build-windows build-windows-x64 run run-linux test test-linux test-asan test-tsan test-windows coverage mutation soak check clean
+.PHONY: help setup build build-linux build-windows build-windows-x64 run run-linux test test-linux test-asan test-tsan test-windows coverage mutation soak fuzz fuzz-32 check clean
 
 JOBS ?= $(shell nproc)
 CASES ?= 100000000
@@ -94,6 +94,17 @@ soak: ## compare the library with its model on very many random cases: CASES=100
 	@$(call configure,linux)
 	@$(call compile,linux,modelSoak)
 	@JOBS=$(JOBS) scripts/soak $(CASES) $(SEED)
+
+# SECONDS for each target, RUNS instead of or beside them, TARGETS of all, FUZZ_JOBS processes for each.
+fuzz fuzz-32: preset = linux-fuzz$(patsubst fuzz%,%,$@)
+fuzz: ## run the fuzzers, one after the other (SECONDS=60 RUNS=0 TARGETS="allowList ..." FUZZ_JOBS=1)
+fuzz-32: ## the same in 32-bit processes
+fuzz fuzz-32:
+	@scripts/setup linux $@
+	@mkdir -p build
+	@$(call configure,$(preset))
+	@$(call compile,$(preset))
+	@scripts/fuzz --preset $(preset) --seconds $(or $(SECONDS),60) --runs $(or $(RUNS),0) --jobs $(or $(FUZZ_JOBS),1) $(TARGETS)
 
 check: ## check the structure of the sources: layers, names, sizes
 	@scripts/check

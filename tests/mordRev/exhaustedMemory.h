@@ -62,9 +62,9 @@ Failure FailOne(size_t nth, bool lasting, const Operation& operation) {
     return failure;
 }
 
-// The whole sweep, of failures alone and of lasting ones as `ways` tells. `before` puts everything into its first state, which holds the same memory each time: what a failure
-// left behind would be seen there. `lock` must be free after each; `after` is told how the operation ended. Returns how
-// many failures there were.
+// The whole sweep, of failures alone and of lasting ones as `ways` tells. `before` puts everything into its first
+// state, which holds the same memory each time: what a failure left behind would be seen there. `lock` must be free
+// after each failure; `after` is told how the operation ended. Returns how many failures there were.
 template <typename Operation, typename Before, typename After>
 size_t Sweep(std::timed_mutex& lock, const Operation& operation, const Before& before, const After& after,
              std::initializer_list<bool> ways = {false, true}) {
