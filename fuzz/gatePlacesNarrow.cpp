@@ -45,6 +45,7 @@ void AskGate(const Text& name) {
 std::vector<MemoryPlace> BuildGatePlaces() {
     TargetMemory& memory = ResetGate().memory;
     half.Build(GateInstance());
+    const auto functionCount = static_cast<size_t>(half.FunctionCount());
     std::vector<MemoryPlace> places = {
         {&memory, GateHalf::threadBlock, 0x70},
         {&memory, GateHalf::peb, 0x40},
@@ -52,8 +53,8 @@ std::vector<MemoryPlace> BuildGatePlaces() {
         {&memory, GateHalf::ntdll, sizeof(published::ImageDosHeader)},
         {&memory, GateHalf::ntdll + 0x80, sizeof(published::ImageNtHeaders64)},
         {&memory, GateHalf::ntdll + GateHalf::exportDirectory, sizeof(published::ImageExportDirectory)},
-        {&memory, GateHalf::ntdll + GateHalf::functionTable, half.FunctionCount() * 4},
-        {&memory, GateHalf::ntdll + GateHalf::ordinalTable, half.FunctionCount() * 2},
+        {&memory, GateHalf::ntdll + GateHalf::functionTable, functionCount * 4},
+        {&memory, GateHalf::ntdll + GateHalf::ordinalTable, functionCount * 2},
         {&memory, GateHalf::ntdll + GateHalf::nameTable, half.exports.size() * 4},
         {&memory, GateHalf::ntdll + GateHalf::nameTexts, 0x80},
     };

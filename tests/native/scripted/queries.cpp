@@ -42,7 +42,8 @@ Answer DeliverName(const Text& file, void* buffer, uint64_t size) {
     const MappedNameReply& script = Instance().mappedName;
     published::UnicodeString<P> header{};
     char* const text = static_cast<char*>(buffer) + sizeof header;
-    const size_t textSize = script.fillsReply ? size - sizeof header : (file.size() + 1) * sizeof(WideChar);
+    const uint64_t room = size - sizeof header;
+    const size_t textSize = script.fillsReply ? static_cast<size_t>(room) : (file.size() + 1) * sizeof(WideChar);
     if (size < sizeof header + textSize) {
         return {lengthMismatch, 0};
     }
@@ -70,7 +71,7 @@ Answer ReadTarget(const std::string& function, platform::Handle process, uint64_
         if (++system.reads > system.readLimit || (destination == nullptr && size != 0)) {
             return {accessViolation, 0};
         }
-        const size_t count = target->memory.Read(address, destination, size);
+        const size_t count = target->memory.Read(address, destination, static_cast<size_t>(size));
         return {count == size ? 0 : (count == 0 ? accessViolation : partialCopy), count};
     };
     if (const auto atAddress = system.byAddress.find(address); atAddress != system.byAddress.end()) {
@@ -110,7 +111,7 @@ Answer QueryThread(const std::string& function, platform::Handle thread, uint32_
             return {invalidHandle, 0};
         }
         if (informationClass == 9) {
-            const size_t width = std::min<size_t>(size, sizeof found->start);
+            const size_t width = std::min(static_cast<size_t>(size), sizeof found->start);
             std::memcpy(buffer, &found->start, width);
             return {0, width};
         }

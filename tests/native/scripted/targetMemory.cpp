@@ -52,8 +52,9 @@ size_t TargetMemory::Read(uint64_t address, void* destination, size_t size) cons
         if (offset >= range->second.size()) {
             break;
         }
-        const size_t part = std::min<size_t>(size - done, range->second.size() - offset);
-        std::memcpy(static_cast<char*>(destination) + done, range->second.data() + offset, part);
+        const auto within = static_cast<size_t>(offset);
+        const size_t part = std::min(size - done, range->second.size() - within);
+        std::memcpy(static_cast<char*>(destination) + done, range->second.data() + within, part);
         done += part;
         address += part; // at the end of the address space it goes on at its beginning; nothing is mapped on both sides
         if (address == 0) {
