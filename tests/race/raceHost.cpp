@@ -12,8 +12,8 @@ namespace {
 thread_local Outcome* current = nullptr;
 thread_local uint32_t queries = 0;
 
-// Its answer, which the receiver does not always give back. A plain pointer: what a thread destroys at its end is not to
-// be relied on everywhere.
+// Its answer, which the receiver does not always give back. A plain pointer: what a thread destroys at its end is not
+// to be relied on everywhere.
 thread_local char* lent = nullptr;
 
 void TakeBack() {
