@@ -123,10 +123,10 @@ TEST_F(DocumentTables, AQueryResultDoesWhatTheTableTells) {
         EXPECT_EQ(receiver->ParseQueryResult(Span(row[0]), &table), Yes(row[1]));
 
         EXPECT_EQ(TakeRecords(), Records("queryResult.cpp CMordRecv::ParseQueryResult", row[2]));
-        std::map<std::string, MidSet> rules;
+        std::map<std::string, std::set<std::string>> rules;
         for (const char* guid : {"A", "B", "C"}) {
             if (const MidSet* const mids = table.Find(guid)) {
-                rules[guid] = *mids;
+                rules[guid] = hostKit::TextsOf(*mids);
             }
         }
         EXPECT_EQ(rules.size(), table.Size());

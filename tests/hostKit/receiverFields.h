@@ -12,7 +12,16 @@ struct MordRevFields {
     bool& Inited() const { return receiver.m_inited; }
     IDotHost*& Host() const { return receiver.m_host; }
     bool& Started() const { return receiver.m_started; }
-    AllowList& AllowedMids() const { return receiver.m_allowList; }
+    const AllowList& AllowedMids() const { return receiver.m_allowList; }
+    void SetAllowedMids(const AllowList& list) const {
+        receiver.m_allowList.clear();
+        receiver.m_allowIndex.Clear();
+        for (const auto& [protocol, mids] : list) {
+            for (const std::string& mid : mids) {
+                Allow(receiver.m_allowList, receiver.m_allowIndex, protocol, mid);
+            }
+        }
+    }
     std::timed_mutex& Lock() const { return receiver.m_lock; }
     IReportSink*& ReportSink() const { return receiver.m_reportSink; }
     std::string& Mid() const { return receiver.m_mid; }

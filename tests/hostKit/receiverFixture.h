@@ -10,6 +10,7 @@
 
 #include "hostKit/fakeRecord.h"
 #include "hostKit/logRecords.h"
+#include "hostKit/midSets.h"
 #include "hostKit/receiverFields.h"
 #include "hostKit/recordingHost.h"
 #include "hostKit/scriptedSiblings.h"

@@ -196,7 +196,7 @@ TEST_F(ActionDocument, SetPropertyHandsTheTextOnAndReturnsTheResult) {
 }
 
 TEST_F(ActionDocument, TheAllowListStays) {
-    Fields().AllowedMids() = {{"KEY-1", {"MID-1"}}};
+    Fields().SetAllowedMids({{"KEY-1", {"MID-1"}}});
     Parse(R"({"TYPE-1":1})");
     Parse("{}");
     EXPECT_EQ(Fields().AllowedMids(), (AllowList{{"KEY-1", {"MID-1"}}}));

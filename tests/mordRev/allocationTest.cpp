@@ -46,7 +46,7 @@ protected:
         LogFileEnabled = false;
         Fields().Host() = &plainHost;
         Fields().ReportSink() = &plainSink;
-        Fields().AllowedMids() = {{"TYPE-1", {"OTHER"}}};
+        Fields().SetAllowedMids({{"TYPE-1", {"OTHER"}}});
         const std::lock_guard first(Fields().Lock()); // some systems allocate at the first use of a lock
     }
 
@@ -107,7 +107,7 @@ TEST_F(Allocations, OfACallForOneRuleDoNotGrowWithTheTable) {
     for (const size_t size : {1U, 10U, 10000U}) {
         QueryResultTable table;
         for (size_t i = 0; i < size; ++i) {
-            table.Insert(Guid(i), {"MID-1"});
+            hostKit::InsertMids(table, Guid(i), {"MID-1"});
         }
         uint32_t reply = 1;
         const AllocationCounter counter;
@@ -122,7 +122,7 @@ TEST_F(Allocations, OfACallForOneRuleDoNotGrowWithTheTable) {
 TEST_F(Allocations, OfACopyOfTheTableAreNone) {
     QueryResultTable table;
     for (size_t i = 0; i < 1000; ++i) {
-        table.Insert(Guid(i), {"MID-1"});
+        hostKit::InsertMids(table, Guid(i), {"MID-1"});
     }
     EXPECT_EQ(CountOf([&table] { const QueryResultTable copy = table; }), 0U);
 }

@@ -24,7 +24,7 @@ class AllowListKinds : public DecisionFixture {
 protected:
     void SetUp() override {
         DecisionFixture::SetUp();
-        Fields().AllowedMids() = old;
+        Fields().SetAllowedMids(old);
     }
 
     // Sets the document and expects result, table and the records before the last one.
@@ -35,7 +35,7 @@ protected:
         EXPECT_EQ(
             TakeRecords(),
             Joined({records, {inSetAllowList.Trace(result ? "parse allow list, ret1" : "parse allow list, ret0")}}));
-        Fields().AllowedMids() = old;
+        Fields().SetAllowedMids(old);
     }
 
     const AllowList old{{"OLD-KEY", {"OLD-MID"}}};

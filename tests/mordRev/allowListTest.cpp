@@ -11,7 +11,7 @@ class AllowListDocument : public DecisionFixture {
 protected:
     void SetUp() override {
         DecisionFixture::SetUp();
-        Fields().AllowedMids() = oldList;
+        Fields().SetAllowedMids(oldList);
     }
 
     bool Set(const std::string& text) { return receiver->SetAllowList(text.c_str()); }
@@ -229,7 +229,7 @@ TEST_F(AllowListDocument, ClearEmptiesTheList) {
 }
 
 TEST_F(AllowListDocument, ClearOfAnEmptyListReturnsTrueAndLogsItsLine) {
-    Fields().AllowedMids().clear();
+    Fields().SetAllowedMids({});
     EXPECT_TRUE(receiver->ClearAllowList());
     EXPECT_EQ(List(), AllowList{});
     EXPECT_EQ(TakeRecords(), Lines{inClearAllowList.Trace("ClearAllowList_mids start")});

@@ -78,7 +78,7 @@ TEST_F(LifecycleLock, IsWaitedForByTheOperationsOnTheTables) {
     EXPECT_TRUE(WaitsForTheLock([this] { SetAction(R"({"tcp":1})"); }));
     EXPECT_TRUE(WaitsForTheLock([this] { receiver->ParseActionJson("{}"); }));
     std::string mid;
-    EXPECT_TRUE(WaitsForTheLock([&] { receiver->IsMatchmid("tcp", {"A"}, &mid); }));
+    EXPECT_TRUE(WaitsForTheLock([&] { receiver->IsMatchmid("tcp", hostKit::Views({"A"}).views, &mid); }));
     uint32_t reply = REPLY_BLOCK;
     EXPECT_TRUE(WaitsForTheLock([&] { receiver->ModiyReply("tcp", 0, &reply); })) << "for the look-up in mode 3";
 }
@@ -144,7 +144,7 @@ TEST_F(LifecycleLock, IsHeldWhileTheRecordsOfTheTablesAreWritten) {
     };
     const auto match = [this](const char* mid) {
         std::string matched;
-        return LockDuringTheRecordsOf([&] { receiver->IsMatchmid("tcp", {mid}, &matched); });
+        return LockDuringTheRecordsOf([&] { receiver->IsMatchmid("tcp", hostKit::Views({mid}).views, &matched); });
     };
     EXPECT_EQ(setAllowList("no json"), (Texts{"SetAllowList held", "SetAllowList held"}));
     EXPECT_EQ(setAllowList("{}"), (Texts{"SetAllowList held", "SetAllowList held"}));

@@ -19,7 +19,7 @@ static_assert(RECORD_DELIVERED == 0 && RECORD_BUFFER_NEEDED == 201);
 // The kinds of the fields.
 template <auto accessor, typename Field>
 constexpr bool fieldIs = std::is_same_v<decltype((std::declval<MordRevFields>().*accessor)()), Field&>;
-static_assert(fieldIs<&MordRevFields::AllowedMids, std::map<std::string, std::set<std::string>>>);
+static_assert(fieldIs<&MordRevFields::AllowedMids, const std::map<std::string, std::set<std::string>>>);
 static_assert(fieldIs<&MordRevFields::Actions, std::map<std::string, bool>>);
 static_assert(fieldIs<&MordRevFields::Lock, std::timed_mutex>);
 static_assert(fieldIs<&MordRevFields::Mode, uint32_t> && fieldIs<&MordRevFields::ExceptionMode, uint32_t>);

@@ -35,7 +35,7 @@ protected:
     void SetUp() override {
         DecisionFixture::SetUp();
         AddRule("GUID-1", "TYPE-1");
-        Fields().AllowedMids() = oldList;
+        Fields().SetAllowedMids(oldList);
         Fields().Actions() = oldActions;
     }
 
@@ -194,7 +194,7 @@ TEST_F(Nesting, AnswerOfAMillionUnclosedLevelsCannotBeParsed) {
 }
 
 TEST_F(Nesting, AnswerWithAMillionLevelsUnderAMachineIdDecidesAsAnyOther) {
-    Fields().AllowedMids() = {{"TYPE-1", {"MID-1"}}};
+    Fields().SetAllowedMids({{"TYPE-1", {"MID-1"}}});
     for (const std::string& deep : {Arrays(million), Objects(million)}) {
         EXPECT_EQ(DecideBy(R"({"GUID-1":{"more":)" + deep + R"(,"value":1,"mid":{"MID-1":)" + deep + "}}}"),
                   (Verdict{true, REPLY_ALLOW}));
@@ -256,14 +256,14 @@ TEST_F(LargeDocument, AsActionDocumentIsTaken) {
 // Without records, which would hold the answer several times over.
 TEST_F(LargeDocument, AsAnswerDecidesAsAnyOther) {
     LogFileEnabled = false;
-    Fields().AllowedMids() = {{"TYPE-1", {"MID-1"}}};
+    Fields().SetAllowedMids({{"TYPE-1", {"MID-1"}}});
     EXPECT_EQ(DecideBy(Filled(R"({"GUID-1":{"value":1,"mid":{"MID-1":)", "}}}")), (Verdict{true, REPLY_ALLOW}));
     EXPECT_EQ(DecideBy(Filled(R"({"GUID-1":{"value":1,"mid":{"MID-1":)", "}}]")), (Verdict{false, REPLY_BLOCK}));
 }
 
 TEST_F(LargeDocument, AsAnswerOfOneMachineIdIsKeptWhole) {
     LogFileEnabled = false;
-    Fields().AllowedMids() = {{"TYPE-1", {std::string(size - 50, 'm')}}};
+    Fields().SetAllowedMids({{"TYPE-1", {std::string(size - 50, 'm')}}});
     const std::string answer = AnswerText("GUID-1", {std::string(size - 50, 'm')});
     EXPECT_GE(answer.size(), size - 50);
     EXPECT_EQ(DecideBy(answer), (Verdict{true, REPLY_ALLOW}));

@@ -3,7 +3,13 @@
 
 #include <gtest/gtest.h>
 
+#include "hostKit/midSets.h"
+
+using namespace hostKit;
+
 namespace {
+
+using Texts = std::set<std::string>;
 
 TEST(QueryResultTable, IsEmptyAtFirst) {
     const QueryResultTable table;
@@ -13,10 +19,10 @@ TEST(QueryResultTable, IsEmptyAtFirst) {
 
 TEST(QueryResultTable, FindsWhatWasInserted) {
     QueryResultTable table;
-    table.Insert("a", {"1", "2"});
-    table.Insert("b", {});
+    InsertMids(table, "a", {"1", "2"});
+    InsertMids(table, "b", {});
     ASSERT_NE(table.Find("a"), nullptr);
-    EXPECT_EQ(*table.Find("a"), (MidSet{"1", "2"}));
+    EXPECT_EQ(TextsOf(*table.Find("a")), Texts({"1", "2"}));
     ASSERT_NE(table.Find("b"), nullptr);
     EXPECT_TRUE(table.Find("b")->empty());
     EXPECT_EQ(table.Find("c"), nullptr);
@@ -25,16 +31,16 @@ TEST(QueryResultTable, FindsWhatWasInserted) {
 
 TEST(QueryResultTable, KeepsTheFirstEntryOfAGuid) {
     QueryResultTable table;
-    table.Insert("a", {"1"});
-    table.Insert("a", {"2"});
+    InsertMids(table, "a", {"1"});
+    InsertMids(table, "a", {"2"});
     ASSERT_NE(table.Find("a"), nullptr);
-    EXPECT_EQ(*table.Find("a"), MidSet{"1"});
+    EXPECT_EQ(TextsOf(*table.Find("a")), Texts({"1"}));
     EXPECT_EQ(table.Size(), 1U);
 }
 
 TEST(QueryResultTable, ComparesGuidsWhole) {
     QueryResultTable table;
-    table.Insert(std::string("a\0b", 3), {"1"});
+    InsertMids(table, std::string("a\0b", 3), {"1"});
     EXPECT_EQ(table.Find("a"), nullptr);
     EXPECT_EQ(table.Find("A"), nullptr);
     EXPECT_NE(table.Find(std::string("a\0b", 3)), nullptr);
@@ -42,9 +48,9 @@ TEST(QueryResultTable, ComparesGuidsWhole) {
 
 TEST(QueryResultTable, ACopyDoesNotSeeWhatTheOriginalGetsAfterwards) {
     QueryResultTable table;
-    table.Insert("a", {"1"});
+    InsertMids(table, "a", {"1"});
     const QueryResultTable copy = table;
-    table.Insert("b", {"2"});
+    InsertMids(table, "b", {"2"});
     EXPECT_EQ(copy.Size(), 1U);
     EXPECT_EQ(copy.Find("b"), nullptr);
     EXPECT_EQ(table.Size(), 2U);
@@ -52,21 +58,21 @@ TEST(QueryResultTable, ACopyDoesNotSeeWhatTheOriginalGetsAfterwards) {
 
 TEST(QueryResultTable, TheOriginalDoesNotSeeWhatACopyGets) {
     QueryResultTable table;
-    table.Insert("a", {"1"});
+    InsertMids(table, "a", {"1"});
     QueryResultTable copy = table;
-    copy.Insert("b", {"2"});
+    InsertMids(copy, "b", {"2"});
     EXPECT_EQ(table.Size(), 1U);
     EXPECT_EQ(table.Find("b"), nullptr);
     ASSERT_NE(copy.Find("a"), nullptr);
-    EXPECT_EQ(*copy.Find("a"), MidSet{"1"});
+    EXPECT_EQ(TextsOf(*copy.Find("a")), Texts({"1"}));
 }
 
 TEST(QueryResultTable, ACopyOfAnEmptyTableIsATableOfItsOwn) {
     QueryResultTable table;
     QueryResultTable copy = table;
-    copy.Insert("a", {"1"});
+    InsertMids(copy, "a", {"1"});
     EXPECT_EQ(table.Size(), 0U);
-    table.Insert("b", {"2"});
+    InsertMids(table, "b", {"2"});
     EXPECT_EQ(copy.Find("b"), nullptr);
 }
 
@@ -74,23 +80,23 @@ TEST(QueryResultTable, ACopyOutlivesTheOriginal) {
     QueryResultTable copy;
     {
         QueryResultTable table;
-        table.Insert("a", {"1"});
+        InsertMids(table, "a", {"1"});
         copy = table;
     }
     ASSERT_NE(copy.Find("a"), nullptr);
-    EXPECT_EQ(*copy.Find("a"), MidSet{"1"});
+    EXPECT_EQ(TextsOf(*copy.Find("a")), Texts({"1"}));
 }
 
 TEST(QueryResultTable, AnEntryOfACopyStaysGoodWhileTheOriginalChanges) {
     QueryResultTable table;
-    table.Insert("a", {"1"});
+    InsertMids(table, "a", {"1"});
     const QueryResultTable copy = table;
     const MidSet* const entry = copy.Find("a");
     for (int i = 0; i < 1000; ++i) {
-        table.Insert(std::to_string(i), {});
+        InsertMids(table, std::to_string(i), {});
     }
     EXPECT_EQ(copy.Find("a"), entry);
-    EXPECT_EQ(*entry, MidSet{"1"});
+    EXPECT_EQ(TextsOf(*entry), Texts({"1"}));
 }
 
 } // namespace

@@ -125,7 +125,7 @@ TEST_F(Reentry, FromTheReadOfARecordDoesNotDeadlock) {
 }
 
 TEST_F(Reentry, WhatTheHostSetsWithinAQueryDecidesThisEvent) {
-    Fields().AllowedMids().clear();
+    Fields().SetAllowedMids({});
     reentrant.onQuery = [this] { receiver->SetAllowList(AllowText("MID-1", {"TYPE-1"}).c_str()); };
     EXPECT_EQ(Decide(), (Verdict{true, REPLY_ALLOW}));
     reentrant.onQuery = [this] { receiver->ClearAllowList(); };

@@ -10,7 +10,7 @@ protected:
     void SetUp() override {
         DecisionFixture::SetUp();
         SetRule("GUID-1", "TYPE-1");
-        table.Insert("GUID-1", {"MID-1"});
+        InsertMids(table, "GUID-1", {"MID-1"});
         Allow("MID-1", {"TYPE-1"});
         reply = unwritten;
     }
@@ -81,7 +81,7 @@ TEST_F(RuleDecision, GuidThatIsNotInTheAnswerGivesBlock) {
 }
 
 TEST_F(RuleDecision, GuidWithoutMachineIdsGivesBlockWithATextOfItsOwn) {
-    table.Insert("GUID-2", {});
+    InsertMids(table, "GUID-2", {});
     SetRule("GUID-2", "TYPE-1");
     EXPECT_TRUE(DecideRule());
     EXPECT_EQ(reply, REPLY_BLOCK);
@@ -92,7 +92,7 @@ TEST_F(RuleDecision, GuidWithoutMachineIdsGivesBlockWithATextOfItsOwn) {
 TEST_F(RuleDecision, BothGoBeforeAnyLookAtTheAllowList) {
     receiver->ClearAllowList();
     TakeRecords();
-    table.Insert("GUID-2", {});
+    InsertMids(table, "GUID-2", {});
     SetRule("GUID-2", "TYPE-1");
     DecideRule();
     SetRule("GUID-3", "TYPE-1");
@@ -147,7 +147,7 @@ TEST_F(RuleDecision, NothingIsReadFromTheEvent) {
 TEST_F(RuleDecision, NeitherTableNorAllowListChanges) {
     DecideRule();
     ASSERT_NE(table.Find("GUID-1"), nullptr);
-    EXPECT_EQ(*table.Find("GUID-1"), MidSet{"MID-1"});
+    EXPECT_EQ(TextsOf(*table.Find("GUID-1")), std::set<std::string>{"MID-1"});
     EXPECT_EQ(Fields().AllowedMids(), (AllowList{{"TYPE-1", {"MID-1"}}}));
 }
 
@@ -200,7 +200,7 @@ TEST_F(RuleDecision, TheEmptyTypeIsMatchedUnderTheEmptyKey) {
 
 TEST_F(RuleDecision, GuidAndTypeThatCannotBeReadAreEmpty) {
     FakeRecord bare("rule", &calls);
-    table.Insert("", {"MID-1"});
+    InsertMids(table, "", {"MID-1"});
     Allow("MID-1", {""});
     EXPECT_TRUE(receiver->HandleEventInner(&event, &bare, table, &reply));
     EXPECT_EQ(reply, REPLY_ALLOW);
@@ -217,9 +217,9 @@ TEST_F(RuleDecision, AnEmptyGuidWithoutAnEntryIsAbsent) {
 }
 
 TEST_F(RuleDecision, GuidsAreComparedByteForByte) {
-    table.Insert("guid-1", {});
-    table.Insert("GUID-1 ", {});
-    table.Insert(std::string("GUID-1\0x", 8), {});
+    InsertMids(table, "guid-1", {});
+    InsertMids(table, "GUID-1 ", {});
+    InsertMids(table, std::string("GUID-1\0x", 8), {});
     EXPECT_TRUE(DecideRule());
     EXPECT_EQ(reply, REPLY_ALLOW);
     for (const char* const guid : {"guid-1x", "GUID", "gUID-1", "GUID-10"}) {
@@ -230,13 +230,13 @@ TEST_F(RuleDecision, GuidsAreComparedByteForByte) {
 }
 
 TEST_F(RuleDecision, OneAllowedIdAmongManyIsEnough) {
-    MidSet many;
+    Lines many;
     for (int i = 0; i < 100; ++i) {
-        many.insert("OTHER-" + std::to_string(i));
+        many.push_back("OTHER-" + std::to_string(i));
     }
-    many.insert("MID-1");
+    many.push_back("MID-1");
     table = {};
-    table.Insert("GUID-1", many);
+    InsertMids(table, "GUID-1", many);
     EXPECT_TRUE(DecideRule());
     EXPECT_EQ(reply, REPLY_ALLOW);
     EXPECT_EQ(TakeRecords(), MatchRecords("MID-1", "GUID-1", "1"));
@@ -244,7 +244,7 @@ TEST_F(RuleDecision, OneAllowedIdAmongManyIsEnough) {
 
 TEST_F(RuleDecision, OfSeveralAllowedIdsTheLeastIsNamed) {
     table = {};
-    table.Insert("GUID-1", {"MID-3", "MID-2", "MID-1", "A"});
+    InsertMids(table, "GUID-1", {"MID-3", "MID-2", "MID-1", "A"});
     receiver->SetAllowList(
         R"({"mid_list":[{"mid":"MID-3","protocol":["TYPE-1"]},{"mid":"MID-2","protocol":["TYPE-1"]}]})");
     TakeRecords();

@@ -8,19 +8,9 @@
 
 namespace {
 
-// A key comes into the table together with its first machine id.
-void Allow(AllowList& allowList, std::string protocol, std::string mid) {
-    const auto entry = allowList.find(protocol);
-    if (entry != allowList.end()) {
-        entry->second.insert(std::move(mid));
-    } else {
-        allowList.emplace(std::move(protocol), std::set<std::string>{std::move(mid)});
-    }
-}
-
 // Adds what one entry of "mid_list" says. An entry without a "mid" that is a string and a "protocol" that is an array
 // is passed over, and so is an element of "protocol" that is no string.
-void AddEntry(AllowList& allowList, const JsonValue& entry) {
+void AddEntry(AllowList& list, AllowIndex& index, const JsonValue& entry) {
     const JsonValue* const mid = FindMember(entry, "mid");
     if (mid == nullptr || !mid->IsString()) {
         return;
@@ -31,7 +21,7 @@ void AddEntry(AllowList& allowList, const JsonValue& entry) {
     }
     for (const JsonValue& protocol : protocols->GetArray()) {
         if (protocol.IsString()) {
-            Allow(allowList, TextToNul(protocol), TextToNul(*mid));
+            Allow(list, index, TextToNul(protocol), TextToNul(*mid));
         }
     }
 }
@@ -40,8 +30,9 @@ void AddEntry(AllowList& allowList, const JsonValue& entry) {
 
 bool CMordRecv::SetAllowList(const char* text) {
     const std::lock_guard lock(m_lock);
+    std::string copy = text; // parsed where it stands
     JsonDocument document;
-    const auto parsed = ParseJson(document, text);
+    const auto parsed = ParseJsonInPlace(document, copy.data(), copy.size());
     const JsonValue* const midList = parsed.IsError() ? nullptr : FindMember(document, "mid_list");
     if (parsed.IsError()) {
         LOG_ERROR(WIDE("error_code") << static_cast<uint32_t>(parsed.Code()) << WIDE("error_offset")
@@ -50,11 +41,12 @@ bool CMordRecv::SetAllowList(const char* text) {
         LOG_ERROR(WIDE("format error"));
     } else {
         m_allowList.clear(); // the old list is gone from here on, whatever follows
+        m_allowIndex.Clear();
         if (!midList->IsArray()) {
             LOG_TRACE(WIDE("mid list is empty")); // sic: a value of another kind logs this, an empty array does not
         } else {
             for (const JsonValue& entry : midList->GetArray()) {
-                AddEntry(m_allowList, entry);
+                AddEntry(m_allowList, m_allowIndex, entry);
             }
         }
     }
@@ -67,5 +59,6 @@ bool CMordRecv::ClearAllowList() {
     const std::lock_guard lock(m_lock);
     LOG_TRACE(WIDE("ClearAllowList_mids start"));
     m_allowList.clear();
+    m_allowIndex.Clear();
     return true;
 }

@@ -8,19 +8,27 @@
 namespace {
 
 // The query request: the guids of all rules in array order, duplicates and empty ones kept.
-std::string MakeQueryRequest(IEventRecord** rules, uint32_t ruleCount) {
-    JsonBuffer buffer;
-    JsonWriter writer(buffer);
-    writer.StartObject();
-    writer.Key("guid");
-    writer.StartArray();
-    for (uint32_t i = 0; i < ruleCount; ++i) {
-        WriteString(writer, ReadString(rules[i], "guid"));
+class QueryRequest {
+public:
+    QueryRequest(IEventRecord** rules, uint32_t ruleCount) {
+        JsonWriter writer(m_buffer);
+        writer.StartObject();
+        writer.Key("guid");
+        writer.StartArray();
+        RecordText guid;
+        for (uint32_t i = 0; i < ruleCount; ++i) {
+            guid.Read(rules[i], "guid");
+            WriteString(writer, guid.View());
+        }
+        writer.EndArray();
+        writer.EndObject();
     }
-    writer.EndArray();
-    writer.EndObject();
-    return {buffer.GetString(), buffer.GetSize()};
-}
+
+    const char* Text() const { return m_buffer.GetString(); }
+
+private:
+    JsonBuffer m_buffer;
+};
 
 } // namespace
 
@@ -46,10 +54,10 @@ bool CMordRecv::HandleEvent(IEventRecord* event, IEventRecord** rules, uint32_t 
     } else if ((flags & EVENT_FLAG_DISCONNECT) != 0) {
         *reply = REPLY_ALLOW;
     } else {
-        const std::string request = MakeQueryRequest(rules, ruleCount);
+        const QueryRequest request(rules, ruleCount);
         DotAnswer answer(m_host);
         QueryResultTable queryResult;
-        const int32_t code = m_host->QueryDot(request.c_str(), m_mid.c_str(), answer.Out());
+        const int32_t code = m_host->QueryDot(request.Text(), m_mid.c_str(), answer.Out());
         LOG_TRACE(WIDE("query dot result_json=") << answer.Text());
 
         if (code == DOT_QUERY_NETWORK_ERROR) {

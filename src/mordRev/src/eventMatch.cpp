@@ -20,31 +20,31 @@ bool CMordRecv::HandleEventInner(IEventRecord* event, IEventRecord* rule, QueryR
         LOG_ERROR(WIDE("receving end not start")); // sic
         return false;
     }
-    const std::string guid = ReadString(rule, "guid");
-    const std::string type = ReadString(rule, "type");
+    const RecordText guid(rule, "guid");
+    const RecordText type(rule, "type");
 
-    const MidSet* const mids = queryResult.Find(guid);
+    const MidSet* const mids = queryResult.Find(guid.View());
     if (mids == nullptr) {
         *reply = REPLY_BLOCK;
-        LOG_TRACE(WIDE("query dot result is empty, reply=") << *reply << WIDE(",rule guid") << guid);
+        LOG_TRACE(WIDE("query dot result is empty, reply=") << *reply << WIDE(",rule guid") << guid.Text());
         return true;
     }
     if (mids->empty()) {
         *reply = REPLY_BLOCK;
-        LOG_TRACE(WIDE("query dot result mid is empty, reply=") << *reply << WIDE(",rule guid") << guid);
+        LOG_TRACE(WIDE("query dot result mid is empty, reply=") << *reply << WIDE(",rule guid") << guid.Text());
         return true;
     }
     // A web rule has a list of its own under its guid; all rules of another type share the list of their type word.
-    const std::string& protocolKey = type == "web" ? guid : type;
+    const RecordText& protocolKey = type.View() == "web" ? guid : type;
     std::string midMatched;
-    if (!IsMatchmid(protocolKey, {mids->begin(), mids->end()}, &midMatched)) {
+    if (!IsMatchmid(std::string(protocolKey.View()), *mids, &midMatched)) {
         *reply = REPLY_BLOCK;
-        LOG_TRACE(WIDE("not match any mid,guid:") << guid << WIDE(",reply:") << *reply);
+        LOG_TRACE(WIDE("not match any mid,guid:") << guid.Text() << WIDE(",reply:") << *reply);
         return true;
     }
     *reply = REPLY_ALLOW;
-    LOG_TRACE(WIDE("match mid=") << midMatched << WIDE(",rule guid=") << guid << WIDE(",reply:") << *reply);
-    const bool deleted = m_host->DeleteDot(guid.c_str(), m_mid.c_str(), deletedDotKind, type.c_str()) == 0;
-    LOG_TRACE(WIDE("del dot,ret=") << deleted << WIDE(",rule guid") << guid);
+    LOG_TRACE(WIDE("match mid=") << midMatched << WIDE(",rule guid=") << guid.Text() << WIDE(",reply:") << *reply);
+    const bool deleted = m_host->DeleteDot(guid.Text(), m_mid.c_str(), deletedDotKind, type.Text()) == 0;
+    LOG_TRACE(WIDE("del dot,ret=") << deleted << WIDE(",rule guid") << guid.Text());
     return true;
 }

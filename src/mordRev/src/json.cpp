@@ -30,14 +30,31 @@ void JsonAllocator::Free(void* memory) {
     std::free(memory);
 }
 
-rapidjson::ParseResult ParseJson(JsonDocument& document, const char* text) {
-    document.Parse<rapidjson::kParseDefaultFlags | rapidjson::kParseIterativeFlag>(text);
+namespace {
+
+constexpr unsigned parseFlags = rapidjson::kParseDefaultFlags | rapidjson::kParseIterativeFlag;
+
+// What a parse of `text` gave that uses the heap and not the stack, as the default one would have told it.
+rapidjson::ParseResult ResultOf(const JsonDocument& document, const char* text) {
     const rapidjson::ParseResult result(document.GetParseError(), document.GetErrorOffset());
     // The iterative parse calls a document empty too when its first token begins no value; the default one does not.
     if (result.Code() == rapidjson::kParseErrorDocumentEmpty && text[result.Offset()] != '\0') {
         return {rapidjson::kParseErrorValueInvalid, result.Offset()};
     }
     return result;
+}
+
+} // namespace
+
+rapidjson::ParseResult ParseJson(JsonDocument& document, const char* text) {
+    document.Parse<parseFlags>(text);
+    return ResultOf(document, text);
+}
+
+rapidjson::ParseResult ParseJsonInPlace(JsonDocument& document, char* text, size_t length) {
+    InPlaceText stream(text, length);
+    document.ParseStream<parseFlags | rapidjson::kParseInsituFlag>(stream);
+    return ResultOf(document, text); // a first token that is no value has been left as it was
 }
 
 const JsonValue* FindMember(const JsonValue& object, const char* name) {

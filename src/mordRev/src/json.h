@@ -7,10 +7,14 @@
 #include <cstddef>
 #include <span>
 #include <string>
+#include <string_view>
 
 #include <rapidjson/document.h>
 #include <rapidjson/prettywriter.h>
+#include <rapidjson/reader.h>
 #include <rapidjson/stringbuffer.h>
+
+#include "mordRev/src/inPlaceText.h"
 
 // Base allocator whose failure is std::bad_alloc.
 class JsonAllocator {
@@ -31,6 +35,25 @@ using JsonMember = JsonValue::Member;
 // heap and not the stack.
 rapidjson::ParseResult ParseJson(JsonDocument& document, const char* text);
 
+// The same, with the text of strings left where it stands: `text` must outlive the document, and is destroyed.
+rapidjson::ParseResult ParseJsonInPlace(JsonDocument& document, char* text, size_t length);
+
+// The stream may be copied while it is read from, which keeps its places in registers.
+template <>
+struct rapidjson::StreamTraits<InPlaceText> {
+    enum { copyOptimization = 1 }; // NOLINT(readability-identifier-naming): the name that RapidJSON asks for
+};
+
+// Has `handler` take the parts of a text as the parser comes across them, without a document. Grammar and depth are those
+// of ParseJson, the text is destroyed, and the texts that the handler gets stay in it.
+template <typename Handler>
+rapidjson::ParseResult ReadJsonInPlace(char* text, size_t length, Handler& handler) {
+    InPlaceText stream(text, length);
+    rapidjson::GenericReader<rapidjson::UTF8<>, rapidjson::UTF8<>, JsonAllocator> reader;
+    return reader.Parse<rapidjson::kParseDefaultFlags | rapidjson::kParseIterativeFlag | rapidjson::kParseInsituFlag>(
+        stream, handler);
+}
+
 // The member of `object` with the name `name`, or null: also when it is no object.
 const JsonValue* FindMember(const JsonValue& object, const char* name);
 
@@ -50,6 +73,6 @@ inline std::string TextToNul(const JsonValue& string) {
 using JsonBuffer = rapidjson::GenericStringBuffer<rapidjson::UTF8<>, JsonAllocator>;
 using JsonWriter = rapidjson::PrettyWriter<JsonBuffer, rapidjson::UTF8<>, rapidjson::UTF8<>, JsonAllocator>;
 
-inline void WriteString(JsonWriter& writer, const std::string& text) {
+inline void WriteString(JsonWriter& writer, std::string_view text) {
     writer.String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
 }

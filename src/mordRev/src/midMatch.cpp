@@ -1,41 +1,47 @@
 // Matching of machine ids: equality of whole strings, nothing else.
+#include <set>
 #include <string_view>
+#include <vector>
 
 #include "logging/logMacros.h"
 #include "mordRev/src/mordRev.h"
 
 namespace {
 
-// The least string that stands in both sets, or null.
-const std::string* FirstCommon(const std::set<std::string>& allowed, const std::set<std::string_view>& asked) {
-    auto left = allowed.begin();
-    auto right = asked.begin();
-    while (left != allowed.end() && right != asked.end()) {
-        if (*left < *right) {
-            ++left;
-        } else if (*right < *left) {
-            ++right;
-        } else {
-            return &*left;
-        }
-    }
-    return nullptr;
+uint32_t CountDistinct(MidSet mids) {
+    return static_cast<uint32_t>(std::set<std::string_view>(mids.begin(), mids.end()).size());
 }
 
 } // namespace
 
-bool CMordRecv::IsMatchmid(std::string protocolKey, std::vector<std::string> queryMids, std::string* midMatchOutput) {
+bool CMordRecv::IsMatchmid(std::string protocolKey, MidSet queryMids, std::string* midMatchOutput) {
+    // All that needs no list comes before the lock, which is then held for as many look-ups as there are ids.
+    const uint32_t protocolHash = AllowIndex::HashOfProtocol(protocolKey);
+    std::vector<uint32_t> midHashes;
+    midHashes.reserve(queryMids.size());
+    for (const std::string_view mid : queryMids) {
+        midHashes.push_back(AllowIndex::HashOfMid(mid));
+    }
+
     const std::lock_guard lock(m_lock);
-    const std::set<std::string_view> querySet(queryMids.begin(), queryMids.end());
-    if (querySet.empty() || m_allowList.empty()) {
+    if (queryMids.empty() || m_allowList.empty()) {
         // Keys of the list and distinct ids, that is.
         LOG_ERROR(WIDE("CMordRecv::IsMatchmid fail")
                   << WIDE("allow_list_size:") << static_cast<uint32_t>(m_allowList.size()) << WIDE("query_mids_size:")
-                  << static_cast<uint32_t>(querySet.size()));
+                  << CountDistinct(queryMids));
         return false;
     }
+    const std::string* match = nullptr; // the least of those that stand on both sides
     const auto allowed = m_allowList.find(protocolKey);
-    const std::string* const match = allowed == m_allowList.end() ? nullptr : FirstCommon(allowed->second, querySet);
+    if (allowed != m_allowList.end()) {
+        for (size_t i = 0; i < queryMids.size(); ++i) {
+            const std::string* const found =
+                m_allowIndex.Find(protocolHash, allowed->second, midHashes[i], queryMids[i]);
+            if (found != nullptr && (match == nullptr || *found < *match)) {
+                match = found;
+            }
+        }
+    }
     if (match == nullptr) {
         LOG_TRACE(WIDE("CMordRecv::IsMatchmid fail end"));
         return false;

@@ -3,20 +3,18 @@
 
 #include <map>
 #include <mutex>
-#include <set>
 #include <string>
-#include <vector>
 
 #include "frame/interfaces.h"
 #include "frame/objectImpl.h"
 #include "frame/servicePointer.h"
+#include "mordRev/src/allowList.h"
 #include "mordRev/src/mordRevTypes.h"
 #include "mordRev/src/queryResultTable.h"
 
 class CMordRecv;
 
-using AllowList = std::map<std::string, std::set<std::string>>; // protocol key to machine ids; no set is empty
-using ActionTable = std::map<std::string, bool>;                // rule type, never empty, to action
+using ActionTable = std::map<std::string, bool>; // rule type, never empty, to action
 
 using CMordRecvObject = Base::CZelkObjectImpl<CMordRecv, Base::empty_locker, Base::default_object_creator<CMordRecv>>;
 
@@ -24,8 +22,8 @@ using CMordRecvObject = Base::CZelkObjectImpl<CMordRecv, Base::empty_locker, Bas
 // was carried out; the decision itself is always in the reply. Nothing is thrown or caught: exhausted memory passes
 // through every operation as std::bad_alloc, with the lock released.
 //
-// Threads. Everything runs on the caller's threads, of which several may be here at once. m_lock guards m_allowList and
-// m_actionTable; it is held for the whole of SetAllowList, ClearAllowList, IsMatchmid and ParseActionJson and for the
+// Threads. Everything runs on the caller's threads, of which several may be here at once. m_lock guards m_allowList, its
+// index and m_actionTable; it is held for the whole of SetAllowList, ClearAllowList, IsMatchmid and ParseActionJson and for the
 // look-up in ModiyReply, and never across a call to the host. It is not recursive. The other fields are plain.
 //
 // Texts are ordered by unsigned bytes over the common length, then the shorter first. Nothing folds case.
@@ -75,7 +73,7 @@ public:
 
     // Whether one of `queryMids` stands in the allow list under `protocolKey`. If so the least of those that do
     // replaces `*midMatchOutput`, which is left alone otherwise.
-    bool IsMatchmid(std::string protocolKey, std::vector<std::string> queryMids, std::string* midMatchOutput);
+    bool IsMatchmid(std::string protocolKey, MidSet queryMids, std::string* midMatchOutput);
 
     // Replaces the action table by an action document. True when the table then has a row. A text that is no JSON
     // leaves the table alone; any other empties it first.
@@ -102,6 +100,7 @@ private:
     IDotHost* m_host = nullptr; // not owned
     bool m_started = false;
     AllowList m_allowList;
+    AllowIndex m_allowIndex; // over m_allowList
     std::timed_mutex m_lock;
     IReportSink* m_reportSink = nullptr; // not owned
     ServicePointer<IMachineIdService> m_midService;

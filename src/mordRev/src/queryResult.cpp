@@ -1,44 +1,39 @@
-// The host's answer to a query: {"GUID": {"value": 1, "mid": {"MID-1": …, "MID-2": …}}, …}.
+// The table that an answer fills.
 #include "logging/logMacros.h"
-#include "mordRev/src/json.h"
 #include "mordRev/src/mordRev.h"
+#include "mordRev/src/queryAnswer.h"
 
 bool CMordRecv::ParseQueryResult(std::string text, QueryResultTable* table) {
     if (text.empty()) {
         LOG_ERROR(WIDE("param error"));
         return false;
     }
-    JsonDocument document;
-    if (ParseJson(document, text.c_str()).IsError()) {
+    const auto answer = std::make_shared<QueryAnswer>(std::move(text));
+    if (!answer->Read()) {
         LOG_ERROR(WIDE("data format error."));
         return false;
     }
-    for (const JsonMember& rule : Members(document)) { // a root of another kind is like one without members
-        std::string guid = WholeText(rule.name);
-        LOG_TRACE(WIDE("guid is:") << guid);
+    for (const AnsweredRule& rule : answer->rules) {
+        LOG_TRACE(WIDE("guid is:") << rule.guid.data());
 
         // A malformed rule ends the scan, and the document still counts as parsed; a value of 0 skips this rule alone.
-        const JsonValue* const value = FindMember(rule.value, "value");
-        if (value == nullptr || !value->IsInt()) {
+        if (rule.value == AnsweredRule::Value::malformed) {
             LOG_ERROR(WIDE("The down_packet (value)data errror")); // sic
             return true;
         }
-        if (value->GetInt() == 0) {
-            LOG_ERROR(WIDE("The down_packet error") << WIDE(", value=") << value->GetInt());
+        if (rule.value == AnsweredRule::Value::zero) {
+            LOG_ERROR(WIDE("The down_packet error") << WIDE(", value=") << 0);
             continue;
         }
-        const JsonValue* const mids = FindMember(rule.value, "mid");
-        if (mids == nullptr || !mids->IsObject()) {
+        if (!rule.hasMids) {
             LOG_ERROR(WIDE("The down_packet (mid)data error"));
             return true;
         }
-        MidSet midSet;
-        for (const JsonMember& mid : Members(*mids)) {
-            std::string name = WholeText(mid.name);
-            LOG_TRACE(WIDE("get mid=") << name);
-            midSet.insert(std::move(name));
+        const MidSet mids(answer->mids.data() + rule.firstMid, rule.midCount);
+        for (const std::string_view mid : mids) {
+            LOG_TRACE(WIDE("get mid=") << mid.data());
         }
-        table->Insert(std::move(guid), std::move(midSet));
+        table->Insert(rule.guid, mids, answer);
     }
     return true;
 }

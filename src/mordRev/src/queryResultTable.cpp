@@ -1,22 +1,89 @@
 #include "mordRev/src/queryResultTable.h"
 
-void QueryResultTable::Insert(std::string guid, MidSet mids) {
+#include <vector>
+
+#include "mordRev/src/hashIndex.h"
+#include "mordRev/src/seededHash.h"
+
+struct QueryResultTable::Entries {
+    struct Entry {
+        std::string_view guid;
+        MidSet mids;
+    };
+
+    const Entry* Find(std::string_view guid) const;
+    void Add(std::string_view guid, MidSet mids, const std::shared_ptr<const void>& owner);
+
+    std::vector<Entry> list;
+    HashIndex index; // by guid; empty as long as the list is short
+    std::vector<std::shared_ptr<const void>> owners;
+};
+
+namespace {
+
+// Up to here it takes less to compare guids than to hash one.
+constexpr size_t longestWalk = 8;
+
+uint32_t HashOfGuid(std::string_view guid) {
+    return HashText(guid, ProcessHashKeys().guid);
+}
+
+} // namespace
+
+const QueryResultTable::Entries::Entry* QueryResultTable::Entries::Find(std::string_view guid) const {
+    if (list.size() <= longestWalk) {
+        for (const Entry& entry : list) {
+            if (entry.guid == guid) {
+                return &entry;
+            }
+        }
+        return nullptr;
+    }
+    const uint32_t found = index.Find(HashOfGuid(guid), [&](uint32_t number) { return list[number].guid == guid; });
+    return found == HashIndex::none ? nullptr : &list[found];
+}
+
+// What can fail comes before the list grows: a table for which memory runs out has its former entries alone.
+void QueryResultTable::Entries::Add(std::string_view guid, MidSet mids, const std::shared_ptr<const void>& owner) {
+    if (owners.empty() || owners.back() != owner) {
+        owners.push_back(owner);
+    }
+    if (list.size() < longestWalk) {
+        list.push_back({guid, mids});
+        return;
+    }
+    if (list.size() == longestWalk) {
+        index.Clear();
+        for (uint32_t number = 0; number < longestWalk; ++number) {
+            index.Reserve();
+            index.Add(HashOfGuid(list[number].guid), number);
+        }
+    }
+    index.Reserve();
+    const uint32_t hash = HashOfGuid(guid);
+    list.push_back({guid, mids});
+    index.Add(hash, static_cast<uint32_t>(list.size() - 1));
+}
+
+void QueryResultTable::Insert(std::string_view guid, MidSet mids, const std::shared_ptr<const void>& owner) {
     if (m_entries == nullptr) {
         m_entries = std::make_shared<Entries>();
+    } else if (m_entries->Find(guid) != nullptr) {
+        return;
     } else if (m_entries.use_count() > 1) {
         m_entries = std::make_shared<Entries>(*m_entries);
     }
-    m_entries->emplace(std::move(guid), std::move(mids));
+    m_entries->Add(guid, mids, owner);
 }
 
-const MidSet* QueryResultTable::Find(const std::string& guid) const {
+const MidSet* QueryResultTable::Find(std::string_view guid) const {
     if (m_entries == nullptr) {
         return nullptr;
     }
-    const auto entry = m_entries->find(guid);
-    return entry == m_entries->end() ? nullptr : &entry->second;
+    const Entries::Entry* const entry = m_entries->Find(guid);
+    return entry == nullptr ? nullptr : &entry->mids;
 }
 
 size_t QueryResultTable::Size() const {
-    return m_entries == nullptr ? 0 : m_entries->size();
+    return m_entries == nullptr ? 0 : m_entries->list.size();
 }

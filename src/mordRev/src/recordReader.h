@@ -5,6 +5,7 @@
 #include <cstring>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "frame/interfaces.h"
 #include "mordRev/src/mordRevTypes.h"
@@ -22,23 +23,58 @@ inline int64_t ReadInt64(IEventRecord* record, const char* name) {
     return value;
 }
 
-// The text up to its first NUL, or empty. A record may leave out the NUL, or write nothing: the text never reaches
-// beyond the buffer, which is cleared first.
-inline std::string ReadString(IEventRecord* record, const char* name) {
-    int32_t size = 0;
-    if (record->GetString(name, nullptr, &size) != RECORD_BUFFER_NEEDED || size <= 0) {
-        return {};
+// A text of a record, up to its first NUL, or empty. A record may leave out the NUL, or write nothing: the text never
+// reaches beyond the buffer that the record asked for, which is cleared first.
+//
+// Guids, types and addresses stand in the object itself; a longer text takes memory. The text can be read anew, and is
+// good until then.
+class RecordText {
+public:
+    RecordText() = default;
+    RecordText(IEventRecord* record, const char* name) { Read(record, name); }
+    RecordText(const RecordText&) = delete;
+    RecordText& operator=(const RecordText&) = delete;
+
+    void Read(IEventRecord* record, const char* name) {
+        m_text = m_short;
+        m_short[0] = '\0';
+        m_length = 0;
+        int32_t size = 0;
+        if (record->GetString(name, nullptr, &size) != RECORD_BUFFER_NEEDED || size <= 0) {
+            return;
+        }
+        const auto capacity = static_cast<size_t>(size);
+        char* buffer = m_short;
+        if (capacity < sizeof m_short) {
+            std::memset(m_short, 0, sizeof m_short);
+        } else {
+            // calloc, since a size that cannot be had is no error here, and a huge one must not cost its clearing.
+            m_long.reset(static_cast<char*>(std::calloc(capacity + 1, 1)));
+            buffer = m_long.get();
+        }
+        if (buffer == nullptr || record->GetString(name, buffer, &size) != RECORD_DELIVERED) {
+            m_short[0] = '\0';
+            return;
+        }
+        buffer[capacity] = '\0';
+        m_text = buffer;
+        m_length = std::strlen(buffer);
     }
-    const auto capacity = static_cast<size_t>(size);
+
+    std::string_view View() const { return {m_text, m_length}; }
+    const char* Text() const { return m_text; }
+
+private:
     struct Free {
         void operator()(char* memory) const { std::free(memory); }
     };
-    // calloc, since a size that cannot be had is no error here, and a huge one must not cost its clearing.
-    const std::unique_ptr<char, Free> buffer(static_cast<char*>(std::calloc(capacity, 1)));
-    if (buffer == nullptr || record->GetString(name, buffer.get(), &size) != RECORD_DELIVERED) {
-        return {};
-    }
-    const void* const end = std::memchr(buffer.get(), '\0', capacity);
-    return {buffer.get(),
-            end == nullptr ? capacity : static_cast<size_t>(static_cast<const char*>(end) - buffer.get())};
+
+    char m_short[48];
+    std::unique_ptr<char, Free> m_long;
+    const char* m_text = m_short;
+    size_t m_length = 0;
+};
+
+inline std::string ReadString(IEventRecord* record, const char* name) {
+    return std::string(RecordText(record, name).View());
 }

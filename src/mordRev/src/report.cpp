@@ -10,7 +10,7 @@ namespace {
 constexpr uint32_t systemPid = 4;
 constexpr int32_t reportKind = 1;
 
-void WriteMember(JsonWriter& writer, const char* key, const std::string& text) {
+void WriteMember(JsonWriter& writer, const char* key, std::string_view text) {
     writer.Key(key);
     WriteString(writer, text);
 }
@@ -51,31 +51,35 @@ void CMordRecv::ReportEventHandleRes(IEventRecord* event, IEventRecord** rules, 
     writer.StartObject();
     writer.Key("rule_guid");
     writer.StartArray();
+    RecordText text;
     for (uint32_t i = 0; i < ruleCount; ++i) {
-        WriteString(writer, ReadString(rules[i], "guid"));
+        text.Read(rules[i], "guid");
+        WriteString(writer, text.View());
     }
     writer.EndArray();
-    const std::string type = ReadString(rules[0], "type");
-    WriteMember(writer, "type", type);
+    const RecordText type(rules[0], "type");
+    WriteMember(writer, "type", type.View());
     WriteMember(writer, "block", reply == REPLY_BLOCK);
     WriteMember(writer, "block_modified", blockModified);
     WriteMember(writer, "proc_name", procName);
     WriteMember(writer, "proc_path", procPath);
     // The remote end sends and this side receives: this is the receiving end.
-    WriteMember(writer, "send_ip", ReadString(event, "remote_addr_ip"));
+    text.Read(event, "remote_addr_ip");
+    WriteMember(writer, "send_ip", text.View());
     WriteMember(writer, "send_port", std::to_string(ReadInt32(event, "remote_addr_port")));
-    WriteMember(writer, "recv_ip", ReadString(event, "local_addr_ip"));
+    text.Read(event, "local_addr_ip");
+    WriteMember(writer, "recv_ip", text.View());
     WriteMember(writer, "recv_port", std::to_string(ReadInt32(event, "local_addr_port")));
-    WriteMember(writer, "send_mid", std::string()); // always empty
+    WriteMember(writer, "send_mid", std::string_view("")); // always empty
     WriteMember(writer, "net_drv_version", std::to_string(ReadInt64(event, "net_drv")));
-    WriteMember(writer, "protocol", type); // repeats "type" by design of the format
+    WriteMember(writer, "protocol", type.View()); // repeats "type" by design of the format
     writer.EndObject();
 
-    const std::string report(buffer.GetString(), buffer.GetSize());
+    const char* const report = buffer.GetString();
     LOG_TRACE(WIDE("ReportEventHandleRes json=") << report);
     // Taken once: since the test above a record, or another thread, may have put null in its place.
     if (IReportSink* const target = m_reportSink) {
-        target->Report(reportKind, report.c_str(), static_cast<uint32_t>(report.size()));
+        target->Report(reportKind, report, static_cast<uint32_t>(buffer.GetSize()));
     }
     LOG_TRACE(WIDE("==>leave"));
 }

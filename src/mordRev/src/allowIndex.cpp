@@ -1,0 +1,59 @@
+// The allow list and the index beside it, as tables.
+#include "mordRev/src/allowList.h"
+#include "mordRev/src/seededHash.h"
+
+uint32_t AllowIndex::HashOfProtocol(const std::string& protocol) {
+    return HashText(protocol, ProcessHashKeys().protocol);
+}
+
+uint32_t AllowIndex::HashOfMid(std::string_view mid) {
+    return HashText(mid, ProcessHashKeys().mid);
+}
+
+void AllowIndex::Reserve() {
+    if (m_pairs.size() == m_pairs.capacity()) {
+        m_pairs.reserve(m_pairs.empty() ? 8 : 2 * m_pairs.size());
+    }
+    m_index.Reserve();
+}
+
+void AllowIndex::Add(uint32_t protocolHash, uint32_t midHash, const AllowedMids& mids,
+                     const std::string& mid) noexcept {
+    m_index.Add(protocolHash ^ midHash, static_cast<uint32_t>(m_pairs.size()));
+    m_pairs.push_back({&mids, &mid});
+}
+
+void AllowIndex::Clear() noexcept {
+    m_index.Clear();
+    m_pairs = {};
+}
+
+const std::string* AllowIndex::Find(uint32_t protocolHash, const AllowedMids& mids, uint32_t midHash,
+                                    std::string_view mid) const {
+    const uint32_t found = m_index.Find(protocolHash ^ midHash, [&](uint32_t number) {
+        const Pair& pair = m_pairs[number];
+        return pair.mids == &mids && *pair.mid == mid;
+    });
+    return found == HashIndex::none ? nullptr : m_pairs[found].mid;
+}
+
+// A key comes into the table together with its first machine id.
+void Allow(AllowList& list, AllowIndex& index, std::string protocol, std::string mid) {
+    const uint32_t protocolHash = AllowIndex::HashOfProtocol(protocol);
+    const uint32_t midHash = AllowIndex::HashOfMid(mid);
+    index.Reserve();
+    auto entry = list.find(protocol);
+    auto place = AllowedMids::iterator();
+    if (entry == list.end()) {
+        AllowedMids first;
+        place = first.insert(std::move(mid)).first;
+        entry = list.emplace(std::move(protocol), std::move(first)).first;
+    } else {
+        const auto [inserted, isNew] = entry->second.insert(std::move(mid));
+        if (!isNew) {
+            return;
+        }
+        place = inserted;
+    }
+    index.Add(protocolHash, midHash, entry->second, *place);
+}

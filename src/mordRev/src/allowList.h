@@ -1,0 +1,48 @@
+// The allow list as a table, and the index beside it.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "mordRev/src/hashIndex.h"
+
+using AllowedMids = std::set<std::string>;
+using AllowList = std::map<std::string, AllowedMids>; // protocol key to machine ids; no set is empty
+
+// Finds a machine id under a protocol key in a time that does not grow with the list, and without a comparison of texts
+// when it is not there. Holds exactly the pairs of the list that it stands beside: whoever changes one changes both,
+// under the same lock.
+class AllowIndex {
+public:
+    // What the hash of a machine id, which needs no list, is combined with to look it up under a protocol key.
+    static uint32_t HashOfProtocol(const std::string& protocol);
+    static uint32_t HashOfMid(std::string_view mid);
+
+    // Makes room for one more pair; both list and index are as they were when that fails.
+    void Reserve();
+
+    // Adds the pair of `mid`, an element of `mids`, and the protocol key of that set. There must be room.
+    void Add(uint32_t protocolHash, uint32_t midHash, const AllowedMids& mids, const std::string& mid) noexcept;
+
+    void Clear() noexcept;
+
+    // The element of `mids` that equals `mid`, or null.
+    const std::string* Find(uint32_t protocolHash, const AllowedMids& mids, uint32_t midHash,
+                            std::string_view mid) const;
+
+private:
+    struct Pair {
+        const AllowedMids* mids; // stands for the protocol key
+        const std::string* mid;
+    };
+
+    std::vector<Pair> m_pairs;
+    HashIndex m_index;
+};
+
+// Adds a pair to both. Neither is changed when memory runs out.
+void Allow(AllowList& list, AllowIndex& index, std::string protocol, std::string mid);

@@ -1,0 +1,57 @@
+// Where entries stand, by their hashes.
+//
+// An index over entries that stand elsewhere and have numbers. Open addressing with linear probing, at most half full,
+// over one byte of each hash: a look-up in vain, the most frequent one, reads one or two of these bytes and nothing
+// else, and those of a hundred thousand entries fit into the processor's cache.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+class HashIndex {
+public:
+    static constexpr uint32_t none = 0xFFFFFFFF;
+
+    // Makes room for one more entry. The index is as it was when that fails.
+    void Reserve();
+
+    // Adds the entry `number`, for which there must be room. Hashes may come more than once.
+    void Add(uint32_t hash, uint32_t number) noexcept;
+
+    void Clear() noexcept;
+
+    // The number of an entry with this hash for which `isSought(number)` is true, or none.
+    template <typename IsSought>
+    uint32_t Find(uint32_t hash, const IsSought& isSought) const {
+        if (m_tags.empty()) {
+            return none;
+        }
+        const uint8_t tag = TagOf(hash);
+        for (size_t at = hash & m_mask; m_tags[at] != free; at = (at + 1) & m_mask) {
+            if (m_tags[at] == tag && m_slots[at].hash == hash && isSought(m_slots[at].number)) {
+                return m_slots[at].number;
+            }
+        }
+        return none;
+    }
+
+private:
+    struct Slot {
+        uint32_t hash;
+        uint32_t number;
+    };
+
+    static constexpr uint8_t free = 0;
+
+    // The bits that have least to do with the place.
+    static uint8_t TagOf(uint32_t hash) {
+        const auto tag = static_cast<uint8_t>(hash >> 24);
+        return tag == free ? uint8_t{1} : tag;
+    }
+
+    std::vector<uint8_t> m_tags;
+    std::vector<Slot> m_slots; // as many; one is valid where its tag is not `free`
+    size_t m_mask = 0;         // the size, which is a power of two, less one
+    size_t m_used = 0;
+};

@@ -1,0 +1,106 @@
+#include "mordRev/src/queryAnswer.h"
+
+#include "mordRev/src/json.h"
+
+namespace {
+
+// Takes the answer as the parser comes across its parts. No value is kept beside what is asked for: a document of its
+// own would cost more than all the rest of a decision.
+class AnswerHandler : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, AnswerHandler> {
+public:
+    explicit AnswerHandler(QueryAnswer& answer) : m_answer(answer) {}
+
+    bool Default() { return TakeNumber(false, 0); } // null, a boolean, a fraction, a string
+    bool Int(int number) { return TakeNumber(true, number); }
+    bool Uint(unsigned number) { return TakeNumber(JsonValue(number).IsInt(), number); }
+    bool Int64(int64_t) { return Default(); } // comes only when 32 bits do not do
+    bool Uint64(uint64_t) { return Default(); }
+
+    bool StartObject() {
+        if (m_depth == 0) {
+            m_rootIsObject = true;
+        } else if (m_next == Next::mids) {
+            m_answer.rules.back().hasMids = true;
+            m_answer.rules.back().firstMid = m_answer.mids.size();
+            m_inMids = true;
+        }
+        return Open();
+    }
+
+    bool EndObject(rapidjson::SizeType) {
+        if (m_depth == midDepth && m_inMids) {
+            AnsweredRule& rule = m_answer.rules.back();
+            rule.midCount = m_answer.mids.size() - rule.firstMid;
+            m_inMids = false;
+        }
+        return Close();
+    }
+
+    bool StartArray() { return Open(); }
+    bool EndArray(rapidjson::SizeType) { return Close(); }
+
+    bool Key(const char* text, rapidjson::SizeType length, bool) {
+        const std::string_view name(text, length);
+        if (m_depth == midDepth) {
+            if (m_inMids) {
+                m_answer.mids.push_back(name);
+            }
+        } else if (m_rootIsObject && m_depth == rootDepth) {
+            m_answer.rules.push_back({name});
+            m_valueSeen = false;
+            m_midsSeen = false;
+        } else if (m_rootIsObject && m_depth == ruleDepth) {
+            if (name == "value" && !m_valueSeen) {
+                m_valueSeen = true;
+                m_next = Next::value;
+            } else if (name == "mid" && !m_midsSeen) {
+                m_midsSeen = true;
+                m_next = Next::mids;
+            }
+        }
+        return true;
+    }
+
+private:
+    // What the next value is, if it is one that counts.
+    enum class Next { other, value, mids };
+
+    // How many containers are open where the names of the root, of a rule and of "mid" stand.
+    static constexpr size_t rootDepth = 1;
+    static constexpr size_t ruleDepth = 2;
+    static constexpr size_t midDepth = 3;
+
+    bool TakeNumber(bool fits, int64_t number) {
+        if (m_next == Next::value && fits) {
+            m_answer.rules.back().value = number == 0 ? AnsweredRule::Value::zero : AnsweredRule::Value::good;
+        }
+        m_next = Next::other;
+        return true;
+    }
+
+    bool Open() {
+        m_next = Next::other;
+        ++m_depth;
+        return true;
+    }
+
+    bool Close() {
+        --m_depth;
+        return true;
+    }
+
+    QueryAnswer& m_answer;
+    size_t m_depth = 0; // containers that are open
+    Next m_next = Next::other;
+    bool m_rootIsObject = false;
+    bool m_inMids = false;
+    bool m_valueSeen = false; // of the rule that was begun last
+    bool m_midsSeen = false;
+};
+
+} // namespace
+
+bool QueryAnswer::Read() {
+    AnswerHandler handler(*this);
+    return !ReadJsonInPlace(text.data(), text.size(), handler).IsError();
+}
