@@ -11,14 +11,14 @@ namespace {
 class QueryRequest {
 public:
     QueryRequest(IEventRecord** rules, uint32_t ruleCount) {
-        JsonWriter writer(m_buffer);
+        JsonWriter writer(m_buffer, 2);
         writer.StartObject();
-        writer.Key("guid");
+        writer.Text("guid");
         writer.StartArray();
         RecordText guid;
         for (uint32_t i = 0; i < ruleCount; ++i) {
             guid.Read(rules[i], "guid");
-            WriteString(writer, guid.View());
+            writer.Text(guid.View());
         }
         writer.EndArray();
         writer.EndObject();
@@ -27,7 +27,7 @@ public:
     const char* Text() const { return m_buffer.GetString(); }
 
 private:
-    JsonBuffer m_buffer;
+    JsonBuffer m_buffer{&jsonAllocator, initialTextCapacity};
 };
 
 } // namespace

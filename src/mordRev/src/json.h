@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstring>
 #include <span>
 #include <string>
 #include <string_view>
@@ -24,6 +25,9 @@ public:
     void* Realloc(void* memory, size_t oldSize, size_t newSize);
     static void Free(void* memory);
 };
+
+// It has no state, and so one serves all: RapidJSON would allocate one for each of its objects.
+inline JsonAllocator jsonAllocator;
 
 using JsonDocument =
     rapidjson::GenericDocument<rapidjson::UTF8<>, rapidjson::MemoryPoolAllocator<JsonAllocator>, JsonAllocator>;
@@ -49,7 +53,7 @@ struct rapidjson::StreamTraits<InPlaceText> {
 template <typename Handler>
 rapidjson::ParseResult ReadJsonInPlace(char* text, size_t length, Handler& handler) {
     InPlaceText stream(text, length);
-    rapidjson::GenericReader<rapidjson::UTF8<>, rapidjson::UTF8<>, JsonAllocator> reader;
+    rapidjson::GenericReader<rapidjson::UTF8<>, rapidjson::UTF8<>, JsonAllocator> reader(&jsonAllocator);
     return reader.Parse<rapidjson::kParseDefaultFlags | rapidjson::kParseIterativeFlag | rapidjson::kParseInsituFlag>(
         stream, handler);
 }
@@ -71,8 +75,26 @@ inline std::string TextToNul(const JsonValue& string) {
 }
 
 using JsonBuffer = rapidjson::GenericStringBuffer<rapidjson::UTF8<>, JsonAllocator>;
-using JsonWriter = rapidjson::PrettyWriter<JsonBuffer, rapidjson::UTF8<>, rapidjson::UTF8<>, JsonAllocator>;
 
-inline void WriteString(JsonWriter& writer, std::string_view text) {
-    writer.String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
-}
+// Enough for the texts of an event with a few rules.
+constexpr size_t initialTextCapacity = 1024;
+
+// Writes JSON in the pretty format.
+class JsonWriter : public rapidjson::PrettyWriter<JsonBuffer, rapidjson::UTF8<>, rapidjson::UTF8<>, JsonAllocator> {
+public:
+    // `depth` is how many levels the document has.
+    JsonWriter(JsonBuffer& buffer, size_t depth) : PrettyWriter(buffer, &jsonAllocator, depth) {}
+
+    // A string, as String writes it: but a text without a character that must be escaped goes in as a whole.
+    void Text(std::string_view text) {
+        if (PassPlainText(text.data(), text.data() + text.size()) != text.data() + text.size()) {
+            String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
+            return;
+        }
+        PrettyPrefix(rapidjson::kStringType);
+        char* const place = os_->Push(text.size() + 2);
+        place[0] = '"';
+        std::memcpy(place + 1, text.data(), text.size());
+        place[text.size() + 1] = '"';
+    }
+};

@@ -34,6 +34,10 @@ bool CMordRecv::IsMatchmid(std::string protocolKey, MidSet queryMids, std::strin
     const std::string* match = nullptr; // the least of those that stand on both sides
     const auto allowed = m_allowList.find(protocolKey);
     if (allowed != m_allowList.end()) {
+        // The ids are all on their way before the first is looked for.
+        for (const uint32_t midHash : midHashes) {
+            m_allowIndex.Prefetch(protocolHash, midHash);
+        }
         for (size_t i = 0; i < queryMids.size(); ++i) {
             const std::string* const found =
                 m_allowIndex.Find(protocolHash, allowed->second, midHashes[i], queryMids[i]);

@@ -9,6 +9,7 @@ struct QueryResultTable::Entries {
     struct Entry {
         std::string_view guid;
         MidSet mids;
+        std::shared_ptr<const void> owner;
     };
 
     const Entry* Find(std::string_view guid) const;
@@ -16,7 +17,6 @@ struct QueryResultTable::Entries {
 
     std::vector<Entry> list;
     HashIndex index; // by guid; empty as long as the list is short
-    std::vector<std::shared_ptr<const void>> owners;
 };
 
 namespace {
@@ -45,11 +45,8 @@ const QueryResultTable::Entries::Entry* QueryResultTable::Entries::Find(std::str
 
 // What can fail comes before the list grows: a table for which memory runs out has its former entries alone.
 void QueryResultTable::Entries::Add(std::string_view guid, MidSet mids, const std::shared_ptr<const void>& owner) {
-    if (owners.empty() || owners.back() != owner) {
-        owners.push_back(owner);
-    }
     if (list.size() < longestWalk) {
-        list.push_back({guid, mids});
+        list.push_back({guid, mids, owner});
         return;
     }
     if (list.size() == longestWalk) {
@@ -61,7 +58,7 @@ void QueryResultTable::Entries::Add(std::string_view guid, MidSet mids, const st
     }
     index.Reserve();
     const uint32_t hash = HashOfGuid(guid);
-    list.push_back({guid, mids});
+    list.push_back({guid, mids, owner});
     index.Add(hash, static_cast<uint32_t>(list.size() - 1));
 }
 

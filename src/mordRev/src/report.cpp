@@ -10,13 +10,13 @@ namespace {
 constexpr uint32_t systemPid = 4;
 constexpr int32_t reportKind = 1;
 
-void WriteMember(JsonWriter& writer, const char* key, std::string_view text) {
-    writer.Key(key);
-    WriteString(writer, text);
+void WriteMember(JsonWriter& writer, std::string_view key, std::string_view text) {
+    writer.Text(key);
+    writer.Text(text);
 }
 
-void WriteMember(JsonWriter& writer, const char* key, bool value) {
-    writer.Key(key);
+void WriteFlag(JsonWriter& writer, std::string_view key, bool value) {
+    writer.Text(key);
     writer.Bool(value);
 }
 
@@ -46,21 +46,21 @@ void CMordRecv::ReportEventHandleRes(IEventRecord* event, IEventRecord** rules, 
     }
     const std::string procName = ExtractProcName(procPath);
 
-    JsonBuffer buffer;
-    JsonWriter writer(buffer);
+    JsonBuffer buffer(&jsonAllocator, initialTextCapacity);
+    JsonWriter writer(buffer, 2);
     writer.StartObject();
-    writer.Key("rule_guid");
+    writer.Text("rule_guid");
     writer.StartArray();
     RecordText text;
     for (uint32_t i = 0; i < ruleCount; ++i) {
         text.Read(rules[i], "guid");
-        WriteString(writer, text.View());
+        writer.Text(text.View());
     }
     writer.EndArray();
     const RecordText type(rules[0], "type");
     WriteMember(writer, "type", type.View());
-    WriteMember(writer, "block", reply == REPLY_BLOCK);
-    WriteMember(writer, "block_modified", blockModified);
+    WriteFlag(writer, "block", reply == REPLY_BLOCK);
+    WriteFlag(writer, "block_modified", blockModified);
     WriteMember(writer, "proc_name", procName);
     WriteMember(writer, "proc_path", procPath);
     // The remote end sends and this side receives: this is the receiving end.
@@ -70,7 +70,7 @@ void CMordRecv::ReportEventHandleRes(IEventRecord* event, IEventRecord** rules, 
     text.Read(event, "local_addr_ip");
     WriteMember(writer, "recv_ip", text.View());
     WriteMember(writer, "recv_port", std::to_string(ReadInt32(event, "local_addr_port")));
-    WriteMember(writer, "send_mid", std::string_view("")); // always empty
+    WriteMember(writer, "send_mid", ""); // always empty
     WriteMember(writer, "net_drv_version", std::to_string(ReadInt64(event, "net_drv")));
     WriteMember(writer, "protocol", type.View()); // repeats "type" by design of the format
     writer.EndObject();
