@@ -1,6 +1,7 @@
 // The host's answer to a query.
 #pragma once
 
+#include <string>
 #include <utility>
 
 #include "frame/interfaces.h"
@@ -17,6 +18,9 @@ public:
     // Where QueryDot stores its answer; null before.
     char** Out() { return &m_text; }
     const char* Text() const { return m_text; }
+
+    // The text, which must not be null, for a reader that outlives the buffer.
+    std::string Copy() const;
 
     // Calls FreeResult, once in the life of the object: a host that throws there is not asked again. Its exception
     // passes; at the end of the scope it ends the process.

@@ -11,7 +11,7 @@ namespace {
 class QueryRequest {
 public:
     QueryRequest(IEventRecord** rules, uint32_t ruleCount) {
-        JsonWriter writer(m_buffer, 2);
+        JsonText::Writer& writer = m_text.Out();
         writer.StartObject();
         writer.Text("guid");
         writer.StartArray();
@@ -24,10 +24,10 @@ public:
         writer.EndObject();
     }
 
-    const char* Text() const { return m_buffer.GetString(); }
+    const char* Text() const { return m_text.Get(); }
 
 private:
-    JsonBuffer m_buffer{&jsonAllocator, initialTextCapacity};
+    JsonText m_text;
 };
 
 } // namespace
@@ -74,7 +74,7 @@ bool CMordRecv::HandleEvent(IEventRecord* event, IEventRecord** rules, uint32_t 
             answer.Keep(); // on this path alone the host never gets its buffer back; it is meant so
             *reply = REPLY_BLOCK;
             LOG_TRACE(WIDE(" defender mode is all forbid, reply=") << *reply);
-        } else if (!ParseQueryResult(answer.Text(), &queryResult)) {
+        } else if (!ParseQueryResult(answer.Copy(), &queryResult)) {
             *reply = REPLY_BLOCK;
             LOG_TRACE(WIDE(" query dot error, reply=") << *reply);
             answer.GiveBack();

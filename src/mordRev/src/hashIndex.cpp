@@ -1,6 +1,7 @@
 #include "mordRev/src/hashIndex.h"
 
 #include <algorithm>
+#include <bit>
 
 namespace {
 
@@ -16,7 +17,7 @@ void HashIndex::Reserve() {
     const size_t size = std::max(leastSize, 2 * m_tags.size());
     larger.m_tags.resize(size);
     larger.m_slots.resize(size);
-    larger.m_mask = size - 1;
+    larger.m_shift = 32 - static_cast<unsigned>(std::countr_zero(size));
     for (size_t at = 0; at < m_tags.size(); ++at) {
         if (m_tags[at] != free) {
             larger.Add(m_slots[at].hash, m_slots[at].number);
@@ -26,9 +27,9 @@ void HashIndex::Reserve() {
 }
 
 void HashIndex::Add(uint32_t hash, uint32_t number) noexcept {
-    size_t at = hash & m_mask;
+    size_t at = PlaceOf(hash);
     while (m_tags[at] != free) {
-        at = (at + 1) & m_mask;
+        at = (at + 1) & (m_tags.size() - 1);
     }
     m_tags[at] = TagOf(hash);
     m_slots[at] = {hash, number};

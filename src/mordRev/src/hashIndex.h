@@ -24,7 +24,7 @@ public:
     // Asks the processor to have ready what a look-up of this hash reads first.
     void Prefetch(uint32_t hash) const {
         if (!m_tags.empty()) {
-            __builtin_prefetch(&m_tags[hash & m_mask]);
+            __builtin_prefetch(&m_tags[PlaceOf(hash)]);
         }
     }
 
@@ -35,7 +35,7 @@ public:
             return none;
         }
         const uint8_t tag = TagOf(hash);
-        for (size_t at = hash & m_mask; m_tags[at] != free; at = (at + 1) & m_mask) {
+        for (size_t at = PlaceOf(hash); m_tags[at] != free; at = (at + 1) & (m_tags.size() - 1)) {
             if (m_tags[at] == tag && m_slots[at].hash == hash && isSought(m_slots[at].number)) {
                 return m_slots[at].number;
             }
@@ -51,14 +51,16 @@ private:
 
     static constexpr uint8_t free = 0;
 
+    size_t PlaceOf(uint32_t hash) const { return hash >> m_shift; }
+
     // The bits that have least to do with the place.
     static uint8_t TagOf(uint32_t hash) {
-        const auto tag = static_cast<uint8_t>(hash >> 24);
+        const auto tag = static_cast<uint8_t>(hash);
         return tag == free ? uint8_t{1} : tag;
     }
 
-    std::vector<uint8_t> m_tags;
-    std::vector<Slot> m_slots; // as many; one is valid where its tag is not `free`
-    size_t m_mask = 0;         // the size, which is a power of two, less one
+    std::vector<uint8_t> m_tags; // a power of two, or none
+    std::vector<Slot> m_slots;   // as many; one is valid where its tag is not `free`
+    unsigned m_shift = 0;        // from the bits of a hash to those of a place
     size_t m_used = 0;
 };

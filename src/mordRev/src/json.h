@@ -74,27 +74,49 @@ inline std::string TextToNul(const JsonValue& string) {
     return string.GetString();
 }
 
-using JsonBuffer = rapidjson::GenericStringBuffer<rapidjson::UTF8<>, JsonAllocator>;
+// JSON in the pretty format, as it is written. A text of an event with a few rules takes no memory from the heap.
+class JsonText {
+    using Pool = rapidjson::MemoryPoolAllocator<JsonAllocator>;
+    using Buffer = rapidjson::GenericStringBuffer<rapidjson::UTF8<>, Pool>;
 
-// Enough for the texts of an event with a few rules.
-constexpr size_t initialTextCapacity = 1024;
-
-// Writes JSON in the pretty format.
-class JsonWriter : public rapidjson::PrettyWriter<JsonBuffer, rapidjson::UTF8<>, rapidjson::UTF8<>, JsonAllocator> {
 public:
-    // `depth` is how many levels the document has.
-    JsonWriter(JsonBuffer& buffer, size_t depth) : PrettyWriter(buffer, &jsonAllocator, depth) {}
+    // RapidJSON's writer, and a faster way for texts.
+    class Writer : public rapidjson::PrettyWriter<Buffer, rapidjson::UTF8<>, rapidjson::UTF8<>, Pool> {
+    public:
+        using PrettyWriter::PrettyWriter;
 
-    // A string, as String writes it: but a text without a character that must be escaped goes in as a whole.
-    void Text(std::string_view text) {
-        if (PassPlainText(text.data(), text.data() + text.size()) != text.data() + text.size()) {
-            String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
-            return;
+        // A string, as String writes it; without a character that must be escaped, it goes in as a whole.
+        void Text(std::string_view text) {
+            if (PassPlainText(text.data(), text.data() + text.size()) != text.data() + text.size()) {
+                String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
+                return;
+            }
+            PrettyPrefix(rapidjson::kStringType);
+            char* const place = os_->Push(text.size() + 2);
+            place[0] = '"';
+            std::memcpy(place + 1, text.data(), text.size());
+            place[text.size() + 1] = '"';
         }
-        PrettyPrefix(rapidjson::kStringType);
-        char* const place = os_->Push(text.size() + 2);
-        place[0] = '"';
-        std::memcpy(place + 1, text.data(), text.size());
-        place[text.size() + 1] = '"';
-    }
+    };
+
+    JsonText() = default;
+    JsonText(const JsonText&) = delete;
+    JsonText& operator=(const JsonText&) = delete;
+
+    Writer& Out() { return m_writer; }
+
+    // The text so far, NUL-ended. Good until more is written.
+    const char* Get() const { return m_buffer.GetString(); }
+    size_t Size() const { return m_buffer.GetSize(); }
+
+private:
+    static constexpr size_t firstCapacity = 1024;
+    static constexpr size_t levels = 2;
+    static constexpr size_t chunkSize = 65536;
+
+    // Room for the text, for the writer's levels and for what the pool keeps in front of them.
+    alignas(std::max_align_t) char m_first[firstCapacity + 256]; // NOLINT(cppcoreguidelines-pro-type-member-init)
+    Pool m_pool{m_first, sizeof m_first - alignof(std::max_align_t), chunkSize, &jsonAllocator};
+    Buffer m_buffer{&m_pool, firstCapacity};
+    Writer m_writer{m_buffer, &m_pool, levels};
 };

@@ -1,4 +1,6 @@
 // Matching of machine ids: equality of whole strings, nothing else.
+#include <algorithm>
+#include <array>
 #include <set>
 #include <string_view>
 #include <vector>
@@ -7,6 +9,27 @@
 #include "mordRev/src/mordRev.h"
 
 namespace {
+
+// The hashes of some ids. Those of few take no memory of their own.
+class MidHashes {
+public:
+    explicit MidHashes(MidSet mids) {
+        if (mids.size() > m_few.size()) {
+            m_many.resize(mids.size());
+            m_hashes = m_many.data();
+        }
+        std::transform(mids.begin(), mids.end(), m_hashes, AllowIndex::HashOfMid);
+    }
+    MidHashes(const MidHashes&) = delete;
+    MidHashes& operator=(const MidHashes&) = delete;
+
+    uint32_t operator[](size_t i) const { return m_hashes[i]; }
+
+private:
+    std::array<uint32_t, 128> m_few; // NOLINT(cppcoreguidelines-pro-type-member-init): as many as there are ids are set
+    std::vector<uint32_t> m_many;
+    uint32_t* m_hashes = m_few.data();
+};
 
 uint32_t CountDistinct(MidSet mids) {
     return static_cast<uint32_t>(std::set<std::string_view>(mids.begin(), mids.end()).size());
@@ -17,11 +40,7 @@ uint32_t CountDistinct(MidSet mids) {
 bool CMordRecv::IsMatchmid(std::string protocolKey, MidSet queryMids, std::string* midMatchOutput) {
     // All that needs no list comes before the lock, which is then held for as many look-ups as there are ids.
     const uint32_t protocolHash = AllowIndex::HashOfProtocol(protocolKey);
-    std::vector<uint32_t> midHashes;
-    midHashes.reserve(queryMids.size());
-    for (const std::string_view mid : queryMids) {
-        midHashes.push_back(AllowIndex::HashOfMid(mid));
-    }
+    const MidHashes midHashes(queryMids);
 
     const std::lock_guard lock(m_lock);
     if (queryMids.empty() || m_allowList.empty()) {
@@ -35,8 +54,8 @@ bool CMordRecv::IsMatchmid(std::string protocolKey, MidSet queryMids, std::strin
     const auto allowed = m_allowList.find(protocolKey);
     if (allowed != m_allowList.end()) {
         // The ids are all on their way before the first is looked for.
-        for (const uint32_t midHash : midHashes) {
-            m_allowIndex.Prefetch(protocolHash, midHash);
+        for (size_t i = 0; i < queryMids.size(); ++i) {
+            m_allowIndex.Prefetch(protocolHash, midHashes[i]);
         }
         for (size_t i = 0; i < queryMids.size(); ++i) {
             const std::string* const found =

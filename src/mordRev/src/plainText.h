@@ -5,24 +5,34 @@
 #include <cstddef>
 #include <cstring>
 
-// The first character from `at` on that may end a JSON string or must be escaped in it (a quotation mark, a backslash, a
-// control character), or `end`. Looks at a machine word at a time.
+// Whether a character ends a JSON string, must be escaped in it or may not stand in it.
+inline bool IsPlainText(char character) {
+    return static_cast<unsigned char>(character) >= 0x20 && character != '"' && character != '\\';
+}
+
+// The first character from `at` on that is not plain, or `end`. Looks at a machine word at a time.
 inline const char* PassPlainText(const char* at, const char* end) {
     using Word = size_t;
     static_assert(std::endian::native == std::endian::little, "the first character is the lowest byte of a word");
-    constexpr auto repeat = [](Word byte) { return ~Word{0} / 0xFF * byte; };
-    // Sets the highest bit of the lowest byte that is less than `limit`; what stands in higher bytes says nothing.
-    constexpr auto bytesBelow = [repeat](Word word, Word limits) { return (word - limits) & ~word & repeat(0x80); };
-    for (; static_cast<size_t>(end - at) >= sizeof(Word); at += sizeof(Word)) {
+    constexpr Word each = ~Word{0} / 0xFF; // 1 in each byte
+    while (static_cast<size_t>(end - at) >= sizeof(Word)) {
         Word word = 0;
         std::memcpy(&word, at, sizeof word);
-        const Word special = bytesBelow(word, repeat(0x20)) | bytesBelow(word ^ repeat('"'), repeat(1)) |
-                             bytesBelow(word ^ repeat('\\'), repeat(1));
-        if (special != 0) {
-            return at + std::countr_zero(special) / 8;
+        // A difference below zero sets the highest bit of its byte. So does a character beyond ASCII, and the borrow of
+        // a lower byte: the lowest byte that has the bit is the first that needs a look.
+        const Word suspects =
+            (((word ^ each * '"') - each) | ((word ^ each * '\\') - each) | (word - each * 0x20) | word) & each * 0x80;
+        if (suspects == 0) {
+            at += sizeof word;
+            continue;
         }
+        at += std::countr_zero(suspects) / 8;
+        if (!IsPlainText(*at)) {
+            return at;
+        }
+        ++at;
     }
-    while (at != end && static_cast<unsigned char>(*at) >= 0x20 && *at != '"' && *at != '\\') {
+    while (at != end && IsPlainText(*at)) {
         ++at;
     }
     return at;

@@ -4,6 +4,10 @@
 
 namespace {
 
+// Room for the answer of a usual event. Larger ones grow from here on.
+constexpr size_t firstRules = 8;
+constexpr size_t firstMids = 64;
+
 // Takes the answer as the parser comes across its parts. No value is kept beside what is asked for: a document of its
 // own would cost more than all the rest of a decision.
 class AnswerHandler : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, AnswerHandler> {
@@ -101,6 +105,8 @@ private:
 } // namespace
 
 bool QueryAnswer::Read() {
+    rules.reserve(firstRules);
+    mids.reserve(firstMids);
     AnswerHandler handler(*this);
     return !ReadJsonInPlace(text.data(), text.size(), handler).IsError();
 }

@@ -46,6 +46,7 @@ const QueryResultTable::Entries::Entry* QueryResultTable::Entries::Find(std::str
 // What can fail comes before the list grows: a table for which memory runs out has its former entries alone.
 void QueryResultTable::Entries::Add(std::string_view guid, MidSet mids, const std::shared_ptr<const void>& owner) {
     if (list.size() < longestWalk) {
+        list.reserve(longestWalk);
         list.push_back({guid, mids, owner});
         return;
     }

@@ -10,12 +10,12 @@ namespace {
 constexpr uint32_t systemPid = 4;
 constexpr int32_t reportKind = 1;
 
-void WriteMember(JsonWriter& writer, std::string_view key, std::string_view text) {
+void WriteMember(JsonText::Writer& writer, std::string_view key, std::string_view text) {
     writer.Text(key);
     writer.Text(text);
 }
 
-void WriteFlag(JsonWriter& writer, std::string_view key, bool value) {
+void WriteFlag(JsonText::Writer& writer, std::string_view key, bool value) {
     writer.Text(key);
     writer.Bool(value);
 }
@@ -46,8 +46,8 @@ void CMordRecv::ReportEventHandleRes(IEventRecord* event, IEventRecord** rules, 
     }
     const std::string procName = ExtractProcName(procPath);
 
-    JsonBuffer buffer(&jsonAllocator, initialTextCapacity);
-    JsonWriter writer(buffer, 2);
+    JsonText report;
+    JsonText::Writer& writer = report.Out();
     writer.StartObject();
     writer.Text("rule_guid");
     writer.StartArray();
@@ -75,11 +75,10 @@ void CMordRecv::ReportEventHandleRes(IEventRecord* event, IEventRecord** rules, 
     WriteMember(writer, "protocol", type.View()); // repeats "type" by design of the format
     writer.EndObject();
 
-    const char* const report = buffer.GetString();
-    LOG_TRACE(WIDE("ReportEventHandleRes json=") << report);
+    LOG_TRACE(WIDE("ReportEventHandleRes json=") << report.Get());
     // Taken once: since the test above a record, or another thread, may have put null in its place.
     if (IReportSink* const target = m_reportSink) {
-        target->Report(reportKind, report, static_cast<uint32_t>(buffer.GetSize()));
+        target->Report(reportKind, report.Get(), static_cast<uint32_t>(report.Size()));
     }
     LOG_TRACE(WIDE("==>leave"));
 }

@@ -1,65 +1,67 @@
 #include "mordRev/src/seededHash.h"
 
-#include <bit>
+#include <algorithm>
 #include <cstddef>
 #include <cstring>
 #include <random>
 
 namespace {
 
-struct State {
-    uint32_t v0, v1, v2, v3;
-
-    void Round() {
-        v0 += v1;
-        v1 = std::rotl(v1, 5) ^ v0;
-        v0 = std::rotl(v0, 16);
-        v2 += v3;
-        v3 = std::rotl(v3, 8) ^ v2;
-        v0 += v3;
-        v3 = std::rotl(v3, 7) ^ v0;
-        v2 += v1;
-        v1 = std::rotl(v1, 13) ^ v2;
-        v2 = std::rotl(v2, 16);
-    }
-
-    void Take(uint32_t word) {
-        v3 ^= word;
-        Round();
-        v0 ^= word;
-    }
-};
-
-HashKey DrawKey(std::random_device& system) {
-    return {system(), system()};
+void Draw(std::random_device& system, HashKey& key) {
+    std::generate(key.words.begin(), key.words.end(), std::ref(system));
+    std::generate(key.length.begin(), key.length.end(), std::ref(system));
+    std::generate(key.chain.begin(), key.chain.end(), std::ref(system));
+    key.last = static_cast<uint64_t>(system()) << 32 | system() | 1;
 }
 
 HashKeys DrawKeys() {
     std::random_device system;
-    return {DrawKey(system), DrawKey(system), DrawKey(system)};
+    HashKeys keys{};
+    for (HashKey* const key : {&keys.mid, &keys.protocol, &keys.guid}) {
+        Draw(system, *key);
+    }
+    return keys;
+}
+
+// What the hash is made of: two words, each hidden behind a word of the key, multiplied.
+uint64_t Product(uint32_t first, uint32_t second, uint32_t firstKey, uint32_t secondKey) {
+    return static_cast<uint64_t>(first + firstKey) * static_cast<uint32_t>(second + secondKey);
 }
 
 } // namespace
 
-uint32_t HashText(std::string_view text, HashKey key) {
-    State state{key.low, key.high, key.low ^ 0x6c796765U, key.high ^ 0x74656462U};
-    uint32_t word = 0;
-    size_t at = 0;
-    for (; text.size() - at >= sizeof word; at += sizeof word) {
-        std::memcpy(&word, text.data() + at, sizeof word);
-        state.Take(word);
+// The sum of the products of all pairs of words: the hash NH, of the message code UMAC. A block is as long as the key;
+// the hash of those before it goes into that of the next as one more pair, and the length, which tells texts apart that
+// differ in the zeros behind them, into the first. The last multiplication spreads what the sum has over the high bits.
+uint32_t HashText(std::string_view text, const HashKey& key) {
+    constexpr size_t pairSize = 2 * sizeof(uint32_t);
+    uint64_t sum = Product(static_cast<uint32_t>(text.size()), 0, key.length[0], key.length[1]);
+    const char* at = text.data();
+    size_t left = text.size();
+    size_t word = 0;
+    uint32_t pair[2];
+    while (left >= pairSize) {
+        if (word == key.words.size()) {
+            sum = Product(static_cast<uint32_t>(sum), static_cast<uint32_t>(sum >> 32), key.chain[0], key.chain[1]);
+            word = 0;
+        }
+        std::memcpy(pair, at, pairSize);
+        sum += Product(pair[0], pair[1], key.words[word], key.words[word + 1]);
+        at += pairSize;
+        left -= pairSize;
+        word += 2;
     }
-    // The last word holds the bytes that are left over and, at its other end, the length.
-    word = 0;
-    if (at < text.size()) {
-        std::memcpy(&word, text.data() + at, text.size() - at);
+    if (left != 0) {
+        if (word == key.words.size()) {
+            sum = Product(static_cast<uint32_t>(sum), static_cast<uint32_t>(sum >> 32), key.chain[0], key.chain[1]);
+            word = 0;
+        }
+        pair[0] = 0;
+        pair[1] = 0;
+        std::memcpy(pair, at, left);
+        sum += Product(pair[0], pair[1], key.words[word], key.words[word + 1]);
     }
-    state.Take(word | static_cast<uint32_t>(text.size()) << 24);
-    state.v2 ^= 0xff;
-    state.Round();
-    state.Round();
-    state.Round();
-    return state.v1 ^ state.v3;
+    return static_cast<uint32_t>((sum * key.last) >> 32);
 }
 
 const HashKeys& ProcessHashKeys() {

@@ -1,19 +1,23 @@
 // Hashes of texts that come from outside.
 //
-// Answers and allow lists may be written by whoever wants the tables over them to be slow. The hash is one of the keyed
-// kind that is made for this (HalfSipHash, with one round for each word and three at the end), under keys that each
-// process draws for itself: who does not know them cannot prepare texts that collide.
+// Answers and allow lists may be written by whoever wants the tables over them to be slow. The hash is of a kind that
+// leaves no way to prepare texts that collide for whoever does not know its key: for any two texts, the keys under which
+// they collide are one in four thousand millions. Each process draws its keys for itself.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string_view>
 
 struct HashKey {
-    uint32_t low;
-    uint32_t high;
+    std::array<uint32_t, 16> words; // one for each word of a block
+    std::array<uint32_t, 2> length;
+    std::array<uint32_t, 2> chain;
+    uint64_t last; // odd
 };
 
-uint32_t HashText(std::string_view text, HashKey key);
+// The high bits of a hash say most: a table of a power of two is to take its places from there.
+uint32_t HashText(std::string_view text, const HashKey& key);
 
 // The keys of this process, one for each kind of text, so that hashes of two kinds can be combined by exclusive or.
 struct HashKeys {
