@@ -1,10 +1,13 @@
 #include "zelkBase/logFile.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <ctime>
 
 #include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace siblings {
@@ -46,17 +49,17 @@ private:
 
 class LogFile final : public AppendStream {
 public:
-    explicit LogFile(int file) : m_file(file) {}
+    explicit LogFile(int file) : m_file(file), m_isRegular(IsRegular(file)) {}
     ~LogFile() override { close(m_file); }
     LogFile(const LogFile&) = delete;
     LogFile& operator=(const LogFile&) = delete;
 
     size_t Append(std::string_view bytes) override {
+        if (m_isRegular && !SizeIsLimited()) {
+            return static_cast<size_t>(std::max(Write(bytes), ssize_t{0})); // raises no signal
+        }
         WriteSignalsHeld signals;
-        ssize_t written = -1;
-        do {
-            written = write(m_file, bytes.data(), bytes.size());
-        } while (written < 0 && errno == EINTR);
+        const ssize_t written = Write(bytes);
         if (written < 0) {
             signals.Discard();
             return 0;
@@ -65,7 +68,27 @@ public:
     }
 
 private:
+    static bool IsRegular(int file) {
+        struct stat status {};
+        return fstat(file, &status) == 0 && S_ISREG(status.st_mode);
+    }
+
+    // Asked for each time: the process may be limited at any time, and the question takes less than holding signals.
+    static bool SizeIsLimited() {
+        rlimit limit{};
+        return getrlimit(RLIMIT_FSIZE, &limit) != 0 || limit.rlim_cur != RLIM_INFINITY;
+    }
+
+    ssize_t Write(std::string_view bytes) const {
+        ssize_t written = -1;
+        do {
+            written = write(m_file, bytes.data(), bytes.size());
+        } while (written < 0 && errno == EINTR);
+        return written;
+    }
+
     const int m_file;
+    const bool m_isRegular;
 };
 
 } // namespace

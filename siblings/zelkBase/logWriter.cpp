@@ -10,6 +10,28 @@ namespace siblings {
 
 namespace {
 
+// The bytes of a record. Those of a usual one take no memory from the heap.
+class RecordBytes {
+public:
+    explicit RecordBytes(WideView text) {
+        if (Utf8Capacity(text.size()) <= sizeof m_few) {
+            m_bytes = {m_few, WriteUtf8(text, m_few)};
+        } else {
+            m_many = ToUtf8(text);
+            m_bytes = m_many;
+        }
+    }
+    RecordBytes(const RecordBytes&) = delete;
+    RecordBytes& operator=(const RecordBytes&) = delete;
+
+    std::string_view View() const { return m_bytes; }
+
+private:
+    char m_few[1536];
+    std::string m_many;
+    std::string_view m_bytes;
+};
+
 bool IsFileName(WideView name) {
     constexpr WideView forbidden = WIDE("/\\:*?\"<>|");
     return !name.empty() && std::none_of(name.begin(), name.end(), [forbidden](WideChar unit) {
@@ -50,13 +72,16 @@ int32_t LogWriter::WriteRecord(const WideChar* text, int32_t level) {
         return Signed(RESULT_OK);
     }
     return Signed(Guarded([this, text] {
-        std::string record = ToUtf8(text); // not under the lock
+        const RecordBytes bytes(text); // not under the lock
         const std::lock_guard guard(m_lock);
         if (!m_stream) {
             return RESULT_NOT_STARTED;
         }
+        std::string_view record = bytes.View();
+        std::string behindTornOne;
         if (m_torn) {
-            record.insert(0, "\r\n"); // a record never goes on in the line of a torn one
+            behindTornOne = "\r\n" + std::string(record); // a record never goes on in the line of a torn one
+            record = behindTornOne;
         }
         const size_t written = m_stream->Append(record);
         if (written == record.size()) {

@@ -1,5 +1,7 @@
 #include "zelkBase/unicode.h"
 
+#include <algorithm>
+
 namespace siblings {
 
 namespace {
@@ -43,6 +45,15 @@ std::basic_string<To> Transcode(std::basic_string_view<From> text) {
     out.reserve(text.size());
     To units[longestCodePoint<To>];
     while (!text.empty()) {
+        const size_t ascii = AsciiLength(text);
+        const size_t before = out.size();
+        out.resize(before + ascii);
+        std::transform(text.begin(), text.begin() + ascii, out.begin() + static_cast<ptrdiff_t>(before),
+                       [](From character) { return static_cast<To>(character); });
+        text.remove_prefix(ascii);
+        if (text.empty()) {
+            break;
+        }
         out.append(units, PutCodePoint(TakeCodePoint(text), units));
     }
     return out;
@@ -122,6 +133,21 @@ size_t PutCodePoint(char32_t point, WideChar (&out)[longestCodePoint<WideChar>])
     out[0] = static_cast<WideChar>(0xD800 + ((point - 0x10000) >> 10));
     out[1] = static_cast<WideChar>(0xDC00 + (point & 0x3FF));
     return 2;
+}
+
+size_t WriteUtf8(WideView text, char* out) {
+    char* end = out;
+    char units[longestCodePoint<char>];
+    for (;;) {
+        const size_t ascii = AsciiLength(text);
+        end = std::transform(text.begin(), text.begin() + ascii, end,
+                             [](WideChar unit) { return static_cast<char>(unit); });
+        text.remove_prefix(ascii);
+        if (text.empty()) {
+            return static_cast<size_t>(end - out);
+        }
+        end = std::copy_n(units, PutCodePoint(TakeCodePoint(text), units), end);
+    }
 }
 
 std::string ToUtf8(WideView text) {

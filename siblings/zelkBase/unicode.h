@@ -7,8 +7,10 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 #include "platform/wideChar.h"
 
@@ -29,9 +31,38 @@ inline constexpr size_t longestCodePoint<WideChar> = 2;
 char32_t TakeCodePoint(std::string_view& text);
 char32_t TakeCodePoint(WideView& text);
 
+// How many characters at the start of `text` are ASCII, which is one character in either encoding. Texts are so for the
+// most part, and are converted faster where that is known.
+template <typename Char>
+size_t AsciiLength(std::basic_string_view<Char> text) {
+    constexpr size_t block = 8; // characters that are looked at together
+    size_t length = 0;
+    for (; text.size() - length >= block; length += block) {
+        uint32_t all = 0;
+        for (size_t i = 0; i < block; ++i) {
+            all |= static_cast<std::make_unsigned_t<Char>>(text[length + i]);
+        }
+        if (all >= 0x80) {
+            break;
+        }
+    }
+    while (length < text.size() && static_cast<std::make_unsigned_t<Char>>(text[length]) < 0x80) {
+        ++length;
+    }
+    return length;
+}
+
 // Writes the scalar value `point` and returns the number of characters it took.
 size_t PutCodePoint(char32_t point, char (&out)[longestCodePoint<char>]);
 size_t PutCodePoint(char32_t point, WideChar (&out)[longestCodePoint<WideChar>]);
+
+// The most bytes that a text of so many UTF-16 units takes.
+constexpr size_t Utf8Capacity(size_t units) {
+    return 3 * units;
+}
+
+// Writes the UTF-8 form of `text` to `out`, which must have room for it, and returns its length.
+size_t WriteUtf8(WideView text, char* out);
 
 std::string ToUtf8(WideView text);
 WideString ToWide(std::string_view text);
