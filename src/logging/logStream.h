@@ -1,10 +1,14 @@
 // What a log site writes a record into.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <iterator>
+#include <memory>
 #include <ostream>
-#include <sstream>
+#include <streambuf>
 #include <string>
+#include <string_view>
 
 #include "platform/wideChar.h"
 
@@ -20,25 +24,46 @@ public:
     CSmartStream();
 
     // Whether text stands in the buffer.
-    bool HasText() const;
+    bool HasText() const { return m_buffer.HasText(); }
 
-    // The text in the buffer, kept until the next call.
-    const WideChar* KeepText();
+    // Appends `text` as an insertion does, without what a stream does around each.
+    void Append(std::basic_string_view<WideChar> text);
 
-    // The text in the buffer, valid until the next insertion; null when there is no memory for its NUL. Throws nothing.
-    const WideChar* PeekText();
+    // The text in the buffer, valid until the next insertion. Throws nothing.
+    const WideChar* Text() { return m_buffer.Text(); }
 
     // Empties the buffer and clears the state.
     void Reset();
 
 private:
-    class Buffer : public std::basic_stringbuf<WideChar> {
+    // A usual record stands in the object itself. There is always room for the NUL.
+    class Buffer : public std::basic_streambuf<WideChar> {
     public:
-        const WideChar* Begin() const { return pbase(); }
+        Buffer() { setp(std::begin(m_first), std::end(m_first) - 1); }
+
+        bool HasText() const { return pptr() != pbase(); }
+        const WideChar* Text() {
+            *pptr() = WideChar{};
+            return pbase();
+        }
+        void Clear() { setp(pbase(), epptr()); }
+
+    protected:
+        std::streamsize xsputn(const WideChar* text, std::streamsize length) override;
+        int_type overflow(int_type unit) override;
+
+    private:
+        // Counts what has been put in.
+        void Advance(size_t length);
+
+        // Makes room for `length` more. False, with nothing changed, when there is no memory for it.
+        bool Grow(size_t length);
+
+        WideChar m_first[512];
+        std::unique_ptr<WideChar[]> m_larger;
     };
 
     Buffer m_buffer;
-    std::basic_string<WideChar> m_kept;
 };
 
 } // namespace Base
@@ -59,6 +84,7 @@ public:
     LogStream& operator=(const LogStream&) = delete;
 
     LogStream& operator<<(const WideChar* text);
+    LogStream& operator<<(std::basic_string_view<WideChar> text);
     LogStream& operator<<(const char* text);
     LogStream& operator<<(const std::string& text);
     LogStream& operator<<(int32_t number);

@@ -1,32 +1,57 @@
 #include "logging/logTimestamp.h"
 
+#include <algorithm>
+#include <charconv>
 #include <chrono>
-#include <cstdio>
+#include <iterator>
 
 namespace {
 
 constexpr std::chrono::hours zoneOffset{8};
 
-} // namespace
+// The calendar repeats after 400 years; the library's own knows 16-bit years only.
+constexpr std::chrono::days cycle{146097};
+constexpr int64_t yearsOfCycle = 400;
 
-std::basic_string<WideChar> LogTimestamp() {
-    const auto now = std::chrono::system_clock::now().time_since_epoch();
-    return FormatLogTimestamp(std::chrono::floor<std::chrono::seconds>(now).count());
+constexpr int64_t FloorDivide(int64_t number, int64_t divisor) {
+    return number / divisor - (number % divisor < 0 ? 1 : 0);
 }
 
-std::basic_string<WideChar> FormatLogTimestamp(int64_t secondsSince1970) {
-    // The calendar repeats after 400 years; the library's own knows 16-bit years only.
-    constexpr std::chrono::days cycle{146097};
-    const std::chrono::seconds time = std::chrono::seconds{secondsSince1970} + zoneOffset;
-    const auto day = std::chrono::floor<std::chrono::days>(time);
-    const std::chrono::hh_mm_ss clock{time - day};
-    const auto cycles = std::chrono::floor<std::chrono::duration<int64_t, std::ratio<146097LL * 86400>>>(time).count();
-    const std::chrono::year_month_day date{std::chrono::sys_days{day - cycles * cycle}};
+} // namespace
 
-    char text[64];
-    const int length = std::snprintf(
-        text, sizeof text, "%lld-%02u-%02u %02d:%02d:%02d", 400LL * cycles + static_cast<int>(date.year()),
-        static_cast<unsigned>(date.month()), static_cast<unsigned>(date.day()), static_cast<int>(clock.hours().count()),
-        static_cast<int>(clock.minutes().count()), static_cast<int>(clock.seconds().count()));
-    return {text, text + length};
+// On 32 bits a division of 64 bits takes as long as all the rest: there are two, and what is left of each is short.
+// NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): the text is what has been appended
+LogTime::LogTime(int64_t secondsSince1970) {
+    constexpr int64_t secondsOfDay = 86400;
+    const int64_t time = secondsSince1970 + std::chrono::seconds(zoneOffset).count();
+    const int64_t day = FloorDivide(time, secondsOfDay);
+    const auto second = static_cast<unsigned>(time - day * secondsOfDay);
+    const int64_t cycles = FloorDivide(day, cycle.count());
+    const std::chrono::days dayOfCycle{static_cast<int>(day - cycles * cycle.count())};
+    const std::chrono::year_month_day date{std::chrono::sys_days{dayOfCycle}};
+
+    AppendYear(yearsOfCycle * cycles + static_cast<int>(date.year()));
+    AppendTwoDigits(WIDE('-'), static_cast<unsigned>(date.month()));
+    AppendTwoDigits(WIDE('-'), static_cast<unsigned>(date.day()));
+    AppendTwoDigits(WIDE(' '), second / 3600);
+    AppendTwoDigits(WIDE(':'), second / 60 % 60);
+    AppendTwoDigits(WIDE(':'), second % 60);
+}
+
+void LogTime::AppendYear(int64_t year) {
+    char digits[24];
+    const char* const end = std::to_chars(std::begin(digits), std::end(digits), year).ptr;
+    std::copy(static_cast<const char*>(digits), end, m_text);
+    m_length = static_cast<size_t>(end - digits);
+}
+
+void LogTime::AppendTwoDigits(WideChar separator, unsigned number) {
+    m_text[m_length++] = separator;
+    m_text[m_length++] = static_cast<WideChar>('0' + number / 10);
+    m_text[m_length++] = static_cast<WideChar>('0' + number % 10);
+}
+
+LogTime LogTimestamp() {
+    const auto now = std::chrono::system_clock::now().time_since_epoch();
+    return LogTime(std::chrono::floor<std::chrono::seconds>(now).count());
 }

@@ -21,8 +21,7 @@ constexpr size_t NarrowCapacity(size_t wideLength) {
     return 4 * wideLength;
 }
 
-// Up to these capacities the destination stands on the stack.
-constexpr size_t wideStackCapacity = 2048;
+// Up to this capacity the destination of a narrow text stands on the stack.
 constexpr size_t narrowStackCapacity = 4096;
 
 // Lengths and capacities travel as 32-bit words; what lies behind the longest text that they can tell is left out.
@@ -58,13 +57,13 @@ private:
     ITextConverter* m_converter;
 };
 
-// One conversion. `command` tells the direction; the result is the text in the destination up to its first NUL, and
-// never more than the destination holds.
+// One conversion into `destination`, or into `onHeap` where that has less than `capacity`. `command` tells the direction;
+// the result is the text in the destination up to its first NUL, and never more than the destination holds.
+// Out of line: the compiler warns of the sizes that no process of 32 bits can have, which are std::bad_alloc here.
 template <typename To, size_t stackCapacity, typename From>
-std::basic_string<To> Convert(uint32_t command, const From* source, size_t length, size_t capacity) {
-    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): clearing it would cost what the stack gains
-    std::array<To, stackCapacity> onStack;
-    std::unique_ptr<To[]> onHeap;
+[[gnu::noinline]] std::basic_string_view<To> Convert(uint32_t command, const From* source, size_t length,
+                                                     size_t capacity, std::array<To, stackCapacity>& onStack,
+                                                     std::unique_ptr<To[]>& onHeap) {
     To* destination = onStack.data();
     if (capacity > stackCapacity) {
         onHeap.reset(new To[capacity]);
@@ -89,12 +88,17 @@ std::basic_string<To> Convert(uint32_t command, const From* source, size_t lengt
 
 } // namespace
 
-std::basic_string<WideChar> Utf8ToWide(const char* text) {
+// NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): see the header
+WideText::WideText(const char* text) {
     if (text == nullptr || *text == '\0') {
-        return {};
+        return;
     }
     const size_t length = std::min(std::char_traits<char>::length(text), longestSource);
-    return Convert<WideChar, wideStackCapacity>(CONVERT_NARROW_TO_WIDE, text, length, WideCapacity(length));
+    m_view = Convert(CONVERT_NARROW_TO_WIDE, text, length, WideCapacity(length), m_onStack, m_onHeap);
+}
+
+std::basic_string<WideChar> Utf8ToWide(const char* text) {
+    return std::basic_string<WideChar>(WideText(text).View());
 }
 
 std::string WideToUtf8(const WideChar* text) {
@@ -102,5 +106,8 @@ std::string WideToUtf8(const WideChar* text) {
         return {};
     }
     const size_t length = std::min(std::char_traits<WideChar>::length(text), longestSource);
-    return Convert<char, narrowStackCapacity>(CONVERT_WIDE_TO_NARROW, text, length, NarrowCapacity(length));
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): clearing it would cost what the stack gains
+    std::array<char, narrowStackCapacity> onStack;
+    std::unique_ptr<char[]> onHeap;
+    return std::string(Convert(CONVERT_WIDE_TO_NARROW, text, length, NarrowCapacity(length), onStack, onHeap));
 }

@@ -45,9 +45,9 @@ protected:
 };
 
 TEST_F(LogRecord, HasTimeLevelFileLineFunctionThreadAndMessageInTheirForm) {
-    const std::string before = hostKit::ToNarrow(LogTimestamp());
+    const std::string before = hostKit::ToNarrow(LogTimestamp().View());
     LogSample::Ready();
-    const std::string after = hostKit::ToNarrow(LogTimestamp());
+    const std::string after = hostKit::ToNarrow(LogTimestamp().View());
     const Texts texts = TakeDebugOutput();
     ASSERT_EQ(texts.size(), 1U);
     const std::string time = texts[0].substr(0, before.size());
@@ -63,7 +63,7 @@ TEST_F(LogRecord, OfAnErrorDiffersInItsLevel) {
     LogSample::Bad();
     const Texts texts = TakeRawRecords();
     ASSERT_EQ(texts.size(), 1U);
-    EXPECT_EQ(texts[0].substr(hostKit::ToNarrow(LogTimestamp()).size()),
+    EXPECT_EQ(texts[0].substr(hostKit::ToNarrow(LogTimestamp().View()).size()),
               " [ERROR][logRecordTest.cpp " + std::to_string(LogSample::line) +
                   "][LogSample::Bad] [4294967295] param error\r\n");
 }

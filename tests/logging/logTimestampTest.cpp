@@ -13,7 +13,7 @@
 namespace {
 
 std::string Format(int64_t seconds) {
-    return hostKit::ToNarrow(FormatLogTimestamp(seconds));
+    return hostKit::ToNarrow(LogTime(seconds).View());
 }
 
 int64_t Now() {
@@ -101,7 +101,7 @@ TEST(LogTimestamp, AgreesWithACountedCalendar) {
 
 TEST(LogTimestamp, IsThatOfThePresent) {
     const int64_t before = Now();
-    const std::string timestamp = hostKit::ToNarrow(LogTimestamp());
+    const std::string timestamp = hostKit::ToNarrow(LogTimestamp().View());
     const int64_t after = Now();
     EXPECT_GE(timestamp, CountedTimestamp(before));
     EXPECT_LE(timestamp, CountedTimestamp(after));
@@ -112,7 +112,7 @@ TEST(LogTimestamp, TimeZoneOfTheMachinePlaysNoPart) {
         SetTimeZone(zone);
         EXPECT_EQ(Format(1794871800), "2026-11-17 07:30:00") << zone;
         const int64_t before = Now();
-        const std::string timestamp = hostKit::ToNarrow(LogTimestamp());
+        const std::string timestamp = hostKit::ToNarrow(LogTimestamp().View());
         EXPECT_GE(timestamp, CountedTimestamp(before)) << zone;
         EXPECT_LE(timestamp, CountedTimestamp(Now())) << zone;
     }

@@ -32,7 +32,7 @@ protected:
         const Texts texts = TakeRawRecords();
         EXPECT_EQ(texts.size(), 1U);
         EXPECT_EQ(TakeDebugOutput(), texts);
-        return texts.empty() ? "" : texts[0].substr(hostKit::ToNarrow(LogTimestamp()).size());
+        return texts.empty() ? "" : texts[0].substr(hostKit::ToNarrow(LogTimestamp().View()).size());
     }
 
     void ExpectGaps() {
