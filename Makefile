@@ -1,6 +1,6 @@
 # The front door. Each target installs what is missing first (scripts/setup) and then calls the CMake presets.
 .DEFAULT_GOAL := help
-.PHONY: help setup build build-linux build-windows build-windows-x64 run run-linux test test-linux test-asan test-tsan test-windows coverage mutation soak fuzz fuzz-32 check clean
+.PHONY: help setup build build-linux build-windows build-windows-x64 run run-linux test test-linux test-asan test-tsan test-windows coverage mutation soak fuzz fuzz-32 bench check clean
 
 JOBS ?= $(shell nproc)
 CASES ?= 100000000
@@ -105,6 +105,18 @@ fuzz fuzz-32:
 	@$(call configure,$(preset))
 	@$(call compile,$(preset))
 	@scripts/fuzz --preset $(preset) --seconds $(or $(SECONDS),60) --runs $(or $(RUNS),0) --jobs $(or $(FUZZ_JOBS),1) $(TARGETS)
+
+bench: ## measure decisions and log records, on Linux and 32-bit Windows, and hold them to their limits
+	@scripts/setup linux windows bench
+	@mkdir -p build
+	@cmake --preset linux -DMORDREV_BENCH=ON > build/linux.configure.log || { cat build/linux.configure.log; exit 1; }
+	@$(call compile,linux,bench)
+	@cmake --preset windows-x86 -DMORDREV_BENCH=ON > build/windows-x86.configure.log \
+		|| { cat build/windows-x86.configure.log; exit 1; }
+	@$(call compile,windows-x86,bench)
+	@bench/run linux
+	@bench/run windows-x86
+	@bench/check linux windows-x86
 
 check: ## check the structure of the sources: layers, names, sizes
 	@scripts/check

@@ -13,7 +13,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr int rounds = 40;
+constexpr int rounds = 250;
 constexpr Shape shape{8, 8};
 
 // A record of ClearAllowList, whose text is one literal: nothing but what each record has.

@@ -3,10 +3,21 @@
 #include "logging/logTimestamp.h"
 #include "platform/platform.h"
 
+namespace {
+
+using Literal = std::basic_string_view<WideChar>; // of a length that the compiler knows
+
+constexpr Literal errorText = WIDE(" [ERROR][");
+constexpr Literal traceText = WIDE(" [TRACE][");
+constexpr Literal blank = WIDE(" ");
+constexpr Literal nextField = WIDE("][");
+constexpr Literal threadField = WIDE("] [");
+
+} // namespace
+
 void BeginRecord(LogStream& stream, int32_t level, const LogSite& site) {
     const uint32_t thread = platform::GetCurrentThreadId(); // before the time
-    const WideChar* const levelText = level == LOG_LEVEL_ERROR ? WIDE(" [ERROR][") : WIDE(" [TRACE][");
     // File, function and the end of the thread field are narrow, and so go blank without a converter.
-    stream << LogTimestamp().View() << levelText << site.file << WIDE(" ") << site.line << WIDE("][") << site.function
-           << WIDE("] [") << thread << "] ";
+    stream << LogTimestamp().View() << (level == LOG_LEVEL_ERROR ? errorText : traceText) << site.file << blank
+           << site.line << nextField << site.function << threadField << thread << "] ";
 }

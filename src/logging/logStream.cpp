@@ -137,7 +137,8 @@ LogStream& LogStream::operator<<(bool value) {
 }
 
 void LogStream::EndRecord() {
-    *this << WIDE("\r\n");
+    constexpr std::basic_string_view<WideChar> lineEnd = WIDE("\r\n");
+    *this << lineEnd;
     const WideChar* const text = stream.Text();
     if (LogDebugViewEnabled) {
         platform::OutputDebugStringW(text);
