@@ -1,9 +1,9 @@
-// The floor: the JSON work of an operation that nobody can avoid, done by RapidJSON as it comes, with its default flags,
-// allocators and formats, and with nothing around it. It is what decisions are measured against.
+// The floor: the JSON work of an operation that nobody can avoid, done by RapidJSON as it comes, with its default
+// flags, allocators and formats, and with nothing around it. It is what decisions are measured against.
 //
-// The texts are those that the library writes and parses, byte for byte (sameTexts.h holds that), and the parts of a text
-// that the library makes out of numbers are at hand here. No settings are made for RapidJSON, in this file or in the
-// build: what the floor costs is what a user of the library gets who writes the obvious lines.
+// The texts are those that the library writes and parses, byte for byte (sameTexts.h holds that), and the parts of a
+// text that the library makes out of numbers are at hand here. No settings are made for RapidJSON, in this file or in
+// the build: what the floor costs is what a user of the library gets who writes the obvious lines.
 #pragma once
 
 #include <cstddef>
@@ -22,8 +22,8 @@ size_t EventFloor(const std::vector<std::string>& guids, const std::string& answ
 std::string RequestText(const std::vector<std::string>& guids);
 std::string ReportText(const std::vector<std::string>& guids);
 
-// The floor of an allow list: it is parsed, and the ordered map of ordered sets filled from what was parsed. Returns the
-// map's number of machine ids.
+// The floor of an allow list: it is parsed, and the ordered map of ordered sets filled from what was parsed. Returns
+// the map's number of machine ids.
 size_t AllowListFloor(const std::string& text);
 
 } // namespace bench

@@ -1,8 +1,8 @@
 // The most memory that one event of a thousand rules with a hundred machine ids each has in use, beside the size of its
 // answer. Prints both as figures.
 //
-// Counts the heap of this program: its operator new, and what is linked in the place of malloc and its siblings (see the
-// CMake file).
+// Counts the heap of this program: its operator new, and what is linked in the place of malloc and its siblings (see
+// the CMake file).
 #include <algorithm>
 #include <cstddef>
 #include <cstdlib>

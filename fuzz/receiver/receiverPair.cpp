@@ -1,8 +1,10 @@
 #include "fuzz/receiver/receiverPair.h"
 
 #include <algorithm>
+#include <array>
 #include <mutex>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "fuzz/receiver/records.h"
@@ -108,7 +110,8 @@ void ReceiverPair::RequireKnownMatches() {
     const auto ask = [this](const std::string& key, const std::string& mid) {
         std::string matched = "none";
         std::string modelMatched = "none";
-        const bool result = library.IsMatchmid(key, {"nobody", mid, "M"}, &matched);
+        const std::array<std::string_view, 3> asked = {"nobody", mid, "M"};
+        const bool result = library.IsMatchmid(key, asked, &matched);
         const bool modelResult = modelReceiver.IsMatchmid(key, {"nobody", mid, "M"}, modelMatched);
         Require(result == modelResult && matched == modelMatched, "the receiver matches as the model does");
     };

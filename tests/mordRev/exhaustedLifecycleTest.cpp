@@ -140,7 +140,7 @@ TEST_F(ExhaustedLifecycle, OfTheFirstEventIsBadAllocAndTheNextOneIsDecided) {
     PlainRecord rule{"GUID", "TYPE"};
     IEventRecord* rules[] = {&rule};
     uint32_t reply = 0;
-    EXPECT_GT(FailUntilItPasses([&] { receiver->HandleEvent(&event, rules, 1, &reply); }), 100U);
+    EXPECT_GT(FailUntilItPasses([&] { receiver->HandleEvent(&event, rules, 1, &reply); }), 10U);
     EXPECT_EQ(reply, REPLY_ALLOW);
     EXPECT_EQ(host.answersOut, 0);
     ExpectItDecides(*receiver);

@@ -1,4 +1,5 @@
 // Memory that runs out in the steps of a decision, and in the parser under them.
+#include "hostKit/midSets.h"
 #include "mordRev/exhaustedReceiver.h"
 #include "mordRev/src/json.h"
 
@@ -11,10 +12,11 @@ class ExhaustedMatch : public ExhaustedMemory {};
 TEST_F(ExhaustedMatch, OfMatchingReleasesTheLockAndLeavesTheOutput) {
     receiver->SetAllowList(ListOf(longText + "2").c_str());
     const AllowList list{{longText + "type", {longText + "2"}}};
+    const auto asked = hostKit::Views({longText + "2", longText + "1"});
     std::string output = "before";
     Sweep(
         [&] {
-            receiver->IsMatchmid(longText + "type", {longText + "2", longText + "1"}, &output);
+            receiver->IsMatchmid(longText + "type", asked.views, &output);
         },
         [&] { output = "before"; },
         [&](const Failure& failure) {
@@ -36,7 +38,7 @@ TEST_F(ExhaustedMatch, OfParsingAnAnswerLeavesWholeEntriesAlone) {
               const MidSet* const entry = table.Find(longText + "A");
               EXPECT_EQ(entry != nullptr, table.Size() == 1);
               if (entry != nullptr) {
-                  EXPECT_EQ(*entry, (MidSet{longText + "1", longText + "2"}));
+                  EXPECT_EQ(hostKit::TextsOf(*entry), (std::set{longText + "1", longText + "2"}));
               }
           });
 }

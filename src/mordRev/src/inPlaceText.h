@@ -5,8 +5,8 @@
 
 #include "mordRev/src/plainText.h"
 
-// Over `length` bytes and the NUL behind them. The parser turns each string into its value in the place where it stands,
-// so that no string is copied.
+// Over `length` bytes and the NUL behind them. The parser turns each string into its value in the place where it
+// stands, so that no string is copied.
 //
 // The parser looks at a string character by character. This stream makes that a matter of the characters that need it:
 // at the beginning of a string it passes over all that stand for themselves, which are where they belong already.

@@ -48,8 +48,8 @@ struct rapidjson::StreamTraits<InPlaceText> {
     enum { copyOptimization = 1 }; // NOLINT(readability-identifier-naming): the name that RapidJSON asks for
 };
 
-// Has `handler` take the parts of a text as the parser comes across them, without a document. Grammar and depth are those
-// of ParseJson, the text is destroyed, and the texts that the handler gets stay in it.
+// Has `handler` take the parts of a text as the parser comes across them, without a document. Grammar and depth are
+// those of ParseJson, the text is destroyed, and the texts that the handler gets stay in it.
 template <typename Handler>
 rapidjson::ParseResult ReadJsonInPlace(char* text, size_t length, Handler& handler) {
     InPlaceText stream(text, length);

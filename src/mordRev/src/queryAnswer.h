@@ -23,8 +23,8 @@ struct QueryAnswer {
     QueryAnswer(const QueryAnswer&) = delete;
     QueryAnswer& operator=(const QueryAnswer&) = delete;
 
-    // Reads `text` up to its first NUL and destroys it on the way. False when it is no JSON. A root that is no object is
-    // one without members. Of the members of a rule with the same name the first counts.
+    // Reads `text` up to its first NUL and destroys it on the way. False when it is no JSON. A root that is no object
+    // is one without members. Of the members of a rule with the same name the first counts.
     bool Read();
 
     std::string text;
