@@ -66,8 +66,7 @@ void WriteStandardOutput(const WideChar* text) {
 }
 
 uint32_t GetCurrentThreadId() {
-    static thread_local const auto id = static_cast<uint32_t>(syscall(SYS_gettid));
-    return id;
+    return static_cast<uint32_t>(syscall(SYS_gettid)); // not kept: a process that forks has another thread then
 }
 
 uint32_t GetLastError() {
