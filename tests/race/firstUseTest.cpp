@@ -1,5 +1,4 @@
 // What is made once in a process, asked for by several threads at the same moment.
-#include <barrier>
 #include <string>
 #include <thread>
 #include <vector>
@@ -7,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "hostKit/productFixture.h"
+#include "hostKit/startLine.h"
 #include "model/directSiblings.h"
 #include "text/textConvert.h"
 
@@ -17,11 +17,11 @@ constexpr size_t threadCount = 8;
 // Runs `step` on several threads from the same moment on, with the number of the thread.
 template <typename Step>
 void AtOnce(const Step& step) {
-    std::barrier start(static_cast<std::ptrdiff_t>(threadCount));
+    hostKit::StartLine start(threadCount);
     std::vector<std::thread> threads;
     for (size_t i = 0; i < threadCount; ++i) {
         threads.emplace_back([&start, &step, i] {
-            start.arrive_and_wait();
+            start.ArriveAndWait();
             step(i);
         });
     }

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <atomic>
-#include <barrier>
 #include <chrono>
 #include <cstdint>
 #include <cstdlib>
@@ -11,6 +10,8 @@
 #include <vector>
 
 #include <gtest/gtest.h>
+
+#include "hostKit/startLine.h"
 
 namespace race {
 
@@ -31,18 +32,18 @@ public:
 
     void Race(const std::function<bool()>& enough = [] { return true; }) {
         std::atomic<bool> stop = false;
-        std::barrier start(static_cast<std::ptrdiff_t>(m_steps.size() + 1));
+        hostKit::StartLine start(m_steps.size() + 1);
         std::vector<std::thread> threads;
         for (const auto& step : m_steps) {
             threads.emplace_back([&start, &stop, &step] {
-                start.arrive_and_wait();
+                start.ArriveAndWait();
                 while (!stop.load(std::memory_order_relaxed)) {
                     step();
                     std::this_thread::yield();
                 }
             });
         }
-        start.arrive_and_wait();
+        start.ArriveAndWait();
         const auto begin = std::chrono::steady_clock::now();
         const auto passed = [begin] { return std::chrono::steady_clock::now() - begin; };
         while (passed() < RaceTime() || (!enough() && passed() < 20 * RaceTime())) {
