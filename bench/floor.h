@@ -3,7 +3,7 @@
 //
 // The texts are those that the library writes and parses, byte for byte (sameTexts.h holds that), and the parts of a
 // text that the library makes out of numbers are at hand here. No settings are made for RapidJSON, in this file or in
-// the build: what the floor costs is what a user of the library gets who writes the obvious lines.
+// the build: the floor costs what it costs whoever writes the obvious lines.
 #pragma once
 
 #include <cstddef>

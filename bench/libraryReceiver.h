@@ -10,8 +10,7 @@ class CMordRecv;
 namespace bench {
 
 // A receiver of its own, initialised and started, without logging, over the host and the sink of workload.h. The
-// sibling library that Init asks for is loaded from where the build puts it. Throws std::runtime_error when it cannot
-// be had.
+// sibling library that Init asks for is loaded from where the build puts it. Throws std::runtime_error when that fails.
 class LibraryReceiver {
 public:
     LibraryReceiver();

@@ -2,6 +2,7 @@
 #include <atomic>
 #include <chrono>
 #include <functional>
+#include <random>
 #include <stdexcept>
 #include <thread>
 
@@ -18,6 +19,7 @@ namespace {
 constexpr Shape shape{8, 8};
 constexpr uint32_t listSize = 1000;
 constexpr int rounds = 300;
+constexpr unsigned stepsLikeAnEvent = 2000;
 constexpr uint32_t eventsOfAThread = 400; // few milliseconds: now and then both processors are free for so long
 
 using Clock = std::chrono::steady_clock;
@@ -70,13 +72,22 @@ void MeasureThreads(IMordRev& receiver) {
         }
         seen += all;
     };
-    std::vector<Subject> figures{{FigureName("OneThread", shape, listSize), {}},
-                                 {FigureName("TwoThreads", shape, listSize), {}},
-                                 {FigureName("OneThreadFloor", shape, listSize), {}},
-                                 {FigureName("TwoThreadsFloor", shape, listSize), {}}};
+    // Work that shares nothing tells how much of a second processor there is to be had.
+    const std::function<void()> count = [&] {
+        std::minstd_rand random;
+        for (uint32_t i = 0; i < eventsOfAThread; ++i) {
+            random.discard(stepsLikeAnEvent);
+        }
+        seen += random();
+    };
+    const std::function<void()>* const works[] = {&decide, &floor, &count};
+    std::vector<Subject> figures{
+        {FigureName("OneThread", shape, listSize), {}},      {FigureName("TwoThreads", shape, listSize), {}},
+        {FigureName("OneThreadFloor", shape, listSize), {}}, {FigureName("TwoThreadsFloor", shape, listSize), {}},
+        {FigureName("OneThreadAlone", shape, listSize), {}}, {FigureName("TwoThreadsAlone", shape, listSize), {}}};
     for (int round = 0; round < rounds; ++round) {
         for (size_t i = 0; i < figures.size(); ++i) {
-            const double taken = TimeOn(i % 2 == 0 ? 1 : 2, i < 2 ? decide : floor) / eventsOfAThread;
+            const double taken = TimeOn(i % 2 == 0 ? 1 : 2, *works[i / 2]) / eventsOfAThread;
             figures[i].least = round == 0 ? taken : std::min(figures[i].least, taken);
         }
     }

@@ -14,8 +14,8 @@ void MeasureEvents(IMordRev& receiver);
 // Events on one and on two threads, and the floor likewise.
 void MeasureThreads(IMordRev& receiver);
 
-// What a log record costs. `receiver` has been initialised without logging; the log directory becomes `logFolder`,
-// where an ini file is written, and logging is on afterwards. `writer` is the sibling's own logger.
+// What a log record costs. `receiver` has been initialised without logging; an ini file is written to the log directory
+// `logFolder`, and logging is on afterwards. `writer` is a logger of the sibling's own.
 void MeasureRecords(IMordRev& receiver, const std::filesystem::path& logFolder, ILogWriter& writer);
 
 // The resident size after a hundred thousand and after ten million events.

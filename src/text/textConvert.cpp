@@ -57,8 +57,8 @@ private:
     ITextConverter* m_converter;
 };
 
-// One conversion into `destination`, or into `onHeap` where that has less than `capacity`. `command` tells the
-// direction; the result is the text in the destination up to its first NUL, and never more than the destination holds.
+// One conversion into `onStack`, or into `onHeap` where that has less than `capacity`. `command` tells the direction;
+// the result is the text in the destination up to its first NUL, and never more than the destination holds.
 // Out of line: the compiler warns of the sizes that no process of 32 bits can have, which are std::bad_alloc here.
 template <typename To, size_t stackCapacity, typename From>
 [[gnu::noinline]] std::basic_string_view<To> Convert(uint32_t command, const From* source, size_t length,

@@ -23,9 +23,9 @@ using CMordRecvObject = Base::CZelkObjectImpl<CMordRecv, Base::empty_locker, Bas
 // through every operation as std::bad_alloc, with the lock released.
 //
 // Threads. Everything runs on the caller's threads, of which several may be here at once. m_lock guards m_allowList,
-// its index and m_actionTable; it is held for the whole of SetAllowList, ClearAllowList, IsMatchmid and ParseActionJson
-// and for the look-up in ModiyReply, and never across a call to the host. It is not recursive. The other fields are
-// plain.
+// its index and m_actionTable. It is held for the whole of SetAllowList, ClearAllowList and ParseActionJson, of
+// IsMatchmid but for the hashing of what that is given, and for the look-up in ModiyReply; never across a call to the
+// host. It is not recursive. The other fields are plain.
 //
 // Texts are ordered by unsigned bytes over the common length, then the shorter first. Nothing folds case.
 class CMordRecv final : public CMordRecvObject, public IMordRev {

@@ -1,8 +1,8 @@
 // Hashes of texts that come from outside.
 //
 // Answers and allow lists may be written by whoever wants the tables over them to be slow. The hash is of a kind that
-// leaves no way to prepare texts that collide for whoever does not know its key: for any two texts, the keys under
-// which they collide are one in four thousand millions. Each process draws its keys for itself.
+// leaves no way to prepare texts that collide for whoever does not know its key: of all keys, about one in a
+// thousand million lets two given texts of up to 64 bytes collide. Each process draws its keys for itself.
 #pragma once
 
 #include <array>
