@@ -1,13 +1,8 @@
 // The allow list and the index beside it, as tables.
 #include "mordRev/src/allowList.h"
-#include "mordRev/src/seededHash.h"
 
 uint32_t AllowIndex::HashOfProtocol(const std::string& protocol) {
     return HashText(protocol, ProcessHashKeys().protocol);
-}
-
-uint32_t AllowIndex::HashOfMid(std::string_view mid) {
-    return HashText(mid, ProcessHashKeys().mid);
 }
 
 void AllowIndex::Reserve() {
@@ -40,7 +35,7 @@ const std::string* AllowIndex::Find(uint32_t protocolHash, const AllowedMids& mi
 // A key comes into the table together with its first machine id.
 void Allow(AllowList& list, AllowIndex& index, std::string protocol, std::string mid) {
     const uint32_t protocolHash = AllowIndex::HashOfProtocol(protocol);
-    const uint32_t midHash = AllowIndex::HashOfMid(mid);
+    const uint32_t midHash = HashText(mid, AllowIndex::MidKey());
     index.Reserve();
     auto entry = list.find(protocol);
     auto place = AllowedMids::iterator();

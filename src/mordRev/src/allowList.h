@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "mordRev/src/hashIndex.h"
+#include "mordRev/src/seededHash.h"
 
 using AllowedMids = std::set<std::string>;
 using AllowList = std::map<std::string, AllowedMids>; // protocol key to machine ids; no set is empty
@@ -18,9 +19,9 @@ using AllowList = std::map<std::string, AllowedMids>; // protocol key to machine
 // under the same lock.
 class AllowIndex {
 public:
-    // What the hash of a machine id, which needs no list, is combined with to look it up under a protocol key.
+    // The key that machine ids are hashed with, and the hash of a protocol key. Neither needs a list.
+    static const HashKey& MidKey() { return ProcessHashKeys().mid; }
     static uint32_t HashOfProtocol(const std::string& protocol);
-    static uint32_t HashOfMid(std::string_view mid);
 
     // Makes room for one more pair; both list and index are as they were when that fails.
     void Reserve();

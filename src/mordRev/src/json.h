@@ -42,12 +42,6 @@ rapidjson::ParseResult ParseJson(JsonDocument& document, const char* text);
 // The same, with the text of strings left where it stands: `text` must outlive the document, and is destroyed.
 rapidjson::ParseResult ParseJsonInPlace(JsonDocument& document, char* text, size_t length);
 
-// The stream may be copied while it is read from, which keeps its places in registers.
-template <>
-struct rapidjson::StreamTraits<InPlaceText> {
-    enum { copyOptimization = 1 }; // NOLINT(readability-identifier-naming): the name that RapidJSON asks for
-};
-
 // Has `handler` take the parts of a text as the parser comes across them, without a document. Grammar and depth are
 // those of ParseJson, the text is destroyed, and the texts that the handler gets stay in it.
 template <typename Handler>

@@ -18,7 +18,8 @@ public:
             m_many.resize(mids.size());
             m_hashes = m_many.data();
         }
-        std::transform(mids.begin(), mids.end(), m_hashes, AllowIndex::HashOfMid);
+        const HashKey& key = AllowIndex::MidKey();
+        std::transform(mids.begin(), mids.end(), m_hashes, [&key](std::string_view mid) { return HashText(mid, key); });
     }
     MidHashes(const MidHashes&) = delete;
     MidHashes& operator=(const MidHashes&) = delete;
