@@ -14,7 +14,8 @@ protected:
     template <typename Variant>
     bool Chosen() {
         const std::unique_ptr<Native> chosen = ChooseNative(process);
-        return typeid(*chosen) == typeid(Variant);
+        const Native& variant = *chosen;
+        return typeid(variant) == typeid(Variant);
     }
 };
 
