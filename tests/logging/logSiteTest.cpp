@@ -99,6 +99,10 @@ TEST(LogFunctionName, OfAConstructorIsTheClassTwice) {
     EXPECT_EQ(LogSiteSample().constructed, "LogSiteSample::LogSiteSample");
 }
 
+TEST(LogFunctionName, OfASignatureWithoutParametersIsItsLastWord) {
+    EXPECT_STREQ(LogFunctionName("virtual bool Name").text, "Name");
+}
+
 TEST(LogFunctionName, OfAFreeFunctionIsItsNameAlone) {
     EXPECT_EQ(LogSiteFreeFunction(""), "LogSiteFreeFunction");
 }

@@ -94,6 +94,23 @@ TEST_F(MidMatch, TheLeastCommonIdIsGivenNotTheLeastOfOneSide) {
     EXPECT_EQ(output, "C");
 }
 
+TEST_F(MidMatch, OfAnyNumberOfQueriedIdsEachIsLookedUp) {
+    for (const size_t count : {1U, 2U, 127U, 128U, 129U, 1000U}) {
+        Lines asked;
+        for (size_t i = 0; i < count; ++i) {
+            asked.push_back("MID-" + std::to_string(i));
+        }
+        for (const size_t listed : {size_t{0}, count / 2, count - 1}) {
+            Fields().SetAllowedMids({{"K1", {"A", asked[listed], "Z"}}});
+            output = "before";
+            EXPECT_TRUE(Match("K1", asked)) << listed << " of " << count;
+            EXPECT_EQ(output, asked[listed]) << count;
+        }
+        Fields().SetAllowedMids({{"K1", {"A", "MID-" + std::to_string(count)}}});
+        EXPECT_FALSE(Match("K1", asked)) << count;
+    }
+}
+
 TEST_F(MidMatch, IdsAreOrderedByUnsignedBytesAndThenByLength) {
     Fields().SetAllowedMids({{"K1", {"\x7F", "\x80", "\xFF"}}});
     EXPECT_TRUE(Match("K1", {"\xFF", "\x80"}));

@@ -94,6 +94,19 @@ TEST_F(ProcessPath, OfAProcessThatHasEndedIsEmpty) {
               RecordsWithError(inGetProcPath.Error("get process path fail, pid=" + std::to_string(child.Pid()))));
 }
 
+TEST_F(ProcessPath, ThatCannotBeHadIsReportedAllTheSameWithLoggingOff) {
+    const Child child("/bin/sleep", "0");
+    child.AwaitEnd();
+    LogFileEnabled = false;
+    for (const int32_t pid : {child.Pid(), noProcess}) {
+        event.Int32("pid", pid);
+        Send();
+    }
+    const std::string report = Expected("", "").Text();
+    EXPECT_EQ(sink.Reports(), (Lines{report, report}));
+    EXPECT_EQ(TakeRecords(), Lines{});
+}
+
 TEST_F(ProcessPath, OfPid0IsEmptyAndTheReportGoesOutAllTheSame) {
     event.Int32("pid", 0);
     Send();

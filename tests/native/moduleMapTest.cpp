@@ -4,6 +4,7 @@
 
 #include "native/scripted/nativeFixture.h"
 #include "native/scripted/pairingFixture.h"
+#include "native/targetProcessAccess.h"
 
 namespace {
 
@@ -244,6 +245,29 @@ TEST_P(ModuleMap, ThereIsNoMainModuleWhenNoneBeginsAtTheImageBase) {
     EXPECT_EQ(Target().GetMainModule(), nullptr);
 }
 
+// A variant for a 32-bit machine that finds its blocks as other variants do, for a caller of either width.
+class NativeOfA32BitMachine : public Native {
+public:
+    explicit NativeOfA32BitMachine(platform::Handle process) : Native(process, true) {}
+};
+
+class ModuleMapOf32BitTargets : public ModuleMap {};
+
+TEST_P(ModuleMapOf32BitTargets, TheMainModuleOfA32BitMachineIsToldByThe32BitPebAndByNoOther) {
+    image32.peb.ImageBaseAddress = 0x10000;
+    image64.peb.ImageBaseAddress = 0x20000;
+    Load({{0x20000, 0x1000, WIDE("b.dll")}, {0x10000, 0x1000, WIDE("a.exe")}});
+    TargetProcessAccess{Target()}.SetVariant(std::make_unique<NativeOfA32BitMachine>(handle));
+    const auto main = Target().GetMainModule();
+    ASSERT_NE(main, nullptr);
+    EXPECT_EQ(main->path, WIDE("a.exe"));
+
+    target->peb32 = 0; // the module is known by now, but nothing tells which one it is
+    EXPECT_EQ(Target().GetMainModule(), nullptr);
+}
+
+INSTANTIATE_TEST_SUITE_P(Pairings, ModuleMapOf32BitTargets, testing::Values(PairingsWith32BitTargets().front()),
+                         testing::PrintToStringParamName());
 INSTANTIATE_TEST_SUITE_P(Pairings, ModuleMap, testing::ValuesIn(PairingsOfThisCaller()),
                          testing::PrintToStringParamName());
 

@@ -1,6 +1,7 @@
 // PEB and TEB as a caller that is as wide as the machine finds them. The sizes of plain queries are those of the
 // caller.
 #include "native/caller.h"
+#include "native/ntFunctions.h"
 #include "native/scripted/nativeFixture.h"
 
 namespace {
@@ -255,6 +256,45 @@ TEST_F(NativeBlock, ReadTeb32WithoutItsFunctionIs8192AndReadTeb64Is0) {
     system.missing = {"NtQueryInformationThread"};
     EXPECT_EQ(Object().ReadTeb32(thread, buffer.data()), 8192u);
     EXPECT_EQ(Object().ReadTeb64(thread, buffer.data()), 0u);
+    EXPECT_EQ(system.TakeCalls(), Lines{});
+}
+
+// The 32-bit TEB that a plain query tells, as the variants for narrower pairings take it
+
+class PlainBlocks : public Native {
+public:
+    explicit PlainBlocks(platform::Handle process) : Native(process, true) {}
+
+    using Native::ReadPlainTeb32;
+};
+
+// A thread query of a 32-bit system: 28 bytes, with the address of the TEB in the second word.
+uint32_t statusOfThreadQuery = 0;
+
+NtStatus MORD_STDCALL QueryThreadOf32Bits(platform::Handle, uint32_t informationClass, void* buffer, uint32_t size,
+                                          uint32_t*) {
+    if (informationClass != 0 || size != 28) {
+        return StatusFromWord(lengthMismatch);
+    }
+    const uint32_t reply[] = {259, 0x80412000, 7, 9, 1, 0, 0};
+    std::memcpy(buffer, reply, sizeof reply);
+    return StatusFromWord(statusOfThreadQuery);
+}
+
+TEST_F(NativeBlock, ThePlain32BitTebIsAskedForInTheLayoutOf32BitsByACallerOfEitherWidth) {
+    Fill(teb32, 0x1000);
+    PlainBlocks native(process);
+    GetNativeFunctionTable()["NtQueryInformationThread"] = reinterpret_cast<void*>(&QueryThreadOf32Bits);
+    system.TakeCalls();
+    EXPECT_EQ(native.ReadPlainTeb32(thread, buffer.data()), teb32);
+    EXPECT_EQ(native.ReadPlainTeb32(thread, nullptr), teb32);
+    EXPECT_EQ(system.TakeCalls(), Lines{Read(teb32, 4096)});
+    EXPECT_TRUE(Holds(buffer, 4096));
+    statusOfThreadQuery = accessViolation; // though it has told an address
+    EXPECT_EQ(native.ReadPlainTeb32(thread, buffer.data()), teb32);
+    statusOfThreadQuery = 0;
+    GetNativeFunctionTable().erase("NtQueryInformationThread");
+    EXPECT_EQ(native.ReadPlainTeb32(thread, buffer.data()), 0u);
     EXPECT_EQ(system.TakeCalls(), Lines{});
 }
 

@@ -5,6 +5,7 @@
 
 #include "native/scripted/nativeFixture.h"
 #include "native/scripted/pairingFixture.h"
+#include "native/targetProcessAccess.h"
 
 namespace {
 
@@ -177,6 +178,26 @@ TEST_P(ProcessLists, TheParentIs0WithoutTheFunction) {
     target->parent = 4711;
     system.missing = {CallerIsWow64() ? "NtWow64QueryInformationProcess64" : "NtQueryInformationProcess"};
     EXPECT_EQ(Target().GetParentProcessId(), 0u);
+}
+
+// A variant for a 32-bit machine whose query answers by itself.
+class ParentOfA32BitMachine : public Native {
+public:
+    explicit ParentOfA32BitMachine(platform::Handle process) : Native(process, true) {}
+
+    NtStatus QueryProcessInformation(uint32_t, void* buffer, uint32_t size, uint32_t*) override {
+        const uint32_t reply[] = {0, 0, 0, 0, 0, 4711};
+        if (size != sizeof reply) {
+            return StatusFromWord(lengthMismatch);
+        }
+        std::memcpy(buffer, reply, sizeof reply);
+        return 0;
+    }
+};
+
+TEST_P(ProcessLists, TheParentOnA32BitMachineIsTheLastOfSixWords) {
+    TargetProcessAccess{Target()}.SetVariant(std::make_unique<ParentOfA32BitMachine>(handle));
+    EXPECT_EQ(Target().GetParentProcessId(), 4711u);
 }
 
 INSTANTIATE_TEST_SUITE_P(Pairings, ProcessLists, testing::ValuesIn(PairingsOfThisCaller()),

@@ -327,6 +327,51 @@ TEST_P(ThreadLists, TheBaseThatA32BitMachineTellsIsSignExtendedByTheWideReadAlon
     EXPECT_EQ(askedAddresses, (std::vector<uint64_t>{0x80401234, 0xFFFFFFFF80400000, 0x80401234, 0x80400000}));
 }
 
+// The same with a file behind the start, whose name stands at `textOffset` from the beginning of the reply that has it.
+ptrdiff_t textOffset = 0;
+
+class NamesOf32BitReplies : public AddressesOfQueries {
+public:
+    using AddressesOfQueries::AddressesOfQueries;
+
+    NtStatus QueryVirtualMemory(uint64_t address, uint32_t informationClass, void* buffer, uint64_t size) override {
+        if (informationClass == 0) {
+            return AddressesOfQueries::QueryVirtualMemory(address, informationClass, buffer, size);
+        }
+        static constexpr WideChar name[] = WIDE("\\Device\\Volume1\\File.exe");
+        const auto text = static_cast<uint32_t>(reinterpret_cast<uintptr_t>(buffer) + static_cast<size_t>(textOffset));
+        const uint16_t lengths[] = {sizeof name - sizeof(WideChar), sizeof name};
+        std::memcpy(buffer, lengths, sizeof lengths);
+        std::memcpy(static_cast<char*>(buffer) + 4, &text, sizeof text);
+        std::memcpy(static_cast<char*>(buffer) + 8, name, sizeof name);
+        return 0;
+    }
+};
+
+TEST_P(ThreadLists, ANameOfA32BitMachineIsTakenByItsLayoutInReadsOfBothWidthsAndWithinItsReply) {
+    struct {
+        const char* name;
+        ptrdiff_t textOffset;
+        const char* path; // null for no thread
+    } const cases[] = {{"the text where it stands", 8, "C:\\File.exe"},
+                       {"the last character of the reply", 1046, nullptr},
+                       {"behind the reply", 1048, nullptr},
+                       {"before the reply", -2, nullptr}};
+    TargetProcessAccess access{Target()};
+    access.SetVariant(std::make_unique<NamesOf32BitReplies>(handle));
+    OnLowStack([&] {
+        for (const auto& one : cases) {
+            textOffset = one.textOffset;
+            for (const auto& thread : {access.ReadThread32(9), access.ReadThread64(9)}) {
+                EXPECT_EQ(thread != nullptr, one.path != nullptr) << one.name;
+                if (thread != nullptr && one.path != nullptr) {
+                    EXPECT_EQ(Narrow(thread->path.c_str()), one.path) << one.name;
+                }
+            }
+        }
+    });
+}
+
 TEST_P(ThreadListsOf32BitTargets, AStartAboveTwoGiBIsZeroExtended) {
     system.threads.clear();
     AddThread(9, 0x80001234);
