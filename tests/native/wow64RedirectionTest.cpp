@@ -86,4 +86,13 @@ TEST_F(Redirection, IsNotGivenBackWithoutTheFunctionForIt) {
     EXPECT_EQ(TakeUses(), Lines{"Wow64DisableWow64FsRedirection()"});
 }
 
+TEST_F(Redirection, IsNotGivenBackOnceTheModuleIsOutOfReach) {
+    {
+        const CAutoWow64PauseDisable pause;
+        EXPECT_TRUE(pause.Disabled());
+        system.missingModules = {"kernel32.dll"};
+    }
+    EXPECT_EQ(TakeUses(), Lines{"Wow64DisableWow64FsRedirection()"});
+}
+
 } // namespace
