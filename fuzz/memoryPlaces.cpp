@@ -1,5 +1,6 @@
 #include "fuzz/memoryPlaces.h"
 
+#include <algorithm>
 #include <stdexcept>
 
 using namespace scripted;
@@ -13,6 +14,13 @@ MemoryPlaces::MemoryPlaces(Process& target) : m_target(target) {
     target.peb64 = image64.pebAddress;
     const auto own = BuildGatePlaces();
     m_places.insert(m_places.end(), own.begin(), own.end());
+    for (const MemoryPlace& place : m_places) {
+        if (std::find(m_memories.begin(), m_memories.end(), place.memory) == m_memories.end()) {
+            m_memories.push_back(place.memory);
+            m_built.push_back(place.memory->Contents());
+            place.memory->RememberChanges();
+        }
+    }
 }
 
 template <typename P>
@@ -33,6 +41,17 @@ void MemoryPlaces::Build(ProcessImage<P>& image) {
         m_places.push_back({&memory, image.EntryAddress(i), sizeof(published::LdrDataTableEntry<P>)});
         m_places.push_back({&memory, image.NameAddress(i), modules[i].path.size() * sizeof(WideChar)});
     }
+}
+
+void MemoryPlaces::Restore() {
+    for (TargetMemory* const memory : m_memories) {
+        memory->UndoChanges();
+    }
+}
+
+bool MemoryPlaces::AreAsBuilt() const {
+    return std::equal(m_memories.begin(), m_memories.end(), m_built.begin(), m_built.end(),
+                      [](const TargetMemory* memory, const auto& built) { return memory->Contents() == built; });
 }
 
 void MemoryPlaces::Change(FuzzInput& input) {

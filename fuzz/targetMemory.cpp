@@ -20,6 +20,7 @@ using namespace scripted;
 
 constexpr uint32_t targetId = 7;
 constexpr uint64_t readLimit = 400;              // so that a cycle ends
+constexpr uint64_t inputsBetweenChecks = 1024;   // of what is put back after each
 constexpr size_t largestArray = size_t{1} << 20; // a table of exports beyond it finds no memory
 
 void Require(bool holds) {
@@ -34,7 +35,6 @@ void FillSystem(FuzzInput& input, System& system, Process& target) {
     for (unsigned i = 0; i < (shape & 3u); ++i) {
         system.processList.push_back({input.Take<uint16_t>(), input.Take<uint16_t>(), input.TakeText(20)});
     }
-    system.threads.clear();
     for (unsigned i = 0; i < (shape >> 2 & 3u); ++i) {
         Thread thread{9 + i, targetId};
         thread.start = input.Take<uint64_t>();
@@ -51,6 +51,53 @@ void FillSystem(FuzzInput& input, System& system, Process& target) {
         system.mappedName.address = input.Take<uint64_t>();
     }
 }
+
+// The system of every input, with one target in it, in the state in which each meets it.
+class TargetSystem {
+public:
+    static TargetSystem& Begin() {
+        static auto* const one = new TargetSystem;
+        one->Restore();
+        return *one;
+    }
+
+    System& system;
+    Process& target;
+    MemoryPlaces places;
+
+private:
+    TargetSystem() : system(Prepared()), target(system.processes[targetId]), places(target) {
+        system.keepsCalls = false;
+        system.readLimit = readLimit;
+        system.largestArrayAllocation = largestArray;
+    }
+
+    static System& Prepared() {
+        PrepareOnce();
+        return Reset();
+    }
+
+    // Takes back what an input can have changed.
+    void Restore() {
+        places.Restore();
+        if (m_inputs++ % inputsBetweenChecks == 0) {
+            Require(places.AreAsBuilt());
+        }
+        target.regions.clear();
+        system.processList.clear();
+        system.threads.clear();
+        system.devices.clear();
+        system.mappedName = {};
+        system.lastError = 0;
+        system.lastStatus = 0;
+        system.reads = 0;
+        system.arrayAllocations = 0;
+        system.debugOutput.clear();
+        system.handles.clear();
+    }
+
+    uint64_t m_inputs = 0;
+};
 
 void AskForStrings(TargetProcess& process) {
     for (uint32_t i = 0; i < 9; ++i) {
@@ -89,26 +136,22 @@ void AllowOutOfRange(const Ask& ask) {
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size);
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    PrepareOnce();
     FuzzInput input(data, size);
-    System& system = Reset();
-    system.keepsCalls = false;
-    system.readLimit = readLimit;
-    system.largestArrayAllocation = largestArray;
+    TargetSystem& scene = TargetSystem::Begin();
+    System& system = scene.system;
+    Process& target = scene.target;
 
-    const auto pairings = PairingsOfThisCaller();
+    static const auto pairings = PairingsOfThisCaller();
     const Pairing pairing = pairings[input.Take<uint8_t>() % pairings.size()];
     system.architecture = pairing == Pairing::Machine32 ? 0 : 9;
     system.callerIsWow64 = pairing == Pairing::Wow64CallerOf32 || pairing == Pairing::Wow64CallerOf64 ? 1 : 0;
-    Process& target = system.processes[targetId];
     target.isWow64 = pairing == Pairing::Wow64CallerOf32 || pairing == Pairing::WideCallerOf32 ? 1 : 0;
     FillSystem(input, system, target);
-    MemoryPlaces places(target);
     const auto address = input.Take<uint64_t>();
     const auto path = input.TakeText(64);
     const auto name = input.TakeText(16);
     while (!input.AtEnd()) {
-        places.Change(input);
+        scene.places.Change(input);
     }
 
     const platform::Handle handle = OpenProcessHandle(targetId);

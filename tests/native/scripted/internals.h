@@ -21,8 +21,9 @@ void Note(const Line& line) {
     }
 }
 
-// Counts the call of `function`, and gives what the script tells of the one with that number, if anything.
-std::optional<Outcome> ScriptedOutcome(const std::string& function);
+// Counts the call of `function`, and gives what the script tells of the one with that number, if anything. Where calls
+// are not kept and none is scripted, nothing is counted.
+std::optional<Outcome> ScriptedOutcome(const char* function);
 
 platform::Handle NewHandle(System::Handle::Kind kind, uint32_t id);
 
@@ -38,18 +39,17 @@ struct Answer {
 };
 
 // Reads the target's memory for the function of that name.
-Answer ReadTarget(const std::string& function, platform::Handle process, uint64_t address, void* destination,
-                  uint64_t size);
+Answer ReadTarget(const char* function, platform::Handle process, uint64_t address, void* destination, uint64_t size);
 
 // The queries behind the functions of those names, with replies in the layout of a system whose addresses are `P`.
 template <typename P>
-Answer QueryProcess(const std::string& function, platform::Handle process, uint32_t informationClass, void* buffer,
+Answer QueryProcess(const char* function, platform::Handle process, uint32_t informationClass, void* buffer,
                     uint64_t size);
 template <typename P>
-Answer QueryThread(const std::string& function, platform::Handle thread, uint32_t informationClass, void* buffer,
+Answer QueryThread(const char* function, platform::Handle thread, uint32_t informationClass, void* buffer,
                    uint64_t size);
 template <typename P>
-Answer QueryMemory(const std::string& function, platform::Handle process, uint64_t address, uint32_t informationClass,
+Answer QueryMemory(const char* function, platform::Handle process, uint64_t address, uint32_t informationClass,
                    void* buffer, uint64_t size);
 
 // The address of the function of that name in a module that the caller sees. A name without a body in the scripted

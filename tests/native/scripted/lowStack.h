@@ -5,8 +5,8 @@
 
 namespace scripted {
 
-// Calls `run` on a thread whose stack lies below 4 GiB, so that addresses of its local variables fit 32 bits, and waits
-// for it. What it throws is thrown here.
+// Calls `run` on a stack that lies below 4 GiB, so that addresses of its local variables fit 32 bits, and waits for it.
+// What it throws is thrown here.
 void OnLowStack(const std::function<void()>& run);
 
 } // namespace scripted

@@ -11,7 +11,7 @@ namespace {
 
 // `work` delivers the answer; the script may put another in its place.
 template <typename Work>
-Answer Answered(const std::string& function, const Work& work) {
+Answer Answered(const char* function, const Work& work) {
     const auto outcome = ScriptedOutcome(function);
     if (!outcome) {
         return work();
@@ -60,8 +60,7 @@ Answer DeliverName(const Text& file, void* buffer, uint64_t size) {
 
 } // namespace
 
-Answer ReadTarget(const std::string& function, platform::Handle process, uint64_t address, void* destination,
-                  uint64_t size) {
+Answer ReadTarget(const char* function, platform::Handle process, uint64_t address, void* destination, uint64_t size) {
     System& system = Instance();
     const auto work = [&]() -> Answer {
         const Process* const target = ProcessOf(process);
@@ -84,7 +83,7 @@ Answer ReadTarget(const std::string& function, platform::Handle process, uint64_
 }
 
 template <typename P>
-Answer QueryProcess(const std::string& function, platform::Handle process, uint32_t informationClass, void* buffer,
+Answer QueryProcess(const char* function, platform::Handle process, uint32_t informationClass, void* buffer,
                     uint64_t size) {
     return Answered(function, [&]() -> Answer {
         const Process* const target = ProcessOf(process);
@@ -103,7 +102,7 @@ Answer QueryProcess(const std::string& function, platform::Handle process, uint3
 }
 
 template <typename P>
-Answer QueryThread(const std::string& function, platform::Handle thread, uint32_t informationClass, void* buffer,
+Answer QueryThread(const char* function, platform::Handle thread, uint32_t informationClass, void* buffer,
                    uint64_t size) {
     return Answered(function, [&]() -> Answer {
         const Thread* const found = ThreadOf(thread);
@@ -123,7 +122,7 @@ Answer QueryThread(const std::string& function, platform::Handle thread, uint32_
 }
 
 template <typename P>
-Answer QueryMemory(const std::string& function, platform::Handle process, uint64_t address, uint32_t informationClass,
+Answer QueryMemory(const char* function, platform::Handle process, uint64_t address, uint32_t informationClass,
                    void* buffer, uint64_t size) {
     return Answered(function, [&]() -> Answer {
         const Process* const target = ProcessOf(process);
@@ -145,11 +144,11 @@ Answer QueryMemory(const std::string& function, platform::Handle process, uint64
     });
 }
 
-template Answer QueryProcess<uint32_t>(const std::string&, platform::Handle, uint32_t, void*, uint64_t);
-template Answer QueryProcess<uint64_t>(const std::string&, platform::Handle, uint32_t, void*, uint64_t);
-template Answer QueryThread<uint32_t>(const std::string&, platform::Handle, uint32_t, void*, uint64_t);
-template Answer QueryThread<uint64_t>(const std::string&, platform::Handle, uint32_t, void*, uint64_t);
-template Answer QueryMemory<uint32_t>(const std::string&, platform::Handle, uint64_t, uint32_t, void*, uint64_t);
-template Answer QueryMemory<uint64_t>(const std::string&, platform::Handle, uint64_t, uint32_t, void*, uint64_t);
+template Answer QueryProcess<uint32_t>(const char*, platform::Handle, uint32_t, void*, uint64_t);
+template Answer QueryProcess<uint64_t>(const char*, platform::Handle, uint32_t, void*, uint64_t);
+template Answer QueryThread<uint32_t>(const char*, platform::Handle, uint32_t, void*, uint64_t);
+template Answer QueryThread<uint64_t>(const char*, platform::Handle, uint32_t, void*, uint64_t);
+template Answer QueryMemory<uint32_t>(const char*, platform::Handle, uint64_t, uint32_t, void*, uint64_t);
+template Answer QueryMemory<uint64_t>(const char*, platform::Handle, uint64_t, uint32_t, void*, uint64_t);
 
 } // namespace scripted

@@ -109,7 +109,10 @@ std::string Narrow(const WideChar* text) {
     return narrow;
 }
 
-std::optional<Outcome> ScriptedOutcome(const std::string& function) {
+std::optional<Outcome> ScriptedOutcome(const char* function) {
+    if (!instance.keepsCalls && instance.byCall.empty()) {
+        return std::nullopt;
+    }
     const unsigned number = ++instance.callCounts[function];
     const auto outcome = instance.byCall.find({function, number});
     return outcome == instance.byCall.end() ? std::nullopt : std::optional(outcome->second);

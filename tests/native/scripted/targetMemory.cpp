@@ -19,11 +19,18 @@ void TargetMemory::Map(uint64_t address, size_t size) {
         throw std::logic_error("ranges of target memory overlap");
     }
     m_ranges.emplace(address, std::vector<char>(size));
+    if (m_remembers) {
+        m_changes.push_back({address, {}, {}});
+    }
 }
 
 void TargetMemory::Unmap(uint64_t address) {
-    if (m_ranges.erase(address) == 0) {
+    auto range = m_ranges.extract(address);
+    if (range.empty()) {
         throw std::logic_error("no range of target memory begins there");
+    }
+    if (m_remembers) {
+        m_changes.push_back({address, {}, std::move(range)});
     }
 }
 
@@ -37,7 +44,14 @@ void TargetMemory::Write(uint64_t address, const void* bytes, size_t size) {
     if (offset > range->second.size() || range->second.size() - offset < size) {
         throw std::logic_error("write to target memory that is not mapped");
     }
-    std::memcpy(range->second.data() + offset, bytes, size);
+    if (size == 0) {
+        return;
+    }
+    char* const place = range->second.data() + offset;
+    if (m_remembers) {
+        m_changes.push_back({address, {place, place + size}, {}});
+    }
+    std::memcpy(place, bytes, size);
 }
 
 size_t TargetMemory::Read(uint64_t address, void* destination, size_t size) const {
@@ -62,6 +76,27 @@ size_t TargetMemory::Read(uint64_t address, void* destination, size_t size) cons
         }
     }
     return done;
+}
+
+void TargetMemory::Clear() {
+    m_ranges.clear();
+    m_changes.clear();
+    m_remembers = false;
+}
+
+void TargetMemory::UndoChanges() {
+    m_remembers = false;
+    for (; !m_changes.empty(); m_changes.pop_back()) {
+        Change& change = m_changes.back();
+        if (!change.gone.empty()) {
+            m_ranges.insert(std::move(change.gone));
+        } else if (change.before.empty()) {
+            m_ranges.erase(change.address);
+        } else {
+            Write(change.address, change.before.data(), change.before.size());
+        }
+    }
+    m_remembers = true;
 }
 
 } // namespace scripted

@@ -28,10 +28,29 @@ public:
     // that are. A read may cross ranges that adjoin.
     size_t Read(uint64_t address, void* destination, size_t size) const;
 
-    void Clear() { m_ranges.clear(); }
+    void Clear();
+
+    // From here on each change is remembered, so that UndoChanges can take it back, for as long as the object lives or
+    // until it is cleared.
+    void RememberChanges() { m_remembers = true; }
+
+    // Takes all remembered changes back. Costs what they cost, and nothing where there were none.
+    void UndoChanges();
+
+    // The bytes of each range, by its address.
+    using Ranges = std::map<uint64_t, std::vector<char>>;
+    const Ranges& Contents() const { return m_ranges; }
 
 private:
-    std::map<uint64_t, std::vector<char>> m_ranges;
+    struct Change {
+        uint64_t address;         // of what was written over, or of a range that came
+        std::vector<char> before; // empty for a range that came or went
+        Ranges::node_type gone;   // a range that went
+    };
+
+    Ranges m_ranges;
+    bool m_remembers = false;
+    std::vector<Change> m_changes;
 };
 
 } // namespace scripted
