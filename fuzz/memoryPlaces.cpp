@@ -74,7 +74,14 @@ void MemoryPlaces::Change(FuzzInput& input) {
             break;
         }
         case 2: {
-            const auto address = input.Take<uint64_t>();
+            // Where a field of the place leads, or anywhere.
+            uint64_t address = 0;
+            if ((kind & 4) != 0) {
+                const size_t width = (kind & 8) != 0 ? sizeof address : sizeof(uint32_t);
+                place.memory->Read(place.address + offset, &address, std::min(width, room));
+            } else {
+                address = input.Take<uint64_t>();
+            }
             const size_t size = size_t{input.Take<uint16_t>()} * 2;
             const std::string bytes = input.TakeBytes(size);
             place.memory->Map(address, size);
