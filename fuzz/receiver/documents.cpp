@@ -1,5 +1,6 @@
 // The three documents.
 #include <cstring>
+#include <memory>
 #include <set>
 #include <string>
 #include <string_view>
@@ -18,13 +19,6 @@ constexpr int mostDocuments = 3;
 
 // What the records of an event answer: no flags, type "G"; the guids "K", "" and "G"; and words in turn.
 constexpr uint8_t recordBytes[] = {0, 0, 0, 0, 1, 0, 3, 0, 0, 0, 0, 0, 1, 0, 3, 0, 2, 0, 0, 0, 1};
-
-// `text` in a buffer of its own size: a read past the NUL is found.
-std::vector<char> Copy(std::string_view text) {
-    std::vector<char> copy(text.size() + 1);
-    std::copy(text.begin(), text.end(), copy.begin());
-    return copy;
-}
 
 // Gives both receivers the documents of the input in turn by `give`, which tells the result.
 template <typename Give>
@@ -74,12 +68,12 @@ void FuzzActionTable(const uint8_t* data, size_t size) {
 void FuzzQueryResult(const uint8_t* data, size_t size) {
     ReceiverPair& pair = ReceiverPair::Instance();
     pair.Begin(IsOneIn(recordsOneIn, data, size));
-    const std::string text(reinterpret_cast<const char*>(data), size);
-    QueryResultTable table;
+    const auto text = std::make_unique<std::string>(reinterpret_cast<const char*>(data), size);
+    const auto table = std::make_unique<QueryResultTable>();
     model::ReceiverModel::Answer answer;
-    const bool result = pair.library.ParseQueryResult(text, &table);
-    Require(result == pair.modelReceiver.ParseQueryResult(text, answer), "an answer is taken when the model takes it");
-    RequireTheAnswerOfTheModel(answer, table);
+    const bool result = pair.library.ParseQueryResult(*text, table.get());
+    Require(result == pair.modelReceiver.ParseQueryResult(*text, answer), "an answer is taken when the model takes it");
+    RequireTheAnswerOfTheModel(answer, *table);
     pair.RequireTheSame();
 
     // The same text as the host's answer decides an event.
@@ -87,7 +81,7 @@ void FuzzQueryResult(const uint8_t* data, size_t size) {
         return;
     }
     HostScript script;
-    script.answer = text;
+    script.answer = *text;
     const FuzzInput records(recordBytes, sizeof recordBytes);
     pair.librarySide.Begin(script, records);
     pair.modelSide.Begin(script, records);

@@ -46,10 +46,8 @@ struct EventInput {
 
 void HandleOn(IMordRev& receiver, HostSide& side, const EventInput& event, const FuzzInput& records) {
     side.Begin(event.script, records);
-    uint32_t mode = event.defenderMode;
-    receiver.SetProperty(PROP_DEFENDER_MODE, &mode, sizeof mode);
-    mode = event.exceptionMode;
-    receiver.SetProperty(PROP_EXCEPTION_MODE, &mode, sizeof mode);
+    SetMode(receiver, PROP_DEFENDER_MODE, event.defenderMode);
+    SetMode(receiver, PROP_EXCEPTION_MODE, event.exceptionMode);
     if (!event.started) {
         receiver.Stop();
     }

@@ -2,22 +2,34 @@
 
 #include <algorithm>
 #include <cstring>
+#include <memory>
 
 #include "fuzz/receiver/scriptedRecord.h"
 #include "fuzz/receiver/vocabulary.h"
 #include "fuzz/require.h"
-#include "mordRev/src/mordRevTypes.h"
 
 namespace {
 
 constexpr uint32_t mostRules = 4;
 
 void SetText(IMordRev& receiver, uint32_t key, const char* text) {
-    std::string copy = text;
-    receiver.SetProperty(key, copy.data(), static_cast<uint32_t>(copy.size() + 1));
+    std::vector<char> copy = Copy(text);
+    receiver.SetProperty(key, copy.data(), static_cast<uint32_t>(copy.size()));
 }
 
 } // namespace
+
+std::vector<char> Copy(std::string_view text) {
+    std::vector<char> copy(text.size() + 1);
+    std::copy(text.begin(), text.end(), copy.begin());
+    return copy;
+}
+
+void SetMode(IMordRev& receiver, PropertyKey key, uint32_t mode) {
+    static auto* const place = new uint32_t;
+    *place = mode;
+    receiver.SetProperty(key, place, sizeof *place);
+}
 
 HostSide::~HostSide() {
     Begin({}, {nullptr, 0});
@@ -37,11 +49,17 @@ void HostSide::Begin(const HostScript& script, const FuzzInput& input) {
 void HostSide::HandleEvent(uint32_t ruleCount) {
     ScriptedRecord event(*this, 'e');
     ScriptedRecord rules[mostRules] = {{*this, '0'}, {*this, '1'}, {*this, '2'}, {*this, '3'}};
-    IEventRecord* pointers[mostRules] = {&rules[0], &rules[1], &rules[2], &rules[3]};
-    uint32_t reply = 0xDEADBEEF;
-    const bool result = m_receiver.HandleEvent(&event, pointers, std::min(ruleCount, mostRules), &reply);
-    Require(reply <= REPLY_ALLOW_FLAGGED, "a reply is 0, 1 or 2");
-    Log(result ? '+' : '-', reply);
+    // On the heap and no larger than told: a rule too many and a write beside the reply are found.
+    std::vector<IEventRecord*> pointers;
+    pointers.reserve(std::min(ruleCount, mostRules));
+    for (size_t i = 0; i < pointers.capacity(); ++i) {
+        pointers.push_back(&rules[i]);
+    }
+    const auto reply = std::make_unique<uint32_t>(0xDEADBEEF);
+    const bool result =
+        m_receiver.HandleEvent(&event, pointers.data(), static_cast<uint32_t>(pointers.size()), reply.get());
+    Require(*reply <= REPLY_ALLOW_FLAGGED, "a reply is 0, 1 or 2");
+    Log(result ? '+' : '-', *reply);
 }
 
 int32_t HostSide::QueryDot(const char* guidJson, const char* mid, char** result) {
@@ -94,7 +112,7 @@ void HostSide::Act(uint8_t action) {
         return;
     }
     ++m_depth;
-    const auto setMode = [this](PropertyKey key, uint32_t mode) { m_receiver.SetProperty(key, &mode, sizeof mode); };
+    const auto setMode = [this](PropertyKey key, uint32_t mode) { SetMode(m_receiver, key, mode); };
     switch (action % 14) {
     case 1:
         m_receiver.SetAllowList(knownAllowList);

@@ -4,10 +4,18 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "frame/interfaces.h"
 #include "fuzz/input.h"
+#include "mordRev/src/mordRevTypes.h"
+
+// A text in a buffer of its own size on the heap: a read past the NUL is found.
+std::vector<char> Copy(std::string_view text);
+
+// Sets a mode from a place on the heap.
+void SetMode(IMordRev& receiver, PropertyKey key, uint32_t mode);
 
 // What the host answers, and what it does to the receiver from within its operations (see HostSide::Act).
 struct HostScript {

@@ -17,10 +17,6 @@ namespace {
 
 constexpr size_t keysToAsk = 4;
 
-void SetMode(IMordRev& receiver, PropertyKey key, uint32_t mode) {
-    receiver.SetProperty(key, &mode, sizeof mode);
-}
-
 } // namespace
 
 ReceiverPair& ReceiverPair::Instance() {
@@ -64,7 +60,7 @@ void ReceiverPair::Begin(bool logs) {
 
 void ReceiverPair::ResetTables() {
     for (IMordRev* const receiver : {static_cast<IMordRev*>(&library), static_cast<IMordRev*>(&modelReceiver)}) {
-        std::string actions = knownActions;
+        std::vector<char> actions = Copy(knownActions);
         Require(receiver->SetAllowList(knownAllowList), "the known list is taken");
         Require(receiver->SetProperty(PROP_ACTION_JSON, actions.data(), 1), "the known actions are taken");
     }
