@@ -97,14 +97,14 @@ soak: ## compare the library with its model on very many random cases: CASES=100
 
 # SECONDS for each target, RUNS instead of or beside them, TARGETS of all, FUZZ_JOBS processes for each.
 fuzz fuzz-32: preset = linux-fuzz$(patsubst fuzz%,%,$@)
-fuzz: ## run the fuzzers, one after the other (SECONDS=60 RUNS=0 TARGETS="allowList ..." FUZZ_JOBS=1)
+fuzz: ## run the fuzzers, one after the other (SECONDS=60 RUNS=0 TOTAL=0 TARGETS="allowList ..." FUZZ_JOBS=1)
 fuzz-32: ## the same in 32-bit processes
 fuzz fuzz-32:
 	@scripts/setup linux $@
 	@mkdir -p build
 	@$(call configure,$(preset))
 	@$(call compile,$(preset))
-	@scripts/fuzz --preset $(preset) --seconds $(or $(SECONDS),60) --runs $(or $(RUNS),0) --jobs $(or $(FUZZ_JOBS),1) $(TARGETS)
+	@scripts/fuzz --preset $(preset) --seconds $(or $(SECONDS),60) --runs $(or $(RUNS),0) --total $(or $(TOTAL),0) --jobs $(or $(FUZZ_JOBS),1) $(TARGETS)
 
 bench: ## measure decisions and log records, on Linux and 32-bit Windows, and hold them to their limits
 	@scripts/setup linux windows bench

@@ -12,7 +12,7 @@
 #include "model/trace.h"
 
 // The share of the inputs that are run with records, which take most of the time: see IsOneIn.
-inline constexpr uint32_t recordsOneIn = 16;
+inline constexpr uint32_t recordsOneIn = 32;
 
 // Made once in a process and used for every input; each begins with the same state.
 class ReceiverPair {
