@@ -7,8 +7,8 @@
 
 namespace hostKit {
 
-// For one start. It asks instead of sleeping: std::barrier of GCC 12 for Windows now and then misses the call that would
-// wake it, and then hangs for good.
+// For one start. It asks instead of sleeping: std::barrier of GCC 12 for Windows now and then misses the call that
+// would wake it, and then hangs for good.
 class StartLine {
 public:
     explicit StartLine(size_t threads) : m_missing(threads) {}
