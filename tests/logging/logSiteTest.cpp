@@ -100,7 +100,11 @@ TEST(LogFunctionName, OfAConstructorIsTheClassTwice) {
 }
 
 TEST(LogFunctionName, OfASignatureWithoutParametersIsItsLastWord) {
-    EXPECT_STREQ(LogFunctionName("virtual bool Name").text, "Name");
+    const struct {
+        char signature[18];
+        char behind[8];
+    } sample{"virtual bool Name", " other("};
+    EXPECT_STREQ(LogFunctionName(sample.signature).text, "Name");
 }
 
 TEST(LogFunctionName, OfAFreeFunctionIsItsNameAlone) {

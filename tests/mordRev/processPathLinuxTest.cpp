@@ -99,6 +99,9 @@ TEST_F(ProcessPath, ThatCannotBeHadIsReportedAllTheSameWithLoggingOff) {
     child.AwaitEnd();
     LogFileEnabled = false;
     for (const int32_t pid : {child.Pid(), noProcess}) {
+        std::string path = "before";
+        EXPECT_FALSE(CMordRecv::GetProcPathByPid(static_cast<uint32_t>(pid), &path));
+        EXPECT_EQ(path, "");
         event.Int32("pid", pid);
         Send();
     }

@@ -256,13 +256,13 @@ class ModuleMapOf32BitTargets : public ModuleMap {};
 TEST_P(ModuleMapOf32BitTargets, TheMainModuleOfA32BitMachineIsToldByThe32BitPebAndByNoOther) {
     image32.peb.ImageBaseAddress = 0x10000;
     image64.peb.ImageBaseAddress = 0x20000;
-    Load({{0x20000, 0x1000, WIDE("b.dll")}, {0x10000, 0x1000, WIDE("a.exe")}});
+    Load({{0x20000, 0x1000, WIDE("b.dll")}, {0, 0x1000, WIDE("c.dll")}, {0x10000, 0x1000, WIDE("a.exe")}});
     TargetProcessAccess{Target()}.SetVariant(std::make_unique<NativeOfA32BitMachine>(handle));
     const auto main = Target().GetMainModule();
     ASSERT_NE(main, nullptr);
     EXPECT_EQ(main->path, WIDE("a.exe"));
 
-    target->peb32 = 0; // the module is known by now, but nothing tells which one it is
+    target->peb32 = 0; // all modules are known by now, one at 0 too, but nothing tells which one it is
     EXPECT_EQ(Target().GetMainModule(), nullptr);
 }
 

@@ -327,8 +327,10 @@ TEST_P(ThreadLists, TheBaseThatA32BitMachineTellsIsSignExtendedByTheWideReadAlon
     EXPECT_EQ(askedAddresses, (std::vector<uint64_t>{0x80401234, 0xFFFFFFFF80400000, 0x80401234, 0x80400000}));
 }
 
-// The same with a file behind the start, whose name stands at `textOffset` from the beginning of the reply that has it.
-ptrdiff_t textOffset = 0;
+// The same with a file behind the start. Its name stands in the reply, which tells an address within itself or another.
+constexpr WideChar fileName[] = WIDE("\\Device\\Volume1\\File.exe");
+uint32_t toldOffset = 0;
+uint32_t toldAddress = 0; // instead, unless it is 0
 
 class NamesOf32BitReplies : public AddressesOfQueries {
 public:
@@ -338,37 +340,39 @@ public:
         if (informationClass == 0) {
             return AddressesOfQueries::QueryVirtualMemory(address, informationClass, buffer, size);
         }
-        static constexpr WideChar name[] = WIDE("\\Device\\Volume1\\File.exe");
-        const auto text = static_cast<uint32_t>(reinterpret_cast<uintptr_t>(buffer) + static_cast<size_t>(textOffset));
-        const uint16_t lengths[] = {sizeof name - sizeof(WideChar), sizeof name};
+        const auto begin = static_cast<uint32_t>(reinterpret_cast<uintptr_t>(buffer));
+        const uint32_t text = toldAddress != 0 ? toldAddress : begin + toldOffset;
+        const uint16_t lengths[] = {sizeof fileName - sizeof(WideChar), sizeof fileName};
         std::memcpy(buffer, lengths, sizeof lengths);
         std::memcpy(static_cast<char*>(buffer) + 4, &text, sizeof text);
-        std::memcpy(static_cast<char*>(buffer) + 8, name, sizeof name);
+        std::memcpy(static_cast<char*>(buffer) + 8, fileName, sizeof fileName);
         return 0;
     }
 };
 
 TEST_P(ThreadLists, ANameOfA32BitMachineIsTakenByItsLayoutInReadsOfBothWidthsAndWithinItsReply) {
-    struct {
-        const char* name;
-        ptrdiff_t textOffset;
-        const char* path; // null for no thread
-    } const cases[] = {{"the text where it stands", 8, "C:\\File.exe"},
-                       {"the last character of the reply", 1046, nullptr},
-                       {"behind the reply", 1048, nullptr},
-                       {"before the reply", -2, nullptr}};
     TargetProcessAccess access{Target()};
     access.SetVariant(std::make_unique<NamesOf32BitReplies>(handle));
-    OnLowStack([&] {
-        for (const auto& one : cases) {
-            textOffset = one.textOffset;
-            for (const auto& thread : {access.ReadThread32(9), access.ReadThread64(9)}) {
-                EXPECT_EQ(thread != nullptr, one.path != nullptr) << one.name;
-                if (thread != nullptr && one.path != nullptr) {
-                    EXPECT_EQ(Narrow(thread->path.c_str()), one.path) << one.name;
-                }
-            }
+    const auto paths = [&] {
+        Lines lines;
+        for (const auto& thread : {access.ReadThread32(9), access.ReadThread64(9)}) {
+            lines.push_back(thread == nullptr ? "none" : Narrow(thread->path.c_str()));
         }
+        return lines;
+    };
+    const Lines none{"none", "none"};
+    OnLowStack([&] {
+        toldOffset = 8;
+        EXPECT_EQ(paths(), (Lines{"C:\\File.exe", "C:\\File.exe"}));
+        toldOffset = 1046;
+        EXPECT_EQ(paths(), none) << "the last character of the reply is no name";
+        WideChar behind[std::size(fileName)];
+        std::memcpy(behind, fileName, sizeof fileName);
+        toldAddress = static_cast<uint32_t>(reinterpret_cast<uintptr_t>(&behind[0]));
+        EXPECT_EQ(paths(), none) << "a name that stands behind the reply";
+        toldAddress = 0x10;
+        EXPECT_EQ(paths(), none) << "before the reply";
+        toldAddress = 0;
     });
 }
 

@@ -91,8 +91,9 @@ TEST_F(Redirection, IsNotGivenBackOnceTheModuleIsOutOfReach) {
         const CAutoWow64PauseDisable pause;
         EXPECT_TRUE(pause.Disabled());
         system.missingModules = {"kernel32.dll"};
+        system.TakeCalls();
     }
-    EXPECT_EQ(TakeUses(), Lines{"Wow64DisableWow64FsRedirection()"});
+    EXPECT_EQ(system.TakeCalls(), Lines{"GetModuleHandleW(Kernel32.dll)"});
 }
 
 } // namespace

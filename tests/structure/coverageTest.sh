@@ -115,6 +115,11 @@ for name in {a..i}; do functions+=("$(counted "$name" src/native/chooseNativeX86
 program restTest 5 "${functions[@]}"
 sees "more than 95 % of src/native" 0 "$(row 'src/native, 32-bit caller' 22 1 0 95.45% 95% 100.00%)"
 
+whole
+program oneTest 1 "$(counted one src/frame/one.cpp 1 1)" "$(counted two src/mordRev/src/one.cpp 1 1)" \
+    "$(counted three src/logging/one.cpp 1 1)"
+sees "a folder of which nothing was counted" 1 "src/text: 0.00 % of the branches are taken, 100 % are promised"
+
 # What is added up, and what is told apart
 whole
 program firstTest 5 "$(counted same src/frame/one.cpp 1 0)"
