@@ -21,7 +21,8 @@ esac
 END_OF_TOOL
 cat > "$work/tools/llvm-cov-19" << 'END_OF_TOOL'
 #!/usr/bin/env bash
-if [ "${!#}" = -dump ]; then cat "$DUMP" >&2; else [ ! -s "$DUMP" ] || echo "warning: 2 functions have mismatched data" >&2; fi
+[ ! -s "$DUMP" ] || echo "warning: 2 functions have mismatched data" >&2
+[ "${!#}" != -dump ] || cat "$DUMP" >&2
 if [ -s "$3" ]; then cat "$3"; else echo "error: no coverage data found" >&2; exit 1; fi
 END_OF_TOOL
 chmod +x "$work"/tools/*
@@ -99,7 +100,8 @@ for folder in frame mordRev logging text; do
     whole
     write "src/$folder/rest.cpp" '    if (rest) {'
     program restTest 5 "$(counted rest "src/$folder/rest.cpp" 0 1)"
-    sees "a branch of $folder that is never true" 1 "src/$folder/rest.cpp:1: never true (src/$folder, rest): if (rest) {" \
+    sees "a branch of $folder that is never true" 1 \
+        "src/$folder/rest.cpp:1: never true (src/$folder, rest): if (rest) {" \
         "$(row "src/$folder" 4 1 0 75.00% 100% 100.00%)" \
         "src/$folder: 75.00 % of the branches are taken, 100 % are promised"
 done
