@@ -14,17 +14,13 @@ TEST_F(ExhaustedMatch, OfMatchingReleasesTheLockAndLeavesTheOutput) {
     const AllowList list{{longText + "type", {longText + "2"}}};
     const auto asked = hostKit::Views({longText + "2", longText + "1"});
     std::string output = "before";
-    Sweep(
-        [&] {
-            receiver->IsMatchmid(longText + "type", asked.views, &output);
-        },
-        [&] { output = "before"; },
-        [&](const Failure& failure) {
-            ExpectThrown(failure);
-            EXPECT_EQ(output, "before");
-            EXPECT_EQ(Fields().AllowedMids(), list);
-            ExpectTheKnownEventDecided();
-        });
+    Sweep([&] { receiver->IsMatchmid(longText + "type", asked.views, &output); }, [&] { output = "before"; },
+          [&](const Failure& failure) {
+              ExpectThrown(failure);
+              EXPECT_EQ(output, "before");
+              EXPECT_EQ(Fields().AllowedMids(), list);
+              ExpectTheKnownEventDecided();
+          });
 }
 
 TEST_F(ExhaustedMatch, OfParsingAnAnswerLeavesWholeEntriesAlone) {
