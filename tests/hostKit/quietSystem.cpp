@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "frame/interfaces.h"
+#include "hostKit/plainServices.h"
 #include "logging/logMacros.h"
 #include "mordRev/src/mordRev.h"
 #include "platform/platform.h"
@@ -13,45 +14,14 @@ void (*hostKit::takeRecord)(const WideChar* text, int32_t level) = nullptr;
 
 namespace {
 
-template <typename Interface>
-class Service : public Interface {
-public:
-    int32_t AddRef() override { return 2; }
-    int32_t Release() override { return 1; }
-    uint32_t QueryInterface(const GUID*, void**) override { return RESULT_NO_INTERFACE; }
-};
-
 int module;
 
-class Finder final : public Service<IModuleFinder> {
+class Finder final : public hostKit::PlainService<IModuleFinder> {
 public:
     void* FindModule(const WideChar*) override { return &module; }
 };
 
-// Makes one unit of each byte and the other way round, whatever the bytes are.
-class Converter final : public Service<ITextConverter> {
-public:
-    int32_t Convert(uint32_t command, TextConversionRequest* request) override {
-        if (command == CONVERT_NARROW_TO_WIDE) {
-            Copy<unsigned char, WideChar>(*request);
-        } else {
-            Copy<WideChar, unsigned char>(*request);
-        }
-        return 0;
-    }
-
-private:
-    template <typename From, typename To>
-    static void Copy(const TextConversionRequest& request) {
-        const auto* const source = static_cast<const From*>(request.source);
-        auto* const destination = static_cast<To*>(request.destination);
-        const uint32_t length = std::min(request.sourceLength, request.destinationCapacity - 1);
-        std::transform(source, source + length, destination, [](From unit) { return static_cast<To>(unit); });
-        destination[length] = To{};
-    }
-};
-
-class MachineId final : public Service<IMachineIdService> {
+class MachineId final : public hostKit::PlainService<IMachineIdService> {
 public:
     int32_t GetMachineId(MachineIdRecord* record) override {
         constexpr std::basic_string_view<WideChar> id = WIDE("HOST");
@@ -60,12 +30,12 @@ public:
     }
 };
 
-class LogConfig final : public Service<ILogConfig> {
+class LogConfig final : public hostKit::PlainService<ILogConfig> {
 public:
     const WideChar* GetConfigText(uint32_t, uint32_t) override { return WIDE(""); }
 };
 
-class LogWriter final : public Service<ILogWriter> {
+class LogWriter final : public hostKit::PlainService<ILogWriter> {
 public:
     int32_t Start(const WideChar*, uint32_t) override { return 0; }
     int32_t SetLevel(uint32_t) override { return 0; }
@@ -78,11 +48,11 @@ public:
 };
 
 Finder finder;
-Converter converter;
+hostKit::ByteConverter converter;
 MachineId machineId;
 LogConfig logConfig;
 LogWriter logWriter;
-Service<ISmartUnknown> other;
+hostKit::PlainService<ISmartUnknown> other;
 
 extern "C" uint32_t MORD_CDECL CreateService(const GUID* id, void** out) {
     const auto is = [id](const GUID& service) { return std::memcmp(id, &service, sizeof service) == 0; };

@@ -10,6 +10,7 @@
 
 #include "frame/interfaces.h"
 #include "hostKit/dynamicLibrary.h"
+#include "hostKit/plainServices.h"
 #include "hostKit/utf.h"
 
 namespace model {
@@ -21,45 +22,13 @@ const SiblingState defaultState;
 const SiblingState* state = &defaultState;
 thread_local RecordTaker* recordTaker = nullptr;
 
-template <typename Interface>
-class Service : public Interface {
-public:
-    int32_t AddRef() override { return 2; }
-    int32_t Release() override { return 1; }
-    uint32_t QueryInterface(const GUID*, void**) override { return refused; }
-};
-
-class Finder final : public Service<IModuleFinder> {
+class Finder final : public hostKit::PlainService<IModuleFinder> {
 public:
     void* FindModule(const WideChar*) override { return module; }
     void* module = nullptr;
 };
 
-class Converter final : public Service<ITextConverter> {
-public:
-    int32_t Convert(uint32_t command, TextConversionRequest* request) override {
-        if (command == CONVERT_NARROW_TO_WIDE) {
-            Copy<unsigned char, WideChar>(*request);
-        } else {
-            Copy<WideChar, unsigned char>(*request);
-        }
-        return 0;
-    }
-
-private:
-    template <typename From, typename To>
-    static void Copy(const TextConversionRequest& request) {
-        const auto* const source = static_cast<const From*>(request.source);
-        auto* const destination = static_cast<To*>(request.destination);
-        const uint32_t length = std::min(request.sourceLength, request.destinationCapacity - 1);
-        for (uint32_t i = 0; i < length; ++i) {
-            destination[i] = static_cast<To>(source[i]);
-        }
-        destination[length] = To{};
-    }
-};
-
-class MachineId final : public Service<IMachineIdService> {
+class MachineId final : public hostKit::PlainService<IMachineIdService> {
 public:
     int32_t GetMachineId(MachineIdRecord* record) override {
         std::copy(state->machineId.begin(), state->machineId.end(), record->machineId);
@@ -67,7 +36,7 @@ public:
     }
 };
 
-class LogConfig final : public Service<ILogConfig> {
+class LogConfig final : public hostKit::PlainService<ILogConfig> {
 public:
     const WideChar* GetConfigText(uint32_t, uint32_t) override {
         return (state->tellsSettings ? directory : emptyDirectory).c_str();
@@ -76,7 +45,7 @@ public:
     std::basic_string<WideChar> emptyDirectory;
 };
 
-class LogWriter final : public Service<ILogWriter> {
+class LogWriter final : public hostKit::PlainService<ILogWriter> {
 public:
     int32_t Start(const WideChar*, uint32_t) override { return 0; }
     int32_t SetLevel(uint32_t) override { return 0; }
@@ -93,11 +62,11 @@ struct Services {
     hostKit::DynamicLibrary ferrocore;
     std::filesystem::path directory;
     Finder finder;
-    Converter converter;
+    hostKit::ByteConverter converter;
     MachineId machineId;
     LogConfig logConfig;
     LogWriter logWriter;
-    Service<ISmartUnknown> others;
+    hostKit::PlainService<ISmartUnknown> others;
 };
 
 // Never destroyed: the receiver holds services to the end of the process.

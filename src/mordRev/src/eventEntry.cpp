@@ -4,23 +4,18 @@
 #include "mordRev/src/json.h"
 #include "mordRev/src/mordRev.h"
 #include "mordRev/src/recordReader.h"
+#include "mordRev/src/ruleGuids.h"
 
 namespace {
 
-// The query request: the guids of all rules in array order, duplicates and empty ones kept.
+// The query request.
 class QueryRequest {
 public:
     QueryRequest(IEventRecord** rules, uint32_t ruleCount) {
         JsonText::Writer& writer = m_text.Out();
         writer.StartObject();
         writer.Text("guid");
-        writer.StartArray();
-        RecordText guid;
-        for (uint32_t i = 0; i < ruleCount; ++i) {
-            guid.Read(rules[i], "guid");
-            writer.Text(guid.View());
-        }
-        writer.EndArray();
+        WriteRuleGuids(writer, rules, ruleCount);
         writer.EndObject();
     }
 

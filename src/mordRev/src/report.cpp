@@ -4,6 +4,7 @@
 #include "mordRev/src/mordRev.h"
 #include "mordRev/src/procName.h"
 #include "mordRev/src/recordReader.h"
+#include "mordRev/src/ruleGuids.h"
 
 namespace {
 
@@ -50,13 +51,7 @@ void CMordRecv::ReportEventHandleRes(IEventRecord* event, IEventRecord** rules, 
     JsonText::Writer& writer = report.Out();
     writer.StartObject();
     writer.Text("rule_guid");
-    writer.StartArray();
-    RecordText text;
-    for (uint32_t i = 0; i < ruleCount; ++i) {
-        text.Read(rules[i], "guid");
-        writer.Text(text.View());
-    }
-    writer.EndArray();
+    WriteRuleGuids(writer, rules, ruleCount);
     const RecordText type(rules[0], "type");
     WriteMember(writer, "type", type.View());
     WriteFlag(writer, "block", reply == REPLY_BLOCK);
@@ -64,11 +59,11 @@ void CMordRecv::ReportEventHandleRes(IEventRecord* event, IEventRecord** rules, 
     WriteMember(writer, "proc_name", procName);
     WriteMember(writer, "proc_path", procPath);
     // The remote end sends and this side receives: this is the receiving end.
-    text.Read(event, "remote_addr_ip");
-    WriteMember(writer, "send_ip", text.View());
+    RecordText address(event, "remote_addr_ip");
+    WriteMember(writer, "send_ip", address.View());
     WriteMember(writer, "send_port", std::to_string(ReadInt32(event, "remote_addr_port")));
-    text.Read(event, "local_addr_ip");
-    WriteMember(writer, "recv_ip", text.View());
+    address.Read(event, "local_addr_ip");
+    WriteMember(writer, "recv_ip", address.View());
     WriteMember(writer, "recv_port", std::to_string(ReadInt32(event, "local_addr_port")));
     WriteMember(writer, "send_mid", ""); // always empty
     WriteMember(writer, "net_drv_version", std::to_string(ReadInt64(event, "net_drv")));
