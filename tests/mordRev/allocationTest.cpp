@@ -127,6 +127,18 @@ TEST_F(Allocations, OfACopyOfTheTableAreNone) {
     EXPECT_EQ(CountOf([&table] { const QueryResultTable copy = table; }), 0U);
 }
 
+// What stands beside the list goes with it: a host that sends its list every minute for a year holds no more for it.
+TEST_F(Allocations, OfAListInPlaceOfAnotherAreTheSameEachTime) {
+    const std::string text = hostKit::AllowText("MID-1", {"TYPE-1", "TYPE-2"});
+    std::vector<std::pair<size_t, size_t>> costs;
+    for (int i = 0; i < 100; ++i) {
+        const AllocationCounter counter;
+        EXPECT_TRUE(receiver->SetAllowList(text.c_str()));
+        costs.emplace_back(counter.Calls(), counter.Bytes());
+    }
+    EXPECT_EQ(costs, decltype(costs)(100, costs.front()));
+}
+
 TEST_F(Allocations, OfOperationsThatDoNothingButLogAreNoneWhenLoggingIsOff) {
     PlainRecord event("", "");
     IEventRecord* rules[] = {&event};

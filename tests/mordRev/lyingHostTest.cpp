@@ -106,6 +106,40 @@ TEST_F(LyingHost, AllItsResultsWrongAtOnceLeaveTheDecision) {
     }
 }
 
+// The reply word is the host's memory, and its query can write there.
+TEST_F(LyingHost, WhatItsQueryWroteIntoTheReplyIsOverwrittenByWhatIsDecided) {
+    struct Way {
+        const char* name;
+        int32_t queryCode;
+        std::optional<std::string> answer;
+        uint32_t mode;
+        Verdict verdict;
+    };
+    const std::string good = *host.answer;
+    const Way ways[] = {{"network error", 1007, good, MODE_ACTION_TABLE, {true, REPLY_BLOCK}},
+                        {"error", 1, good, MODE_ACTION_TABLE, {false, REPLY_BLOCK}},
+                        {"no answer", 0, std::nullopt, MODE_ACTION_TABLE, {false, REPLY_BLOCK}},
+                        {"all forbid", 0, good, MODE_ALL_FORBID, {true, REPLY_BLOCK}},
+                        {"malformed", 0, "{", MODE_ACTION_TABLE, {false, REPLY_BLOCK}},
+                        {"guid missing", 0, "{}", MODE_ACTION_TABLE, {false, REPLY_BLOCK}},
+                        {"no ids", 0, AnswerText("GUID-1", {}), MODE_ACTION_TABLE, {false, REPLY_BLOCK}},
+                        {"no match", 0, AnswerText("GUID-1", {"MID-2"}), MODE_ACTION_TABLE, {false, REPLY_BLOCK}},
+                        {"match", 0, good, MODE_ACTION_TABLE, {true, REPLY_ALLOW}}};
+    for (const uint32_t written : {uint32_t{REPLY_ALLOW}, uint32_t{REPLY_ALLOW_FLAGGED}, unwritten}) {
+        for (const Way& way : ways) {
+            SCOPED_TRACE(way.name);
+            SetMode(way.mode);
+            host.queryCode = way.queryCode;
+            host.answer = way.answer;
+            Verdict verdict{false, unwritten};
+            host.onQuery = [&] { verdict.reply = written; };
+            verdict.result = receiver->HandleEvent(&event, rulePointers.data(), 1, &verdict.reply);
+            EXPECT_EQ(verdict, way.verdict);
+            EXPECT_EQ(TakeCalls().back(), Reported(way.verdict.reply == REPLY_BLOCK));
+        }
+    }
+}
+
 // Calls from within. What each leaves behind is what it leaves at any other time.
 
 struct Call {
