@@ -139,6 +139,16 @@ TEST_F(Allocations, OfAListInPlaceOfAnotherAreTheSameEachTime) {
     EXPECT_EQ(costs, decltype(costs)(100, costs.front()));
 }
 
+TEST_F(Allocations, OfAListThatWasClearedAreAllGivenBack) {
+    receiver->ClearAllowList();
+    const std::string text = hostKit::AllowText("MID-1", {"TYPE-1", "TYPE-2"});
+    const long held = BlocksHeld();
+    EXPECT_TRUE(receiver->SetAllowList(text.c_str()));
+    EXPECT_GT(BlocksHeld(), held);
+    receiver->ClearAllowList();
+    EXPECT_EQ(BlocksHeld(), held);
+}
+
 TEST_F(Allocations, OfOperationsThatDoNothingButLogAreNoneWhenLoggingIsOff) {
     PlainRecord event("", "");
     IEventRecord* rules[] = {&event};

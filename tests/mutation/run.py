@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Plants one change at a time into the library and sees whether the tests notice.
 
-    tests/mutation/run.py [--jobs N] [--only REGEX] [--list] [--report FILE]
+    tests/mutation/run.py [--jobs N] [--only REGEX] [--list] [--report FILE] [--resume]
 
 Each worker has a copy of the tree and a build of its own under build/mutation. For every mutant it builds and runs the
 test programs that cover the file, one after the other, until one fails: then the mutant is killed. A program that does
@@ -9,10 +9,14 @@ not end in time kills too. What does not compile is no mutant and is only counte
 each with the reason why no test can tell it from the original; one that does not stand there, or one that stands there
 and is killed, fails the run, as does a share of killed mutants below 95 %.
 
+The whole takes an hour or two. With --resume what an earlier run found out of files that have not changed since is taken
+from its report, and only the rest is tried, survivors among it: tests may have been added for them.
+
 Exit codes: 0 all is as promised, 1 it is not, 2 the unchanged tree does not build or pass.
 """
 
 import argparse
+import hashlib
 import os
 import queue
 import re
@@ -29,7 +33,8 @@ import mutants
 
 ROOT = Path(__file__).resolve().parents[2]
 LEAST_KILLED = 95.0  # per cent
-TEST_SECONDS = 60  # the slowest program takes a few; an endless loop is a kill as well
+TEST_SECONDS = 60  # for a program on the unchanged tree
+PATIENCE = 10  # how many times longer it may take on a changed one, and 5 s at least: an endless loop is a kill as well
 
 # Which test programs cover a folder, the quick and telling ones first. Public headers reach the tests too: what they
 # say is held first by those programs that share no header with the library.
@@ -70,6 +75,27 @@ def allMutants(only):
     return [mutant for mutant in found if re.search(only, mutant.key())]
 
 
+def states():
+    """What tells one state of each mutated file, and of the ways to change it, from another."""
+    ways = Path(mutants.__file__).read_bytes()
+    return {str(path.relative_to(ROOT)): hashlib.sha256(ways + path.read_bytes()).hexdigest()
+            for folder in MUTATED for path in sorted((ROOT / folder).glob("*"))}
+
+
+def earlier(report):
+    """What the report of an earlier run says of files that are as they were: (file, line, key) -> outcome and program.
+    Survivors are left out."""
+    found, then = {}, {}
+    for line in report.read_text().splitlines() if report.is_file() else []:
+        if line.startswith("file "):
+            state, name = line.split(" ", 2)[1:]
+            then[name] = state
+        elif match := re.fullmatch(r"(killed|invalid) +(\S*) +line (\d+): (.*)", line):
+            found[int(match[3]), match[4].replace("⏎", "\n")] = (match[1], match[2])
+    same = {name for name, state in states().items() if then.get(name) == state}
+    return {mutant: outcome for mutant, outcome in found.items() if mutant[1].split(" | ")[0] in same}
+
+
 class Worker:
     """A copy of the tree, its build, and the run of one mutant after the other in it."""
 
@@ -78,6 +104,7 @@ class Worker:
         self.build = self.tree / "build" / "linux-mutation"
         self.known = set()  # what this build can make
         self.fresh = {}  # the programs whose cases want a process each, with their cases
+        self.limits = {}  # how many seconds each program may take
 
     def prepare(self):
         names = subprocess.run(["git", "ls-files", "-co", "--exclude-standard", "-z"], cwd=ROOT, check=True,
@@ -100,11 +127,13 @@ class Worker:
             raise RuntimeError("no such test programs: " + ", ".join(sorted(missing)))
         self.must(["ninja", "-C", str(self.build)] + [f"tests/{program}" for program in sorted(self.known)])
         for program in sorted(self.known):
-            if self.runsOnce(program): # its cases want a process each
+            began = time.monotonic()
+            if self.runsOnce(program):  # its cases want a process each
                 self.fresh[program] = self.cases(program)
-            verdict = self.runs(program)
-            if verdict:
-                raise RuntimeError(f"{program} fails on the unchanged tree: {verdict}")
+                verdict = self.runs(program)
+                if verdict:
+                    raise RuntimeError(f"{program} fails on the unchanged tree: {verdict}")
+            self.limits[program] = max(5.0, PATIENCE * (time.monotonic() - began))
 
     def must(self, command):
         done = subprocess.run(command, cwd=self.tree, stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
@@ -144,7 +173,7 @@ class Worker:
                                    stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
                                    start_new_session=True)
         try:
-            code = process.wait(TEST_SECONDS)
+            code = process.wait(self.limits.get(program, TEST_SECONDS))
         except subprocess.TimeoutExpired:
             os.killpg(process.pid, signal.SIGKILL)
             process.wait()
@@ -182,6 +211,7 @@ def main():
     parser.add_argument("--jobs", type=int, default=os.cpu_count())
     parser.add_argument("--only", default="", help="regular expression on 'file | kind | before | after'")
     parser.add_argument("--list", action="store_true", help="list the mutants and plant none")
+    parser.add_argument("--resume", action="store_true", help="keep what the report says of files that have not changed")
     parser.add_argument("--report", type=Path, default=ROOT / "build" / "mutation" / "report.txt")
     options = parser.parse_args()
     todo = allMutants(options.only)
@@ -193,14 +223,26 @@ def main():
 
     workers = [Worker(number) for number in range(options.jobs)]
     failures = []
+    done = earlier(options.report) if options.resume else {}
     work = queue.Queue()
-    for mutant in todo:
-        work.put(mutant)
     results = []
     lock = threading.Lock()
     options.report.parent.mkdir(parents=True, exist_ok=True)
     started = time.monotonic()
     with options.report.open("w") as report:
+        for name, state in states().items():
+            print(f"file {state} {name}", file=report)
+
+        def tell(mutant, outcome, program):
+            results.append((mutant, outcome))
+            oneLine = mutant.key().replace("\n", "⏎")
+            print(f"{outcome:9} {program:24} line {mutant.line}: {oneLine}", file=report, flush=True)
+
+        for mutant in todo:
+            if (mutant.line, mutant.key()) in done:
+                tell(mutant, *done[mutant.line, mutant.key()])
+            else:
+                work.put(mutant)
 
         def labour(worker):
             try:
@@ -215,9 +257,7 @@ def main():
                     return
                 outcome, program = worker.verdict(mutant)
                 with lock:
-                    results.append((mutant, outcome))
-                    oneLine = mutant.key().replace("\n", "⏎")
-                    print(f"{outcome:9} {program:24} line {mutant.line}: {oneLine}", file=report, flush=True)
+                    tell(mutant, outcome, program)
                     if sys.stderr.isatty() or len(results) % 50 == 0:
                         print(f"{len(results)} of {len(todo)}, {time.monotonic() - started:.0f} s", file=sys.stderr,
                               end="\r" if sys.stderr.isatty() else "\n", flush=True)
