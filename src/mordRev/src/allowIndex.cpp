@@ -20,7 +20,7 @@ void AllowIndex::Add(uint32_t protocolHash, uint32_t midHash, const AllowedMids&
 
 void AllowIndex::Clear() noexcept {
     m_index.Clear();
-    m_pairs = {};
+    m_pairs = std::vector<Pair>(); // not {}, which would keep the memory
 }
 
 const std::string* AllowIndex::Find(uint32_t protocolHash, const AllowedMids& mids, uint32_t midHash,

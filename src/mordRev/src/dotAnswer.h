@@ -32,10 +32,7 @@ public:
     }
 
     // The buffer never goes back.
-    void Keep() {
-        m_host = nullptr;
-        m_text = nullptr;
-    }
+    void Keep() { m_host = nullptr; }
 
 private:
     IDotHost* m_host;
