@@ -150,6 +150,32 @@ TEST_F(Allocations, OfAListThatWasClearedAreAllGivenBack) {
     EXPECT_EQ(BlocksHeld(), held);
 }
 
+// All-forbid mode, which keeps the answer, is the host's loss and none of the library's.
+TEST_F(Allocations, OfAnEventAndOfItsDocumentsAreAllGivenBack) {
+    PlainRecord event("", "");
+    std::vector<PlainRecord> rules;
+    std::vector<IEventRecord*> pointers;
+    for (size_t i = 0; i < 100; ++i) {
+        rules.emplace_back(Guid(i), "TYPE-1");
+    }
+    std::transform(rules.begin(), rules.end(), std::back_inserter(pointers), [](PlainRecord& rule) { return &rule; });
+    plainHost.answer = AnswerWith(100);
+    uint32_t reply = 0;
+    const auto decide = [&] {
+        for (const uint32_t mode : {1U, 3U, 4U, 5U}) {
+            SetMode(mode);
+            receiver->HandleEvent(&event, pointers.data(), 100, &reply);
+        }
+        receiver->ParseActionJson(R"({"an action with a name that is long":1})");
+        receiver->ParseActionJson("{");
+        receiver->SetAllowList("{");
+    };
+    decide(); // what is made once in a process, and the action, are there from now on
+    const long held = BlocksHeld();
+    decide();
+    EXPECT_EQ(BlocksHeld(), held);
+}
+
 TEST_F(Allocations, OfOperationsThatDoNothingButLogAreNoneWhenLoggingIsOff) {
     PlainRecord event("", "");
     IEventRecord* rules[] = {&event};

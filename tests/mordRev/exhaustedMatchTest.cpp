@@ -67,6 +67,7 @@ TEST_F(ExhaustedMatch, OfTheFirstOperationOfAReceiverIsBadAllocAndNothingElse) {
 
 TEST_F(ExhaustedMatch, OfTheParserIsThrownAndTheOldBlockStays) {
     JsonAllocator allocator;
+    const long held = BlocksHeld();
     auto* const block = static_cast<char*>(allocator.Malloc(4));
     ASSERT_NE(block, nullptr);
     block[0] = 'x';
@@ -82,6 +83,7 @@ TEST_F(ExhaustedMatch, OfTheParserIsThrownAndTheOldBlockStays) {
     EXPECT_EQ(moved[0], 'x');
     EXPECT_EQ(allocator.Realloc(moved, 400, 0), nullptr);
     JsonAllocator::Free(nullptr);
+    EXPECT_EQ(BlocksHeld(), held);
 }
 
 } // namespace

@@ -83,14 +83,13 @@ def states():
 
 
 def earlier(report):
-    """What the report of an earlier run says of files that are as they were: (file, line, key) -> outcome and program.
-    Survivors are left out."""
+    """What the report of an earlier run says of files that are as they were: (line, key) -> outcome and program."""
     found, then = {}, {}
     for line in report.read_text().splitlines() if report.is_file() else []:
         if line.startswith("file "):
             state, name = line.split(" ", 2)[1:]
             then[name] = state
-        elif match := re.fullmatch(r"(killed|invalid) +(\S*) +line (\d+): (.*)", line):
+        elif match := re.fullmatch(r"(killed|invalid|survived) +(\S*) +line (\d+): (.*)", line):
             found[int(match[3]), match[4].replace("⏎", "\n")] = (match[1], match[2])
     same = {name for name, state in states().items() if then.get(name) == state}
     return {mutant: outcome for mutant, outcome in found.items() if mutant[1].split(" | ")[0] in same}
@@ -238,11 +237,17 @@ def main():
             oneLine = mutant.key().replace("\n", "⏎")
             print(f"{outcome:9} {program:24} line {mutant.line}: {oneLine}", file=report, flush=True)
 
+        again = []
         for mutant in todo:
-            if (mutant.line, mutant.key()) in done:
-                tell(mutant, *done[mutant.line, mutant.key()])
-            else:
+            outcome = done.get((mutant.line, mutant.key()))
+            if outcome is None:
                 work.put(mutant)
+            elif outcome[0] == "survived":
+                again.append(mutant)
+            else:
+                tell(mutant, *outcome)
+        for mutant in again:  # they take longest, and most of them are known
+            work.put(mutant)
 
         def labour(worker):
             try:
