@@ -84,6 +84,12 @@ struct Services {
     class MachineId : public Service<IMachineIdService> {
     public:
         using Service::Service;
+        int32_t Release() override {
+            if (const auto& within = ScriptedSiblings::Instance().onMachineIdRelease) {
+                within();
+            }
+            return Service::Release();
+        }
         int32_t GetMachineId(MachineIdRecord* record) override {
             const auto& script = ScriptedSiblings::Instance();
             const bool cleared = std::all_of(std::begin(record->machineId), std::end(record->machineId),
@@ -302,6 +308,7 @@ void ScriptedSiblings::Reset() {
     machineIdResult = 0;
     foundModule.reset();
     logsRecords = false;
+    onMachineIdRelease = nullptr;
     onConvert = nullptr;
     calls.onAdd = nullptr;
     keepsConversions = false;

@@ -73,6 +73,7 @@ public:
 
     std::u16string machineId; // cut to the record's 68 units, NUL only if there is room
     int32_t machineIdResult = 0;
+    std::function<void()> onMachineIdRelease; // called within IMachineIdService's Release
 
     // The records that ILogWriter received. They go into `calls` too, as "ILogWriter.WriteRecord(TEXT,LEVEL)" with the
     // masked text, when that is asked for.

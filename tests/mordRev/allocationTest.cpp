@@ -176,6 +176,19 @@ TEST_F(Allocations, OfAnEventAndOfItsDocumentsAreAllGivenBack) {
     EXPECT_EQ(BlocksHeld(), held);
 }
 
+TEST_F(Allocations, OfAnObjectThatDestroysItselfAreAllGivenBack) {
+    const auto makeAndDestroy = [] {
+        CMordRecv* const object = CMordRecv::ObjectCreator::Create();
+        object->SetAllowList(hostKit::AllowText("MID-1", {"TYPE-1"}).c_str());
+        object->ParseActionJson(R"({"an action with a name that is long":1})");
+        static_cast<Base::CZelkObjectBase*>(object)->DestroySelf();
+    };
+    makeAndDestroy();
+    const long held = BlocksHeld();
+    makeAndDestroy();
+    EXPECT_EQ(BlocksHeld(), held);
+}
+
 TEST_F(Allocations, OfOperationsThatDoNothingButLogAreNoneWhenLoggingIsOff) {
     PlainRecord event("", "");
     IEventRecord* rules[] = {&event};

@@ -135,6 +135,21 @@ TEST_F(Lifecycle, UninitReturnsTrueAndClearsTheOneFlag) {
     EXPECT_EQ(calls.Take(), Texts());
 }
 
+// Whoever still calls is refused: the flags and the host go before anything that calls outside.
+TEST_F(Lifecycle, DestructionHasClosedTheObjectWhenTheMachineIdServiceIsReleased) {
+    MakeRunning();
+    bool released = false;
+    siblings.onMachineIdRelease = [&, fields = Fields()] {
+        released = true;
+        EXPECT_FALSE(fields.Started());
+        EXPECT_FALSE(fields.Inited());
+        EXPECT_EQ(fields.Host(), nullptr);
+    };
+    receiver.reset();
+    siblings.onMachineIdRelease = nullptr;
+    EXPECT_TRUE(released);
+}
+
 TEST_F(Lifecycle, UninitReturnsTrueBeforeInitAndTwice) {
     EXPECT_TRUE(receiver->Uninit());
     EXPECT_TRUE(receiver->Uninit());

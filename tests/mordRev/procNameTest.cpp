@@ -1,6 +1,9 @@
+// The texts of a report that are made from a path.
 #include "mordRev/src/procName.h"
 
 #include <gtest/gtest.h>
+
+#include "mordRev/src/lowerCase.h"
 
 namespace {
 
@@ -19,6 +22,18 @@ TEST(ProcName, IsEmptyForAnEmptyPathAndBehindASeparatorAtTheEnd) {
     EXPECT_EQ(ExtractProcName(""), "");
     EXPECT_EQ(ExtractProcName("c:\\dir\\"), "");
     EXPECT_EQ(ExtractProcName("/"), "");
+}
+
+TEST(LowerCase, TurnsTheTwentySixLettersAndNoOtherByte) {
+    const std::string capitals = "ABCDEFGHIJKLMNOPQRSTUVWXYZ";
+    const std::string small = "abcdefghijklmnopqrstuvwxyz";
+    for (int byte = 0; byte < 256; ++byte) {
+        const auto character = static_cast<char>(byte);
+        const size_t letter = capitals.find(character);
+        std::string text(2, character);
+        LowerCaseAscii(text);
+        EXPECT_EQ(text, std::string(2, letter == std::string::npos ? character : small[letter])) << byte;
+    }
 }
 
 } // namespace

@@ -38,7 +38,7 @@ PATIENCE = 10  # how many times longer it may take on a changed one, and 5 s at 
 
 # Which test programs cover a folder, the quick and telling ones first. Public headers reach the tests too: what they
 # say is held first by those programs that share no header with the library.
-RECEIVER = ["handleEventTest", "documentTest", "lifecycleTest", "lifecycleInitTest", "lifecyclePropertiesTest",
+RECEIVER = ["handleEventTest", "documentTest", "lifecycleTest", "objectModelTest", "lifecycleInitTest", "lifecyclePropertiesTest",
             "lifecycleStatesTest", "lifecycleLockTest", "localMidTest", "lifecycleInitOrderTest", "procNameTest",
             "jsonTest", "memoryTest", "differentialTest", "nestingTest", "productTest", "abiTest"]
 LOGGING = ["logTimestampTest", "logSiteTest", "logStreamTest", "logRecordTest", "startLoggerTest", "loggerUnloadTest",
