@@ -12,6 +12,8 @@ TEST(ProcName, IsWhatStandsBehindTheLastSeparatorOfEitherKind) {
     EXPECT_EQ(ExtractProcName("/usr/bin/client"), "client");
     EXPECT_EQ(ExtractProcName("c:\\a/b.exe"), "b.exe");
     EXPECT_EQ(ExtractProcName("c:/a\\b.exe"), "b.exe");
+    EXPECT_EQ(ExtractProcName("c:\\progra~1\\client~1.exe"), "client~1.exe");
+    EXPECT_EQ(ExtractProcName("c:client.exe"), "c:client.exe");
 }
 
 TEST(ProcName, IsTheWholePathWithoutASeparator) {
