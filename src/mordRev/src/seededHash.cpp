@@ -14,15 +14,6 @@ void Draw(std::random_device& system, HashKey& key) {
     key.last = static_cast<uint64_t>(system()) << 32 | system() | 1;
 }
 
-HashKeys DrawKeys() {
-    std::random_device system;
-    HashKeys keys{};
-    for (HashKey* const key : {&keys.mid, &keys.protocol, &keys.guid}) {
-        Draw(system, *key);
-    }
-    return keys;
-}
-
 // What the hash is made of: two words, each hidden behind a word of the key, multiplied.
 uint64_t Product(uint32_t first, uint32_t second, uint32_t firstKey, uint32_t secondKey) {
     return static_cast<uint64_t>(first + firstKey) * static_cast<uint32_t>(second + secondKey);
@@ -64,7 +55,16 @@ uint32_t HashText(std::string_view text, const HashKey& key) {
     return static_cast<uint32_t>((sum * key.last) >> 32);
 }
 
+HashKeys DrawHashKeys() {
+    std::random_device system;
+    HashKeys keys{};
+    for (HashKey* const key : {&keys.mid, &keys.protocol, &keys.guid}) {
+        Draw(system, *key);
+    }
+    return keys;
+}
+
 const HashKeys& ProcessHashKeys() {
-    static const HashKeys keys = DrawKeys();
+    static const HashKeys keys = DrawHashKeys();
     return keys;
 }

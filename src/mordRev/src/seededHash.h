@@ -26,5 +26,8 @@ struct HashKeys {
     HashKey guid;
 };
 
-// Drawn from the system at the first call, and the same ever after. Any thread may call.
+// Keys that the system's source of randomness gives; std::runtime_error where it has none. Any thread may call.
+HashKeys DrawHashKeys();
+
+// Drawn at the first call, and the same ever after. Any thread may call.
 const HashKeys& ProcessHashKeys();
