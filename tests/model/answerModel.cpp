@@ -63,6 +63,9 @@ bool ReceiverModel::ParseQueryResult(const std::string& text, Answer& answer) {
             answer.emplace_back(guid, mids);
         }
     }
+    if (answer.size() >= many) {
+        Took(Branch::AnswerOfManyRules);
+    }
     return true;
 }
 

@@ -19,11 +19,11 @@ constexpr std::array<Kind, static_cast<size_t>(Branch::Count)> kinds = {{
 
 constexpr double sharesOf = 10000;
 
-// Three standard deviations below what the share gives.
+// Three standard deviations below what the share gives, but one where chance would hardly leave none.
 uint64_t Floor(uint32_t share, uint64_t cases) {
     const double expected = static_cast<double>(cases) * share / sharesOf;
     const double least = expected - 3 * std::sqrt(expected);
-    return static_cast<uint64_t>(std::max(least, expected >= 1 ? 1.0 : 0.0));
+    return static_cast<uint64_t>(std::max(least, expected >= 5 ? 1.0 : 0.0));
 }
 
 std::string Row(size_t branch, uint64_t count, uint64_t cases) {

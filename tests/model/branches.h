@@ -74,8 +74,11 @@ namespace model {
     X(AnswerMidTwice, 4000)                                                                                            \
     X(AnswerEntryStored, 5000)                                                                                         \
     X(AnswerGuidTwice, 2000)                                                                                           \
+    X(AnswerOfManyRules, 20)                                                                                           \
     X(RuleNotStarted, 900)                                                                                             \
     X(RuleGuidAbsent, 4000)                                                                                            \
+    X(RuleGuidAbsentAmongMany, 30)                                                                                     \
+    X(RuleGuidAmongMany, 60)                                                                                           \
     X(RuleGuidWithoutMids, 200)                                                                                        \
     X(RuleKeyIsGuid, 800)                                                                                              \
     X(RuleKeyIsType, 3000)                                                                                             \
@@ -89,6 +92,8 @@ namespace model {
     X(MatchKeyAbsent, 900)                                                                                             \
     X(MatchNoneInCommon, 600)                                                                                          \
     X(MatchOneInCommon, 700)                                                                                           \
+    X(MatchOfManyMids, 1)                                                                                              \
+    X(MatchInLargeList, 1)                                                                                             \
     X(MatchSeveralInCommon, 100)                                                                                       \
     X(ListRefused, 400)                                                                                                \
     X(ListRootNoObject, 100)                                                                                           \
@@ -196,6 +201,10 @@ enum class Branch : size_t {
         Count
 };
 
+// What is long enough to be kept in another way than a few, whatever the way is.
+constexpr size_t many = 10;
+constexpr size_t veryMany = 130;
+
 class BranchCounts {
 public:
     void Add(Branch branch) { ++m_counts[static_cast<size_t>(branch)]; }
@@ -203,7 +212,7 @@ public:
     uint64_t operator[](Branch branch) const { return m_counts[static_cast<size_t>(branch)]; }
 
     // The branches that were taken less often in `cases` cases than their share asks for, one a line; empty when there
-    // are none. As little as chance leaves of a share is enough, but where it asks for one or more, none is too few.
+    // are none. As little as chance leaves of a share is enough, but where it asks for five or more, none is too few.
     std::string Starved(uint64_t cases) const;
 
     // All branches, one a line: how often each was taken, how often that is in 10,000 cases, and the least share.

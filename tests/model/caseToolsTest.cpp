@@ -56,10 +56,10 @@ TEST(BranchCounts, NameTheOnesThatWereTakenLessOftenThanTheirShareAsksFor) {
     counts.Add(Branch::InitFresh);
     counts.Add(counts);
     EXPECT_EQ(counts[Branch::InitFresh], 2U);
-    EXPECT_EQ(counts.Starved(4).find("InitFresh"), std::string::npos); // 1.6 of 4 are asked for
-    EXPECT_NE(counts.Starved(4).find("EventInModeActionTable"), std::string::npos);
-    EXPECT_EQ(counts.Starved(4).find("ListDeepRefused"), std::string::npos);
-    EXPECT_NE(counts.Starved(1000).find("ListDeepRefused"), std::string::npos); // one of 1000
+    EXPECT_EQ(counts.Starved(20).find("InitFresh"), std::string::npos); // 8 of 20 are asked for
+    EXPECT_NE(counts.Starved(20).find("EventInModeActionTable"), std::string::npos);
+    EXPECT_EQ(counts.Starved(20).find("ListDeepRefused"), std::string::npos);
+    EXPECT_NE(counts.Starved(5000).find("ListDeepRefused"), std::string::npos); // one of 1000
     EXPECT_NE(counts.Starved(40).find("InitFresh"), std::string::npos);         // 16 less three times 4
     EXPECT_EQ(counts.Starved(0), "");
 }

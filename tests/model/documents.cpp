@@ -68,6 +68,12 @@ uint32_t Few(Random& random, uint32_t most) {
     return random.Percent(6) ? 0 : random.Between(1, most);
 }
 
+// The same, for what a large document has many of.
+uint32_t FewOrMany(Vocabulary& words, uint32_t most, uint32_t many) {
+    Random& random = words.Source();
+    return words.IsLarge() && random.Percent(60) ? random.Between(most, many) : Few(random, most);
+}
+
 void AllowListEntry(Vocabulary& words, JsonText& json) {
     Random& random = words.Source();
     if (random.Percent(4)) {
@@ -98,7 +104,7 @@ void AllowListEntry(Vocabulary& words, JsonText& json) {
                 json.ValueButNot('[');
                 return;
             }
-            json.Enclosed('[', Few(random, 4), ']', [&](uint32_t) {
+            json.Enclosed('[', FewOrMany(words, 4, 12), ']', [&](uint32_t) {
                 if (random.Percent(5)) {
                     json.ValueButNot('"');
                 } else {
@@ -113,7 +119,8 @@ void AllowListEntry(Vocabulary& words, JsonText& json) {
 
 void MidsOfRule(Vocabulary& words, JsonText& json) {
     Random& random = words.Source();
-    json.Enclosed('{', Few(random, 4), '}', [&](uint32_t) {
+    const uint32_t count = words.IsLarge() && random.Percent(15) ? random.Between(120, 400) : Few(random, 4);
+    json.Enclosed('{', count, '}', [&](uint32_t) {
         json.Name(words.Mid());
         if (random.Percent(80)) {
             json.GoodNumber();
@@ -163,6 +170,19 @@ void AnswerForRule(Vocabulary& words, JsonText& json) {
     });
 }
 
+// Without a fault, since most faults end the answer, and few large ones would ever be taken.
+void GoodAnswerForRule(Vocabulary& words, JsonText& json) {
+    json.Enclosed('{', 2, '}', [&](uint32_t place) {
+        if (place == 0) {
+            json.Name("value");
+            json.GoodNumber();
+        } else {
+            json.Name("mid");
+            MidsOfRule(words, json);
+        }
+    });
+}
+
 } // namespace
 
 std::string RandomAllowList(Vocabulary& words) {
@@ -184,7 +204,7 @@ std::string RandomAllowList(Vocabulary& words) {
             if (random.Percent(4)) {
                 json.ValueButNot('[');
             } else {
-                json.Enclosed('[', Few(random, 6), ']', [&](uint32_t) { AllowListEntry(words, json); });
+                json.Enclosed('[', FewOrMany(words, 6, 60), ']', [&](uint32_t) { AllowListEntry(words, json); });
             }
         });
     });
@@ -212,9 +232,13 @@ std::string RandomActions(Vocabulary& words) {
 std::string RandomAnswer(Vocabulary& words, const std::vector<std::string>& guids) {
     Random& random = words.Source();
     return Document(random, [&](JsonText& json) {
-        json.Enclosed('{', Few(random, 5), '}', [&](uint32_t) {
-            json.Name(random.Percent(70) ? random.Pick(guids) : words.DocumentGuid());
-            AnswerForRule(words, json);
+        json.Enclosed('{', FewOrMany(words, 5, 40), '}', [&](uint32_t) {
+            json.Name(random.Percent(words.IsLarge() ? 20 : 70) ? random.Pick(guids) : words.DocumentGuid());
+            if (words.IsLarge() && !random.Percent(5)) {
+                GoodAnswerForRule(words, json);
+            } else {
+                AnswerForRule(words, json);
+            }
         });
     });
 }

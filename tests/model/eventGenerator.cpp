@@ -160,7 +160,8 @@ EventScript RandomEvent(Vocabulary& words, int depth) {
     EventScript event;
     event.event = RandomEventRecord(words);
     std::vector<std::string> guids;
-    for (uint32_t count = random.Between(1, random.Percent(70) ? 3 : 6); count > 0; --count) {
+    const uint32_t mostRules = random.Percent(70) ? 3 : words.IsLarge() ? 40 : 6;
+    for (uint32_t count = random.Between(1, mostRules); count > 0; --count) {
         const std::string guid = words.Guid();
         const std::string type = words.Type();
         guids.push_back(guid);

@@ -17,9 +17,15 @@ void ReceiverModel::HandleRule(IEventRecord* rule, const Answer& answer, uint32_
     const auto entry = std::find_if(answer.begin(), answer.end(), [&](const auto& pair) { return pair.first == guid; });
     if (entry == answer.end()) {
         Took(Branch::RuleGuidAbsent);
+        if (answer.size() >= many) {
+            Took(Branch::RuleGuidAbsentAmongMany);
+        }
         *reply = 0;
         LogTrace("HandleEventInner", {"query dot result is empty, reply=0,rule guid", Logged(guid)});
         return;
+    }
+    if (answer.size() >= many) {
+        Took(Branch::RuleGuidAmongMany);
     }
     const TextSet& mids = entry->second;
     if (mids.empty()) {
@@ -62,6 +68,12 @@ bool ReceiverModel::IsMatchmid(const std::string& key, const TextSet& queryMids,
             if (entry->second.contains(mid)) {
                 common.insert(mid);
             }
+        }
+        if (queryMids.size() >= veryMany) {
+            Took(Branch::MatchOfManyMids);
+        }
+        if (!common.empty() && entry->second.size() >= many) {
+            Took(Branch::MatchInLargeList);
         }
         Took(common.empty()       ? Branch::MatchNoneInCommon
              : common.size() == 1 ? Branch::MatchOneInCommon

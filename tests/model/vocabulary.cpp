@@ -38,8 +38,8 @@ std::string LongWord(Random& random) {
 } // namespace
 
 Vocabulary::Vocabulary(Random& random)
-    : m_random(random), m_guids(Some(random, allGuids, 3)), m_types(Some(random, allTypes, 2)),
-      m_mids(Some(random, allMids, 3)) {
+    : m_random(random), m_isLarge(random.Below(120) == 0), m_guids(Some(random, allGuids, 3)),
+      m_types(Some(random, allTypes, 2)), m_mids(Some(random, allMids, 3)) {
     switch (random.Below(150)) {
     case 0:
         m_guids[0] = LongWord(random);
@@ -55,20 +55,24 @@ Vocabulary::Vocabulary(Random& random)
     }
 }
 
-std::string Vocabulary::Word(const std::vector<std::string>& favourites, const std::vector<std::string>& all) {
+std::string Vocabulary::Word(const std::vector<std::string>& favourites, const std::vector<std::string>& all,
+                             char numbered, uint32_t count) {
+    if (m_isLarge && m_random.Percent(70)) {
+        return numbered + std::to_string(m_random.Below(count));
+    }
     return m_random.Pick(m_random.Percent(85) ? favourites : all);
 }
 
 std::string Vocabulary::Guid() {
-    return Word(m_guids, allGuids);
+    return Word(m_guids, allGuids, 'g', 40);
 }
 
 std::string Vocabulary::Type() {
-    return Word(m_types, allTypes);
+    return Word(m_types, allTypes, 't', 4);
 }
 
 std::string Vocabulary::Mid() {
-    return PerhapsWithNul(m_random, Word(m_mids, allMids));
+    return PerhapsWithNul(m_random, Word(m_mids, allMids, 'm', 160));
 }
 
 std::string Vocabulary::DocumentGuid() {

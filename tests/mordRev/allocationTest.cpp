@@ -3,6 +3,7 @@
 #include "hostKit/receiverFixture.h"
 #include "mordRev/allocations.h"
 #include "mordRev/plainHost.h"
+#include "mordRev/src/recordReader.h"
 
 namespace {
 
@@ -117,6 +118,31 @@ TEST_F(Allocations, OfACallForOneRuleDoNotGrowWithTheTable) {
     }
     EXPECT_EQ(costs[0], costs[1]);
     EXPECT_EQ(costs[0], costs[2]);
+}
+
+TEST_F(Allocations, OfAnEntryOfATableOfItsOwnAreNoCopyOfTheOthers) {
+    std::vector<std::string> guids;
+    for (size_t i = 0; i < 1000; ++i) {
+        guids.push_back(Guid(i));
+    }
+    QueryResultTable table;
+    EXPECT_LT(CountOf([&] {
+                  for (const std::string& guid : guids) {
+                      table.Insert(guid, {}, nullptr);
+                  }
+              }),
+              100U);
+}
+
+// A long text takes what it asks for and little more, however long it says that it is.
+TEST_F(Allocations, OfALongTextAreOneOfItsSize) {
+    PlainRecord record("", "");
+    const size_t size = std::strlen(PlainRecord::otherText) + 1;
+    const AllocationCounter counter;
+    const RecordText text(&record, "note");
+    EXPECT_EQ(counter.Calls(), 1U);
+    EXPECT_LE(counter.Bytes(), size + 8);
+    EXPECT_EQ(text.View(), PlainRecord::otherText);
 }
 
 TEST_F(Allocations, OfACopyOfTheTableAreNone) {

@@ -46,6 +46,31 @@ TEST(QueryResultTable, ComparesGuidsWhole) {
     EXPECT_NE(table.Find(std::string("a\0b", 3)), nullptr);
 }
 
+// Long tables are kept in another way than short ones.
+TEST(QueryResultTable, FindsEachEntryAndNoOtherAtEachSize) {
+    constexpr int most = 40;
+    const auto guidOf = [](int number) { return "guid " + std::to_string(number); };
+    QueryResultTable table;
+    for (int size = 0; size <= most; ++size) {
+        SCOPED_TRACE(size);
+        EXPECT_EQ(table.Size(), static_cast<size_t>(size));
+        const QueryResultTable copy = table;
+        for (int number = 0; number < most; ++number) {
+            const MidSet* const found = table.Find(guidOf(number));
+            ASSERT_EQ(found != nullptr, number < size) << number;
+            if (found != nullptr) {
+                EXPECT_EQ(TextsOf(*found), Texts({std::to_string(number)}));
+                InsertMids(table, guidOf(number), {"another"});
+                EXPECT_EQ(TextsOf(*table.Find(guidOf(number))), Texts({std::to_string(number)}));
+            }
+        }
+        EXPECT_EQ(table.Find(""), nullptr);
+        InsertMids(table, guidOf(size), {std::to_string(size)});
+        EXPECT_EQ(copy.Size(), static_cast<size_t>(size));
+        EXPECT_EQ(copy.Find(guidOf(size)), nullptr);
+    }
+}
+
 TEST(QueryResultTable, ACopyDoesNotSeeWhatTheOriginalGetsAfterwards) {
     QueryResultTable table;
     InsertMids(table, "a", {"1"});

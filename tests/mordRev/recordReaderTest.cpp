@@ -62,6 +62,44 @@ TEST(RecordReader, FirstCallHasANullBufferAndSize0SecondOneTheWholeBuffer) {
     }
 }
 
+TEST(RecordReader, TextIsEmptyBeforeAnythingWasRead) {
+    EXPECT_EQ(RecordText().View(), "");
+}
+
+// Short texts and long ones stand in different places; what stood in either is gone when the text is read anew.
+TEST(RecordReader, TextThatIsReadAnewIsThatOfTheLastRead) {
+    FillingRecord record;
+    RecordText text;
+    for (const int32_t length : {1000, 1, 2000, 46, 47, 48, 49, 50, 48, 47, 3000, 48, 10}) {
+        record.length = length;
+        text.Read(&record, "guid");
+        EXPECT_EQ(text.View(), std::string(static_cast<size_t>(length), 'x'));
+        EXPECT_EQ(text.Text(), text.View());
+        record.length = 0; // no size, and so no text
+        text.Read(&record, "guid");
+        EXPECT_EQ(text.View(), "");
+        EXPECT_STREQ(text.Text(), "");
+    }
+}
+
+// One byte more than it asked for, no NUL among them: the usual slip of a record that counts without the NUL.
+TEST(RecordReader, ARecordThatWritesOneByteTooManyIsCut) {
+    class Overrunning final : public FillingRecord {
+    public:
+        int32_t GetString(const char* name, char* buffer, int32_t* size) override {
+            const int32_t result = FillingRecord::GetString(name, buffer, size);
+            if (buffer != nullptr) {
+                buffer[length] = 'x';
+            }
+            return result;
+        }
+    } record;
+    for (const int32_t length : {1, 10, 47, 48, 49, 1000}) {
+        record.length = length;
+        EXPECT_EQ(ReadString(&record, "guid"), std::string(static_cast<size_t>(length), 'x'));
+    }
+}
+
 TEST(RecordReader, TextIsAskedForTwiceAndOnceWhereItIsNotThere) {
     EXPECT_EQ(Calls({}), (std::vector<std::string>{"record.GetString.size(guid)", "record.GetString(guid)"}));
     EXPECT_EQ(Calls({.firstResult = 0}), std::vector<std::string>{"record.GetString.size(guid)"});
