@@ -65,6 +65,22 @@ TEST(RecordText, ACharacterForWhichThereIsNoMemoryFailsTheStreamAndLeavesTheText
     EXPECT_EQ(stream.Text(), Text(WIDE("d")));
 }
 
+TEST(RecordText, ATextForWhichThereIsNoMemoryIsLeftOutWholeAndSoIsWhatFollows) {
+    Base::CSmartStream stream;
+    stream.Append(WIDE("before"));
+    const Text large(10 * RoomWithoutTheHeap(), WIDE('a'));
+    Begin(0);
+    stream.Append(large);
+    EXPECT_EQ(End().size(), 1U);
+    EXPECT_TRUE(stream.bad());
+    stream.Append(WIDE("after")); // lost, though there is room for it
+    EXPECT_EQ(stream.Text(), Text(WIDE("before")));
+    stream.Reset();
+    stream.Append(WIDE("next"));
+    EXPECT_TRUE(stream.good());
+    EXPECT_EQ(stream.Text(), Text(WIDE("next")));
+}
+
 TEST(RecordText, EndOfFileIsNoCharacterAndNoFailure) {
     using Traits = std::char_traits<WideChar>;
     Base::CSmartStream stream;
