@@ -34,6 +34,23 @@ size_t RoomWithoutTheHeap() {
     }
 }
 
+TEST(RecordText, StandsInTheObjectUpTo511Units) {
+    EXPECT_EQ(RoomWithoutTheHeap(), 511U);
+}
+
+// Twice what it holds, and a NUL: of a record that grows by small pieces few are copied.
+TEST(RecordText, GrowsToTwiceWhatItHolds) {
+    Base::CSmartStream stream;
+    stream.Append(Text(500, WIDE('a')));
+    const Text more(100, WIDE('b')), rest(600, WIDE('c'));
+    Begin();
+    stream.Append(more);
+    stream.Append(rest);
+    const std::vector<size_t> sizes = End();
+    EXPECT_EQ(sizes, std::vector<size_t>{1201 * sizeof(WideChar)});
+    EXPECT_EQ(stream.Text(), Text(500, WIDE('a')) + Text(100, WIDE('b')) + Text(600, WIDE('c')));
+}
+
 TEST(RecordText, GrowsByCharactersAsItDoesByTexts) {
     Base::CSmartStream stream;
     Text expected;
