@@ -10,7 +10,8 @@ each with the reason why no test can tell it from the original; one that does no
 and is killed, fails the run, as does a share of killed mutants below 95 %.
 
 The whole takes an hour or two. With --resume what an earlier run found out of files that have not changed since is taken
-from its report, and only the rest is tried, survivors among it: tests may have been added for them.
+from its report, and only the rest is tried, survivors among it: tests may have been added for them. A test that was
+taken away since is not missed by it: run without --resume then. A run with --only has a report of its own.
 
 Exit codes: 0 all is as promised, 1 it is not, 2 the unchanged tree does not build or pass.
 """
@@ -211,8 +212,10 @@ def main():
     parser.add_argument("--only", default="", help="regular expression on 'file | kind | before | after'")
     parser.add_argument("--list", action="store_true", help="list the mutants and plant none")
     parser.add_argument("--resume", action="store_true", help="keep what the report says of files that have not changed")
-    parser.add_argument("--report", type=Path, default=ROOT / "build" / "mutation" / "report.txt")
+    parser.add_argument("--report", type=Path, help="default: build/mutation/report.txt, or only.txt with --only")
     options = parser.parse_args()
+    if options.report is None:
+        options.report = ROOT / "build" / "mutation" / ("only.txt" if options.only else "report.txt")
     todo = allMutants(options.only)
     if options.list:
         for mutant in todo:

@@ -8,7 +8,7 @@
 
 namespace {
 
-// The query request.
+// What the host is asked: the guids of all rules.
 class QueryRequest {
 public:
     QueryRequest(IEventRecord** rules, uint32_t ruleCount) {
