@@ -1,9 +1,9 @@
 // Where a log site stands, worked out at compile time.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <string_view>
 
 #include "logging/logStream.h"
 
@@ -30,26 +30,17 @@ struct LogFunctionName {
     char text[capacity] = {};
 
     constexpr explicit LogFunctionName(const char (&signature)[capacity]) {
-        // The name stands between the last blank before the parameters and their parenthesis; what stands in angle
-        // brackets is part of a type.
-        const std::string_view whole(signature, capacity - 1);
-        size_t begin = 0;
-        size_t end = 0;
-        for (int depth = 0; end < whole.size() && (depth != 0 || whole[end] != '('); ++end) {
-            depth += whole[end] == '<' ? 1 : whole[end] == '>' ? -1 : 0;
-            if (depth == 0 && whole[end] == ' ') {
+        // The name stands between the last blank before the parameters and their parenthesis, which each signature
+        // has; what stands in angle brackets is part of a type. A pointer result leaves its asterisk before the name.
+        const char* begin = signature;
+        const char* end = signature;
+        for (int depth = 0; depth != 0 || *end != '('; ++end) {
+            depth += *end == '<' ? 1 : *end == '>' ? -1 : 0;
+            if (depth == 0 && (*end == ' ' || (end == begin && (*end == '*' || *end == '&')))) {
                 begin = end + 1;
             }
         }
-        for (size_t i = begin; i < end; ++i) {
-            text[i - begin] = whole[i];
-        }
-        // A pointer result leaves its asterisk at the name.
-        while (text[0] == '*' || text[0] == '&') {
-            for (size_t i = 0; i + 1 < capacity; ++i) {
-                text[i] = text[i + 1];
-            }
-        }
+        std::copy(begin, end, text);
     }
 };
 

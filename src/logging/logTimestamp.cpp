@@ -1,9 +1,7 @@
 #include "logging/logTimestamp.h"
 
-#include <algorithm>
-#include <charconv>
 #include <chrono>
-#include <iterator>
+#include <string>
 
 namespace {
 
@@ -39,10 +37,9 @@ LogTime::LogTime(int64_t secondsSince1970) {
 }
 
 void LogTime::AppendYear(int64_t year) {
-    char digits[24];
-    const char* const end = std::to_chars(std::begin(digits), std::end(digits), year).ptr;
-    std::copy(static_cast<const char*>(digits), end, m_text);
-    m_length = static_cast<size_t>(end - digits);
+    for (const char digit : std::to_string(year)) { // short enough to need no memory
+        m_text[m_length++] = static_cast<WideChar>(digit);
+    }
 }
 
 void LogTime::AppendTwoDigits(WideChar separator, unsigned number) {

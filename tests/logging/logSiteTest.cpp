@@ -42,6 +42,8 @@ static_assert(FunctionIs("const Base::CSmartStream &Base::CSmartStream::Self()",
               "a reference result");
 static_assert(FunctionIs("std::map<std::__cxx11::basic_string<char>, bool> Table::Rows() const", "Table::Rows"),
               "a template in the result");
+static_assert(FunctionIs("Base::Length Base::Length::operator*(int) const", "Base::Length::operator*"),
+              "an asterisk of the name itself");
 static_assert(FunctionIs("bool StartLogger(const WideChar*)", "StartLogger"), "a free function");
 static_assert(FunctionIs("CMordRecv::CMordRecv()", "CMordRecv::CMordRecv"), "a constructor has no result");
 static_assert(FunctionIs("virtual CMordRecv::~CMordRecv()", "CMordRecv::~CMordRecv"), "nor has a destructor");
@@ -97,14 +99,6 @@ TEST(LogFunctionName, IsTheFunctionWithItsClass) {
 
 TEST(LogFunctionName, OfAConstructorIsTheClassTwice) {
     EXPECT_EQ(LogSiteSample().constructed, "LogSiteSample::LogSiteSample");
-}
-
-TEST(LogFunctionName, OfASignatureWithoutParametersIsItsLastWord) {
-    const struct {
-        char signature[18];
-        char behind[8];
-    } sample{"virtual bool Name", " other("};
-    EXPECT_STREQ(LogFunctionName(sample.signature).text, "Name");
 }
 
 TEST(LogFunctionName, OfAFreeFunctionIsItsNameAlone) {

@@ -6,9 +6,8 @@ uint32_t AllowIndex::HashOfProtocol(const std::string& protocol) {
 }
 
 void AllowIndex::Reserve() {
-    if (m_pairs.size() == m_pairs.capacity()) {
-        m_pairs.reserve(m_pairs.empty() ? 8 : 2 * m_pairs.size());
-    }
+    m_pairs.emplace_back(); // by the vector's own growth: reserve() takes no more than it is told
+    m_pairs.pop_back();
     m_index.Reserve();
 }
 

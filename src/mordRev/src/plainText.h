@@ -2,6 +2,7 @@
 #pragma once
 
 #include <bit>
+#include <climits>
 #include <cstddef>
 #include <cstring>
 
@@ -18,19 +19,17 @@ inline const char* PassPlainText(const char* at, const char* end) {
     while (static_cast<size_t>(end - at) >= sizeof(Word)) {
         Word word = 0;
         std::memcpy(&word, at, sizeof word);
-        // A difference below zero sets the highest bit of its byte. So does a character beyond ASCII, and the borrow of
-        // a lower byte: the lowest byte that has the bit is the first that needs a look.
-        const Word suspects =
-            (((word ^ each * '"') - each) | ((word ^ each * '\\') - each) | (word - each * 0x20) | word) & each * 0x80;
-        if (suspects == 0) {
-            at += sizeof word;
-            continue;
+        // What is added to the lower seven bits of a byte sets its highest one when a character is not the one asked
+        // for, and never carries into the next byte. Beyond ASCII all is plain.
+        const Word low = word & each * 0x7F;
+        const Word noQuote = (low ^ each * '"') + each * 0x7F;
+        const Word noBackslash = (low ^ each * '\\') + each * 0x7F;
+        const Word noControl = low + each * 0x60;
+        const Word plain = ((noQuote & noBackslash & noControl) | word) & each * 0x80;
+        if (plain != each * 0x80) {
+            return at + std::countr_zero(plain ^ each * 0x80) / CHAR_BIT;
         }
-        at += std::countr_zero(suspects) / 8;
-        if (!IsPlainText(*at)) {
-            return at;
-        }
-        ++at;
+        at += sizeof word;
     }
     while (at != end && IsPlainText(*at)) {
         ++at;

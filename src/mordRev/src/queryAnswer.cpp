@@ -14,9 +14,9 @@ class AnswerHandler : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Ans
 public:
     explicit AnswerHandler(QueryAnswer& answer) : m_answer(answer) {}
 
-    bool Default() { return TakeNumber(false, 0); } // null, a boolean, a fraction, a string
-    bool Int(int number) { return TakeNumber(true, number); }
-    bool Uint(unsigned number) { return TakeNumber(JsonValue(number).IsInt(), number); }
+    bool Default() { return TakeNumber({}); } // null, a boolean, a fraction, a string
+    bool Int(int number) { return TakeNumber(number); }
+    bool Uint(unsigned number) { return JsonValue(number).IsInt() ? TakeNumber(number) : Default(); }
     bool Int64(int64_t) { return Default(); } // comes only when 32 bits do not do
     bool Uint64(uint64_t) { return Default(); }
 
@@ -24,8 +24,7 @@ public:
         if (m_depth == 0) {
             m_rootIsObject = true;
         } else if (m_next == Next::mids) {
-            m_answer.rules.back().hasMids = true;
-            m_answer.rules.back().firstMid = m_answer.mids.size();
+            m_answer.rules.back().mids = {m_answer.mids.size(), 0};
             m_inMids = true;
         }
         return Open();
@@ -33,8 +32,8 @@ public:
 
     bool EndObject(rapidjson::SizeType) {
         if (m_depth == midDepth && m_inMids) {
-            AnsweredRule& rule = m_answer.rules.back();
-            rule.midCount = m_answer.mids.size() - rule.firstMid;
+            AnsweredRule::Mids& mids = *m_answer.rules.back().mids;
+            mids.count = m_answer.mids.size() - mids.first;
             m_inMids = false;
         }
         return Close();
@@ -51,14 +50,13 @@ public:
             }
         } else if (m_rootIsObject && m_depth == rootDepth) {
             m_answer.rules.push_back({name});
-            m_valueSeen = false;
-            m_midsSeen = false;
+            m_seen = {};
         } else if (m_rootIsObject && m_depth == ruleDepth) {
-            if (name == "value" && !m_valueSeen) {
-                m_valueSeen = true;
+            if (name == "value" && !m_seen.value) {
+                m_seen.value = true;
                 m_next = Next::value;
-            } else if (name == "mid" && !m_midsSeen) {
-                m_midsSeen = true;
+            } else if (name == "mid" && !m_seen.mids) {
+                m_seen.mids = true;
                 m_next = Next::mids;
             }
         }
@@ -69,14 +67,20 @@ private:
     // What the next value is, if it is one that counts.
     enum class Next { other, value, mids };
 
+    // Which members the rule that was begun last has had: of several with the same name the first counts.
+    struct Seen {
+        bool value = false;
+        bool mids = false;
+    };
+
     // How many containers are open where the names of the root, of a rule and of "mid" stand.
     static constexpr size_t rootDepth = 1;
     static constexpr size_t ruleDepth = 2;
     static constexpr size_t midDepth = 3;
 
-    bool TakeNumber(bool fits, int64_t number) {
-        if (m_next == Next::value && fits) {
-            m_answer.rules.back().value = number == 0 ? AnsweredRule::Value::zero : AnsweredRule::Value::good;
+    bool TakeNumber(std::optional<int64_t> number) {
+        if (m_next == Next::value && number) {
+            m_answer.rules.back().value = *number == 0 ? AnsweredRule::Value::zero : AnsweredRule::Value::good;
         }
         m_next = Next::other;
         return true;
@@ -98,8 +102,7 @@ private:
     Next m_next = Next::other;
     bool m_rootIsObject = false;
     bool m_inMids = false;
-    bool m_valueSeen = false; // of the rule that was begun last
-    bool m_midsSeen = false;
+    Seen m_seen;
 };
 
 } // namespace

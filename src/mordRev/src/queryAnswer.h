@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -10,11 +11,15 @@
 struct AnsweredRule {
     enum class Value { malformed, zero, good }; // malformed: missing, or no number that fits 32 signed bits
 
+    // The members of "mid", which stand side by side in QueryAnswer::mids.
+    struct Mids {
+        size_t first;
+        size_t count;
+    };
+
     std::string_view guid;
     Value value = Value::malformed;
-    bool hasMids = false; // whether "mid" is there and an object
-    size_t firstMid = 0;  // its members stand side by side in QueryAnswer::mids
-    size_t midCount = 0;
+    std::optional<Mids> mids = std::nullopt; // none: "mid" is missing, or no object
 };
 
 // Owns the text that the views point into, and so must stay where it is. A NUL stands behind each of these texts.

@@ -25,11 +25,11 @@ bool CMordRecv::ParseQueryResult(std::string text, QueryResultTable* table) {
             LOG_ERROR(WIDE("The down_packet error") << WIDE(", value=") << 0);
             continue;
         }
-        if (!rule.hasMids) {
+        if (!rule.mids) {
             LOG_ERROR(WIDE("The down_packet (mid)data error"));
             return true;
         }
-        const MidSet mids(answer->mids.data() + rule.firstMid, rule.midCount);
+        const MidSet mids(answer->mids.data() + rule.mids->first, rule.mids->count);
         for (const std::string_view mid : mids) {
             LOG_TRACE(WIDE("get mid=") << mid.data());
         }

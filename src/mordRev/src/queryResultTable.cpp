@@ -1,5 +1,6 @@
 #include "mordRev/src/queryResultTable.h"
 
+#include <utility>
 #include <vector>
 
 #include "mordRev/src/hashIndex.h"
@@ -51,11 +52,12 @@ void QueryResultTable::Entries::Add(std::string_view guid, MidSet mids, const st
         return;
     }
     if (list.size() == longestWalk) {
-        index.Clear();
+        HashIndex first;
         for (uint32_t number = 0; number < longestWalk; ++number) {
-            index.Reserve();
-            index.Add(HashOfGuid(list[number].guid), number);
+            first.Reserve();
+            first.Add(HashOfGuid(list[number].guid), number);
         }
+        index = std::move(first);
     }
     index.Reserve();
     const uint32_t hash = HashOfGuid(guid);
