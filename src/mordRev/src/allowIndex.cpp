@@ -22,15 +22,6 @@ void AllowIndex::Clear() noexcept {
     m_pairs = std::vector<Pair>(); // not {}, which would keep the memory
 }
 
-const std::string* AllowIndex::Find(uint32_t protocolHash, const AllowedMids& mids, uint32_t midHash,
-                                    std::string_view mid) const {
-    const uint32_t found = m_index.Find(protocolHash ^ midHash, [&](uint32_t number) {
-        const Pair& pair = m_pairs[number];
-        return pair.mids == &mids && *pair.mid == mid;
-    });
-    return found == HashIndex::none ? nullptr : m_pairs[found].mid;
-}
-
 // A key comes into the table together with its first machine id.
 void Allow(AllowList& list, AllowIndex& index, std::string protocol, std::string mid) {
     const uint32_t protocolHash = AllowIndex::HashOfProtocol(protocol);

@@ -34,9 +34,16 @@ public:
     // Asks the processor to have ready what Find reads first.
     void Prefetch(uint32_t protocolHash, uint32_t midHash) const { m_index.Prefetch(protocolHash ^ midHash); }
 
-    // The element of `mids` that equals `mid`, or null.
+    // The element of `mids` that equals `mid`, or null. Here, to be part of the loop that calls it under the lock: the
+    // longer the lock is held, the more often another thread has to be put to sleep for it.
     const std::string* Find(uint32_t protocolHash, const AllowedMids& mids, uint32_t midHash,
-                            std::string_view mid) const;
+                            std::string_view mid) const {
+        const uint32_t found = m_index.Find(protocolHash ^ midHash, [&](uint32_t number) {
+            const Pair& pair = m_pairs[number];
+            return pair.mids == &mids && *pair.mid == mid;
+        });
+        return found == HashIndex::none ? nullptr : m_pairs[found].mid;
+    }
 
 private:
     struct Pair {
