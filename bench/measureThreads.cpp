@@ -1,10 +1,14 @@
 #include <algorithm>
+#include <array>
 #include <atomic>
 #include <chrono>
 #include <functional>
 #include <random>
 #include <stdexcept>
+#include <string>
 #include <thread>
+#include <utility>
+#include <vector>
 
 #include "floor.h"
 #include "measurements.h"
@@ -18,9 +22,15 @@ namespace {
 
 constexpr Shape shape{8, 8};
 constexpr uint32_t listSize = 1000;
-constexpr int rounds = 300;
-constexpr unsigned stepsLikeAnEvent = 2000;
 constexpr uint32_t eventsOfAThread = 400; // few milliseconds: now and then both processors are free for so long
+
+// A second processor counts as free while work that shares nothing gains so much by it. Each step keeps the
+// multipliers busy, which two hardware threads of one core share: they are no two processors.
+constexpr double gainByAFreeProcessor = 1.9;
+constexpr uint32_t stepsOfSpareWork = 100000; // a fraction of a millisecond
+
+constexpr int wantedSamples = 100;
+constexpr std::chrono::seconds patience{60};
 
 using Clock = std::chrono::steady_clock;
 
@@ -50,6 +60,70 @@ double TimeOn(unsigned count, const std::function<void()>& work) {
         .count();
 }
 
+// Tells whether a second processor is to be had right now.
+class SecondProcessor {
+public:
+    bool IsFree() {
+        const double one = TimeOn(1, m_spare);
+        m_leastOnOne = m_leastOnOne == 0 ? one : std::min(m_leastOnOne, one);
+        return 2 * m_leastOnOne / TimeOn(2, m_spare) >= gainByAFreeProcessor;
+    }
+
+private:
+    std::atomic<uint_fast32_t> m_seen{0};
+    const std::function<void()> m_spare = [this] {
+        std::array<std::minstd_rand, 4> chains;
+        for (uint32_t i = 0; i < stepsOfSpareWork; ++i) {
+            for (std::minstd_rand& chain : chains) {
+                chain();
+            }
+        }
+        for (std::minstd_rand& chain : chains) {
+            m_seen += chain();
+        }
+    };
+    double m_leastOnOne = 0;
+};
+
+// The least times of some work on one thread, and on two while there were two processors.
+class OneAndTwo {
+public:
+    OneAndTwo(std::string what, std::function<void()> work) : m_what(std::move(what)), m_work(std::move(work)) {}
+
+    bool HasEnough() const { return m_samples >= wantedSamples; }
+
+    void Sample(SecondProcessor& second) {
+        Keep(m_one, TimeOn(1, m_work));
+        if (second.IsFree()) {
+            const double two = TimeOn(2, m_work);
+            if (second.IsFree()) {
+                Keep(m_two, two);
+                ++m_samples;
+            }
+        }
+    }
+
+    // Without a figure for two threads when there never were two processors.
+    void Print() const {
+        PrintFigure(FigureName("OneThread" + m_what, shape, listSize), m_one);
+        if (m_samples != 0) {
+            PrintFigure(FigureName("TwoThreads" + m_what, shape, listSize), m_two);
+        }
+    }
+
+private:
+    static void Keep(double& least, double taken) {
+        taken /= eventsOfAThread;
+        least = least == 0 ? taken : std::min(least, taken);
+    }
+
+    std::string m_what;
+    std::function<void()> m_work;
+    double m_one = 0;
+    double m_two = 0;
+    int m_samples = 0;
+};
+
 } // namespace
 
 void MeasureThreads(IMordRev& receiver) {
@@ -58,43 +132,31 @@ void MeasureThreads(IMordRev& receiver) {
     workload.Select();
     std::atomic<bool> wrong{false};
     std::atomic<size_t> seen{0};
-    const std::function<void()> decide = [&] {
+    OneAndTwo events("", [&] {
         for (uint32_t i = 0; i < eventsOfAThread; ++i) {
             if (!workload.Decide(receiver)) {
                 wrong = true;
             }
         }
-    };
-    const std::function<void()> floor = [&] {
+    });
+    OneAndTwo floors("Floor", [&] {
         size_t all = 0;
         for (uint32_t i = 0; i < eventsOfAThread; ++i) {
             all += EventFloor(workload.Guids(), workload.Answer());
         }
         seen += all;
-    };
-    // Work that shares nothing tells how much of a second processor there is to be had.
-    const std::function<void()> count = [&] {
-        std::minstd_rand random;
-        for (uint32_t i = 0; i < eventsOfAThread; ++i) {
-            random.discard(stepsLikeAnEvent);
-        }
-        seen += random();
-    };
-    const std::function<void()>* const works[] = {&decide, &floor, &count};
-    std::vector<Subject> figures{
-        {FigureName("OneThread", shape, listSize), {}},      {FigureName("TwoThreads", shape, listSize), {}},
-        {FigureName("OneThreadFloor", shape, listSize), {}}, {FigureName("TwoThreadsFloor", shape, listSize), {}},
-        {FigureName("OneThreadAlone", shape, listSize), {}}, {FigureName("TwoThreadsAlone", shape, listSize), {}}};
-    for (int round = 0; round < rounds; ++round) {
-        for (size_t i = 0; i < figures.size(); ++i) {
-            const double taken = TimeOn(i % 2 == 0 ? 1 : 2, *works[i / 2]) / eventsOfAThread;
-            figures[i].least = round == 0 ? taken : std::min(figures[i].least, taken);
-        }
+    });
+    SecondProcessor second;
+    const Clock::time_point end = Clock::now() + patience;
+    while (Clock::now() < end && !(events.HasEnough() && floors.HasEnough())) {
+        events.Sample(second);
+        floors.Sample(second);
     }
     if (wrong) {
         throw std::runtime_error("an event is not decided as it has to be");
     }
-    PrintFigures(figures);
+    events.Print();
+    floors.Print();
 }
 
 } // namespace bench
