@@ -58,14 +58,14 @@ test-linux: build-linux ## run the tests on Linux
 	@$(call ctest,linux)
 
 test-asan: ## run the tests on Linux under AddressSanitizer and UndefinedBehaviorSanitizer
-	@scripts/setup linux
+	@scripts/setup linux test
 	@mkdir -p build
 	@$(call configure,linux-asan)
 	@$(call compile,linux-asan)
 	@$(call ctest,linux-asan)
 
 test-tsan: ## run the tests that use several threads on Linux under ThreadSanitizer
-	@scripts/setup linux
+	@scripts/setup linux test
 	@mkdir -p build
 	@$(call configure,linux-tsan)
 	@$(call compile,linux-tsan,raceTests)

@@ -10,7 +10,7 @@ namespace mordhost {
 
 namespace {
 
-constexpr int32_t done = 0;
+constexpr int32_t carriedOut = 0;
 constexpr int32_t failed = 1; // any code but those with a meaning of their own
 
 } // namespace
@@ -20,7 +20,7 @@ int32_t DotHost::DeleteDot(const char* guid, const char*, int32_t, const char* t
         m_deletion = {guid, type, m_store.Delete(guid)};
         if (m_deletion.done) {
             ++m_account.deleted;
-            return done;
+            return carriedOut;
         }
     } catch (const std::exception&) { // memory ran out
     }
@@ -62,14 +62,14 @@ int32_t DotHost::HandOut(const std::string& text, char** result) {
 
 int32_t DotHost::FreeResult(char* result) {
     if (result == nullptr) {
-        return done;
+        return carriedOut;
     }
     if (m_answers.erase(result) == 0) {
         ++m_account.strayReturns;
         return failed;
     }
     ++m_account.givenBack;
-    return done;
+    return carriedOut;
 }
 
 } // namespace mordhost
