@@ -41,7 +41,7 @@ PATIENCE = 10  # how many times longer it may take on a changed one, and 5 s at 
 # say is held first by those programs that share no header with the library.
 RECEIVER = ["handleEventTest", "documentTest", "lifecycleTest", "objectModelTest", "lifecycleInitTest", "lifecyclePropertiesTest",
             "lifecycleStatesTest", "lifecycleLockTest", "localMidTest", "lifecycleInitOrderTest", "procNameTest",
-            "jsonTest", "memoryTest", "differentialTest", "nestingTest", "productTest", "abiTest"]
+            "jsonTest", "memoryTest", "differentialTest", "productTest", "abiTest", "nestingTest"]
 LOGGING = ["logTimestampTest", "logSiteTest", "logStreamTest", "logRecordTest", "startLoggerTest", "loggerUnloadTest",
            "abandonedRecordTest", "logFlagsTest", "repeatedStartTest", "logWithoutConverterTest",
            "startLoggerFailureTest", "initLogMoudleTest", "logSettingsTest", "standardOutputTest", "handleEventTest", "lifecycleInitTest", "memoryTest", "productTest"]
