@@ -167,7 +167,7 @@ TEST_F(Allocations, OfAListInPlaceOfAnotherAreTheSameEachTime) {
 
 TEST_F(Allocations, OfAListThatWasClearedAreAllGivenBack) {
     const std::string text = hostKit::AllowText("MID-1", {"TYPE-1", "TYPE-2"});
-    receiver->SetAllowList(text.c_str()); // what is made once in a process is there from now on
+    receiver->SetAllowList(text.c_str());     // what is made once in a process is there from now on
     receiver = std::make_unique<CMordRecv>(); // one that never had a list
     const long held = BlocksHeld();
     EXPECT_TRUE(receiver->SetAllowList(text.c_str()));

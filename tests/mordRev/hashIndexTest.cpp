@@ -1,6 +1,7 @@
 // The index of hashes, and the one of the allow list over it: hashes lead to candidates, and never decide.
 #include "mordRev/src/hashIndex.h"
 
+#include <random>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -14,7 +15,7 @@ constexpr auto any = [](uint32_t) { return true; };
 // The numbers that a look-up offers, in its order; none of them is what it seeks.
 std::vector<uint32_t> Offered(const HashIndex& index, uint32_t hash) {
     std::vector<uint32_t> numbers;
-    const uint32_t found = index.Find(hash, [&](uint32_t number) {
+    const uint32_t found = index.Find(MarkedHash(hash), [&](uint32_t number) {
         numbers.push_back(number);
         return false;
     });
@@ -22,31 +23,50 @@ std::vector<uint32_t> Offered(const HashIndex& index, uint32_t hash) {
     return numbers;
 }
 
+void ExpectEmpty(const HashIndex& index) {
+    for (const uint32_t hash : {0x00000000U, 0x12345678U, 0xFFFFFFFFU}) {
+        EXPECT_FALSE(index.MayHold(MarkedHash(hash)));
+        EXPECT_EQ(index.Find(MarkedHash(hash), any), HashIndex::none);
+    }
+}
+
 TEST(HashIndex, WithoutAnEntryFindsNothing) {
     HashIndex index;
-    index.Prefetch(0);
-    EXPECT_EQ(index.Find(0, any), HashIndex::none);
+    ExpectEmpty(index);
     index.Reserve();
-    index.Prefetch(0);
-    EXPECT_EQ(index.Find(0, any), HashIndex::none);
+    ExpectEmpty(index);
+    index.Add(MarkedHash(0x12345678), 0);
+    EXPECT_TRUE(index.MayHold(MarkedHash(0x12345678)));
     index.Clear();
-    index.Prefetch(0);
-    EXPECT_EQ(index.Find(0, any), HashIndex::none);
+    ExpectEmpty(index);
 }
 
 TEST(HashIndex, OffersTheEntriesOfThatHashAndNoOther) {
     HashIndex index;
-    // Two that are equal, one that begins at the same place with the same lowest byte, one of another lowest byte.
-    const uint32_t hashes[] = {0xF0000001, 0xF0000001, 0xF0000101, 0xF0000002};
+    // Two that are equal, and two that begin at the same place: one with the same marks, one with others.
+    const uint32_t hashes[] = {0xF0000001, 0xF0000001, 0xF0010001, 0xF0000002};
     for (uint32_t number = 0; number < 4; ++number) {
         index.Reserve();
-        index.Add(hashes[number], number);
+        index.Add(MarkedHash(hashes[number]), number);
     }
     EXPECT_EQ(Offered(index, 0xF0000001), (std::vector<uint32_t>{0, 1}));
-    EXPECT_EQ(Offered(index, 0xF0000101), std::vector<uint32_t>{2});
+    EXPECT_EQ(Offered(index, 0xF0010001), std::vector<uint32_t>{2});
     EXPECT_EQ(Offered(index, 0xF0000002), std::vector<uint32_t>{3});
-    EXPECT_EQ(Offered(index, 0xF0000201), std::vector<uint32_t>{});
-    EXPECT_EQ(index.Find(0xF0000001, [](uint32_t number) { return number == 1; }), 1U);
+    EXPECT_EQ(Offered(index, 0xF0020001), std::vector<uint32_t>{});
+    EXPECT_EQ(index.Find(MarkedHash(0xF0000001), [](uint32_t number) { return number == 1; }), 1U);
+}
+
+// At the last place it goes on with the first one.
+TEST(HashIndex, OffersTheEntriesOfItsEnd) {
+    HashIndex index;
+    for (uint32_t number = 0; number < 3; ++number) {
+        index.Reserve();
+        index.Add(MarkedHash(0xFFFFFFFF), number);
+    }
+    index.Reserve();
+    index.Add(MarkedHash(0), 3);
+    EXPECT_EQ(Offered(index, 0xFFFFFFFF), (std::vector<uint32_t>{0, 1, 2}));
+    EXPECT_EQ(Offered(index, 0), std::vector<uint32_t>{3});
 }
 
 TEST(HashIndex, KeepsItsEntriesAsItGrows) {
@@ -54,10 +74,28 @@ TEST(HashIndex, KeepsItsEntriesAsItGrows) {
     const auto hashOf = [](uint32_t number) { return (number % 700) * 0x9E3779B1; }; // some come twice, one is 0
     for (uint32_t number = 0; number < 1000; ++number) {
         index.Reserve();
-        index.Add(hashOf(number), number);
+        index.Add(MarkedHash(hashOf(number)), number);
     }
     for (uint32_t number = 0; number < 1000; ++number) {
-        EXPECT_EQ(index.Find(hashOf(number), [&](uint32_t other) { return other == number; }), number);
+        EXPECT_EQ(index.Find(MarkedHash(hashOf(number)), [&](uint32_t other) { return other == number; }), number);
+    }
+}
+
+// The filter is what keeps the time under the lock short: about one hash in a hundred may pass it without an entry.
+TEST(HashIndex, MayHoldFewHashesThatItDoesNotHold) {
+    std::mt19937 random(1); // its numbers are the same everywhere
+    for (const uint32_t entries : {1U, 8U, 100U, 1000U, 10000U}) {
+        HashIndex index;
+        for (uint32_t number = 0; number < entries; ++number) {
+            index.Reserve();
+            index.Add(MarkedHash(static_cast<uint32_t>(random())), number);
+        }
+        constexpr int tries = 100000;
+        int passed = 0;
+        for (int i = 0; i < tries; ++i) {
+            passed += index.MayHold(MarkedHash(static_cast<uint32_t>(random()))) ? 1 : 0;
+        }
+        EXPECT_LE(passed, tries / 50) << entries;
     }
 }
 
@@ -74,23 +112,23 @@ TEST(AllowIndex, TellsIdsOfOneHashApart) {
     AllowIndex index;
     for (const char* const mid : {"A", "B"}) {
         index.Reserve();
-        index.Add(1, 2, listed.first, Listed::In(listed.first, mid));
+        index.Add(MarkedHash(1), listed.first, Listed::In(listed.first, mid));
     }
-    EXPECT_EQ(index.Find(1, listed.first, 2, "A"), &Listed::In(listed.first, "A"));
-    EXPECT_EQ(index.Find(1, listed.first, 2, "B"), &Listed::In(listed.first, "B"));
-    EXPECT_EQ(index.Find(1, listed.first, 2, "C"), nullptr);
+    EXPECT_EQ(index.Find(MarkedHash(1), listed.first, "A"), &Listed::In(listed.first, "A"));
+    EXPECT_EQ(index.Find(MarkedHash(1), listed.first, "B"), &Listed::In(listed.first, "B"));
+    EXPECT_EQ(index.Find(MarkedHash(1), listed.first, "C"), nullptr);
 }
 
 TEST(AllowIndex, TellsKeysOfOneHashApart) {
     const Listed listed;
     AllowIndex index;
     index.Reserve();
-    index.Add(1, 2, listed.first, Listed::In(listed.first, "A"));
-    EXPECT_EQ(index.Find(1, listed.second, 2, "A"), nullptr);
+    index.Add(MarkedHash(1), listed.first, Listed::In(listed.first, "A"));
+    EXPECT_EQ(index.Find(MarkedHash(1), listed.second, "A"), nullptr);
     index.Reserve();
-    index.Add(1, 2, listed.second, Listed::In(listed.second, "A"));
-    EXPECT_EQ(index.Find(1, listed.second, 2, "A"), &Listed::In(listed.second, "A"));
-    EXPECT_EQ(index.Find(1, listed.first, 2, "A"), &Listed::In(listed.first, "A"));
+    index.Add(MarkedHash(1), listed.second, Listed::In(listed.second, "A"));
+    EXPECT_EQ(index.Find(MarkedHash(1), listed.second, "A"), &Listed::In(listed.second, "A"));
+    EXPECT_EQ(index.Find(MarkedHash(1), listed.first, "A"), &Listed::In(listed.first, "A"));
 }
 
 } // namespace

@@ -11,9 +11,8 @@ void AllowIndex::Reserve() {
     m_index.Reserve();
 }
 
-void AllowIndex::Add(uint32_t protocolHash, uint32_t midHash, const AllowedMids& mids,
-                     const std::string& mid) noexcept {
-    m_index.Add(protocolHash ^ midHash, static_cast<uint32_t>(m_pairs.size()));
+void AllowIndex::Add(const MarkedHash& pair, const AllowedMids& mids, const std::string& mid) noexcept {
+    m_index.Add(pair, static_cast<uint32_t>(m_pairs.size()));
     m_pairs.push_back({&mids, &mid});
 }
 
@@ -24,8 +23,7 @@ void AllowIndex::Clear() noexcept {
 
 // A key comes into the table together with its first machine id.
 void Allow(AllowList& list, AllowIndex& index, std::string protocol, std::string mid) {
-    const uint32_t protocolHash = AllowIndex::HashOfProtocol(protocol);
-    const uint32_t midHash = HashText(mid, AllowIndex::MidKey());
+    const MarkedHash pair = AllowIndex::HashOfPair(AllowIndex::HashOfProtocol(protocol), mid);
     index.Reserve();
     auto entry = list.find(protocol);
     auto place = AllowedMids::iterator();
@@ -40,5 +38,5 @@ void Allow(AllowList& list, AllowIndex& index, std::string protocol, std::string
         }
         place = inserted;
     }
-    index.Add(protocolHash, midHash, entry->second, *place);
+    index.Add(pair, entry->second, *place);
 }

@@ -19,29 +19,28 @@ using AllowList = std::map<std::string, AllowedMids>; // protocol key to machine
 // under the same lock.
 class AllowIndex {
 public:
-    // The key that machine ids are hashed with, and the hash of a protocol key. Neither needs a list.
-    static const HashKey& MidKey() { return ProcessHashKeys().mid; }
+    // The hash of a protocol key, and that of a pair with it. Neither needs a list.
     static uint32_t HashOfProtocol(const std::string& protocol);
+    static MarkedHash HashOfPair(uint32_t protocolHash, std::string_view mid) {
+        return MarkedHash(protocolHash ^ HashText(mid, ProcessHashKeys().mid));
+    }
 
     // Makes room for one more pair; both list and index are as they were when that fails.
     void Reserve();
 
     // Adds the pair of `mid`, an element of `mids`, and the protocol key of that set. There must be room.
-    void Add(uint32_t protocolHash, uint32_t midHash, const AllowedMids& mids, const std::string& mid) noexcept;
+    void Add(const MarkedHash& pair, const AllowedMids& mids, const std::string& mid) noexcept;
 
     void Clear() noexcept;
 
-    // Asks the processor to have ready what Find reads first.
-    void Prefetch(uint32_t protocolHash, uint32_t midHash) const { m_index.Prefetch(protocolHash ^ midHash); }
+    // False when the pair is not here; seldom true without it. Looks at no list and calls nothing, to be part of the
+    // loop that runs under the lock: the longer the lock is held, the more often another thread is put to sleep for it.
+    bool MayHold(const MarkedHash& pair) const { return m_index.MayHold(pair); }
 
-    // The element of `mids` that equals `mid`, or null. Here, to be part of the loop that calls it under the lock: the
-    // longer the lock is held, the more often another thread has to be put to sleep for it.
-    const std::string* Find(uint32_t protocolHash, const AllowedMids& mids, uint32_t midHash,
-                            std::string_view mid) const {
-        const uint32_t found = m_index.Find(protocolHash ^ midHash, [&](uint32_t number) {
-            const Pair& pair = m_pairs[number];
-            return pair.mids == &mids && *pair.mid == mid;
-        });
+    // The element of `mids` that equals `mid`, or null. `pair` is that of the protocol key of `mids` with `mid`.
+    const std::string* Find(const MarkedHash& pair, const AllowedMids& mids, std::string_view mid) const {
+        const uint32_t found = m_index.Find(
+            pair, [&](uint32_t number) { return m_pairs[number].mids == &mids && *m_pairs[number].mid == mid; });
         return found == HashIndex::none ? nullptr : m_pairs[found].mid;
     }
 

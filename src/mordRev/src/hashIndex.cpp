@@ -10,29 +10,29 @@ constexpr size_t leastSize = 16;
 } // namespace
 
 void HashIndex::Reserve() {
-    if (2 * (m_used + 1) <= m_tags.size()) {
+    if (2 * (m_used + 1) <= m_slots.size()) {
         return;
     }
     HashIndex larger;
-    const size_t size = std::max(leastSize, 2 * m_tags.size());
-    larger.m_tags.resize(size);
+    const size_t size = std::max(leastSize, 2 * m_slots.size());
     larger.m_slots.resize(size);
+    larger.m_filter.resize(size >> slotsOfAWordLog2);
     larger.m_shift = 32 - static_cast<unsigned>(std::countr_zero(size));
-    for (size_t at = 0; at < m_tags.size(); ++at) {
-        if (m_tags[at] != free) {
-            larger.Add(m_slots[at].hash, m_slots[at].number);
+    for (const Slot& slot : m_slots) {
+        if (slot.number != none) {
+            larger.Add(MarkedHash(slot.hash), slot.number);
         }
     }
     *this = std::move(larger);
 }
 
-void HashIndex::Add(uint32_t hash, uint32_t number) noexcept {
-    size_t at = PlaceOf(hash);
-    while (m_tags[at] != free) {
-        at = (at + 1) & (m_tags.size() - 1);
+void HashIndex::Add(const MarkedHash& hash, uint32_t number) noexcept {
+    size_t at = PlaceOf(hash.hash);
+    while (m_slots[at].number != none) {
+        at = (at + 1) & (m_slots.size() - 1);
     }
-    m_tags[at] = TagOf(hash);
-    m_slots[at] = {hash, number};
+    m_slots[at] = {hash.hash, number};
+    m_filter[WordOf(hash.hash)] |= hash.marks;
     ++m_used;
 }
 

@@ -10,26 +10,26 @@
 
 namespace {
 
-// The hashes of some ids. Those of few take no memory of their own.
-class MidHashes {
+// The hashes of some ids with one protocol key. Those of few take no memory of their own.
+class PairHashes {
 public:
-    explicit MidHashes(MidSet mids) {
+    PairHashes(uint32_t protocolHash, MidSet mids) {
         if (mids.size() > m_few.size()) {
             m_many.resize(mids.size());
             m_hashes = m_many.data();
         }
-        const HashKey& key = AllowIndex::MidKey();
-        std::transform(mids.begin(), mids.end(), m_hashes, [&key](std::string_view mid) { return HashText(mid, key); });
+        std::transform(mids.begin(), mids.end(), m_hashes,
+                       [protocolHash](std::string_view mid) { return AllowIndex::HashOfPair(protocolHash, mid); });
     }
-    MidHashes(const MidHashes&) = delete;
-    MidHashes& operator=(const MidHashes&) = delete;
+    PairHashes(const PairHashes&) = delete;
+    PairHashes& operator=(const PairHashes&) = delete;
 
-    uint32_t operator[](size_t i) const { return m_hashes[i]; }
+    const MarkedHash& operator[](size_t i) const { return m_hashes[i]; }
 
 private:
-    std::array<uint32_t, 128> m_few; // NOLINT(cppcoreguidelines-pro-type-member-init): as many as there are ids are set
-    std::vector<uint32_t> m_many;
-    uint32_t* m_hashes = m_few.data();
+    std::array<MarkedHash, 128> m_few; // NOLINT(cppcoreguidelines-pro-type-member-init): set as far as there are ids
+    std::vector<MarkedHash> m_many;
+    MarkedHash* m_hashes = m_few.data();
 };
 
 uint32_t CountDistinct(MidSet mids) {
@@ -40,8 +40,7 @@ uint32_t CountDistinct(MidSet mids) {
 
 bool CMordRecv::IsMatchmid(std::string protocolKey, MidSet queryMids, std::string* midMatchOutput) {
     // All that needs no list comes before the lock, which is then held for as many look-ups as there are ids.
-    const uint32_t protocolHash = AllowIndex::HashOfProtocol(protocolKey);
-    const MidHashes midHashes(queryMids);
+    const PairHashes pairs(AllowIndex::HashOfProtocol(protocolKey), queryMids);
 
     const std::lock_guard lock(m_lock);
     if (queryMids.empty() || m_allowList.empty()) {
@@ -51,16 +50,15 @@ bool CMordRecv::IsMatchmid(std::string protocolKey, MidSet queryMids, std::strin
                   << CountDistinct(queryMids));
         return false;
     }
+    bool mayMatch = false;
+    for (size_t i = 0; i < queryMids.size(); ++i) {
+        mayMatch |= m_allowIndex.MayHold(pairs[i]);
+    }
     const std::string* match = nullptr; // the least of those that stand on both sides
-    const auto allowed = m_allowList.find(protocolKey);
+    const auto allowed = mayMatch ? m_allowList.find(protocolKey) : m_allowList.end();
     if (allowed != m_allowList.end()) {
-        // The ids are all on their way before the first is looked for.
         for (size_t i = 0; i < queryMids.size(); ++i) {
-            m_allowIndex.Prefetch(protocolHash, midHashes[i]);
-        }
-        for (size_t i = 0; i < queryMids.size(); ++i) {
-            const std::string* const found =
-                m_allowIndex.Find(protocolHash, allowed->second, midHashes[i], queryMids[i]);
+            const std::string* const found = m_allowIndex.Find(pairs[i], allowed->second, queryMids[i]);
             if (found != nullptr && (match == nullptr || *found < *match)) {
                 match = found;
             }

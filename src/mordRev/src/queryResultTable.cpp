@@ -25,8 +25,8 @@ namespace {
 // Up to here it takes less to compare guids than to hash one.
 constexpr size_t longestWalk = 8;
 
-uint32_t HashOfGuid(std::string_view guid) {
-    return HashText(guid, ProcessHashKeys().guid);
+MarkedHash HashOfGuid(std::string_view guid) {
+    return MarkedHash(HashText(guid, ProcessHashKeys().guid));
 }
 
 } // namespace
@@ -60,7 +60,7 @@ void QueryResultTable::Entries::Add(std::string_view guid, MidSet mids, const st
         index = std::move(first);
     }
     index.Reserve();
-    const uint32_t hash = HashOfGuid(guid);
+    const MarkedHash hash = HashOfGuid(guid);
     list.push_back({guid, mids, owner});
     index.Add(hash, static_cast<uint32_t>(list.size() - 1));
 }
