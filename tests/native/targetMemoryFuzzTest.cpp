@@ -129,7 +129,7 @@ TEST(TargetMemoryFuzz, ABoundedNumberOfRandomInputsPasses) {
     const uint64_t seed = FromEnvironment("MORDREV_FUZZ_SEED", 1);
     RandomInputs inputs(seed, KeptInputs());
     InputFile file;
-    for (uint64_t count = FromEnvironment("MORDREV_FUZZ_INPUTS", 20000); count > 0; --count) {
+    for (uint64_t count = FromEnvironment("MORDREV_FUZZ_INPUTS", 5000); count > 0; --count) {
         file.Run(inputs.Next());
     }
 }
