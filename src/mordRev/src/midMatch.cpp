@@ -16,20 +16,24 @@ public:
     PairHashes(uint32_t protocolHash, MidSet mids) {
         if (mids.size() > m_few.size()) {
             m_many.resize(mids.size());
-            m_hashes = m_many.data();
+            m_begin = m_many.data();
         }
-        std::transform(mids.begin(), mids.end(), m_hashes,
-                       [protocolHash](std::string_view mid) { return AllowIndex::HashOfPair(protocolHash, mid); });
+        m_end = std::transform(mids.begin(), mids.end(), m_begin, [protocolHash](std::string_view mid) {
+            return AllowIndex::HashOfPair(protocolHash, mid);
+        });
     }
     PairHashes(const PairHashes&) = delete;
     PairHashes& operator=(const PairHashes&) = delete;
 
-    const MarkedHash& operator[](size_t i) const { return m_hashes[i]; }
+    // In the order of the ids.
+    const MarkedHash* begin() const { return m_begin; }
+    const MarkedHash* end() const { return m_end; }
 
 private:
     std::array<MarkedHash, 128> m_few; // NOLINT(cppcoreguidelines-pro-type-member-init): set as far as there are ids
     std::vector<MarkedHash> m_many;
-    MarkedHash* m_hashes = m_few.data();
+    MarkedHash* m_begin = m_few.data();
+    MarkedHash* m_end;
 };
 
 uint32_t CountDistinct(MidSet mids) {
@@ -51,14 +55,15 @@ bool CMordRecv::IsMatchmid(std::string protocolKey, MidSet queryMids, std::strin
         return false;
     }
     bool mayMatch = false;
-    for (size_t i = 0; i < queryMids.size(); ++i) {
-        mayMatch |= m_allowIndex.MayHold(pairs[i]);
+    for (const MarkedHash& pair : pairs) {
+        mayMatch |= m_allowIndex.MayHold(pair);
     }
     const std::string* match = nullptr; // the least of those that stand on both sides
     const auto allowed = mayMatch ? m_allowList.find(protocolKey) : m_allowList.end();
     if (allowed != m_allowList.end()) {
-        for (size_t i = 0; i < queryMids.size(); ++i) {
-            const std::string* const found = m_allowIndex.Find(pairs[i], allowed->second, queryMids[i]);
+        const MarkedHash* pair = pairs.begin();
+        for (const std::string_view mid : queryMids) {
+            const std::string* const found = m_allowIndex.Find(*pair++, allowed->second, mid);
             if (found != nullptr && (match == nullptr || *found < *match)) {
                 match = found;
             }
