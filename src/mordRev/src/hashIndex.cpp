@@ -27,12 +27,12 @@ void HashIndex::Reserve() {
 }
 
 void HashIndex::Add(const MarkedHash& hash, uint32_t number) noexcept {
-    size_t at = PlaceOf(hash.hash);
+    size_t at = PlaceOf(hash.value);
     while (m_slots[at].number != none) {
         at = (at + 1) & (m_slots.size() - 1);
     }
-    m_slots[at] = {hash.hash, number};
-    m_filter[WordOf(hash.hash)] |= hash.marks;
+    m_slots[at] = {hash.value, number};
+    m_filter[WordOf(hash.value)] |= hash.marks;
     ++m_used;
 }
 

@@ -13,11 +13,11 @@
 // with the place. For who looks up under a lock, and has the time before it.
 struct MarkedHash {
     MarkedHash() = default;
-    explicit MarkedHash(uint32_t value)
-        : hash(value),
-          marks(uint32_t{1} << (value & 31) | uint32_t{1} << (value >> 5 & 31) | uint32_t{1} << (value >> 10 & 31)) {}
+    explicit MarkedHash(uint32_t hash)
+        : value(hash),
+          marks(uint32_t{1} << (hash & 31) | uint32_t{1} << (hash >> 5 & 31) | uint32_t{1} << (hash >> 10 & 31)) {}
 
-    uint32_t hash;
+    uint32_t value;
     uint32_t marks;
 };
 
@@ -36,7 +36,7 @@ public:
     // False when there is no entry with this hash. When there is none, true for about one hash in a hundred; never
     // true for an empty index. Takes the same few steps whatever comes out, for loops over many hashes.
     bool MayHold(const MarkedHash& sought) const {
-        return !m_filter.empty() && (m_filter[WordOf(sought.hash)] & sought.marks) == sought.marks;
+        return !m_filter.empty() && (m_filter[WordOf(sought.value)] & sought.marks) == sought.marks;
     }
 
     // The number of an entry with this hash for which `isSought(number)` is true, or none.
@@ -45,8 +45,8 @@ public:
         if (!MayHold(sought)) {
             return none;
         }
-        for (size_t at = PlaceOf(sought.hash); m_slots[at].number != none; at = (at + 1) & (m_slots.size() - 1)) {
-            if (m_slots[at].hash == sought.hash && isSought(m_slots[at].number)) {
+        for (size_t at = PlaceOf(sought.value); m_slots[at].number != none; at = (at + 1) & (m_slots.size() - 1)) {
+            if (m_slots[at].hash == sought.value && isSought(m_slots[at].number)) {
                 return m_slots[at].number;
             }
         }
