@@ -1,11 +1,13 @@
 # Warnings are errors, for every target of this tree that links mordRevWarnings.
+
+# An owner deletes the variants of Native through their base, which is as large as they are and holds nothing. clang
+# counts changes of sign among the conversions; GCC, which the product is built with, does not. And clang 14 finds a
+# comparison of RapidJSON's iterators ambiguous that it then makes as it is meant.
+set(clangsWarnings
+    -Wno-delete-non-abstract-non-virtual-dtor -Wno-sign-conversion -Wno-ambiguous-reversed-operator)
 add_library(mordRevWarnings INTERFACE)
 target_compile_options(mordRevWarnings INTERFACE
     -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror
     # The paths of the build machine stand in no binary; __FILE__ starts at the root of the tree.
     -ffile-prefix-map=${PROJECT_SOURCE_DIR}/=
-    # An owner deletes the variants of Native through their base, which is as large as they are and holds nothing.
-    # clang counts changes of sign among the conversions; GCC, which the product is built with, does not. And clang 14
-    # finds a comparison of RapidJSON's iterators ambiguous that it then makes as it is meant.
-    "$<$<CXX_COMPILER_ID:Clang>:-Wno-delete-non-abstract-non-virtual-dtor;-Wno-sign-conversion>"
-    "$<$<CXX_COMPILER_ID:Clang>:-Wno-ambiguous-reversed-operator>")
+    "$<$<CXX_COMPILER_ID:Clang>:${clangsWarnings}>")

@@ -1,15 +1,13 @@
 #include "mordRev/allocations.h"
 
+#include "mordRev/systemAllocator.h"
+
 #include <chrono>
 #include <cstdlib>
 #include <new>
 
-// What the linker puts in the place of the wrapped functions, and the functions themselves.
+// What the linker puts in the place of the wrapped functions, and the clock itself.
 extern "C" {
-void* __real_malloc(size_t size);
-void* __real_calloc(size_t count, size_t size);
-void* __real_realloc(void* memory, size_t size);
-void __real_free(void* memory);
 std::chrono::system_clock::time_point __real__ZNSt6chrono3_V212system_clock3nowEv();
 
 void* __wrap_malloc(size_t size);
@@ -57,24 +55,24 @@ void* Held(void* memory) {
 } // namespace
 
 void* __wrap_malloc(size_t size) {
-    return Account(AllocationKind::Malloc, size) ? Held(__real_malloc(size)) : nullptr;
+    return Account(AllocationKind::Malloc, size) ? Held(SystemMalloc(size)) : nullptr;
 }
 
 void* __wrap_calloc(size_t count, size_t size) {
-    return Account(AllocationKind::Calloc, count * size) ? Held(__real_calloc(count, size)) : nullptr;
+    return Account(AllocationKind::Calloc, count * size) ? Held(SystemCalloc(count, size)) : nullptr;
 }
 
 void* __wrap_realloc(void* memory, size_t size) {
     if (!Account(AllocationKind::Malloc, size)) {
         return nullptr;
     }
-    void* const moved = __real_realloc(memory, size);
+    void* const moved = SystemRealloc(memory, size);
     return memory == nullptr ? Held(moved) : moved;
 }
 
 void __wrap_free(void* memory) {
     blocksHeld -= memory != nullptr ? 1 : 0;
-    __real_free(memory);
+    SystemFree(memory);
 }
 
 std::chrono::system_clock::time_point __wrap__ZNSt6chrono3_V212system_clock3nowEv() {
@@ -84,7 +82,7 @@ std::chrono::system_clock::time_point __wrap__ZNSt6chrono3_V212system_clock3nowE
 
 void* operator new(size_t size) {
     if (Account(AllocationKind::New, size)) {
-        if (void* const memory = Held(__real_malloc(size == 0 ? 1 : size))) {
+        if (void* const memory = Held(SystemMalloc(size == 0 ? 1 : size))) {
             return memory;
         }
     }
