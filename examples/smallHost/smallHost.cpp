@@ -17,7 +17,7 @@
 namespace {
 
 // An event or a rule.
-class Record : public IEventRecord {
+class Record final : public IEventRecord {
 public:
     std::map<std::string, int64_t, std::less<>> numbers;
     std::map<std::string, std::string, std::less<>> texts;
@@ -60,7 +60,7 @@ public:
 };
 
 // The dots that this host holds. Event threads come here at the same time.
-class Dots : public IDotHost {
+class Dots final : public IDotHost {
 public:
     using Table = std::map<std::string, std::set<std::string>, std::less<>>; // rule guid to machine ids
 
@@ -108,7 +108,7 @@ private:
     Table m_table;
 };
 
-class Reports : public IReportSink {
+class Reports final : public IReportSink {
 public:
     int32_t Report(int32_t, const char* text, uint32_t size) override {
         std::printf("%.*s\n", static_cast<int>(size), text);
