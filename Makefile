@@ -52,6 +52,7 @@ run-linux: ## replay the examples through libmordRev.so
 	@$(call compile,linux,$(product))
 	@scripts/replayExamples linux
 
+# Everything is installed first, so that the tests on Linux are compiled by clang at once.
 test: setup check test-linux test-asan test-tsan test-windows ## run all tests: Linux, Linux with sanitizers, 32-bit Windows under Wine
 
 test-linux: build-linux ## run the tests on Linux

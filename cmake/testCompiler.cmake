@@ -1,7 +1,8 @@
 # The programs of the tests are compiled by clang and linked by LLVM's linker, whatever compiler the build has: there are
 # many of them, clang takes half of GCC's time for a test, and its linker a tenth of a second where that of the cross
 # compiler takes nearly two. The library under test is compiled as it ships, and so it is met by the code of another
-# compiler, as in hosts. Where clang is missing, and is not needed for anything else, the build's own compiler does it.
+# compiler, as in hosts. Where one of them is missing, which a build for Linux can do without, the build's own compiler
+# does it.
 #
 # Sets rules of the folder that includes this and of those below. testCompiler is the id of what compiles.
 set(testCompiler ${CMAKE_CXX_COMPILER_ID})
@@ -9,7 +10,8 @@ if(testCompiler STREQUAL "Clang")
     return()
 endif()
 find_program(MORDREV_TEST_COMPILER clang++)
-if(NOT MORDREV_TEST_COMPILER)
+find_program(MORDREV_TEST_LINKER ld.lld)
+if(NOT MORDREV_TEST_COMPILER OR NOT MORDREV_TEST_LINKER)
     if(WIN32)
         message(FATAL_ERROR "The tests for Windows need clang++ and lld.")
     endif()
