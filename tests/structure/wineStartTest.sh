@@ -18,7 +18,11 @@ n=$(wc -l < "$here/starts")
 [ "$n" -le ${#plan[@]} ] || n=${#plan[@]}
 eval "${plan[n - 1]}"
 EOF
-chmod +x "$work/wine"
+# Nor is there anything to wait for between two starts.
+mkdir "$work/bin"
+printf '#!/bin/sh\n' > "$work/bin/sleep"
+chmod +x "$work/wine" "$work/bin/sleep"
+PATH=$work/bin:$PATH
 
 failures=0
 # sees NAME EXIT_CODE STARTS OUTPUT PATTERN PLAN ...: what is printed is OUTPUT, and what is told is like PATTERN.
