@@ -1,4 +1,4 @@
-// The system's own allocator, in a program that is linked with malloc, calloc, realloc and free wrapped.
+// The system's own allocator, in a program that is linked with malloc and calloc wrapped, or realloc and free as well.
 #pragma once
 
 #include <cstddef>
