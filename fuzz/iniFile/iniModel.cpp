@@ -1,12 +1,13 @@
 #include "fuzz/iniFile/iniModel.h"
 
+#include <algorithm>
 #include <cctype>
 #include <sstream>
 
 namespace {
 
 bool IsBlank(char c) {
-    return c == ' ' || (c >= '\t' && c <= '\r' && c != '\n');
+    return c == ' ' || c == '\t' || c == '\v' || c == '\f' || c == '\x1A';
 }
 
 std::string WithoutBlanks(std::string text) {
@@ -84,7 +85,9 @@ std::string ModelIniText(const std::string& bytes) {
 }
 
 std::string ModelIniValue(const std::string& text, const std::string& section, const std::string& key) {
-    std::istringstream lines(text);
+    std::string withLineFeeds = text;
+    std::replace(withLineFeeds.begin(), withLineFeeds.end(), '\r', '\n');
+    std::istringstream lines(withLineFeeds);
     bool within = false;
     for (std::string raw; std::getline(lines, raw);) {
         const std::string line = WithoutBlanks(raw);
@@ -100,8 +103,11 @@ std::string ModelIniValue(const std::string& text, const std::string& section, c
             continue;
         }
         const size_t sign = line.find('=');
-        if (!within || sign == std::string::npos || Lower(WithoutBlanks(line.substr(0, sign))) != Lower(key)) {
+        if (!within || Lower(WithoutBlanks(line.substr(0, sign))) != Lower(key)) {
             continue;
+        }
+        if (sign == std::string::npos) {
+            return ""; // the key is there, and its value is not
         }
         std::string value = WithoutBlanks(line.substr(sign + 1));
         for (const char quote : {'"', '\''}) {
@@ -116,6 +122,9 @@ std::string ModelIniValue(const std::string& text, const std::string& section, c
 
 uint32_t ModelIniInteger(const std::string& value) {
     std::string rest = value;
+    while (!rest.empty() && rest[0] >= 0 && rest[0] <= ' ') {
+        rest.erase(0, 1);
+    }
     const bool negative = !rest.empty() && rest[0] == '-';
     if (negative || (!rest.empty() && rest[0] == '+')) {
         rest.erase(0, 1);

@@ -11,7 +11,8 @@ namespace platform {
 
 namespace {
 
-constexpr std::string_view blanks = " \t\r\v\f";
+constexpr std::string_view blanks = " \t\v\f\x1A"; // the last one ended files once
+constexpr std::string_view lineEnds = "\r\n";
 
 std::string_view Trim(std::string_view text) {
     const size_t first = text.find_first_not_of(blanks);
@@ -50,7 +51,7 @@ std::string_view Unquote(std::string_view text) {
 std::string FindIniValue(std::string_view ini, std::string_view section, std::string_view key) {
     bool inSection = false;
     while (!ini.empty()) {
-        const size_t end = std::min(ini.find('\n'), ini.size());
+        const size_t end = std::min(ini.find_first_of(lineEnds), ini.size());
         const std::string_view line = Trim(ini.substr(0, end));
         ini.remove_prefix(std::min(end + 1, ini.size()));
 
@@ -65,15 +66,18 @@ std::string FindIniValue(std::string_view ini, std::string_view section, std::st
             inSection = close != std::string_view::npos && SameName(Trim(line.substr(1, close - 1)), section);
             continue;
         }
-        const size_t equals = line.find('=');
-        if (inSection && equals != std::string_view::npos && SameName(Trim(line.substr(0, equals)), key)) {
-            return std::string(Unquote(Trim(line.substr(equals + 1))));
+        const size_t equals = std::min(line.find('='), line.size()); // a key without one has no value
+        if (inSection && SameName(Trim(line.substr(0, equals)), key)) {
+            return std::string(Unquote(Trim(line.substr(std::min(equals + 1, line.size())))));
         }
     }
     return {};
 }
 
 uint32_t ParseIniInteger(std::string_view text) {
+    while (!text.empty() && static_cast<unsigned char>(text.front()) <= ' ') {
+        text.remove_prefix(1); // quotes can keep them in a value
+    }
     const bool negative = text.starts_with('-');
     if (negative || text.starts_with('+')) {
         text.remove_prefix(1);

@@ -4,6 +4,7 @@
 // All of them may be called from any thread.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 #include "platform/wideChar.h"
@@ -17,12 +18,13 @@ using ModuleHandle = void*;
 // nothing. Elsewhere than on Windows "ZelkBase.dll" stands for "libZelkBase.so".
 ModuleHandle GetModuleHandleW(const WideChar* name);
 
-// The address that `module` exports under the narrow, undecorated `name`, or null.
+// The address that `module` itself exports under the narrow, undecorated `name`, or null: what a library exports that
+// `module` depends on does not count. Null for a null `module`.
 void* GetProcAddress(ModuleHandle module, const char* name);
 
 // The integer under `key` in `section` of the ini file at `path`, or `defaultValue` when file, section or key is
 // missing or the value is empty. Section and key are told apart without regard to case. A value is the number at
-// its start: an optional sign and decimal digits, or "0x" and hexadecimal ones. One that does not start so is 0.
+// its start, behind blanks: an optional sign and decimal digits, or "0x" and hexadecimal ones. Any other value is 0.
 uint32_t GetPrivateProfileIntW(const WideChar* section, const WideChar* key, int32_t defaultValue,
                                const WideChar* path);
 
@@ -35,6 +37,11 @@ void WriteStandardOutput(const WideChar* text);
 
 // A number that is stable for the calling thread and differs between the threads that run.
 uint32_t GetCurrentThreadId();
+
+// Fills `size` bytes at `buffer` from the system's source of randomness. Returns false when the source fails; the
+// content of the buffer is unspecified then. Waits at most until the system has gathered enough to start the source.
+// Throws nothing.
+bool FillRandom(void* buffer, size_t size);
 
 // The reason of this thread's last failed call: a Windows error code, or errno.
 uint32_t GetLastError();

@@ -5,6 +5,8 @@
 #include <iostream>
 
 #include <dlfcn.h>
+#include <link.h>
+#include <sys/random.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
@@ -35,8 +37,17 @@ ModuleHandle GetModuleHandleW(const WideChar* name) {
     return module;
 }
 
+// dlsym also searches the libraries that `module` depends on: what it finds counts only where `module` holds it.
 void* GetProcAddress(ModuleHandle module, const char* name) {
-    return dlsym(module, name);
+    link_map* wanted = nullptr;
+    if (module == nullptr || dlinfo(module, RTLD_DI_LINKMAP, &wanted) != 0) {
+        return nullptr;
+    }
+    void* const address = dlsym(module, name);
+    Dl_info info;
+    void* owner = nullptr;
+    const bool known = address != nullptr && dladdr1(address, &info, &owner, RTLD_DL_LINKMAP) != 0;
+    return known && owner == wanted ? address : nullptr;
 }
 
 uint32_t GetPrivateProfileIntW(const WideChar* section, const WideChar* key, int32_t defaultValue,
@@ -67,6 +78,22 @@ void WriteStandardOutput(const WideChar* text) {
 
 uint32_t GetCurrentThreadId() {
     return static_cast<uint32_t>(syscall(SYS_gettid)); // not kept: a process that forks has another thread then
+}
+
+bool FillRandom(void* buffer, size_t size) {
+    auto* at = static_cast<char*>(buffer);
+    while (size != 0) {
+        const ssize_t filled = getrandom(at, size, 0);
+        if (filled < 0) {
+            if (errno == EINTR) {
+                continue;
+            }
+            return false;
+        }
+        at += filled;
+        size -= static_cast<size_t>(filled);
+    }
+    return true;
 }
 
 uint32_t GetLastError() {

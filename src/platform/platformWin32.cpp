@@ -1,5 +1,9 @@
+#define _CRT_RAND_S // rand_s, which asks the system for each number // NOLINT(bugprone-reserved-identifier)
 #include "platform/platform.h"
 
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
 #include <iostream>
 
 #include <windows.h>
@@ -30,6 +34,21 @@ void WriteStandardOutput(const WideChar* text) {
 
 uint32_t GetCurrentThreadId() {
     return ::GetCurrentThreadId();
+}
+
+bool FillRandom(void* buffer, size_t size) {
+    auto* at = static_cast<char*>(buffer);
+    while (size != 0) {
+        unsigned number = 0;
+        if (rand_s(&number) != 0) {
+            return false;
+        }
+        const size_t length = std::min(size, sizeof number);
+        std::memcpy(at, &number, length);
+        at += length;
+        size -= length;
+    }
+    return true;
 }
 
 uint32_t GetLastError() {

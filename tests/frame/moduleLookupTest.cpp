@@ -2,6 +2,7 @@
 #include "frame/baseServices.h"
 #include "frame/factory.h"
 #include "frame/serviceLookup.h"
+#include "hostKit/dynamicLibrary.h"
 #include "hostKit/scriptedSiblings.h"
 #include "platform/platform.h"
 
@@ -51,6 +52,18 @@ TEST_F(ModuleLookup, ExportThatIsMissingGivesNull) {
     void* const module = platform::GetModuleHandleW(WIDE("ZelkBase.dll"));
     ASSERT_NE(module, nullptr);
     EXPECT_EQ(FindFactory(module), nullptr);
+}
+
+TEST_F(ModuleLookup, ExportOfALibraryThatTheModuleDependsOnIsNotItsOwn) {
+    const hostKit::DynamicLibrary library(hostKit::ProgramFolder() / "siblings" /
+                                          hostKit::LibraryFile("borrowedFactory"));
+    const auto borrowed =
+        reinterpret_cast<CreateZelkObjectFunction>(platform::GetProcAddress(library.Handle(), "BorrowedFactory"));
+    ASSERT_NE(borrowed, nullptr);
+    void* out = nullptr;
+    borrowed(&SID_FerrocoreService, &out);
+    ASSERT_EQ(siblings.calls.Take(), std::vector<std::string>{"create FerrocoreService"}) << "it depends on Ferrocore";
+    EXPECT_EQ(FindFactory(library.Handle()), nullptr);
 }
 
 TEST_F(ModuleLookup, BindingMeetsTheRealLibrariesAsTheyCome) {

@@ -102,6 +102,54 @@ TEST_F(ProfileInteger, QuotesAroundTheValueDoNotCount) {
     EXPECT_EQ(ReadValue("'6'"), 6U);
 }
 
+TEST_F(ProfileInteger, BlanksAndControlCharactersBeforeTheNumberDoNotCountBehindAQuoteEither) {
+    EXPECT_EQ(ReadValue("\" 1\""), 1U);
+    EXPECT_EQ(ReadValue("' \t 2'"), 2U);
+    EXPECT_EQ(ReadValue("\" -1\""), 4294967295U);
+    EXPECT_EQ(ReadValue("\"  0x10\""), 16U);
+    EXPECT_EQ(ReadValue("\"\x01\x1F\" 3"), 0U); // it is no quoted value then
+    EXPECT_EQ(ReadValue("\"\x01\x1F 3\""), 3U);
+    EXPECT_EQ(ReadValue("\x01\x1F"
+                        "4"),
+              4U);
+    EXPECT_EQ(ReadValue("\"\x7F"
+                        "5\""),
+              0U);
+    EXPECT_EQ(ReadValue("\"\xC2\xA0"
+                        "6\""),
+              0U); // no blank of another alphabet
+}
+
+TEST_F(ProfileInteger, BlanksBehindASignOrAPrefixEndTheNumber) {
+    EXPECT_EQ(ReadValue("- 1"), 0U);
+    EXPECT_EQ(ReadValue("\"+ 1\""), 0U);
+    EXPECT_EQ(ReadValue("0x 1"), 0U);
+    EXPECT_EQ(ReadValue("+-1"), 0U);
+}
+
+TEST_F(ProfileInteger, AQuotedBlankIsZeroAndAnEmptyPairOfQuotesGivesTheDefault) {
+    EXPECT_EQ(ReadValue("\" \""), 0U);
+    EXPECT_EQ(ReadValue("\"\""), 7U);
+    EXPECT_EQ(ReadValue("\"5"), 0U);
+    EXPECT_EQ(ReadValue("5\""), 5U);
+}
+
+TEST_F(ProfileInteger, AKeyWithoutAnEqualSignHasNoValueAndHidesTheNext) {
+    Write("[OUTLOG]\r\nWriteLog\r\nWriteLog=4\r\n");
+    EXPECT_EQ(Read(), 7U);
+}
+
+TEST_F(ProfileInteger, LinesMayEndInACarriageReturnAlone) {
+    Write("[OUTLOG]\rDebugView=0\rWriteLog=8\r");
+    EXPECT_EQ(Read(), 8U);
+    EXPECT_EQ(ReadValue("\"\r5\""), 0U); // within quotes too
+}
+
+TEST_F(ProfileInteger, TheOldEndOfFileCharacterCountsAsABlank) {
+    Write("[OUTLOG]\n\x1AWriteLog=4\n");
+    EXPECT_EQ(Read(), 4U);
+}
+
 TEST_F(ProfileInteger, NamesAreFoundInAnyCase) {
     Write("[outLog]\r\nWRITELOG=4\r\n");
     EXPECT_EQ(Read(), 4U);
