@@ -90,7 +90,7 @@ public:
     virtual int32_t FreeResult(char* result) = 0; // 4
 };
 
-// Where reports go. Set by SetReportSink, valid until it is replaced and no event is being handled.
+// Where reports go. Set by SetReportSink; valid until it is replaced and the events that were under way are handled.
 class IReportSink {
 public:
     // Takes one report: `kind` is always 1, `text` a JSON document of `size` bytes (its NUL not counted), valid during
@@ -104,9 +104,11 @@ public:
 // Lifecycle and properties.
 class IMordBase : public ISmartUnknown {
 public:
-    // Starts logging, keeps `host` and gets the machine id. Returns false, and changes nothing but the log, when
-    // logging could not be settled (the base library is not loaded) or `host` is null. Returns true at once, and
-    // ignores `host`, when the object is initialised already. Not to be called while events are being handled.
+    // Starts logging, keeps `host` and gets the machine id. Returns false when logging could not be settled (the base
+    // library is not loaded, or refuses the logger) or `host` is null. Host and machine id are as before then; the log
+    // may have changed: the debug output follows the ini file, and a former logger is gone if the new one was refused.
+    // Returns true at once, and ignores `host`, when the object is initialised already. Not to be called while events
+    // are being handled.
     virtual bool Init(IDotHost* host) = 0; // 3
 
     // Marks the object as not initialised, so that the next Init runs again. Clears nothing else. Returns true.
@@ -122,8 +124,12 @@ public:
 };
 
 // The receiving end. The process has one, which CreateZelkObject makes and hands out; it counts no references and
-// lives until the process ends. HandleEvent, SetAllowList, ClearAllowList, SetProperty and CreateZelkObject may be
-// called from several threads at once, but for PROP_MID.
+// lives until the process ends.
+//
+// Threads. CreateZelkObject, AddRef, Release, QueryInterface, GetProperty, HandleEvent, Start, Stop, SetAllowList,
+// ClearAllowList, SetReportSink and SetProperty may be called from several threads at once, with one exception:
+// PROP_MID must not be set while events are handled. An event that is under way takes the old or the new value of what
+// changes meanwhile. Init and Uninit must not be called while any other operation runs.
 class IMordRev : public IMordBase {
 public:
     // The slot of the virtual destructor as Windows hosts know it: destroys the object, gives its memory back when bit
@@ -144,13 +150,14 @@ public:
     // null `reply` or before Init. Calls QueryDot, DeleteDot, FreeResult and Report on the calling thread.
     virtual bool HandleEvent(IEventRecord* event, IEventRecord** rules, uint32_t ruleCount, uint32_t* reply) = 0; // 10
 
-    // Replaces the allow list by an allow-list document. Returns false, and keeps the old list, for a text that is no
-    // JSON or has no "mid_list". `text` must not be null and is not kept.
+    // Replaces the allow list by an allow-list document. Returns false, and keeps the old list, for a text that is not
+    // JSON or has no "mid_list"; a null `text` counts as an empty one, which is not JSON. `text` is not kept.
     virtual bool SetAllowList(const char* text) = 0; // 11
 
     virtual bool ClearAllowList() = 0; // 12: empties the allow list; returns true
 
-    // Sets the target of the reports; null ends them. Returns true. Not to be called while events are being handled.
+    // Sets the target of the reports; null ends them. Returns true. An event that is under way can still report to the
+    // former target: keep that valid until no event is handled that began before this call returned.
     virtual bool SetReportSink(IReportSink* sink) = 0; // 13
 };
 

@@ -96,6 +96,16 @@ uint32_t GetCurrentThreadId() {
     return 1;
 }
 
+// The same bytes in every process, so that a run can be repeated.
+bool FillRandom(void* buffer, size_t size) {
+    uint32_t state = 1;
+    for (auto* at = static_cast<unsigned char*>(buffer); size != 0; --size) {
+        state = state * 1664525 + 1013904223;
+        *at++ = static_cast<unsigned char>(state >> 24);
+    }
+    return true;
+}
+
 uint32_t GetLastError() {
     return 0;
 }

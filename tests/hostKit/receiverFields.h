@@ -1,6 +1,7 @@
 // The receiver's fields, for tests.
 #pragma once
 
+#include <atomic>
 #include <mutex>
 #include <string>
 
@@ -11,7 +12,7 @@ struct MordRevFields {
 
     bool& Inited() const { return receiver.m_inited; }
     IDotHost*& Host() const { return receiver.m_host; }
-    bool& Started() const { return receiver.m_started; }
+    std::atomic<bool>& Started() const { return receiver.m_started; }
     const AllowList& AllowedMids() const { return receiver.m_allowList; }
     void SetAllowedMids(const AllowList& list) const {
         receiver.m_allowList.clear();
@@ -23,10 +24,10 @@ struct MordRevFields {
         }
     }
     std::timed_mutex& Lock() const { return receiver.m_lock; }
-    IReportSink*& ReportSink() const { return receiver.m_reportSink; }
+    std::atomic<IReportSink*>& ReportSink() const { return receiver.m_reportSink; }
     std::string& Mid() const { return receiver.m_mid; }
-    uint32_t& Mode() const { return receiver.m_defenderMode; }
-    uint32_t& ExceptionMode() const { return receiver.m_exceptionMode; }
+    std::atomic<uint32_t>& Mode() const { return receiver.m_defenderMode; }
+    std::atomic<uint32_t>& ExceptionMode() const { return receiver.m_exceptionMode; }
     ActionTable& Actions() const { return receiver.m_actionTable; }
     std::string& SpareText() const { return receiver.m_spareText; }
     int32_t ReferenceCount() const { return receiver.m_refCount; }

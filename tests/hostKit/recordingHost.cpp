@@ -17,6 +17,9 @@ size_t RecordingHost::AnswersOut() const {
 
 int32_t RecordingHost::DeleteDot(const char* guid, const char* mid, int32_t kind, const char* type) {
     Log(std::string("DeleteDot(") + guid + "," + mid + "," + std::to_string(kind) + "," + type + ")");
+    if (onDelete) {
+        onDelete();
+    }
     return deleteCode;
 }
 

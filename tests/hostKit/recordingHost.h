@@ -27,7 +27,8 @@ public:
     std::optional<std::string> answer; // no value: *result stays null. Handed out whole, NULs inside included.
     int32_t deleteCode = 0;
     int32_t freeCode = 0;
-    std::function<void()> onQuery; // called within QueryDot, before it answers
+    std::function<void()> onQuery;  // called within QueryDot, before it answers
+    std::function<void()> onDelete; // called within DeleteDot
     bool logsCalls = true;
 
     // How many answers have not come back. A FreeResult of an unknown or freed pointer is logged as

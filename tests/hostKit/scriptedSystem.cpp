@@ -37,6 +37,10 @@ void ScriptedSystem::Reset() {
     standardOutput.Take();
     threadId = 4312;
     lastError = 0;
+    nextRandomByte = 0;
+    randomStep = 1;
+    randomFails = false;
+    randomFills.clear();
 }
 
 void* ScriptedSystem::Handle(const std::string& name) {
@@ -86,6 +90,16 @@ void WriteStandardOutput(const WideChar* text) {
 
 uint32_t GetCurrentThreadId() {
     return ScriptedSystem::Instance().threadId;
+}
+
+bool FillRandom(void* buffer, size_t size) {
+    ScriptedSystem& system = ScriptedSystem::Instance();
+    system.randomFills.push_back(size);
+    for (auto* at = static_cast<unsigned char*>(buffer); size != 0; --size) {
+        *at++ = system.nextRandomByte;
+        system.nextRandomByte = static_cast<unsigned char>(system.nextRandomByte + system.randomStep);
+    }
+    return !system.randomFails;
 }
 
 uint32_t GetLastError() {

@@ -41,6 +41,12 @@ public:
     uint32_t threadId = 4312;
     uint32_t lastError = 0;
 
+    // The source of randomness counts up by the step. When it fails, it leaves such bytes behind all the same.
+    unsigned char nextRandomByte = 0;
+    unsigned char randomStep = 1;
+    bool randomFails = false;
+    std::vector<size_t> randomFills; // the sizes that were asked for; not among the calls
+
 private:
     ScriptedSystem() = default;
 };

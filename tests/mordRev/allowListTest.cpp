@@ -39,6 +39,12 @@ TEST_F(AllowListDocument, EmptyTextIsRefusedAndTheListStays) {
     EXPECT_EQ(TakeRecords(), ParseError(1, 0));
 }
 
+TEST_F(AllowListDocument, NullTextIsRefusedLikeAnEmptyOneAndThrowsNothing) {
+    EXPECT_FALSE(receiver->SetAllowList(nullptr));
+    EXPECT_EQ(List(), oldList);
+    EXPECT_EQ(TakeRecords(), ParseError(1, 0));
+}
+
 TEST_F(AllowListDocument, BlanksAloneAreRefusedAndTheListStays) {
     EXPECT_FALSE(Set(" \t\r\n"));
     EXPECT_EQ(List(), oldList);

@@ -22,7 +22,8 @@ constexpr bool fieldIs = std::is_same_v<decltype((std::declval<MordRevFields>().
 static_assert(fieldIs<&MordRevFields::AllowedMids, const std::map<std::string, std::set<std::string>>>);
 static_assert(fieldIs<&MordRevFields::Actions, std::map<std::string, bool>>);
 static_assert(fieldIs<&MordRevFields::Lock, std::timed_mutex>);
-static_assert(fieldIs<&MordRevFields::Mode, uint32_t> && fieldIs<&MordRevFields::ExceptionMode, uint32_t>);
+static_assert(fieldIs<&MordRevFields::Mode, std::atomic<uint32_t>> &&
+              fieldIs<&MordRevFields::ExceptionMode, std::atomic<uint32_t>>);
 
 using Lifecycle = hostKit::ReceiverFixture;
 

@@ -16,6 +16,7 @@ protected:
                       R"("GUID-3":{"value":1,"mid":{"MID-3":1}}})";
     }
 
+    int answers = 0; // of the host, so far
     const Lines threeGuids{"GUID-1", "GUID-2", "GUID-3"};
 };
 
@@ -37,6 +38,23 @@ TEST_F(RuleLoop, SecondOfThreeYieldsAllowTheThirdIsNotLookedAtAndTheReportListsT
                       ReportRecords(report)}));
     EXPECT_EQ(TakeCalls(), (Lines{QueryCall(threeGuids, "LOCAL-MID"), "FreeResult(answer 1)",
                                   DeleteCall("GUID-2", "LOCAL-MID", "TYPE-2"), ReportCall(report)}));
+}
+
+TEST_F(RuleLoop, ReportsTheRuleThatMatchedAlsoWhenTheHostOverwritesItsArrayMeanwhile) {
+    AddThreeRules();
+    Allow("MID-2", {"TYPE-2"});
+    FakeRecord other;
+    other.String("guid", "GUID-OTHER").String("type", "TYPE-OTHER");
+    for (IEventRecord* const replacement : {static_cast<IEventRecord*>(&other), static_cast<IEventRecord*>(nullptr)}) {
+        const auto kept = rulePointers;
+        host.onDelete = [this, replacement] { std::fill(rulePointers.begin(), rulePointers.end(), replacement); };
+        EXPECT_EQ(Decide(), (Verdict{true, REPLY_ALLOW}));
+        rulePointers = kept;
+        EXPECT_EQ(TakeCalls(),
+                  (Lines{QueryCall(threeGuids, "LOCAL-MID"), "FreeResult(answer " + std::to_string(++answers) + ")",
+                         DeleteCall("GUID-2", "LOCAL-MID", "TYPE-2"),
+                         ReportCall({.guids = {"GUID-2"}, .type = "TYPE-2", .block = false})}));
+    }
 }
 
 TEST_F(RuleLoop, ModiyReplyGetsTheTypeOfTheFirstRuleAlsoWhenALaterOneMatched) {

@@ -9,6 +9,8 @@
 
 #include <gtest/gtest.h>
 
+#include "mordRev/keyWords.h"
+
 namespace {
 
 HashKey SomeKey(unsigned seed) {
@@ -102,22 +104,8 @@ TEST(SeededHash, SpreadsNeighbouringTextsOverTheHighBits) {
     EXPECT_GT(places.size(), 8 * base.size() * 9 / 10);
 }
 
-// All words of a draw, in a row.
-std::vector<uint32_t> Words(const HashKeys& keys) {
-    std::vector<uint32_t> words;
-    for (const HashKey* const key : {&keys.mid, &keys.protocol, &keys.guid}) {
-        words.insert(words.end(), key->words.begin(), key->words.end());
-        words.insert(words.end(), key->length.begin(), key->length.end());
-        words.insert(words.end(), key->chain.begin(), key->chain.end());
-        words.push_back(static_cast<uint32_t>(key->last));
-        words.push_back(static_cast<uint32_t>(key->last >> 32));
-    }
-    return words;
-}
-
 // A bit that is the same in a hundred draws by chance: once in 10^26 runs.
 TEST(HashKeys, AreRandomInEachBitButTheOneThatMakesTheLastFactorOdd) {
-    constexpr size_t wordsOfKey = 22;
     std::vector<uint32_t> ones(3 * wordsOfKey, 0), zeros(3 * wordsOfKey, 0);
     for (int draw = 0; draw < 100; ++draw) {
         const std::vector<uint32_t> words = Words(DrawHashKeys());

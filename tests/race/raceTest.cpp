@@ -1,7 +1,7 @@
 // Events on several threads against changes of the allow list and of the action table. A look-up sees a table as it was
 // before a change or after it, never in between. Meant to be run under ThreadSanitizer too.
 //
-// The modes, the gate and the sink are plain fields: where they change meanwhile, an event sees the old or the new one.
+// The modes, the gate and the sink are atomic words: where they change meanwhile, an event sees the old or the new one.
 #include <algorithm>
 #include <iostream>
 #include <memory>
@@ -14,7 +14,6 @@
 
 #include "model/caseRun.h"
 #include "mordRev/src/mordRev.h"
-#include "race/plainWriters.h"
 #include "race/raceHost.h"
 #include "race/threads.h"
 
@@ -251,26 +250,31 @@ TEST_P(Race, EveryOperationAtOnceLeavesEachEventWhole) {
     RaceHost otherSink;
     AddListSetter({ListOf('a', "common"), "{", ListOf('b'), "[]"});
     AddActionSetter({ActionsOf('x', "\"dns\":1"), "{", ActionsOf('y', "\"dns\":0"), "[]"});
-    Tally plain;
-    // A thread for each plain field that may change while events run.
-    const auto addWriter = [this, &plain](const std::function<void(uint32_t)>& write) {
-        threads.Add([&plain, write, turn = 0U]() mutable {
+    Tally settings;
+    // A thread for each field that may change while events run.
+    const auto addWriter = [this, &settings](const std::function<void(uint32_t)>& write) {
+        threads.Add([&settings, write, turn = 0U]() mutable {
             write(turn++);
-            plain.Raise();
+            settings.Raise();
         });
     };
-    addWriter([this](uint32_t turn) { WriteDefenderMode(*receiver, turn % 7); }); // 6 is no mode
-    addWriter([this](uint32_t turn) { WriteExceptionMode(*receiver, turn % 3); });
-    addWriter([this](uint32_t turn) { WriteStarted(*receiver, turn % 4 != 0); });
+    addWriter([this](uint32_t turn) {
+        uint32_t mode = turn % 7; // 6 is no mode
+        receiver->SetProperty(PROP_DEFENDER_MODE, &mode, sizeof mode);
+    });
+    addWriter([this](uint32_t turn) {
+        uint32_t mode = turn % 3;
+        receiver->SetProperty(PROP_EXCEPTION_MODE, &mode, sizeof mode);
+    });
+    addWriter([this](uint32_t turn) { turn % 4 != 0 ? receiver->Start() : receiver->Stop(); });
     addWriter([this, &otherSink](uint32_t turn) {
-        WriteReportSink(*receiver, turn % 3 == 0 ? nullptr : turn % 3 == 1 ? &host : &otherSink);
+        receiver->SetReportSink(turn % 3 == 0 ? nullptr : turn % 3 == 1 ? &host : &otherSink);
     });
     // And one for what changes no field, or none that an event reads.
     threads.Add([this] {
         char empty[] = "";
         void* interface = nullptr;
         receiver->ClearAllowList();
-        receiver->SetProperty(PROP_MID, empty, 1);
         receiver->SetProperty(77, empty, 1);
         receiver->SetProperty(PROP_ACTION_JSON, nullptr, 1);
         receiver->GetProperty(PROP_DEFENDER_MODE, 0, 0);
@@ -299,7 +303,7 @@ TEST_P(Race, EveryOperationAtOnceLeavesEachEventWhole) {
     threads.Race(allSeen);
     EXPECT_EQ(complaints.All(), std::vector<std::string>());
     EXPECT_TRUE(allSeen());
-    Tell(" and " + std::to_string(plain.Count()) + " settings: " + std::to_string(matched.Count()) + " matched, " +
+    Tell(" and " + std::to_string(settings.Count()) + " settings: " + std::to_string(matched.Count()) + " matched, " +
          std::to_string(modified.Count()) + " modified, " + std::to_string(emergency.Count()) + " unreported, " +
          std::to_string(blocked.Count()) + " others");
 }

@@ -35,7 +35,7 @@ bool CMordRecv::ModiyReply(std::string type, uint32_t flags, uint32_t* reply) {
         return false;
     }
     const uint32_t before = *reply;
-    const uint32_t mode = m_defenderMode;
+    const uint32_t mode = m_defenderMode.load(std::memory_order_relaxed);
     if (mode == MODE_ALLOW_AFTER_DECISION) {
         *reply = REPLY_ALLOW;
         LOG_TRACE(WIDE("defender mode=") << mode);

@@ -30,7 +30,7 @@ void AddEntry(AllowList& list, AllowIndex& index, const JsonValue& entry) {
 
 bool CMordRecv::SetAllowList(const char* text) {
     const std::lock_guard lock(m_lock);
-    std::string copy = text; // parsed where it stands
+    std::string copy = text == nullptr ? "" : text; // parsed in place; a null text is refused like an empty one
     JsonDocument document;
     const auto parsed = ParseJsonInPlace(document, copy.data(), copy.size());
     const JsonValue* const midList = parsed.IsError() ? nullptr : FindMember(document, "mid_list");

@@ -40,10 +40,10 @@ bool CMordRecv::HandleEvent(IEventRecord* event, IEventRecord** rules, uint32_t 
     }
     const uint32_t flags = ReadInt32(event, "flags");
     std::string type = ReadString(rules[0], "type"); // serves the whole call, whichever rule decides
-    IEventRecord** matched = nullptr;
+    IEventRecord* matched = nullptr; // the record, not its place: the host may change the array while it is called
     bool result = true;
 
-    if (m_defenderMode == MODE_EMERGENCY) {
+    if (m_defenderMode.load(std::memory_order_relaxed) == MODE_EMERGENCY) {
         *reply = REPLY_ALLOW;
         LOG_TRACE(WIDE("defender mode is emergency"));
     } else if ((flags & EVENT_FLAG_DISCONNECT) != 0) {
@@ -56,16 +56,16 @@ bool CMordRecv::HandleEvent(IEventRecord* event, IEventRecord** rules, uint32_t 
         LOG_TRACE(WIDE("query dot result_json=") << answer.Text());
 
         if (code == DOT_QUERY_NETWORK_ERROR) {
-            *reply = m_exceptionMode == EXCEPTION_ALLOW ? REPLY_ALLOW : REPLY_BLOCK;
-            LOG_TRACE(WIDE("query dot network error, exception_mode=")
-                      << m_exceptionMode << WIDE(" ,reply=") << *reply);
+            const uint32_t exceptionMode = m_exceptionMode.load(std::memory_order_relaxed);
+            *reply = exceptionMode == EXCEPTION_ALLOW ? REPLY_ALLOW : REPLY_BLOCK;
+            LOG_TRACE(WIDE("query dot network error, exception_mode=") << exceptionMode << WIDE(" ,reply=") << *reply);
             answer.GiveBack();
         } else if (code != DOT_QUERY_ANSWERED || answer.Text() == nullptr) {
             *reply = REPLY_BLOCK;
             LOG_TRACE(WIDE(" query dot error, reply=") << *reply);
             answer.GiveBack();
             result = false;
-        } else if (m_defenderMode == MODE_ALL_FORBID) {
+        } else if (m_defenderMode.load(std::memory_order_relaxed) == MODE_ALL_FORBID) {
             answer.Keep(); // on this path alone the host never gets its buffer back; it is meant so
             *reply = REPLY_BLOCK;
             LOG_TRACE(WIDE(" defender mode is all forbid, reply=") << *reply);
@@ -83,19 +83,20 @@ bool CMordRecv::HandleEvent(IEventRecord* event, IEventRecord** rules, uint32_t 
 
     const bool blockModified = ModiyReply(std::move(type), flags, reply);
     if (matched != nullptr) {
-        ReportEventHandleRes(event, matched, 1, *reply, blockModified);
+        ReportEventHandleRes(event, &matched, 1, *reply, blockModified);
     } else {
         ReportEventHandleRes(event, rules, ruleCount, *reply, blockModified);
     }
     return result;
 }
 
-IEventRecord** CMordRecv::GoThroughRules(IEventRecord* event, IEventRecord** rules, uint32_t ruleCount,
-                                         const QueryResultTable& queryResult, uint32_t* reply) {
+IEventRecord* CMordRecv::GoThroughRules(IEventRecord* event, IEventRecord** rules, uint32_t ruleCount,
+                                        const QueryResultTable& queryResult, uint32_t* reply) {
     for (uint32_t i = 0; i < ruleCount; ++i) {
-        HandleEventInner(event, rules[i], queryResult, reply);
+        IEventRecord* const rule = rules[i];
+        HandleEventInner(event, rule, queryResult, reply);
         if (*reply == REPLY_ALLOW) {
-            return &rules[i];
+            return rule;
         }
     }
     return nullptr;

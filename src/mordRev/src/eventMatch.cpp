@@ -16,7 +16,7 @@ bool CMordRecv::HandleEventInner(IEventRecord* event, IEventRecord* rule, QueryR
         LOG_ERROR(WIDE("parameter error"));
         return false;
     }
-    if (!m_started) {
+    if (!m_started.load(std::memory_order_relaxed)) {
         LOG_ERROR(WIDE("receving end not start")); // sic
         return false;
     }

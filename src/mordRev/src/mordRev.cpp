@@ -7,6 +7,7 @@
 #include "frame/sameIdentifier.h"
 #include "logging/logMacros.h"
 #include "logging/startLogger.h"
+#include "mordRev/src/seededHash.h"
 
 namespace {
 
@@ -21,6 +22,7 @@ uint32_t ReadWord(const void* data) {
 // Some platforms make a lock at its first use and report missing memory in their own way. It is made here, once, so
 // that no later operation meets that; a lock that nobody can hold yet is refused for that reason alone.
 CMordRecv::CMordRecv() {
+    ProcessHashKeys(); // drawn now, so that no operation waits for the system's randomness under the lock
     if (!m_lock.try_lock()) {
         throw std::bad_alloc();
     }
@@ -98,10 +100,10 @@ bool CMordRecv::SetProperty(uint32_t key, void* data, uint32_t size) {
     }
     switch (key) {
     case PROP_DEFENDER_MODE:
-        m_defenderMode = ReadWord(data);
+        m_defenderMode.store(ReadWord(data), std::memory_order_relaxed);
         return true;
     case PROP_EXCEPTION_MODE:
-        m_exceptionMode = ReadWord(data);
+        m_exceptionMode.store(ReadWord(data), std::memory_order_relaxed);
         return true;
     case PROP_ACTION_JSON:
         return ParseActionJson(static_cast<const char*>(data));
@@ -120,18 +122,18 @@ bool CMordRecv::SetProperty(uint32_t key, void* data, uint32_t size) {
 }
 
 bool CMordRecv::Start() {
-    m_started = true;
+    m_started.store(true, std::memory_order_relaxed);
     return true;
 }
 
 // The false is part of the contract; it reports no failure.
 bool CMordRecv::Stop() {
-    m_started = false;
+    m_started.store(false, std::memory_order_relaxed);
     return false;
 }
 
 bool CMordRecv::SetReportSink(IReportSink* sink) {
-    m_reportSink = sink;
+    m_reportSink.store(sink, std::memory_order_release); // with what the sink holds
     return true;
 }
 

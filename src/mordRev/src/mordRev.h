@@ -1,6 +1,7 @@
 // The receiver: one object a process, handed out by CreateZelkObject.
 #pragma once
 
+#include <atomic>
 #include <map>
 #include <mutex>
 #include <string>
@@ -25,7 +26,9 @@ using CMordRecvObject = Base::CZelkObjectImpl<CMordRecv, Base::empty_locker, Bas
 // Threads. Everything runs on the caller's threads, of which several may be here at once. m_lock guards m_allowList,
 // its index and m_actionTable. It is held for the whole of SetAllowList, ClearAllowList and ParseActionJson, of
 // IsMatchmid but for the hashing of what that is given, and for the look-up in ModiyReply; never across a call to the
-// host. It is not recursive. The other fields are plain.
+// host. It is not recursive. The started flag, the two modes and the report sink are atomic words, which may be set
+// while events are handled: an event takes the old or the new value at each of its reads. The other fields are plain,
+// and are not written while events are handled: Init, Uninit and PROP_MID are not for that time.
 //
 // Texts are ordered by unsigned bytes over the common length, then the shorter first. Nothing folds case.
 class CMordRecv final : public CMordRecvObject, public IMordRev {
@@ -91,23 +94,27 @@ public:
     static bool GetProcPathByPid(uint32_t pid, std::string* path);
 
 private:
-    // The place of the first rule that allows, or null when none does.
-    IEventRecord** GoThroughRules(IEventRecord* event, IEventRecord** rules, uint32_t ruleCount,
-                                  const QueryResultTable& queryResult, uint32_t* reply);
+    // Returns the first rule that allows, or null when none does.
+    IEventRecord* GoThroughRules(IEventRecord* event, IEventRecord** rules, uint32_t ruleCount,
+                                 const QueryResultTable& queryResult, uint32_t* reply);
+
+    // The atomic fields are as large as the plain ones: no lock comes with them.
+    static_assert(sizeof(std::atomic<bool>) == sizeof(bool) && sizeof(std::atomic<uint32_t>) == sizeof(uint32_t) &&
+                  sizeof(std::atomic<IReportSink*>) == sizeof(IReportSink*));
 
     friend struct MordRevFields; // tests look at the fields through it
 
     bool m_inited = false;
     IDotHost* m_host = nullptr; // not owned
-    bool m_started = false;
+    std::atomic<bool> m_started = false;
     AllowList m_allowList;
     AllowIndex m_allowIndex; // over m_allowList
     std::timed_mutex m_lock;
-    IReportSink* m_reportSink = nullptr; // not owned
+    std::atomic<IReportSink*> m_reportSink = nullptr; // not owned
     ServicePointer<IMachineIdService> m_midService;
     std::string m_mid;
-    uint32_t m_defenderMode = MODE_ACTION_TABLE;
-    uint32_t m_exceptionMode = EXCEPTION_BLOCK;
+    std::atomic<uint32_t> m_defenderMode = MODE_ACTION_TABLE;
+    std::atomic<uint32_t> m_exceptionMode = EXCEPTION_BLOCK;
     ActionTable m_actionTable;
     std::string m_spareText; // part of the object's layout, without a use
 };

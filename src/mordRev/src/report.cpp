@@ -26,11 +26,12 @@ void WriteFlag(JsonText::Writer& writer, std::string_view key, bool value) {
 void CMordRecv::ReportEventHandleRes(IEventRecord* event, IEventRecord** rules, uint32_t ruleCount, uint32_t reply,
                                      bool blockModified) {
     LOG_TRACE(WIDE("==>enter"));
-    if (event == nullptr || rules == nullptr || ruleCount == 0 || m_reportSink == nullptr) {
+    if (event == nullptr || rules == nullptr || ruleCount == 0 ||
+        m_reportSink.load(std::memory_order_relaxed) == nullptr) {
         LOG_ERROR(WIDE("param error"));
         return;
     }
-    if (m_defenderMode == MODE_EMERGENCY) {
+    if (m_defenderMode.load(std::memory_order_relaxed) == MODE_EMERGENCY) {
         LOG_TRACE(WIDE("emergency mode not report"));
         return;
     }
@@ -72,7 +73,7 @@ void CMordRecv::ReportEventHandleRes(IEventRecord* event, IEventRecord** rules, 
 
     LOG_TRACE(WIDE("ReportEventHandleRes json=") << report.Get());
     // Taken once: since the test above a record, or another thread, may have put null in its place.
-    if (IReportSink* const target = m_reportSink) {
+    if (IReportSink* const target = m_reportSink.load(std::memory_order_acquire)) {
         target->Report(reportKind, report.Get(), static_cast<uint32_t>(report.Size()));
     }
     LOG_TRACE(WIDE("==>leave"));

@@ -1,17 +1,56 @@
 #include "mordRev/src/seededHash.h"
 
-#include <algorithm>
+#include <atomic>
+#include <chrono>
 #include <cstddef>
 #include <cstring>
-#include <random>
+#include <type_traits>
+
+#include "platform/platform.h"
 
 namespace {
 
-void Draw(std::random_device& system, HashKey& key) {
-    std::generate(key.words.begin(), key.words.end(), std::ref(system));
-    std::generate(key.length.begin(), key.length.end(), std::ref(system));
-    std::generate(key.chain.begin(), key.chain.end(), std::ref(system));
-    key.last = static_cast<uint64_t>(system()) << 32 | system() | 1;
+static_assert(std::is_trivially_copyable_v<HashKeys> && sizeof(HashKeys) == 3 * sizeof(HashKey) &&
+                  sizeof(HashKey) == 22 * sizeof(uint32_t),
+              "keys are filled as bytes, without padding");
+
+// The generator SplitMix64: a counter whose steps are mixed until they look random. For a system without a source of
+// randomness; it makes no secret of what is not one.
+class Mixer {
+public:
+    explicit Mixer(uint64_t state) : m_state(state) {}
+
+    // Changes what follows by `value`.
+    void Stir(uint64_t value) {
+        m_state ^= value;
+        m_state = Next();
+    }
+
+    uint64_t Next() {
+        m_state += 0x9E3779B97F4A7C15;
+        uint64_t mixed = m_state;
+        mixed = (mixed ^ mixed >> 30) * 0xBF58476D1CE4E5B9;
+        mixed = (mixed ^ mixed >> 27) * 0x94D049BB133111EB;
+        return mixed ^ mixed >> 31;
+    }
+
+private:
+    uint64_t m_state;
+};
+
+void FillFromProcess(HashKeys& keys) noexcept {
+    static std::atomic<uint32_t> draws = 0;
+    Mixer mixer(draws.fetch_add(1, std::memory_order_relaxed));
+    mixer.Stir(static_cast<uint64_t>(std::chrono::system_clock::now().time_since_epoch().count()));
+    mixer.Stir(static_cast<uint64_t>(std::chrono::steady_clock::now().time_since_epoch().count()));
+    mixer.Stir(platform::GetCurrentThreadId());
+    mixer.Stir(reinterpret_cast<uintptr_t>(&draws)); // where the library lies
+    mixer.Stir(reinterpret_cast<uintptr_t>(&keys));  // and the stack or the heap
+    auto* const bytes = reinterpret_cast<unsigned char*>(&keys);
+    for (size_t at = 0; at < sizeof keys; at += sizeof(uint64_t)) {
+        const uint64_t next = mixer.Next();
+        std::memcpy(bytes + at, &next, sizeof next);
+    }
 }
 
 // What the hash is made of: two words, each hidden behind a word of the key, multiplied.
@@ -55,16 +94,18 @@ uint32_t HashText(std::string_view text, const HashKey& key) {
     return static_cast<uint32_t>((sum * key.last) >> 32);
 }
 
-HashKeys DrawHashKeys() {
-    std::random_device system;
+HashKeys DrawHashKeys() noexcept {
     HashKeys keys{};
+    if (!platform::FillRandom(&keys, sizeof keys)) {
+        FillFromProcess(keys);
+    }
     for (HashKey* const key : {&keys.mid, &keys.protocol, &keys.guid}) {
-        Draw(system, *key);
+        key->last |= 1;
     }
     return keys;
 }
 
-const HashKeys& ProcessHashKeys() {
+const HashKeys& ProcessHashKeys() noexcept {
     static const HashKeys keys = DrawHashKeys();
     return keys;
 }

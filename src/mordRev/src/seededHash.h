@@ -26,8 +26,12 @@ struct HashKeys {
     HashKey guid;
 };
 
-// Keys that the system's source of randomness gives; std::runtime_error where it has none. Any thread may call.
-HashKeys DrawHashKeys();
+// Draws keys from the system's source of randomness (platform::FillRandom). When that fails, they are made of the
+// clock, the thread and the addresses of this process instead: they still differ between processes and between draws,
+// but whoever knows the machine well can guess them, and prepare texts that make look-ups slow. Decisions never depend
+// on the keys. Any thread may call.
+HashKeys DrawHashKeys() noexcept;
 
-// Drawn at the first call, and the same ever after. Any thread may call.
-const HashKeys& ProcessHashKeys();
+// The keys of this process: drawn at the first call, which is the creation of the receiver, and constant from then on.
+// Any thread may call.
+const HashKeys& ProcessHashKeys() noexcept;

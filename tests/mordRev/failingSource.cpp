@@ -1,0 +1,5 @@
+#include "hostKit/scriptedSystem.h"
+
+void PrepareSystem() {
+    hostKit::ScriptedSystem::Instance().randomFails = true;
+}
