@@ -1,7 +1,6 @@
 // Modules and functions of the 64-bit half of a 32-bit process.
 //
-// Nothing here has a lock. The addresses that are found are kept for the life of the process, in plain words: two
-// threads can find one twice, with the same value.
+// Any thread may call. Each address is kept once it is found, for the life of the process (foundValue.h).
 #pragma once
 
 #include <cstdint>

@@ -4,18 +4,19 @@
 #include <new>
 #include <string_view>
 
+#include "native/foundValue.h"
 #include "native/gate.h"
 #include "native/gateLayouts.h"
 #include "native/remoteLayouts.h"
 
 namespace {
 
-uint64_t ntdllBase = 0;
+constinit FoundValue<uint64_t> ntdllBase;
 
 // A copy of `size` bytes of a 64-bit structure.
 template <size_t size>
 struct Image {
-    char bytes[size] = {};
+    alignas(8) char bytes[size] = {};
 
     explicit Image(uint64_t address) { GateCopyIn(bytes, address, size); }
 
@@ -76,15 +77,12 @@ uint64_t GateModuleBase(const WideChar* name) {
             return entry.At<uint64_t>(entryDllBase);
         }
         cursor = entry.At<uint64_t>(entryFlink);
-    } while (cursor != end);
+    } while (cursor != end && cursor != 0); // a whole list has no link of 0
     return 0;
 }
 
 uint64_t GateNtdllBase() {
-    if (ntdllBase == 0) {
-        ntdllBase = GateModuleBase(WIDE("ntdll.dll"));
-    }
-    return ntdllBase;
+    return ntdllBase.Get([] { return GateModuleBase(WIDE("ntdll.dll")); });
 }
 
 uint64_t GateLoaderResolver() {

@@ -1,6 +1,8 @@
 // Functions of 64-bit modules by name, and the statuses of NT functions as last errors.
+#include <atomic>
 #include <cstring>
 
+#include "native/foundValue.h"
 #include "native/gate.h"
 #include "native/gateLayouts.h"
 #include "platform/callConv.h"
@@ -8,21 +10,20 @@
 
 namespace {
 
-uint64_t loaderResolver = 0;
+constinit FoundValue<uint64_t> loaderResolver;
 
 using StatusToErrorFunction = uint32_t(MORD_STDCALL*)(uint32_t status);
 using SetLastErrorFunction = void(MORD_STDCALL*)(uint32_t error);
 
-StatusToErrorFunction statusToError = nullptr;
-SetLastErrorFunction setLastError = nullptr;
+// Both are searched for together, while either is missing.
+constinit std::atomic<StatusToErrorFunction> statusToErrorFunction = nullptr;
+constinit std::atomic<SetLastErrorFunction> setLastErrorFunction = nullptr;
 
 } // namespace
 
 uint64_t GateResolve(uint64_t module, const char* name) {
-    if (loaderResolver == 0) {
-        loaderResolver = GateLoaderResolver();
-    }
-    if (loaderResolver == 0) {
+    const uint64_t resolver = loaderResolver.Get(GateLoaderResolver);
+    if (resolver == 0) {
         return 0;
     }
     gateLayouts::AnsiString text{};
@@ -30,16 +31,20 @@ uint64_t GateResolve(uint64_t module, const char* name) {
     text.MaximumLength = static_cast<uint16_t>(text.Length + 1);
     text.Buffer = WidenForGate(name);
     uint64_t address = 0; // stays 0 on failure; the status is not looked at
-    GateCall(loaderResolver, 4, module, WidenForGate(&text), uint64_t{0}, WidenForGate(&address));
+    GateCall(resolver, 4, module, WidenForGate(&text), uint64_t{0}, WidenForGate(&address));
     return address;
 }
 
 void GateRecordStatus(uint64_t status) {
+    auto statusToError = statusToErrorFunction.load(std::memory_order_relaxed);
+    auto setLastError = setLastErrorFunction.load(std::memory_order_relaxed);
     if (statusToError == nullptr || setLastError == nullptr) {
         const platform::ModuleHandle ntdll = platform::GetModuleHandleW(WIDE("ntdll.dll"));
         statusToError =
             reinterpret_cast<StatusToErrorFunction>(platform::GetProcAddress(ntdll, "RtlNtStatusToDosError"));
         setLastError = reinterpret_cast<SetLastErrorFunction>(platform::GetProcAddress(ntdll, "RtlSetLastWin32Error"));
+        statusToErrorFunction.store(statusToError, std::memory_order_relaxed);
+        setLastErrorFunction.store(setLastError, std::memory_order_relaxed);
     }
     if (statusToError != nullptr && setLastError != nullptr) {
         setLastError(statusToError(static_cast<uint32_t>(status)));

@@ -1,5 +1,6 @@
 #include "native/gateWrappers.h"
 
+#include "native/foundValue.h"
 #include "native/gate.h"
 
 namespace {
@@ -10,17 +11,12 @@ public:
     constexpr explicit GateFunction(const char* name) : m_name(name) {}
 
     // Whether the system has it; a failure is tried again.
-    bool Find() {
-        if (m_address == 0) {
-            m_address = GateResolve(GateNtdllBase(), m_name);
-        }
-        return m_address != 0;
-    }
+    bool Find() { return Address() != 0; }
 
     // Calls it after Find. True for the status 0; any other is recorded.
     template <typename... Arguments>
     bool Call(Arguments... arguments) {
-        const uint64_t status = GateCall(m_address, sizeof...(arguments), static_cast<uint64_t>(arguments)...);
+        const uint64_t status = GateCall(Address(), sizeof...(arguments), static_cast<uint64_t>(arguments)...);
         if (status != 0) {
             GateRecordStatus(status);
         }
@@ -28,8 +24,12 @@ public:
     }
 
 private:
+    uint64_t Address() {
+        return m_address.Get([this] { return GateResolve(GateNtdllBase(), m_name); });
+    }
+
     const char* m_name;
-    uint64_t m_address = 0;
+    FoundValue<uint64_t> m_address;
 };
 
 constinit GateFunction getContext("NtGetContextThread");

@@ -2,7 +2,8 @@
 //
 // Handles are those of the 32-bit caller, addresses are 64 bits wide, local memory is the caller's own. Any status but
 // 0 counts as failure: 0 is returned and the thread's last error is set. A function that the system lacks gives 0 and
-// leaves the last error alone. Each wrapper keeps the address of its function, in a plain word, from its first call on.
+// leaves the last error alone. Each wrapper keeps the address of its function once it is
+// found. Any thread may call.
 #pragma once
 
 #include <cstdint>

@@ -37,20 +37,20 @@ template <typename Bits>
 TargetProcess::ModuleList TargetProcess::ListModulesOf() {
     using Pointer = typename Bits::Pointer;
     ModuleList list;
-    char peb[Bits::pebSize] = {};
+    alignas(8) char peb[Bits::pebSize] = {};
     if (ReadPeb<Bits>(peb) == 0) {
         return list;
     }
     const uint64_t ldr = LoadField<Pointer>(peb, Bits::pebLdr);
-    char ldrData[Bits::ldrDataSize] = {};
+    alignas(8) char ldrData[Bits::ldrDataSize] = {};
     if (native->ReadMemory(ldr, ldrData, sizeof ldrData, nullptr) != STATUS_OF_SUCCESS) { // stricter than the others
         return list;
     }
     const auto head = static_cast<Pointer>(ldr + Bits::ldrInLoadOrderModuleList);
     auto cursor = LoadField<Pointer>(ldrData, Bits::ldrInLoadOrderModuleList);
     while (cursor != head) {
-        WideChar name[moduleNameSize / sizeof(WideChar)] = {};
-        char entry[Bits::entrySize] = {};
+        alignas(8) WideChar name[moduleNameSize / sizeof(WideChar)] = {};
+        alignas(8) char entry[Bits::entrySize] = {};
         native->ReadMemory(cursor, entry, sizeof entry, nullptr);
 
         const auto nameLength = LoadField<uint16_t>(entry, Bits::entryFullDllName + unicodeStringLength);
@@ -97,13 +97,13 @@ std::shared_ptr<const ModuleData> TargetProcess::FindTargetModule(uint64_t addre
 std::shared_ptr<const ModuleData> TargetProcess::GetMainModule() {
     uint64_t base = 0;
     if (native->IsX86System()) {
-        char peb[Bits32::pebSize] = {};
+        alignas(8) char peb[Bits32::pebSize] = {};
         if (native->ReadPeb32(peb) == 0) {
             return nullptr;
         }
         base = LoadField<uint32_t>(peb, Bits32::pebImageBaseAddress);
     } else {
-        char peb[Bits64::pebSize] = {};
+        alignas(8) char peb[Bits64::pebSize] = {};
         if (native->ReadPeb64(peb) == 0) {
             return nullptr;
         }

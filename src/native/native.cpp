@@ -19,7 +19,7 @@ TebAddress QueryTeb(platform::Handle thread) {
     if (query == nullptr) {
         return {false, 0};
     }
-    char block[Bits::threadBasicInformationSize] = {};
+    alignas(8) char block[Bits::threadBasicInformationSize] = {};
     uint32_t returnedLength = 0;
     const NtStatus status = query(thread, ThreadBasicInformationClass, block, sizeof block, &returnedLength);
     return {!Failed(status), LoadField<typename Bits::Pointer>(block, Bits::threadBasicTebBaseAddress)};
@@ -30,10 +30,7 @@ TebAddress QueryTeb(platform::Handle thread) {
 Native::Native(platform::Handle process) : Native(process, false) {}
 
 Native::Native(platform::Handle process, bool machineIs32Bit) : processHandle(process) {
-    if (!NativeTableLoaded) {
-        NativeTableLoaded = true; // before the load, so that it is never begun twice
-        LoadNativeFunctions();
-    }
+    LoadNativeFunctionsOnce();
     if (machineIs32Bit) {
         selfIsWow64 = true;
         targetIsWow64 = true;
@@ -162,7 +159,7 @@ uint64_t Native::ReadPlainPeb(void* destination) {
     if (query == nullptr) {
         return 0;
     }
-    char block[Caller::processBasicInformationSize] = {};
+    alignas(8) char block[Caller::processBasicInformationSize] = {};
     uint32_t returnedLength = 0;
     if (Failed(query(processHandle, ProcessBasicInformationClass, block, sizeof block, &returnedLength))) {
         return 0;

@@ -1,5 +1,8 @@
 #include "native/nativeFunctionTable.h"
 
+#include <atomic>
+#include <thread>
+
 namespace {
 
 constexpr const char* ntdllNames[] = {
@@ -40,6 +43,23 @@ constexpr const char* kernel32Names[] = {
     "GetProcessDEPPolicy",   "QueryFullProcessImageNameW",
 };
 
+// Guards NativeTableLoaded and the load. It spins, since the load is short and happens once, and since a mutex needs
+// memory at its first use on some platforms and reports the lack of it in its own way.
+class LoadGuard {
+public:
+    LoadGuard() {
+        while (s_taken.test_and_set(std::memory_order_acquire)) {
+            std::this_thread::yield();
+        }
+    }
+    ~LoadGuard() { s_taken.clear(std::memory_order_release); }
+    LoadGuard(const LoadGuard&) = delete;
+    LoadGuard& operator=(const LoadGuard&) = delete;
+
+private:
+    static inline std::atomic_flag s_taken;
+};
+
 } // namespace
 
 bool NativeTableLoaded = false;
@@ -47,6 +67,14 @@ bool NativeTableLoaded = false;
 NativeFunctionTable& GetNativeFunctionTable() {
     static NativeFunctionTable table;
     return table;
+}
+
+void LoadNativeFunctionsOnce() {
+    const LoadGuard guard;
+    if (!NativeTableLoaded) {
+        NativeTableLoaded = true; // before the load, so that it is never begun twice
+        LoadNativeFunctions();
+    }
 }
 
 void LoadNativeFunctions() {

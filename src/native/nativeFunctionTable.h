@@ -10,14 +10,19 @@
 // old entry.
 using NativeFunctionTable = std::unordered_map<std::string, void*>;
 
-// Whether the table was loaded, or is being loaded. A plain byte, set before the load begins: a thread that makes a
-// Native while another one loads goes on, and can find names still missing.
+// Whether the table was loaded, or is being loaded. Set before the load begins, and never cleared: a load that runs out
+// of memory half-way is not repeated. LoadNativeFunctionsOnce alone reads and writes it, under its guard.
 extern bool NativeTableLoaded;
 
 // The process-wide table, empty until LoadNativeFunctions.
 NativeFunctionTable& GetNativeFunctionTable();
 
-// Enters all names that this system has. Loads no module and reports no name that is missing; all are optional.
+// Loads the table at the first call in the process. Any thread may call; a thread that comes while another one loads
+// waits until the table is complete. Every Native does this before it reads the table.
+void LoadNativeFunctionsOnce();
+
+// Enters all names that this system has. For one thread, while no other reads the table. Loads no module and reports no
+// name that is missing; all are optional.
 void LoadNativeFunctions();
 
 // The address that `module` exports under `name`, entered into `table`; null, with the table left alone, when there is

@@ -66,7 +66,7 @@ uint64_t NativeWow64::ReadPeb64(void* destination) {
     if (query == nullptr) {
         return 0;
     }
-    char block[Bits64::processBasicInformationSize] = {};
+    alignas(8) char block[Bits64::processBasicInformationSize] = {};
     uint32_t returnedLength = 0;
     query(processHandle, ProcessBasicInformationClass, block, sizeof block, &returnedLength);
     if (returnedLength == 0) {
@@ -86,7 +86,7 @@ uint64_t NativeWow64::ReadTeb64(platform::Handle thread, void* destination) {
         platform::SetLastStatusValue(static_cast<uint32_t>(STATUS_OF_MISSING_FUNCTION));
         return 0;
     }
-    char block[Bits64::threadBasicInformationSize] = {};
+    alignas(8) char block[Bits64::threadBasicInformationSize] = {};
     uint32_t returnedLength = 0;
     GateCall(function, 5, WidenForGate(thread), uint64_t{ThreadBasicInformationClass}, WidenForGate(block),
              uint64_t{sizeof block}, WidenForGate(&returnedLength));

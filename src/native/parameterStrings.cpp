@@ -49,7 +49,7 @@ std::shared_ptr<Wow64extStringW> TargetProcess::ReadParameterStringOf(uint32_t f
     if (fieldIndex >= std::size(Bits::parameterStrings)) {
         return nullptr;
     }
-    char peb[Bits::pebSize] = {};
+    alignas(8) char peb[Bits::pebSize] = {};
     const uint64_t pebAddress = ReadPeb<Bits>(peb);
     if (pebAddress == 0) {
         return nullptr;
@@ -60,7 +60,7 @@ std::shared_ptr<Wow64extStringW> TargetProcess::ReadParameterStringOf(uint32_t f
             native->ReadMemory(pebAddress + Bits::pebProcessParameters, &parameters, parametersPointerSize, nullptr))) {
         return nullptr;
     }
-    char header[Bits::unicodeStringSize] = {};
+    alignas(8) char header[Bits::unicodeStringSize] = {};
     const uint64_t headerAddress = parameters + Bits::parameterStrings[fieldIndex];
     if (Failed(native->ReadMemory(headerAddress, header, sizeof header, nullptr))) {
         return nullptr;

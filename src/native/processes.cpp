@@ -52,7 +52,7 @@ TargetProcess::ProcessList TargetProcess::ListProcesses() {
 }
 
 uint32_t TargetProcess::GetParentProcessId() {
-    char block[Bits64::processBasicInformationSize] = {};
+    alignas(8) char block[Bits64::processBasicInformationSize] = {};
     const bool narrow = native->IsX86System();
     const uint32_t size = narrow ? Bits32::processBasicInformationSize : Bits64::processBasicInformationSize;
     if (Failed(native->QueryProcessInformation(ProcessBasicInformationClass, block, size, nullptr))) {

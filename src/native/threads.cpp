@@ -80,14 +80,14 @@ std::shared_ptr<const TheradData> TargetProcess::ReadThreadOf(uint32_t threadId)
     if (!thread) {
         return nullptr;
     }
-    typename Bits::Pointer start = 0;
+    alignas(8) typename Bits::Pointer start = 0;
     if (Failed(
             native->QueryThreadInformation(thread.Get(), ThreadQuerySetWin32StartAddressClass, &start, sizeof start))) {
         return nullptr;
     }
     // Replies have the layout of the machine, whatever the target's width.
     const bool narrow = native->IsX86System();
-    char memory[Bits64::memoryBasicInformationSize] = {};
+    alignas(8) char memory[Bits64::memoryBasicInformationSize] = {};
     const size_t memorySize = narrow ? Bits32::memoryBasicInformationSize : Bits64::memoryBasicInformationSize;
     if (Failed(native->QueryVirtualMemory(start, MemoryBasicInformationClass, memory, memorySize))) {
         return nullptr;
@@ -103,7 +103,10 @@ std::shared_ptr<const TheradData> TargetProcess::ReadThreadOf(uint32_t threadId)
     if (Failed(native->QueryVirtualMemory(base, MemoryMappedFilenameInformationClass, reply, sizeof reply))) {
         return nullptr;
     }
-    auto path = DevicePathToDosPath(narrow ? TextOfReply<Bits32>(reply) : TextOfReply<Bits64>(reply));
+    // The routine for 32-bit targets follows the layout of the reply; the one for 64-bit targets has one place for the
+    // address, on a 32-bit machine too.
+    constexpr bool followsReply = sizeof(typename Bits::Pointer) == 4;
+    auto path = DevicePathToDosPath(followsReply && narrow ? TextOfReply<Bits32>(reply) : TextOfReply<Bits64>(reply));
     if (path.empty()) {
         return nullptr;
     }

@@ -87,6 +87,21 @@ TEST_F(GateModules, TheFirstEntryIsTakenWithoutALookAtTheEnd) {
     EXPECT_EQ(system.TakeCalls().back(), Copy(GateHalf::ldr + 16, 224));
 }
 
+TEST_F(GateModules, ALinkOf0EndsTheWalk) {
+    half.Build(gate);
+    gate.memory.Put<uint64_t>(Entry(0), 0); // the first field of an entry is the link to the next one
+    EXPECT_EQ(GateModuleBase(WIDE("ntdll.dll")), 0u);
+    EXPECT_EQ(system.TakeCalls(), Join({Head(), EntryLines(0, 24)}));
+    EXPECT_EQ(GateModuleBase(WIDE("program.exe")), 0x400000u);
+}
+
+TEST_F(GateModules, AHeadThatLeadsTo0EndsTheWalkBehindAnEntryOfNothing) {
+    half.Build(gate);
+    gate.memory.Put<uint64_t>(GateHalf::ldr + 16, 0);
+    EXPECT_EQ(GateModuleBase(WIDE("ntdll.dll")), 0u);
+    EXPECT_EQ(system.TakeCalls(), Join({Head(), {Copy(0, 224), Copy(0, 0)}}));
+}
+
 TEST_F(GateModules, NamesAreCopiedInTheSizeOfTheirMaximumLength) {
     half.modules[0].maximumLength = 30;
     half.modules[1].maximumLength = 18; // no room for a NUL

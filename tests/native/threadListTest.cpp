@@ -327,12 +327,17 @@ TEST_P(ThreadLists, TheBaseThatA32BitMachineTellsIsSignExtendedByTheWideReadAlon
     EXPECT_EQ(askedAddresses, (std::vector<uint64_t>{0x80401234, 0xFFFFFFFF80400000, 0x80401234, 0x80400000}));
 }
 
-// The same with a file behind the start. Its name stands in the reply, which tells an address within itself or another.
-constexpr WideChar fileName[] = WIDE("\\Device\\Volume1\\File.exe");
-uint32_t toldOffset = 0;
-uint32_t toldAddress = 0; // instead, unless it is 0
+// The same with a file behind the start. The reply holds an address at each of the two places where a read may take it:
+// 32 bits wide at offset 4, and 64 bits wide at offset 8. By default they lead to different names within the reply.
+constexpr WideChar nameAt4[] = WIDE("\\Device\\Volume1\\At4.exe");
+constexpr WideChar nameAt8[] = WIDE("\\Device\\Volume1\\At8.exe");
+static_assert(sizeof nameAt4 == sizeof nameAt8);
+constexpr uint32_t placeOfNameAt4 = 16;
+constexpr uint32_t placeOfNameAt8 = 128;
+uint32_t toldOffset = 0;   // where both addresses lead within the reply, unless it is 0
+uintptr_t toldAddress = 0; // where both lead instead, unless it is 0
 
-class NamesOf32BitReplies : public AddressesOfQueries {
+class NamesAtBothOffsets : public AddressesOfQueries {
 public:
     using AddressesOfQueries::AddressesOfQueries;
 
@@ -340,19 +345,26 @@ public:
         if (informationClass == 0) {
             return AddressesOfQueries::QueryVirtualMemory(address, informationClass, buffer, size);
         }
-        const auto begin = static_cast<uint32_t>(reinterpret_cast<uintptr_t>(buffer));
-        const uint32_t text = toldAddress != 0 ? toldAddress : begin + toldOffset;
-        const uint16_t lengths[] = {sizeof fileName - sizeof(WideChar), sizeof fileName};
-        std::memcpy(buffer, lengths, sizeof lengths);
-        std::memcpy(static_cast<char*>(buffer) + 4, &text, sizeof text);
-        std::memcpy(static_cast<char*>(buffer) + 8, fileName, sizeof fileName);
+        const auto begin = reinterpret_cast<uintptr_t>(buffer);
+        const auto leadsTo = [begin](uint32_t place) {
+            return toldAddress != 0 ? toldAddress : begin + (toldOffset != 0 ? toldOffset : place);
+        };
+        const uint16_t lengths[] = {sizeof nameAt4 - sizeof(WideChar), sizeof nameAt4};
+        const auto at4 = static_cast<uint32_t>(leadsTo(placeOfNameAt4));
+        const uint64_t at8 = leadsTo(placeOfNameAt8);
+        char* const reply = static_cast<char*>(buffer);
+        std::memcpy(reply, lengths, sizeof lengths);
+        std::memcpy(reply + 4, &at4, sizeof at4);
+        std::memcpy(reply + 8, &at8, sizeof at8);
+        std::memcpy(reply + placeOfNameAt4, nameAt4, sizeof nameAt4);
+        std::memcpy(reply + placeOfNameAt8, nameAt8, sizeof nameAt8);
         return 0;
     }
 };
 
-TEST_P(ThreadLists, ANameOfA32BitMachineIsTakenByItsLayoutInReadsOfBothWidthsAndWithinItsReply) {
+TEST_P(ThreadLists, OnA32BitMachineTheReadOfA32BitTargetTakesTheAddressAtOffset4AndThatOfA64BitTargetAtOffset8) {
     TargetProcessAccess access{Target()};
-    access.SetVariant(std::make_unique<NamesOf32BitReplies>(handle));
+    access.SetVariant(std::make_unique<NamesAtBothOffsets>(handle));
     const auto paths = [&] {
         Lines lines;
         for (const auto& thread : {access.ReadThread32(9), access.ReadThread64(9)}) {
@@ -362,16 +374,16 @@ TEST_P(ThreadLists, ANameOfA32BitMachineIsTakenByItsLayoutInReadsOfBothWidthsAnd
     };
     const Lines none{"none", "none"};
     OnLowStack([&] {
-        toldOffset = 8;
-        EXPECT_EQ(paths(), (Lines{"C:\\File.exe", "C:\\File.exe"}));
+        EXPECT_EQ(paths(), (Lines{"C:\\At4.exe", "C:\\At8.exe"}));
         toldOffset = 1046;
         EXPECT_EQ(paths(), none) << "the last character of the reply is no name";
-        WideChar behind[std::size(fileName)];
-        std::memcpy(behind, fileName, sizeof fileName);
-        toldAddress = static_cast<uint32_t>(reinterpret_cast<uintptr_t>(&behind[0]));
-        EXPECT_EQ(paths(), none) << "a name that stands behind the reply";
+        WideChar behind[std::size(nameAt4)];
+        std::memcpy(behind, nameAt4, sizeof nameAt4);
+        toldAddress = reinterpret_cast<uintptr_t>(&behind[0]);
+        EXPECT_EQ(paths(), none) << "a name behind the reply";
         toldAddress = 0x10;
         EXPECT_EQ(paths(), none) << "before the reply";
+        toldOffset = 0;
         toldAddress = 0;
     });
 }

@@ -3,6 +3,7 @@
 
 #include <cstdarg>
 #include <cstring>
+#include <stdexcept>
 
 #include "native/gateEnter.h"
 #include "native/scripted/internals.h"
@@ -16,6 +17,14 @@ Gate current;
 void CountRead(uint64_t address) {
     if (++Instance().reads > Instance().readLimit) {
         throw GateFault{address};
+    }
+}
+
+// A whole walk copies from address 0 a few times at most: TEB, PEB, the loader's data, one entry and its name.
+void CountReadOfNothing() {
+    constexpr uint64_t most = 8;
+    if (++current.readsOfNothing > most) {
+        throw std::logic_error("a walk goes on behind a link of 0");
     }
 }
 
@@ -72,8 +81,13 @@ uint64_t GateCall(uint64_t function, int32_t count, ...) {
 
 void GateCopyIn(void* destination, uint64_t source, uint32_t size) {
     Note([&] { return "GateCopyIn(" + Hex(source) + ", " + std::to_string(size) + ")"; });
-    CountRead(source); // those of nothing too: a list can lead to address 0, and stay there
-    if (destination != nullptr && source != 0 && size != 0) {
+    if (source == 0) {
+        CountReadOfNothing();
+        return;
+    }
+    current.readsOfNothing = 0;
+    CountRead(source);
+    if (destination != nullptr && size != 0) {
         ReadOwn(source, destination, size);
     }
 }

@@ -32,6 +32,8 @@ struct Gate {
     // Names of the functions at those addresses, for the lines of calls, and the arguments of the last call.
     std::map<uint64_t, std::string> names;
     GateArguments lastArguments;
+
+    uint64_t readsOfNothing = 0; // copies from address 0 in a row; too many of them throw std::logic_error
 };
 
 Gate& GateInstance();
