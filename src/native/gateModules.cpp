@@ -8,6 +8,7 @@
 #include "native/gate.h"
 #include "native/gateLayouts.h"
 #include "native/remoteLayouts.h"
+#include "native/systemBuffer.h"
 
 namespace {
 
@@ -16,13 +17,13 @@ constinit FoundValue<uint64_t> ntdllBase;
 // A copy of `size` bytes of a 64-bit structure.
 template <size_t size>
 struct Image {
-    alignas(8) char bytes[size] = {};
+    SystemBuffer<size> buffer;
 
-    explicit Image(uint64_t address) { GateCopyIn(bytes, address, size); }
+    explicit Image(uint64_t address) { GateCopyIn(buffer.bytes, address, size); }
 
     template <typename Field>
     Field At(size_t offset) const {
-        return LoadField<Field>(bytes, offset);
+        return LoadField<Field>(buffer.bytes, offset);
     }
 };
 

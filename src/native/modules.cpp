@@ -3,6 +3,7 @@
 #include <iterator>
 
 #include "native/remoteLayouts.h"
+#include "native/systemBuffer.h"
 #include "native/targetProcess.h"
 
 namespace {
@@ -37,30 +38,31 @@ template <typename Bits>
 TargetProcess::ModuleList TargetProcess::ListModulesOf() {
     using Pointer = typename Bits::Pointer;
     ModuleList list;
-    alignas(8) char peb[Bits::pebSize] = {};
-    if (ReadPeb<Bits>(peb) == 0) {
+    SystemBuffer<Bits::pebSize> peb;
+    if (ReadPeb<Bits>(peb.bytes) == 0) {
         return list;
     }
-    const uint64_t ldr = LoadField<Pointer>(peb, Bits::pebLdr);
-    alignas(8) char ldrData[Bits::ldrDataSize] = {};
-    if (native->ReadMemory(ldr, ldrData, sizeof ldrData, nullptr) != STATUS_OF_SUCCESS) { // stricter than the others
+    const uint64_t ldr = LoadField<Pointer>(peb.bytes, Bits::pebLdr);
+    SystemBuffer<Bits::ldrDataSize> ldrData;
+    const NtStatus read = native->ReadMemory(ldr, ldrData.bytes, sizeof ldrData.bytes, nullptr);
+    if (read != STATUS_OF_SUCCESS) { // stricter than the others
         return list;
     }
     const auto head = static_cast<Pointer>(ldr + Bits::ldrInLoadOrderModuleList);
-    auto cursor = LoadField<Pointer>(ldrData, Bits::ldrInLoadOrderModuleList);
+    auto cursor = LoadField<Pointer>(ldrData.bytes, Bits::ldrInLoadOrderModuleList);
     while (cursor != head) {
         alignas(8) WideChar name[moduleNameSize / sizeof(WideChar)] = {};
-        alignas(8) char entry[Bits::entrySize] = {};
-        native->ReadMemory(cursor, entry, sizeof entry, nullptr);
+        SystemBuffer<Bits::entrySize> entry;
+        native->ReadMemory(cursor, entry.bytes, sizeof entry.bytes, nullptr);
 
-        const auto nameLength = LoadField<uint16_t>(entry, Bits::entryFullDllName + unicodeStringLength);
-        const auto nameAddress = LoadField<Pointer>(entry, Bits::entryFullDllName + Bits::unicodeStringBuffer);
+        const auto nameLength = LoadField<uint16_t>(entry.bytes, Bits::entryFullDllName + unicodeStringLength);
+        const auto nameAddress = LoadField<Pointer>(entry.bytes, Bits::entryFullDllName + Bits::unicodeStringBuffer);
         native->ReadMemory(nameAddress, name, std::min<uint64_t>(nameLength, sizeof name), nullptr);
 
         list.push_back(std::make_shared<const ModuleData>(ModuleData{
-            LoadField<Pointer>(entry, Bits::entryDllBase),
+            LoadField<Pointer>(entry.bytes, Bits::entryDllBase),
             {std::begin(name), std::find(std::begin(name), std::end(name), WideChar{})},
-            LoadField<uint32_t>(entry, Bits::entrySizeOfImage),
+            LoadField<uint32_t>(entry.bytes, Bits::entrySizeOfImage),
             kindOf<Bits>,
         }));
         // The entry's first field is the link to the next one.
@@ -97,17 +99,17 @@ std::shared_ptr<const ModuleData> TargetProcess::FindTargetModule(uint64_t addre
 std::shared_ptr<const ModuleData> TargetProcess::GetMainModule() {
     uint64_t base = 0;
     if (native->IsX86System()) {
-        alignas(8) char peb[Bits32::pebSize] = {};
-        if (native->ReadPeb32(peb) == 0) {
+        SystemBuffer<Bits32::pebSize> peb;
+        if (native->ReadPeb32(peb.bytes) == 0) {
             return nullptr;
         }
-        base = LoadField<uint32_t>(peb, Bits32::pebImageBaseAddress);
+        base = LoadField<uint32_t>(peb.bytes, Bits32::pebImageBaseAddress);
     } else {
-        alignas(8) char peb[Bits64::pebSize] = {};
-        if (native->ReadPeb64(peb) == 0) {
+        SystemBuffer<Bits64::pebSize> peb;
+        if (native->ReadPeb64(peb.bytes) == 0) {
             return nullptr;
         }
-        base = LoadField<uint64_t>(peb, Bits64::pebImageBaseAddress);
+        base = LoadField<uint64_t>(peb.bytes, Bits64::pebImageBaseAddress);
     }
     return FindTargetModule(base, true, ModuleKindAuto);
 }

@@ -4,6 +4,7 @@
 #include "native/nativeFunctionTable.h"
 #include "native/ntFunctions.h"
 #include "native/statusCall.h"
+#include "native/systemBuffer.h"
 
 namespace {
 
@@ -19,10 +20,11 @@ TebAddress QueryTeb(platform::Handle thread) {
     if (query == nullptr) {
         return {false, 0};
     }
-    alignas(8) char block[Bits::threadBasicInformationSize] = {};
+    SystemBuffer<Bits::threadBasicInformationSize> block;
     uint32_t returnedLength = 0;
-    const NtStatus status = query(thread, ThreadBasicInformationClass, block, sizeof block, &returnedLength);
-    return {!Failed(status), LoadField<typename Bits::Pointer>(block, Bits::threadBasicTebBaseAddress)};
+    const NtStatus status =
+        query(thread, ThreadBasicInformationClass, block.bytes, sizeof block.bytes, &returnedLength);
+    return {!Failed(status), LoadField<typename Bits::Pointer>(block.bytes, Bits::threadBasicTebBaseAddress)};
 }
 
 } // namespace
@@ -159,12 +161,12 @@ uint64_t Native::ReadPlainPeb(void* destination) {
     if (query == nullptr) {
         return 0;
     }
-    alignas(8) char block[Caller::processBasicInformationSize] = {};
+    SystemBuffer<Caller::processBasicInformationSize> block;
     uint32_t returnedLength = 0;
-    if (Failed(query(processHandle, ProcessBasicInformationClass, block, sizeof block, &returnedLength))) {
+    if (Failed(query(processHandle, ProcessBasicInformationClass, block.bytes, sizeof block.bytes, &returnedLength))) {
         return 0;
     }
-    const auto address = LoadField<Caller::Pointer>(block, Caller::processBasicPebBaseAddress);
+    const auto address = LoadField<Caller::Pointer>(block.bytes, Caller::processBasicPebBaseAddress);
     if (destination != nullptr) {
         platform::ReadProcessMemory(processHandle, CutToCaller(address), destination, Caller::pebSize, nullptr);
     }

@@ -5,6 +5,7 @@
 #include "native/ntFunctions.h"
 #include "native/remoteLayouts.h"
 #include "native/statusCall.h"
+#include "native/systemBuffer.h"
 
 NativeWow64::NativeWow64(platform::Handle process) : Native(process) {}
 
@@ -66,13 +67,14 @@ uint64_t NativeWow64::ReadPeb64(void* destination) {
     if (query == nullptr) {
         return 0;
     }
-    alignas(8) char block[Bits64::processBasicInformationSize] = {};
+    SystemBuffer<Bits64::processBasicInformationSize> block;
     uint32_t returnedLength = 0;
-    query(processHandle, ProcessBasicInformationClass, block, sizeof block, &returnedLength);
+    query(processHandle, ProcessBasicInformationClass, block.bytes, sizeof block.bytes, &returnedLength);
     if (returnedLength == 0) {
         return 0;
     }
-    return ReadBlock(LoadField<uint64_t>(block, Bits64::processBasicPebBaseAddress), destination, Bits64::pebSize);
+    return ReadBlock(LoadField<uint64_t>(block.bytes, Bits64::processBasicPebBaseAddress), destination,
+                     Bits64::pebSize);
 }
 
 // A 32-bit caller's view of a 32-bit target is the plain one.
@@ -86,14 +88,14 @@ uint64_t NativeWow64::ReadTeb64(platform::Handle thread, void* destination) {
         platform::SetLastStatusValue(static_cast<uint32_t>(STATUS_OF_MISSING_FUNCTION));
         return 0;
     }
-    alignas(8) char block[Bits64::threadBasicInformationSize] = {};
+    SystemBuffer<Bits64::threadBasicInformationSize> block;
     uint32_t returnedLength = 0;
-    GateCall(function, 5, WidenForGate(thread), uint64_t{ThreadBasicInformationClass}, WidenForGate(block),
-             uint64_t{sizeof block}, WidenForGate(&returnedLength));
+    GateCall(function, 5, WidenForGate(thread), uint64_t{ThreadBasicInformationClass}, WidenForGate(block.bytes),
+             uint64_t{sizeof block.bytes}, WidenForGate(&returnedLength));
     if (returnedLength == 0) {
         return 0;
     }
-    return ReadBlock(LoadField<uint64_t>(block, Bits64::threadBasicTebBaseAddress), destination, Bits64::tebSize);
+    return ReadBlock(LoadField<uint64_t>(block.bytes, Bits64::threadBasicTebBaseAddress), destination, Bits64::tebSize);
 }
 
 uint64_t NativeWow64::ReadTeb32(platform::Handle thread, void* destination) {

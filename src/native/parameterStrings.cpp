@@ -2,6 +2,7 @@
 #include <iterator>
 
 #include "native/remoteLayouts.h"
+#include "native/systemBuffer.h"
 #include "native/targetProcess.h"
 
 namespace {
@@ -49,8 +50,8 @@ std::shared_ptr<Wow64extStringW> TargetProcess::ReadParameterStringOf(uint32_t f
     if (fieldIndex >= std::size(Bits::parameterStrings)) {
         return nullptr;
     }
-    alignas(8) char peb[Bits::pebSize] = {};
-    const uint64_t pebAddress = ReadPeb<Bits>(peb);
+    SystemBuffer<Bits::pebSize> peb;
+    const uint64_t pebAddress = ReadPeb<Bits>(peb.bytes);
     if (pebAddress == 0) {
         return nullptr;
     }
@@ -60,13 +61,13 @@ std::shared_ptr<Wow64extStringW> TargetProcess::ReadParameterStringOf(uint32_t f
             native->ReadMemory(pebAddress + Bits::pebProcessParameters, &parameters, parametersPointerSize, nullptr))) {
         return nullptr;
     }
-    alignas(8) char header[Bits::unicodeStringSize] = {};
+    SystemBuffer<Bits::unicodeStringSize> header;
     const uint64_t headerAddress = parameters + Bits::parameterStrings[fieldIndex];
-    if (Failed(native->ReadMemory(headerAddress, header, sizeof header, nullptr))) {
+    if (Failed(native->ReadMemory(headerAddress, header.bytes, sizeof header.bytes, nullptr))) {
         return nullptr;
     }
-    const auto maximumLength = LoadField<uint16_t>(header, unicodeStringMaximumLength);
-    const uint64_t textAddress = LoadField<typename Bits::Pointer>(header, Bits::unicodeStringBuffer);
+    const auto maximumLength = LoadField<uint16_t>(header.bytes, unicodeStringMaximumLength);
+    const uint64_t textAddress = LoadField<typename Bits::Pointer>(header.bytes, Bits::unicodeStringBuffer);
     auto string = std::make_shared<Wow64extStringW>(maximumLength);
     if (Failed(native->ReadMemory(textAddress, string->buffer.get(), maximumLength * textReadFactor, nullptr))) {
         return nullptr;

@@ -4,6 +4,7 @@
 
 #include "native/caller.h"
 #include "native/ntFunctions.h"
+#include "native/systemBuffer.h"
 #include "native/targetProcess.h"
 
 namespace {
@@ -52,12 +53,12 @@ TargetProcess::ProcessList TargetProcess::ListProcesses() {
 }
 
 uint32_t TargetProcess::GetParentProcessId() {
-    alignas(8) char block[Bits64::processBasicInformationSize] = {};
+    SystemBuffer<Bits64::processBasicInformationSize> block;
     const bool narrow = native->IsX86System();
     const uint32_t size = narrow ? Bits32::processBasicInformationSize : Bits64::processBasicInformationSize;
-    if (Failed(native->QueryProcessInformation(ProcessBasicInformationClass, block, size, nullptr))) {
+    if (Failed(native->QueryProcessInformation(ProcessBasicInformationClass, block.bytes, size, nullptr))) {
         return 0;
     }
-    return LoadField<uint32_t>(block, narrow ? Bits32::processBasicInheritedFromUniqueProcessId
-                                             : Bits64::processBasicInheritedFromUniqueProcessId);
+    return LoadField<uint32_t>(block.bytes, narrow ? Bits32::processBasicInheritedFromUniqueProcessId
+                                                   : Bits64::processBasicInheritedFromUniqueProcessId);
 }

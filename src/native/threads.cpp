@@ -5,6 +5,7 @@
 #include "native/ntFunctions.h"
 #include "native/remoteLayouts.h"
 #include "native/scopedHandle.h"
+#include "native/systemBuffer.h"
 #include "native/targetProcess.h"
 
 namespace {
@@ -87,26 +88,28 @@ std::shared_ptr<const TheradData> TargetProcess::ReadThreadOf(uint32_t threadId)
     }
     // Replies have the layout of the machine, whatever the target's width.
     const bool narrow = native->IsX86System();
-    alignas(8) char memory[Bits64::memoryBasicInformationSize] = {};
+    SystemBuffer<Bits64::memoryBasicInformationSize> memory;
     const size_t memorySize = narrow ? Bits32::memoryBasicInformationSize : Bits64::memoryBasicInformationSize;
-    if (Failed(native->QueryVirtualMemory(start, MemoryBasicInformationClass, memory, memorySize))) {
+    if (Failed(native->QueryVirtualMemory(start, MemoryBasicInformationClass, memory.bytes, memorySize))) {
         return nullptr;
     }
     using SignedPointer = std::make_signed_t<typename Bits::Pointer>;
-    const uint64_t base =
-        narrow ? static_cast<typename Bits::Pointer>(SignedPointer{LoadField<int32_t>(memory, memoryBasicBaseAddress)})
-               : LoadField<uint64_t>(memory, memoryBasicBaseAddress);
+    const uint64_t base = narrow ? static_cast<typename Bits::Pointer>(
+                                       SignedPointer{LoadField<int32_t>(memory.bytes, memoryBasicBaseAddress)})
+                                 : LoadField<uint64_t>(memory.bytes, memoryBasicBaseAddress);
     if (base == 0) {
         return nullptr;
     }
-    alignas(8) char reply[mappedFileNameSize] = {};
-    if (Failed(native->QueryVirtualMemory(base, MemoryMappedFilenameInformationClass, reply, sizeof reply))) {
+    SystemBuffer<mappedFileNameSize> reply;
+    if (Failed(
+            native->QueryVirtualMemory(base, MemoryMappedFilenameInformationClass, reply.bytes, sizeof reply.bytes))) {
         return nullptr;
     }
     // The routine for 32-bit targets follows the layout of the reply; the one for 64-bit targets has one place for the
     // address, on a 32-bit machine too.
     constexpr bool followsReply = sizeof(typename Bits::Pointer) == 4;
-    auto path = DevicePathToDosPath(followsReply && narrow ? TextOfReply<Bits32>(reply) : TextOfReply<Bits64>(reply));
+    auto path = DevicePathToDosPath(followsReply && narrow ? TextOfReply<Bits32>(reply.bytes)
+                                                           : TextOfReply<Bits64>(reply.bytes));
     if (path.empty()) {
         return nullptr;
     }

@@ -128,6 +128,47 @@ bool GetThreadContext(Handle, void*) {
     return false;
 }
 
+// There is nothing else in this system.
+Handle OpenProcess(uint32_t, bool, uint32_t) {
+    return nullptr;
+}
+
+Handle OpenThread(uint32_t, bool, uint32_t) {
+    return nullptr;
+}
+
+void CloseHandle(Handle) {}
+
+uint32_t GetProcessId(Handle) {
+    return 0;
+}
+
+SystemInfo GetNativeSystemInfo() {
+    return {9};
+}
+
+Handle CreateToolhelp32Snapshot(uint32_t, uint32_t) {
+    return nullptr;
+}
+
+bool Thread32First(Handle, ThreadEntry*) {
+    return false;
+}
+
+bool Thread32Next(Handle, ThreadEntry*) {
+    return false;
+}
+
+uint32_t QueryDosDeviceW(const WideChar*, WideChar*, uint32_t) {
+    return 0;
+}
+
+void* VirtualAlloc(size_t) {
+    return nullptr;
+}
+
+void VirtualFree(void*) {}
+
 uint32_t LastStatusValue() {
     return lastStatus;
 }

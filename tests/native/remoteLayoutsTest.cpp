@@ -7,6 +7,7 @@
 #include "native/gateLayouts.h"
 #include "native/published/processLayouts.h"
 #include "native/published/queryLayouts.h"
+#include "native/systemBuffer.h"
 #include "platform/processApi.h"
 
 namespace {
@@ -116,6 +117,10 @@ static_assert(gateLayouts::exportNumberOfNames == offsetof(Exports, NumberOfName
 static_assert(gateLayouts::exportAddressOfFunctions == offsetof(Exports, AddressOfFunctions));
 static_assert(gateLayouts::exportAddressOfNames == offsetof(Exports, AddressOfNames));
 static_assert(gateLayouts::exportAddressOfNameOrdinals == offsetof(Exports, AddressOfNameOrdinals));
+
+// Where the system writes.
+static_assert(alignof(SystemBuffer<1>) == 8 && alignof(SystemBuffer<Bits32::processBasicInformationSize>) == 8);
+static_assert(offsetof(SystemBuffer<Bits64::pebSize>, bytes) == 0);
 
 using AnsiString = published::AnsiString<uint64_t>;
 static_assert(sizeof(gateLayouts::AnsiString) == sizeof(AnsiString));
