@@ -11,7 +11,7 @@
 
 namespace mordinspect {
 
-// A request beyond a limit is not passed on: it fails, and so does each one after it until Begin.
+// A request beyond a limit is not passed on: it fails, and so does each one after it until Begin or Forget.
 //
 // It has fields of its own, and a Native has no virtual destructor: no owner may delete it as a Native.
 class RecordingNative final : public Native {
@@ -25,7 +25,7 @@ public:
     // Begins a part: counts anew, but for the time, and forgets the record of the part before.
     void Begin(Watch watch = {});
 
-    // Forgets the record alone.
+    // Forgets the record alone: what was counted still counts.
     void Forget() { m_record = {}; }
 
     // Counts a request that does not go through the layer. False beyond a limit.
