@@ -1,102 +1,167 @@
 #include "inspection.h"
 
 #include <algorithm>
+#include <new>
+#include <stdexcept>
 
-#include "native/chooseNative.h"
+#include "moduleReads.h"
+#include "native/remoteLayouts.h"
 #include "native/scopedHandle.h"
-#include "native/targetProcess.h"
+#include "platform/platform.h"
+#include "recordedTarget.h"
 #include "refusals.h"
 
 namespace mordinspect {
 
 namespace {
 
-Reading<WideText> ReadString(TargetProcess& target, Native& native, ProcessParameterField field) {
-    if (const auto string = target.ReadParameterString(field)) {
-        return {WideText(string->buffer.get()), {}};
+constexpr uint32_t errorNoMoreFiles = 18;                                    // the regular end of a snapshot
+const auto invalidHandle = reinterpret_cast<platform::Handle>(intptr_t{-1}); // of a snapshot that failed
+
+// What `read` returns, or an exception as the reason why there is no `part`.
+template <typename Read>
+auto WithoutThrowing(const char* part, const Read& read) {
+    try {
+        return read();
+    } catch (const std::bad_alloc&) {
+        decltype(read()) none{};
+        none.refusal = Seen(part, "no memory left for it");
+        return none;
     }
-    return {std::nullopt, WhyNoParameterString(native, field)};
 }
 
-Reading<std::vector<Module>> ReadModules(TargetProcess& target, Native& native, ModuleKind kind) {
-    std::vector<Module> modules;
-    for (const auto& module : target.ListModules(kind)) {
-        modules.push_back({module->baseAddress, module->imageSize, module->path});
+Reading<uint32_t> ReadParent(RecordedTarget& target) {
+    target.Access().Begin();
+    if (const uint32_t parent = target->GetParentProcessId(); parent != 0) {
+        return {parent, {}};
     }
-    if (modules.empty()) {
-        return {std::nullopt, WhyNoModules(native, kind)};
+    return {std::nullopt, WhyNoParent(target.Access().Record())};
+}
+
+Reading<WideText> ReadString(RecordedTarget& target, ProcessParameterField field) {
+    return WithoutThrowing("the text", [&]() -> Reading<WideText> {
+        target.Access().Begin();
+        if (const auto string = target->ReadParameterString(field)) {
+            return {WideText(string->buffer.get()), {}};
+        }
+        return {std::nullopt, WhyNoString(target.Access().Record())};
+    });
+}
+
+Module MakeModule(const ModuleData& module, const EntryReads& reads) {
+    if (module.path.empty() && Failed(reads.entry)) {
+        return {module.baseAddress, module.imageSize, {std::nullopt, ByStatus("the loader entry", reads.entry)}, false};
     }
-    return {std::move(modules), {}};
+    if (module.path.empty() && Failed(reads.name)) {
+        return {module.baseAddress, module.imageSize, {std::nullopt, ByStatus("the path", reads.name)}, false};
+    }
+    const bool fillsBuffer = module.path.size() == moduleNameSize / sizeof(WideChar);
+    const bool isCut = !module.path.empty() && (Failed(reads.name) || (fillsBuffer && reads.nameIsLonger));
+    return {module.baseAddress, module.imageSize, {module.path, {}}, isCut};
+}
+
+Listing<Module> ReadModules(RecordedTarget& target, ModuleKind kind) {
+    return WithoutThrowing("the list", [&]() -> Listing<Module> {
+        ModuleReads reads(kind);
+        target.Access().Begin([&](const Request& read, const void* content) { reads.Take(read, content); });
+        TargetProcess::ModuleList list = target->ListModules(kind);
+        const AccessRecord& record = target.Access().Record();
+        if (record.limit && !list.empty()) {
+            list.pop_back(); // the limit may have met it half read
+        }
+        if (list.empty()) {
+            return {std::nullopt, WhyNoModules(record), {}};
+        }
+        std::vector<Module> modules;
+        for (size_t i = 0; i < list.size(); ++i) {
+            modules.push_back(MakeModule(*list[i], reads.Entries().at(i)));
+        }
+        const bool isCut = record.limit || Failed(record.last->status);
+        return {std::move(modules), {}, isCut ? std::optional(WhyNoMoreModules(record)) : std::nullopt};
+    });
+}
+
+// Counts as not read where a limit was reached meanwhile.
+Thread ReadThread(RecordedTarget& target, uint32_t id) {
+    RecordingNative& access = target.Access();
+    access.Forget();
+    if (!access.Admits(sizeof(platform::ThreadEntry))) {
+        return {id, 0, {}};
+    }
+    try {
+        if (const auto thread = target->ReadThread(id)) {
+            return {id, thread->startAddress, {thread->path, {}}};
+        }
+    } catch (const std::out_of_range&) {
+        constexpr auto step = "the file's device path ends within the name of a drive's device";
+        return {id, 0, {std::nullopt, Seen(step, access.Record().mappedFile)}};
+    }
+    const uint32_t error = platform::GetLastError();
+    return {id, 0, {std::nullopt, WhyNoThread(access.Record(), error)}};
+}
+
+// Appends the target's threads, and returns why there are no more of them where the walk did not reach its end.
+std::optional<Refusal> AppendThreads(RecordedTarget& target, platform::Handle snapshot, std::vector<Thread>& threads) {
+    constexpr auto next = "the next thread";
+    platform::ThreadEntry entry{};
+    entry.dwSize = sizeof entry;
+    for (bool more = platform::Thread32First(snapshot, &entry); more; more = platform::Thread32Next(snapshot, &entry)) {
+        if (entry.th32OwnerProcessID != target->ProcessId()) {
+            continue;
+        }
+        Thread thread = ReadThread(target, entry.th32ThreadID);
+        if (const auto& limit = target.Access().Record().limit) {
+            return ByLimit(next, *limit);
+        }
+        threads.push_back(std::move(thread));
+    }
+    const uint32_t error = platform::GetLastError();
+    return error == errorNoMoreFiles ? std::nullopt : std::optional(ByError(next, error));
 }
 
 // The library's list leaves out the threads that have no file behind their start: all are shown here.
-Reading<std::vector<Thread>> ReadThreads(TargetProcess& target, Native& native) {
-    const ScopedHandle snapshot(platform::CreateToolhelp32Snapshot(platform::TH32CS_SNAPTHREAD_FLAG, 0));
-    std::vector<Thread> threads;
-    platform::ThreadEntry entry{};
-    entry.dwSize = sizeof entry;
-    for (bool more = platform::Thread32First(snapshot.Get(), &entry); more;
-         more = platform::Thread32Next(snapshot.Get(), &entry)) {
-        if (entry.th32OwnerProcessID != target.ProcessId()) {
-            continue;
+Listing<Thread> ReadThreads(RecordedTarget& target) {
+    return WithoutThrowing("the list", [&]() -> Listing<Thread> {
+        target.Access().Begin();
+        const platform::Handle snapshot = platform::CreateToolhelp32Snapshot(platform::TH32CS_SNAPTHREAD_FLAG, 0);
+        if (snapshot == nullptr || snapshot == invalidHandle) {
+            return {std::nullopt, ByError("the snapshot of the system's threads", platform::GetLastError()), {}};
         }
-        const uint32_t id = entry.th32ThreadID;
-        if (const auto thread = target.ReadThread(id)) {
-            threads.push_back({id, thread->startAddress, {thread->path, {}}});
-        } else {
-            threads.push_back({id, 0, {std::nullopt, WhyNoThread(native, id)}});
+        const ScopedHandle closed(snapshot);
+        std::vector<Thread> threads;
+        std::optional<Refusal> cut = AppendThreads(target, snapshot, threads);
+        if (threads.empty()) {
+            return {std::nullopt, cut ? *cut : Seen("the process's threads", "none in the system's list"), {}};
         }
-    }
-    if (threads.empty()) {
-        return {std::nullopt, Nothing("the system lists none")};
-    }
-    std::sort(threads.begin(), threads.end(), [](const Thread& a, const Thread& b) { return a.id < b.id; });
-    return {std::move(threads), {}};
-}
-
-Reading<uint32_t> ReadParent(TargetProcess& target, Native& native) {
-    if (const uint32_t parent = target.GetParentProcessId(); parent != 0) {
-        return {parent, {}};
-    }
-    return {std::nullopt, WhyNoParent(native)};
+        std::sort(threads.begin(), threads.end(), [](const Thread& a, const Thread& b) { return a.id < b.id; });
+        return {std::move(threads), {}, std::move(cut)};
+    });
 }
 
 } // namespace
 
-Refusal Nothing(std::string step) {
-    return {std::move(step), Refusal::Kind::none, 0};
-}
-
-Refusal ByStatus(std::string step, NtStatus status) {
-    return {std::move(step), Refusal::Kind::status, static_cast<uint32_t>(status)};
-}
-
-Refusal ByError(std::string step, uint32_t error) {
-    return {std::move(step), Refusal::Kind::error, error};
-}
-
-Inspection Inspect(platform::Handle process) {
-    TargetProcess target(process, 0);
-    const std::unique_ptr<Native> native = ChooseNative(process);
-    return {target.ProcessId(),
-            native->TargetIsWow64() ? 32 : 64,
-            ReadParent(target, *native),
-            ReadString(target, *native, ImagePathName),
-            ReadString(target, *native, CommandLine),
-            ReadString(target, *native, CurrentDirectory),
-            ReadModules(target, *native, ModuleKind32),
-            ReadModules(target, *native, ModuleKind64),
-            ReadThreads(target, *native)};
+Inspection Inspect(platform::Handle process, const Limits& limits) {
+    RecordedTarget target(process, limits);
+    return {target->ProcessId(),
+            target->Access().TargetIsWow64() ? 32 : 64,
+            ReadParent(target),
+            ReadString(target, ImagePathName),
+            ReadString(target, CommandLine),
+            ReadString(target, CurrentDirectory),
+            ReadModules(target, ModuleKind32),
+            ReadModules(target, ModuleKind64),
+            ReadThreads(target)};
 }
 
 Reading<std::vector<ProcessData>> ListAll() {
-    const platform::Handle self = platform::GetCurrentProcess();
+    RecordedTarget target(platform::GetCurrentProcess(), limitsOfProcessList);
     std::vector<ProcessData> processes;
-    for (const auto& process : TargetProcess(self, 0).ListProcesses()) {
+    for (const auto& process : target->ListProcesses()) {
         processes.push_back(*process);
     }
     if (processes.empty()) {
-        return {std::nullopt, WhyNoProcesses(*ChooseNative(self))};
+        const uint32_t error = platform::GetLastError();
+        return {std::nullopt, WhyNoProcesses(target.Access().Record(), error)};
     }
     std::sort(processes.begin(), processes.end(),
               [](const ProcessData& a, const ProcessData& b) { return a.processId < b.processId; });

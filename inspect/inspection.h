@@ -3,30 +3,14 @@
 
 #include <cstdint>
 #include <optional>
-#include <string>
 #include <vector>
 
-#include "native/ntStatus.h"
+#include "inspectionLimits.h"
 #include "native/records.h"
 #include "platform/processApi.h"
+#include "refusal.h"
 
 namespace mordinspect {
-
-using WideText = std::basic_string<WideChar>;
-
-// Why something could not be had: the step that failed, in words, and the system's reason. A step that did not fail but
-// gave nothing has no reason.
-struct Refusal {
-    enum class Kind { none, status, error };
-
-    std::string step;
-    Kind kind = Kind::none;
-    uint32_t code = 0; // an NT status or a Windows error code, by `kind`
-};
-
-Refusal Nothing(std::string step);
-Refusal ByStatus(std::string step, NtStatus status);
-Refusal ByError(std::string step, uint32_t error);
 
 // A value, or why there is none.
 template <typename Value>
@@ -35,10 +19,19 @@ struct Reading {
     Refusal refusal; // counts only without a value
 };
 
+// A list, or why there is none; and why there is no more of it, where it is not whole.
+template <typename Entry>
+struct Listing {
+    std::optional<std::vector<Entry>> value;
+    Refusal refusal; // counts only without a value
+    std::optional<Refusal> cut;
+};
+
 struct Module {
     uint64_t base;
     uint32_t size; // bytes
-    WideText path; // empty for a loader entry that could not be read
+    Reading<WideText> path;
+    bool pathIsCut; // only the beginning of the path could be read
 };
 
 struct Thread {
@@ -54,13 +47,15 @@ struct Inspection {
     Reading<WideText> imagePath;
     Reading<WideText> commandLine;
     Reading<WideText> currentDirectory;
-    Reading<std::vector<Module>> modules32; // in load order
-    Reading<std::vector<Module>> modules64;
-    Reading<std::vector<Thread>> threads; // by id
+    Listing<Module> modules32; // in load order
+    Listing<Module> modules64;
+    Listing<Thread> threads; // by id
 };
 
-// Looks at the process behind `process`, a handle with the rights to query it and to read its memory.
-Inspection Inspect(platform::Handle process);
+// Looks at the process behind `process`, a handle with the rights to query it and to read its memory. Whatever that
+// memory holds, it makes no more requests than `limits` allows. A failure to allocate is a reason like others, unless
+// not even the reason can be allocated: then it throws std::bad_alloc.
+Inspection Inspect(platform::Handle process, const Limits& limits = {});
 
 // All processes of the system, by id.
 Reading<std::vector<ProcessData>> ListAll();

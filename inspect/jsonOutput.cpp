@@ -1,4 +1,7 @@
+#include <algorithm>
 #include <cstdio>
+#include <iterator>
+#include <utility>
 
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
@@ -30,6 +33,34 @@ void Address(Writer& json, uint64_t address) {
     json.String(digits);
 }
 
+void Value(Writer& json, const Refusal& refusal) {
+    json.StartObject();
+    json.Key("unavailable");
+    Text(json, refusal.step);
+    switch (refusal.kind) {
+    case Refusal::Kind::status:
+        json.Key("status");
+        Text(json, Hex(refusal.code));
+        break;
+    case Refusal::Kind::error:
+        json.Key("error");
+        json.Uint(refusal.code);
+        break;
+    case Refusal::Kind::limit:
+        json.Key("limit");
+        Value(json, refusal.text);
+        break;
+    case Refusal::Kind::seen:
+        json.Key("seen");
+        Value(json, refusal.text);
+        break;
+    }
+    json.EndObject();
+}
+
+template <typename T>
+void Value(Writer& json, const Reading<T>& reading);
+
 void Value(Writer& json, const Module& module) {
     json.StartObject();
     json.Key("base");
@@ -38,25 +69,12 @@ void Value(Writer& json, const Module& module) {
     json.Uint(module.size);
     json.Key("path");
     Value(json, module.path);
-    json.EndObject();
-}
-
-void Value(Writer& json, const Refusal& refusal) {
-    json.StartObject();
-    json.Key("unavailable");
-    Text(json, refusal.step);
-    if (refusal.kind == Refusal::Kind::status) {
-        json.Key("status");
-        Text(json, Hex(refusal.code));
-    } else if (refusal.kind == Refusal::Kind::error) {
-        json.Key("error");
-        json.Uint(refusal.code);
+    if (module.pathIsCut) {
+        json.Key("truncated");
+        json.Bool(true);
     }
     json.EndObject();
 }
-
-template <typename T>
-void Value(Writer& json, const Reading<T>& reading);
 
 void Value(Writer& json, const Thread& thread) {
     json.StartObject();
@@ -100,6 +118,36 @@ void Value(Writer& json, const Reading<T>& reading) {
     }
 }
 
+template <typename T>
+void Value(Writer& json, const Listing<T>& list) {
+    if (list.value) {
+        Value(json, *list.value);
+    } else {
+        Value(json, list.refusal);
+    }
+}
+
+// The lists that are not whole, each with the reason.
+void Incomplete(Writer& json, const Inspection& inspection) {
+    const std::pair<const char*, const std::optional<Refusal>&> lists[] = {
+        {"modules_32", inspection.modules32.cut},
+        {"modules_64", inspection.modules64.cut},
+        {"threads", inspection.threads.cut},
+    };
+    if (std::none_of(std::begin(lists), std::end(lists), [](const auto& list) { return list.second.has_value(); })) {
+        return;
+    }
+    json.Key("incomplete");
+    json.StartObject();
+    for (const auto& [name, cut] : lists) {
+        if (cut) {
+            json.Key(name);
+            Value(json, *cut);
+        }
+    }
+    json.EndObject();
+}
+
 } // namespace
 
 void WriteJson(std::ostream& out, const Inspection& inspection) {
@@ -124,6 +172,7 @@ void WriteJson(std::ostream& out, const Inspection& inspection) {
     Value(json, inspection.modules64);
     json.Key("threads");
     Value(json, inspection.threads);
+    Incomplete(json, inspection);
     json.EndObject();
     out << buffer.GetString() << '\n';
 }

@@ -1,6 +1,10 @@
 // mordinspect: shows what the library sees of a process.
+#include <cstdint>
 #include <cstdio>
+#include <exception>
 #include <iostream>
+#include <optional>
+#include <string>
 
 #include <fcntl.h>
 #include <io.h>
@@ -13,6 +17,8 @@
 #include "native/scopedHandle.h"
 #include "output.h"
 #include "platform/platform.h"
+#include "processId.h"
+#include "refusals.h"
 
 namespace {
 
@@ -50,7 +56,8 @@ int ShowProcess(uint32_t processId, bool asJson) {
     // The rights with which the library opens the process behind a connection.
     const ScopedHandle process(platform::OpenProcess(processQueryInformation | processVmRead, false, processId));
     if (!process) {
-        return Refuse(ByError("process " + std::to_string(processId), platform::GetLastError()));
+        const uint32_t error = platform::GetLastError();
+        return Refuse(WhyNotOpened(processId, error));
     }
     return Show(Inspect(process.Get()), asJson);
 }
@@ -60,18 +67,16 @@ int ShowAll(bool asJson) {
     return processes.value ? Show(*processes.value, asJson) : Refuse(processes.refusal);
 }
 
-} // namespace
-
-int main(int argc, char** argv) {
-    PrepareStreams();
+int Run(int argc, char** argv) {
     CLI::App app("Shows what mordRev sees of a process: its paths, its modules, the files behind its threads.",
                  "mordinspect");
     app.set_version_flag("--version", std::string("mordinspect ") + MORDINSPECT_VERSION);
     app.allow_windows_style_options(false);
-    uint32_t processId = 0;
+    std::string processText;
+    std::optional<uint32_t> processId;
     bool all = false;
     bool asJson = false;
-    CLI::Option* const process = app.add_option("PID", processId, "The id of the process");
+    CLI::Option* const process = app.add_option("PID", processText, "The id of the process, in decimal digits");
     CLI::Option* const everything = app.add_flag("--all", all, "List all processes instead");
     process->excludes(everything);
     app.add_flag("--json", asJson, "Write one JSON object");
@@ -80,9 +85,27 @@ int main(int argc, char** argv) {
         if (!all && process->empty()) {
             throw CLI::RequiredError("PID or --all");
         }
+        processId = ParseProcessId(processText);
+        if (!all && !processId) {
+            throw CLI::ValidationError("PID", "\"" + processText +
+                                                  "\" is no process id: it takes decimal digits, at most " +
+                                                  std::to_string(UINT32_MAX));
+        }
     } catch (const CLI::ParseError& error) {
         return app.exit(error, std::cout, std::cerr) == static_cast<int>(CLI::ExitCodes::Success) ? EXIT_DONE
                                                                                                   : EXIT_BAD_ARGUMENTS;
     }
-    return all ? ShowAll(asJson) : ShowProcess(processId, asJson);
+    return all ? ShowAll(asJson) : ShowProcess(*processId, asJson);
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    PrepareStreams();
+    try {
+        return Run(argc, argv);
+    } catch (const std::exception& error) { // memory ran out, most of all
+        std::cerr << "mordinspect: " << error.what() << '\n';
+        return EXIT_UNAVAILABLE;
+    }
 }

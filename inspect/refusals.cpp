@@ -1,135 +1,135 @@
 #include "refusals.h"
 
-#include "native/ntFunctions.h"
-#include "native/remoteLayouts.h"
-#include "native/scopedHandle.h"
-#include "platform/platform.h"
+#include <algorithm>
+#include <iterator>
 
 namespace mordinspect {
 
 namespace {
 
-constexpr uint32_t threadAllAccess = 0x1FFFFF;
+constexpr uint32_t errorAccessDenied = 5;
+constexpr uint32_t errorInvalidParameter = 87;
+constexpr NtStatus statusInfoLengthMismatch = StatusFromWord(0xC0000004);
 
-NtStatus BasicInformationStatus(Native& native) {
-    char block[Bits64::processBasicInformationSize] = {};
-    const uint32_t size =
-        native.IsX86System() ? Bits32::processBasicInformationSize : Bits64::processBasicInformationSize;
-    return native.QueryProcessInformation(ProcessBasicInformationClass, block, size, nullptr);
+constexpr const char* stringReads[] = {"the address of the parameters", "the text's header",
+                                       "the text, with as much behind it"};
+constexpr const char* moduleReads[] = {"the loader's data", "the next module"};
+constexpr const char* processQueries[] = {"the size of the system's list of processes",
+                                          "the system's list of processes"};
+
+// The last one stands for all that follow.
+template <size_t count>
+const char* Name(const char* const (&names)[count], uint32_t number) {
+    return names[std::min<size_t>(number, count) - 1];
 }
 
-// Where a process has no block of that width, or its address cannot be asked for.
-template <typename Bits>
-Refusal WhyNoPeb(Native& native) {
-    constexpr bool narrow = sizeof(typename Bits::Pointer) == 4;
-    if (narrow && !native.TargetIsWow64()) {
-        return Nothing("a 64-bit process has no 32-bit environment block");
+const char* Name(const Request& request, bool ofModules) {
+    switch (request.step) {
+    case Step::noPeb32:
+        return "the 32-bit environment block";
+    case Step::pebAddress:
+        return "the address of the environment block";
+    case Step::peb:
+        return "the environment block";
+    case Step::memory:
+        return ofModules ? Name(moduleReads, request.number) : Name(stringReads, request.number);
+    case Step::processInformation:
+        return "the process's basic information";
+    case Step::threadInformation:
+        return "its start address";
+    case Step::memoryInformation:
+        return "the memory at its start address";
+    case Step::mappedFile:
+        return "the file at its start address";
+    default:
+        return Name(processQueries, request.number);
     }
-    if (!narrow && native.IsX86System()) {
-        return ByStatus("the 64-bit environment block", STATUS_OF_REFUSED_REQUEST);
-    }
-    const NtStatus status = BasicInformationStatus(native);
-    const std::string step = "the address of the environment block";
-    return Failed(status) ? ByStatus(step, status) : Nothing(step);
 }
 
-template <typename Bits>
-uint64_t ReadPeb(Native& native, char (&peb)[Bits::pebSize]) {
-    return sizeof(typename Bits::Pointer) == 4 ? native.ReadPeb32(peb) : native.ReadPeb64(peb);
+const char* WhatWasSeen(Step step) {
+    switch (step) {
+    case Step::noPeb32:
+        return "a 64-bit process, which has none";
+    case Step::pebAddress:
+        return "address 0";
+    case Step::memoryInformation:
+        return "base address 0";
+    default:
+        return "nothing in it";
+    }
 }
 
-template <typename Bits>
-Refusal WhyNoString(Native& native, uint32_t fieldIndex) {
-    char peb[Bits::pebSize] = {};
-    const uint64_t pebAddress = ReadPeb<Bits>(native, peb);
-    if (pebAddress == 0) {
-        return WhyNoPeb<Bits>(native);
+// The walks end at a request that fails; where an earlier one failed, that is the reason.
+Refusal Why(const AccessRecord& record, bool ofModules = false) {
+    const Request& last = *record.last;
+    if (record.limit) {
+        return ByLimit(Name(last, ofModules), *record.limit);
     }
-    uint64_t parameters = 0;
-    NtStatus status =
-        native.ReadMemory(pebAddress + Bits::pebProcessParameters, &parameters, sizeof parameters, nullptr);
-    if (Failed(status)) {
-        return ByStatus("the address of the parameters", status);
+    if (Failed(last.status)) {
+        return ByStatus(Name(*record.firstFailed, ofModules), record.firstFailed->status);
     }
-    char header[Bits::unicodeStringSize] = {};
-    status = native.ReadMemory(parameters + Bits::parameterStrings[fieldIndex], header, sizeof header, nullptr);
-    if (Failed(status)) {
-        return ByStatus("the text's header", status);
+    if (last.status != STATUS_OF_SUCCESS) {
+        return ByStatus(Name(last, ofModules), last.status);
     }
-    const size_t size = size_t{LoadField<uint16_t>(header, unicodeStringMaximumLength)} * sizeof(WideChar);
-    const uint64_t text = LoadField<typename Bits::Pointer>(header, Bits::unicodeStringBuffer);
-    status = native.ReadMemory(text, std::vector<char>(size).data(), size, nullptr);
-    return Failed(status) ? ByStatus("the text, with as much behind it", status) : Nothing("the text");
+    return Seen(Name(last, ofModules), WhatWasSeen(last.step));
 }
 
-template <typename Bits>
-Refusal WhyNoList(Native& native) {
-    char peb[Bits::pebSize] = {};
-    if (ReadPeb<Bits>(native, peb) == 0) {
-        return WhyNoPeb<Bits>(native);
-    }
-    char data[Bits::ldrDataSize] = {};
-    const NtStatus status =
-        native.ReadMemory(LoadField<typename Bits::Pointer>(peb, Bits::pebLdr), data, sizeof data, nullptr);
-    return status != STATUS_OF_SUCCESS ? ByStatus("the loader's data", status) : Nothing("the list is empty");
-}
-
-template <typename Bits>
-Refusal WhyNoFile(Native& native, platform::Handle thread) {
-    typename Bits::Pointer start = 0;
-    NtStatus status = native.QueryThreadInformation(thread, ThreadQuerySetWin32StartAddressClass, &start, sizeof start);
-    if (Failed(status)) {
-        return ByStatus("its start address", status);
-    }
-    const bool narrow = native.IsX86System();
-    char memory[Bits64::memoryBasicInformationSize] = {};
-    status = native.QueryVirtualMemory(start, MemoryBasicInformationClass, memory,
-                                       narrow ? Bits32::memoryBasicInformationSize : sizeof memory);
-    if (Failed(status)) {
-        return ByStatus("the memory at its start address", status);
-    }
-    const uint64_t base = narrow ? LoadField<uint32_t>(memory, memoryBasicBaseAddress)
-                                 : LoadField<uint64_t>(memory, memoryBasicBaseAddress);
-    if (base == 0) {
-        return Nothing("the memory at its start address");
-    }
-    alignas(8) char reply[mappedFileNameSize] = {};
-    status = native.QueryVirtualMemory(base, MemoryMappedFilenameInformationClass, reply, sizeof reply);
-    return Failed(status) ? ByStatus("the file at its start address", status)
-                          : Nothing("no drive letter fits the file's device path");
+bool EndedWith(const AccessRecord& record, Step step) {
+    return !record.limit && record.last->step == step && !Failed(record.last->status);
 }
 
 } // namespace
 
-Refusal WhyNoParameterString(Native& native, uint32_t fieldIndex) {
-    return native.TargetIsWow64() ? WhyNoString<Bits32>(native, fieldIndex) : WhyNoString<Bits64>(native, fieldIndex);
+Refusal WhyNoString(const AccessRecord& record) {
+    return Why(record);
 }
 
-Refusal WhyNoModules(Native& native, ModuleKind kind) {
-    return kind == ModuleKind32 ? WhyNoList<Bits32>(native) : WhyNoList<Bits64>(native);
+Refusal WhyNoModules(const AccessRecord& record) {
+    return Why(record, true);
 }
 
-Refusal WhyNoThread(Native& native, uint32_t threadId) {
-    const ScopedHandle thread(platform::OpenThread(threadAllAccess, false, threadId));
-    if (!thread) {
-        return ByError("the thread", platform::GetLastError());
+Refusal WhyNoMoreModules(const AccessRecord& record) {
+    constexpr auto step = "the next module";
+    return record.limit ? ByLimit(step, *record.limit) : ByStatus(step, record.last->status);
+}
+
+Refusal WhyNoParent(const AccessRecord& record) {
+    return EndedWith(record, Step::processInformation) ? Seen("it has none", "parent id 0") : Why(record);
+}
+
+Refusal WhyNoThread(const AccessRecord& record, uint32_t error) {
+    if (!record.last) {
+        return ByError("the thread", error); // its opening does not go through the access layer
     }
-    return native.TargetIsWow64() ? WhyNoFile<Bits32>(native, thread.Get()) : WhyNoFile<Bits64>(native, thread.Get());
+    if (EndedWith(record, Step::mappedFile)) {
+        constexpr auto step = "no drive letter fits the file's device path";
+        return record.mappedFile.empty() ? Seen(step, "an empty path") : Seen(step, record.mappedFile);
+    }
+    return Why(record);
 }
 
-Refusal WhyNoParent(Native& native) {
-    const NtStatus status = BasicInformationStatus(native);
-    return Failed(status) ? ByStatus("the process's basic information", status) : Nothing("it has none");
+// The first query fails always, and tells the size; what follows is the memory for the list.
+Refusal WhyNoProcesses(const AccessRecord& record, uint32_t error) {
+    const Request& last = *record.last;
+    if (record.limit || !Failed(last.status)) {
+        return Why(record);
+    }
+    if (last.number == 1 && last.status == statusInfoLengthMismatch) {
+        return ByError("memory for the system's list of processes", error);
+    }
+    return ByStatus(Name(last, false), last.status);
 }
 
-Refusal WhyNoProcesses(Native& native) {
-    uint32_t size = 0;
-    native.QuerySystemInformation(SystemExtendedProcessInformationClass, nullptr, 0, &size); // fails with the length
-    std::vector<char> area(size);
-    const NtStatus status =
-        native.QuerySystemInformation(SystemExtendedProcessInformationClass, area.data(), size, &size);
-    const std::string step = "the system's list of processes";
-    return Failed(status) ? ByStatus(step, status) : Nothing(step);
+Refusal WhyNotOpened(uint32_t processId, uint32_t error) {
+    const std::string id = std::to_string(processId);
+    switch (error) {
+    case errorInvalidParameter:
+        return ByError("no process has the id " + id, error);
+    case errorAccessDenied:
+        return ByError("access to process " + id + " is denied", error);
+    default:
+        return ByError("process " + id + " cannot be opened", error);
+    }
 }
 
 } // namespace mordinspect

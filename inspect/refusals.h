@@ -1,20 +1,24 @@
-// Why the library gave nothing.
-//
-// The library drops the system's reasons. Each function here goes the same steps again, through the same access layer,
-// and names the first that fails; a target that changed meanwhile may make it name another, or none.
+// Why a part of an inspection is not there, by the record of its requests.
 #pragma once
 
 #include <cstdint>
 
-#include "inspection.h"
-#include "native/native.h"
+#include "accessRecord.h"
 
 namespace mordinspect {
 
-Refusal WhyNoParameterString(Native& native, uint32_t fieldIndex);
-Refusal WhyNoModules(Native& native, ModuleKind kind);
-Refusal WhyNoThread(Native& native, uint32_t threadId);
-Refusal WhyNoParent(Native& native);
-Refusal WhyNoProcesses(Native& native);
+Refusal WhyNoString(const AccessRecord& record);
+Refusal WhyNoModules(const AccessRecord& record);
+Refusal WhyNoParent(const AccessRecord& record);
+
+// `error` is the system's last error after the library gave nothing.
+Refusal WhyNoThread(const AccessRecord& record, uint32_t error);
+Refusal WhyNoProcesses(const AccessRecord& record, uint32_t error);
+
+// Where a list goes on of which this much is there.
+Refusal WhyNoMoreModules(const AccessRecord& record);
+
+// For a process that cannot be opened.
+Refusal WhyNotOpened(uint32_t processId, uint32_t error);
 
 } // namespace mordinspect

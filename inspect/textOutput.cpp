@@ -26,7 +26,22 @@ void WriteLine(std::ostream& out, const char* label, const Reading<WideText>& re
     out << label << (reading.value ? Utf8(*reading.value) : "unavailable: " + Words(reading.refusal)) << '\n';
 }
 
-void WriteModules(std::ostream& out, int bits, const Reading<std::vector<Module>>& modules) {
+// The end of a list that is not whole.
+void WriteCut(std::ostream& out, const std::optional<Refusal>& cut) {
+    if (cut) {
+        out << "  incomplete: " << Words(*cut) << '\n';
+    }
+}
+
+std::string PathOf(const Module& module) {
+    if (!module.path.value) {
+        return "unavailable: " + Words(module.path.refusal);
+    }
+    const WideText& path = *module.path.value;
+    return path.empty() ? "(unnamed)" : Utf8(path) + (module.pathIsCut ? " (truncated)" : "");
+}
+
+void WriteModules(std::ostream& out, int bits, const Listing<Module>& modules) {
     out << bits << "-bit modules";
     if (!modules.value) {
         out << "    unavailable: " << Words(modules.refusal) << '\n';
@@ -36,12 +51,12 @@ void WriteModules(std::ostream& out, int bits, const Reading<std::vector<Module>
     for (const Module& module : *modules.value) {
         char size[16];
         std::snprintf(size, sizeof size, "%8x", static_cast<unsigned>(module.size));
-        out << "  " << Address(module.base, bits) << ' ' << size << "  "
-            << (module.path.empty() ? "(unnamed)" : Utf8(module.path)) << '\n';
+        out << "  " << Address(module.base, bits) << ' ' << size << "  " << PathOf(module) << '\n';
     }
+    WriteCut(out, modules.cut);
 }
 
-void WriteThreads(std::ostream& out, int bits, const Reading<std::vector<Thread>>& threads) {
+void WriteThreads(std::ostream& out, int bits, const Listing<Thread>& threads) {
     out << "threads";
     if (!threads.value) {
         out << "           unavailable: " << Words(threads.refusal) << '\n';
@@ -56,6 +71,7 @@ void WriteThreads(std::ostream& out, int bits, const Reading<std::vector<Thread>
             out << "start unavailable: " << Words(thread.file.refusal) << '\n';
         }
     }
+    WriteCut(out, threads.cut);
 }
 
 } // namespace
@@ -72,8 +88,10 @@ std::string Words(const Refusal& refusal) {
         return refusal.step + " (status " + Hex(refusal.code) + ")";
     case Refusal::Kind::error:
         return refusal.step + " (error " + std::to_string(refusal.code) + ")";
+    case Refusal::Kind::limit:
+        return refusal.step + " (the limit of " + Utf8(refusal.text) + " was reached)";
     default:
-        return refusal.step;
+        return refusal.step + " (seen: " + Utf8(refusal.text) + ")";
     }
 }
 

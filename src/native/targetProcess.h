@@ -60,6 +60,11 @@ public:
     uint32_t ProcessId() const { return processId; }
     const Native& Access() const { return *native; }
 
+    // Exchanges the variant of the access layer with `access`, which must have the same target and, while an operation
+    // of this object runs, must not be null. The object deletes the variant that it holds at its end as a `Native`:
+    // who puts in a class with more fields than that takes it out again before.
+    void SwapAccess(std::unique_ptr<Native>& access) { native.swap(access); }
+
     // Strings of the parameters block as it stands in the target's memory; they end at their first NUL.
     std::shared_ptr<Wow64extStringW> ReadImagePath();
     std::shared_ptr<Wow64extStringW> ReadCommandLine();

@@ -1,80 +1,23 @@
 // What mordinspect gathers of a target, and why something is not there, for every pairing of caller and target.
-#include <cstddef>
+#include <new>
 
-#include "inspection.h"
-#include "native/scripted/lowStack.h"
-#include "native/scripted/pairingFixture.h"
-#include "native/threadGate.h"
-#include "output.h"
+#include "inspectionFixture.h"
 
 namespace {
 
 using namespace scripted;
 using mordinspect::Inspection;
 
-const std::vector<LoadedModule> modules = {
-    {0x400000, 0x5000, WIDE("C:\\dir\\Program.exe")},
-    {0x77000000, 0x190000, WIDE("C:\\Windows\\ntdll.dll")},
-};
+constexpr auto accessDenied = 0xC0000022;
 
-class InspectionOf : public PairingFixture {
+class InspectionOf : public InspectionFixture {
 protected:
-    void SetUp() override {
-        PairingFixture::SetUp();
-        BuildThreadGate();
-        WithImage([this](auto& image) {
-            image.AddText(target->memory, CurrentDirectory, WIDE("C:\\dir\\"));
-            image.AddText(target->memory, ImagePathName, WIDE("C:\\dir\\Program.exe"));
-            image.AddText(target->memory, CommandLine, WIDE("Program -x"));
-            image.AddModules(target->memory, modules);
-            pointerAddress =
-                image.pebAddress + offsetof(std::remove_reference_t<decltype(image.peb)>, ProcessParameters);
-            headerAddress = image.HeaderAddress(ImagePathName);
-            textAddress = image.TextAddress(ImagePathName);
-            ldrAddress = image.ldrAddress;
-        });
-        MapImage();
-        target->parent = 5;
-        system.devices = {{'C', WIDE("\\Device\\Volume1")}};
-        target->regions = {{base, 0x8000, WIDE("\\Device\\Volume1\\dir\\Program.exe")},
-                           {privateBase, 0x1000, Text()},
-                           {otherBase, 0x1000, WIDE("\\Device\\Volume2\\x.dll")}};
-        AddThread(9, base + 0x1234);
+    // Scripts the next calls of `function`, more than one inspection makes.
+    void Fail(const char* function, uint32_t status) {
+        for (unsigned call = 1; call <= 200; ++call) {
+            system.byCall[{function, system.callCounts[function] + call}] = {status};
+        }
     }
-
-    void AddThread(uint32_t id, uint64_t start, bool opens = true) {
-        Thread thread{id, targetId};
-        thread.start = start;
-        thread.opens = opens;
-        system.threads.push_back(thread);
-    }
-
-    // On a low stack: a reply of a 32-bit system leads into itself.
-    Inspection Look() {
-        Target(); // makes the handle
-        Inspection inspection;
-        OnLowStack([&] { inspection = mordinspect::Inspect(handle); });
-        EXPECT_EQ(system.handles.size(), 1U);
-        EXPECT_EQ(system.wrongCloses, 0U);
-        return inspection;
-    }
-
-    // "value" or "unavailable: " and why.
-    static std::string Told(const mordinspect::Reading<mordinspect::WideText>& reading) {
-        return reading.value ? std::string(reading.value->begin(), reading.value->end()) : Words(reading.refusal);
-    }
-
-    static std::string Status(const char* step, const char* status) {
-        return std::string(step) + " (status " + status + ")";
-    }
-
-    const uint64_t base = TargetIs32() ? 0x400000 : 0x7FF600400000;
-    const uint64_t privateBase = base + 0x100000;
-    const uint64_t otherBase = base + 0x200000;
-    uint64_t pointerAddress = 0;
-    uint64_t headerAddress = 0;
-    uint64_t textAddress = 0;
-    uint64_t ldrAddress = 0;
 };
 
 TEST_P(InspectionOf, AWholeProcessHasAllParts) {
@@ -85,23 +28,34 @@ TEST_P(InspectionOf, AWholeProcessHasAllParts) {
     EXPECT_EQ(Told(seen.imagePath), "C:\\dir\\Program.exe");
     EXPECT_EQ(Told(seen.commandLine), "Program -x");
     EXPECT_EQ(Told(seen.currentDirectory), "C:\\dir\\");
-    const auto& own = TargetIs32() ? seen.modules32 : seen.modules64;
-    ASSERT_TRUE(own.value);
-    ASSERT_EQ(own.value->size(), 2U);
-    EXPECT_EQ((*own.value)[1].base, 0x77000000U);
-    EXPECT_EQ((*own.value)[1].size, 0x190000U);
-    EXPECT_EQ((*own.value)[1].path, WIDE("C:\\Windows\\ntdll.dll"));
-    ASSERT_TRUE(seen.threads.value);
-    ASSERT_EQ(seen.threads.value->size(), 1U);
+    ASSERT_TRUE(Own(seen).value);
+    ASSERT_EQ(Own(seen).value->size(), 2U);
+    const auto& second = (*Own(seen).value)[1];
+    EXPECT_EQ(second.base, 0x77000000U);
+    EXPECT_EQ(second.size, 0x190000U);
+    EXPECT_EQ(Told(second.path), "C:\\Windows\\ntdll.dll");
+    EXPECT_FALSE(second.pathIsCut);
+    EXPECT_FALSE(Own(seen).cut);
+    ASSERT_EQ(Told(seen.threads), std::vector<std::string>{"9 C:\\dir\\Program.exe"});
     EXPECT_EQ((*seen.threads.value)[0].start, base + 0x1234);
-    EXPECT_EQ(Told((*seen.threads.value)[0].file), "C:\\dir\\Program.exe");
+    EXPECT_FALSE(seen.threads.cut);
 }
 
 TEST_P(InspectionOf, A64BitProcessHasNo32BitModules) {
     if (TargetIs32()) {
         EXPECT_TRUE(Look().modules32.value);
     } else {
-        EXPECT_EQ(Words(Look().modules32.refusal), "a 64-bit process has no 32-bit environment block");
+        EXPECT_EQ(Words(Look().modules32.refusal),
+                  "the 32-bit environment block (seen: a 64-bit process, which has none)");
+    }
+}
+
+TEST_P(InspectionOf, A32BitMachineRefuses64BitModules) {
+    const std::string reason = Words(Look().modules64.refusal);
+    if (GetParam() == Pairing::Machine32) {
+        EXPECT_EQ(reason, Status("the address of the environment block", "0xC00000BB"));
+    } else {
+        EXPECT_EQ(reason.find("0xC00000BB"), std::string::npos) << reason;
     }
 }
 
@@ -114,9 +68,34 @@ TEST_P(InspectionOf, AReadThatFailsIsNamedWithItsStatus) {
     system.byAddress = {{textAddress, {partialCopy}}};
     EXPECT_EQ(Told(Look().imagePath), Status("the text, with as much behind it", "0x8000000D"));
     system.byAddress = {{ldrAddress, {1}}}; // the loader's data is the one that has to be read without a remark
-    const Inspection seen = Look();
-    EXPECT_EQ(Words((TargetIs32() ? seen.modules32 : seen.modules64).refusal),
-              Status("the loader's data", "0x00000001"));
+    EXPECT_EQ(Words(Own(Look()).refusal), Status("the loader's data", "0x00000001"));
+}
+
+// The walk that gave nothing is the one that tells why: a second one could end otherwise.
+TEST_P(InspectionOf, NothingIsReadAgainToFindTheReason) {
+    system.byAddress = {{headerAddress, {accessViolation}}};
+    Look();
+    const auto lines = ReadLines(headerAddress, TargetIs32() ? 8 : 16);
+    EXPECT_EQ(system.Count(lines.back()), 1U);
+    system.TakeCalls();
+    system.byAddress = {{ldrAddress, {accessViolation}}};
+    Look();
+    EXPECT_EQ(system.Count(ReadLines(ldrAddress, TargetIs32() ? 48 : 88).back()), 1U);
+    EXPECT_EQ(system.Count("OpenThread"), 1U);
+}
+
+TEST_P(InspectionOf, AReadThatFailsOnceIsTheReasonThoughItWouldSucceedNow) {
+    unsigned read = 0;
+    system.onRead = [&] {
+        // The first of all but for blocks: the pointer to the parameters.
+        const auto& line = system.calls.back();
+        if (line == ReadLines(pointerAddress, 8).back() && ++read == 1) {
+            system.byAddress = {{pointerAddress, {accessViolation}}};
+        } else {
+            system.byAddress.clear();
+        }
+    };
+    EXPECT_EQ(Told(Look().imagePath), Status("the address of the parameters", "0xC0000005"));
 }
 
 TEST_P(InspectionOf, AFunctionThatTheSystemLacksIsNamedByItsStatus) {
@@ -126,27 +105,162 @@ TEST_P(InspectionOf, AFunctionThatTheSystemLacksIsNamedByItsStatus) {
     const Inspection seen = Look();
     EXPECT_EQ(Told(seen.imagePath), Status("the address of the environment block", "0xC0000138"));
     EXPECT_EQ(Words(seen.parent.refusal), Status("the process's basic information", "0xC0000138"));
+    EXPECT_EQ(GetNativeFunctionTable().count("NtQueryInformationProcess"), 0U);
+}
+
+TEST_P(InspectionOf, AQueryForABlockThatFailsIsNamedWithTheStatusOfItsOwnFunction) {
+    const bool own32 = TargetIs32();
+    Fail("NtQueryInformationProcess", accessDenied);
+    const Inspection seen = Look();
+    const std::string reason = Status("the address of the environment block", "0xC0000022");
+    EXPECT_EQ(Told(seen.imagePath), CallerIsWow64() && !own32 ? "C:\\dir\\Program.exe" : reason);
+    EXPECT_EQ(seen.parent.value.has_value(), CallerIsWow64());
+    system.byCall.clear();
+    Fail("NtWow64QueryInformationProcess64", accessDenied);
+    const Inspection other = Look();
+    EXPECT_EQ(Told(other.imagePath), CallerIsWow64() && !own32 ? reason : "C:\\dir\\Program.exe");
+    if (CallerIsWow64()) {
+        EXPECT_EQ(Words(other.modules64.refusal), reason);
+        EXPECT_EQ(Words(other.parent.refusal), Status("the process's basic information", "0xC0000022"));
+    }
+}
+
+TEST_P(InspectionOf, ABlockThatCannotBeReadIsNotOneWithoutAnAddress) {
+    system.byAddress = {{PebAddress(), {accessViolation}}};
+    const Inspection seen = Look();
+    const std::string reason = Status("the environment block", "0xC0000005");
+    EXPECT_EQ(Words(Own(seen).refusal), reason);
+    // This variant alone gives no address then; the others' address is good enough for the strings.
+    EXPECT_EQ(Told(seen.imagePath), GetParam() == Pairing::Wow64CallerOf64 ? reason : "C:\\dir\\Program.exe");
+}
+
+TEST_P(InspectionOf, ABlockThatIsNotThereHasAddress0) {
+    target->peb32 = 0;
+    target->peb64 = 0;
+    EXPECT_EQ(Told(Look().imagePath), GetParam() == Pairing::Wow64CallerOf64
+                                          ? Status("the environment block", "0xC0000005")
+                                          : "the address of the environment block (seen: address 0)");
+}
+
+TEST_P(InspectionOf, AnEmptyLoaderListIsSeenAsOne) {
+    WithImage([this](auto& image) {
+        image.ldr.InLoadOrderModuleList.Flink = image.HeadAddress();
+        image.Put(target->memory);
+    });
+    EXPECT_EQ(Words(Own(Look()).refusal), "the loader's data (seen: nothing in it)");
+}
+
+TEST_P(InspectionOf, AProcessWithoutAParentIsSeenAsOne) {
+    target->parent = 0;
+    EXPECT_EQ(Words(Look().parent.refusal), "it has none (seen: parent id 0)");
+}
+
+TEST_P(InspectionOf, ALinkThatCannotBeReadCutsTheListWithItsStatus) {
+    Link(1, 0x10);
+    const Inspection seen = Look();
+    ASSERT_TRUE(Own(seen).value);
+    ASSERT_EQ(Own(seen).value->size(), 3U);
+    EXPECT_EQ(Words((*Own(seen).value)[2].path.refusal), Status("the loader entry", "0xC0000005"));
+    ASSERT_TRUE(Own(seen).cut);
+    EXPECT_EQ(Words(*Own(seen).cut), Status("the next module", "0xC0000005"));
+}
+
+TEST_P(InspectionOf, AModulePathThatCannotBeReadIsNamedWithItsStatus) {
+    system.byAddress = {{NameAddress(0), {accessViolation}}};
+    const Inspection seen = Look();
+    ASSERT_EQ(Own(seen).value->size(), 2U);
+    EXPECT_EQ(Words((*Own(seen).value)[0].path.refusal), Status("the path", "0xC0000005"));
+    EXPECT_EQ((*Own(seen).value)[0].base, 0x400000U);
+    EXPECT_EQ(Told((*Own(seen).value)[1].path), "C:\\Windows\\ntdll.dll");
+    EXPECT_FALSE(Own(seen).cut);
 }
 
 TEST_P(InspectionOf, AThreadWithoutAFileIsShownWithTheReason) {
     AddThread(3, privateBase);
     AddThread(12, otherBase + 5);
     AddThread(10, base, false);
-    const Inspection seen = Look();
-    ASSERT_TRUE(seen.threads.value);
-    std::vector<std::string> told;
-    for (const auto& thread : *seen.threads.value) {
-        told.push_back(std::to_string(thread.id) + " " + Told(thread.file));
-    }
-    EXPECT_EQ(told, (std::vector<std::string>{"3 " + Status("the file at its start address", "0xC0000098"),
-                                              "9 C:\\dir\\Program.exe",
-                                              "10 the thread (error " + std::to_string(system.lastError) + ")",
-                                              "12 no drive letter fits the file's device path"}));
+    AddThread(14, base - 0x1000);
+    EXPECT_EQ(Told(Look().threads),
+              (std::vector<std::string>{
+                  "3 " + Status("the file at its start address", "0xC0000098"),
+                  "9 C:\\dir\\Program.exe",
+                  "10 the thread (error 5)",
+                  "12 no drive letter fits the file's device path (seen: \\Device\\Volume2\\x.dll)",
+                  "14 " + Status("the memory at its start address", "0xC0000141"),
+              }));
+}
+
+TEST_P(InspectionOf, AThreadThatStartsInMemoryWithoutABaseIsShownWithWhatWasSeen) {
+    target->regions = {{0, 0x1000, WIDE("\\Device\\Volume1\\x.dll")}};
+    system.threads.clear();
+    AddThread(9, 0x10);
+    EXPECT_EQ(Told(Look().threads),
+              (std::vector<std::string>{"9 the memory at its start address (seen: base address 0)"}));
+}
+
+// The library gives such a path to a function that throws.
+TEST_P(InspectionOf, AFileWithAPathWithinTheNameOfADeviceEndsNothing) {
+    target->regions[2].file = WIDE("\\Device\\Vol");
+    AddThread(3, otherBase);
+    EXPECT_EQ(Told(Look().threads),
+              (std::vector<std::string>{
+                  "3 the file's device path ends within the name of a drive's device (seen: \\Device\\Vol)",
+                  "9 C:\\dir\\Program.exe",
+              }));
+}
+
+TEST_P(InspectionOf, AReplyWithoutANameIsSeenAsAnEmptyPath) {
+    system.mappedName.address = 0x10;
+    EXPECT_EQ(Told(Look().threads),
+              (std::vector<std::string>{"9 no drive letter fits the file's device path (seen: an empty path)"}));
 }
 
 TEST_P(InspectionOf, AProcessThatIsGoneHasNoThreads) {
     system.threads.clear();
-    EXPECT_EQ(Words(Look().threads.refusal), "the system lists none");
+    EXPECT_EQ(Words(Look().threads.refusal), "the process's threads (seen: none in the system's list)");
+}
+
+TEST_P(InspectionOf, ASnapshotThatFailsIsNamedWithItsError) {
+    system.snapshotFails = true;
+    EXPECT_EQ(Words(Look().threads.refusal), "the snapshot of the system's threads (error 8)");
+    system.snapshotFails = false;
+    system.snapshotIsInvalid = true;
+    system.TakeCalls();
+    EXPECT_EQ(Words(Look().threads.refusal), "the snapshot of the system's threads (error 8)");
+    EXPECT_EQ(system.Count("CloseHandle"), 0U);
+}
+
+TEST_P(InspectionOf, AWalkThroughASnapshotThatFailsIsNamedWithItsError) {
+    AddThread(3, base);
+    system.threadsUntilFailure = 1;
+    const Inspection seen = Look();
+    EXPECT_EQ(Told(seen.threads), std::vector<std::string>{"9 C:\\dir\\Program.exe"});
+    ASSERT_TRUE(seen.threads.cut);
+    EXPECT_EQ(Words(*seen.threads.cut), "the next thread (error 24)");
+    system.threadsUntilFailure = 0;
+    EXPECT_EQ(Words(Look().threads.refusal), "the next thread (error 24)");
+}
+
+TEST_P(InspectionOf, MemoryThatRunsOutEndsNoMoreThanItsPart) {
+    unsigned reads = 0;
+    system.onRead = [&] {
+        if (system.calls.back() == ReadLines(headerAddress, TargetIs32() ? 8 : 16).back()) {
+            throw std::bad_alloc();
+        }
+        reads += system.calls.back() == ReadLines(ldrAddress, TargetIs32() ? 48 : 88).back() ? 1 : 0;
+    };
+    const Inspection seen = Look();
+    EXPECT_EQ(Told(seen.imagePath), "the text (seen: no memory left for it)");
+    EXPECT_EQ(Told(seen.commandLine), "Program -x");
+    EXPECT_EQ(reads, 1U);
+    EXPECT_TRUE(Own(seen).value);
+    EXPECT_TRUE(seen.threads.value);
+    system.onRead = [&] {
+        if (system.calls.back() == ReadLines(EntryAddress(1), TargetIs32() ? 80 : 152).back()) {
+            throw std::bad_alloc();
+        }
+    };
+    EXPECT_EQ(Words(Own(Look()).refusal), "the list (seen: no memory left for it)");
 }
 
 TEST_P(InspectionOf, TheSystemListsItsProcessesById) {
@@ -159,12 +273,26 @@ TEST_P(InspectionOf, TheSystemListsItsProcessesById) {
     EXPECT_EQ((*all.value)[2].parentProcessId, 100U);
 }
 
-TEST_P(InspectionOf, AListThatCannotBeHadIsNamedWithItsStatus) {
+TEST_P(InspectionOf, AListThatCannotBeHadIsNamedWithItsReason) {
     system.processList = {{4, 0, WIDE("System")}};
-    for (unsigned call = 1; call <= 8; ++call) {
-        system.byCall[{"NtQuerySystemInformation", call}] = {accessViolation};
-    }
+    system.byCall = {{{"NtQuerySystemInformation", 2}, {accessViolation}}};
     EXPECT_EQ(Words(mordinspect::ListAll().refusal), Status("the system's list of processes", "0xC0000005"));
+    system.processListGrowth = 1;
+    EXPECT_EQ(Words(mordinspect::ListAll().refusal), Status("the system's list of processes", "0xC0000004"));
+    system.processListGrowth = 0;
+    system.virtualAllocFails = true;
+    EXPECT_EQ(Words(mordinspect::ListAll().refusal), "memory for the system's list of processes (error 8)");
+    system.virtualAllocFails = false;
+    system.Next("NtQuerySystemInformation", {0});
+    EXPECT_EQ(Words(mordinspect::ListAll().refusal),
+              "the size of the system's list of processes (seen: nothing in it)");
+    system.processList = {{0, 0, WIDE("Idle")}};
+    EXPECT_EQ(Words(mordinspect::ListAll().refusal), "the system's list of processes (seen: nothing in it)");
+    system.missing = {"NtQuerySystemInformation"};
+    NativeTableLoaded = false;
+    GetNativeFunctionTable().clear();
+    EXPECT_EQ(Words(mordinspect::ListAll().refusal),
+              Status("the size of the system's list of processes", "0xC0000138"));
 }
 
 INSTANTIATE_TEST_SUITE_P(, InspectionOf, testing::ValuesIn(PairingsOfThisCaller()), testing::PrintToStringParamName());

@@ -64,6 +64,68 @@ TEST_P(Mordinspect, ShowsTheSameToAPerson) {
     EXPECT_NE(result.output.find("\nthreads\n"), std::string::npos) << result.output;
 }
 
+TEST_P(Mordinspect, SaysThatAListWithoutAnEndIsCut) {
+    ChildProcess child(GetParam());
+    child.Tell("linkToItself");
+    const char* const list = GetParam() == 32 ? "modules_32" : "modules_64";
+    const std::string id = std::to_string(child.Id());
+    const rapidjson::Document seen = Parsed(RunTool({id, "--json"}).output);
+    const std::string text = RunTool({id}).output;
+    if (!SystemTellsPeb(child.Handle())) {
+        EXPECT_TRUE(seen[list]["status"].IsString());
+        EXPECT_FALSE(seen.HasMember("incomplete"));
+        return;
+    }
+    EXPECT_GT(seen[list].Size(), 1000U);
+    EXPECT_EQ(seen["incomplete"][list]["unavailable"].GetString(), std::string("the next module"));
+    EXPECT_EQ(seen["incomplete"][list]["limit"].GetString(), std::string("16384 reads"));
+    EXPECT_NE(text.find("\n  incomplete: the next module (the limit of 16384 reads was reached)\n"), std::string::npos);
+}
+
+TEST_P(Mordinspect, MarksAModulePathThatIsTooLong) {
+    ChildProcess child(GetParam());
+    const char* const list = GetParam() == 32 ? "modules_32" : "modules_64";
+    for (const unsigned size : {1024U, 1026U}) {
+        child.Tell("setModuleName " + std::to_string(size));
+        const rapidjson::Document seen = Parsed(RunTool({std::to_string(child.Id()), "--json"}).output);
+        if (SystemTellsPeb(child.Handle())) {
+            EXPECT_EQ(seen[list][0]["path"].GetString(), std::string(512, 'p'));
+            EXPECT_EQ(seen[list][0].HasMember("truncated"), size > 1024) << size;
+        } else {
+            EXPECT_TRUE(seen[list]["status"].IsString());
+        }
+    }
+}
+
+// Whether the system tells the end of its lists from a failure.
+TEST_P(Mordinspect, ListsTheThreadsToTheirEnd) {
+    const ChildProcess child(GetParam());
+    const rapidjson::Document seen = Parsed(RunTool({std::to_string(child.Id()), "--json"}).output);
+    ASSERT_TRUE(seen["threads"].IsArray());
+    EXPECT_FALSE(seen.HasMember("incomplete"));
+}
+
+TEST_P(Mordinspect, ShowsAReasonWithEachPartThatIsNotThere) {
+    const ChildProcess child(GetParam());
+    const rapidjson::Document seen = Parsed(RunTool({std::to_string(child.Id()), "--json"}).output);
+    const auto hasReason = [](const rapidjson::Value& part) {
+        return !part.IsObject() || !part.HasMember("unavailable") || part.HasMember("status") ||
+               part.HasMember("error") || part.HasMember("limit") || part.HasMember("seen");
+    };
+    size_t missing = 0;
+    for (auto part = seen.MemberBegin(); part != seen.MemberEnd(); ++part) {
+        EXPECT_TRUE(hasReason(part->value)) << part->name.GetString();
+        missing += part->value.IsObject() ? 1U : 0U;
+    }
+    for (const auto& thread : seen["threads"].GetArray()) {
+        EXPECT_TRUE(hasReason(thread["file"]));
+        missing += thread["file"].IsObject() ? 1U : 0U;
+    }
+    if (GetParam() == 64 || !SystemTellsPeb(child.Handle())) {
+        EXPECT_GT(missing, 0U) << "32-bit modules at the least";
+    }
+}
+
 TEST_P(Mordinspect, ListsAChildAmongAllProcesses) {
     const ChildProcess child(GetParam());
     const rapidjson::Document seen = Parsed(RunTool({"--all", "--json"}).output);
@@ -85,7 +147,7 @@ TEST(MordinspectArguments, AProcessThatIsNotThereIsTold) {
     const ProcessResult result = RunTool({"4294967292"});
     EXPECT_EQ(result.code, 1);
     EXPECT_EQ(result.output, "");
-    EXPECT_EQ(result.error.rfind("mordinspect: unavailable: process 4294967292 (error ", 0), 0U) << result.error;
+    EXPECT_EQ(result.error, "mordinspect: unavailable: no process has the id 4294967292 (error 87)\n");
 }
 
 TEST(MordinspectArguments, MustNameAProcessOrAll) {
@@ -93,6 +155,25 @@ TEST(MordinspectArguments, MustNameAProcessOrAll) {
     EXPECT_EQ(RunTool({"12", "--all"}).code, 2);
     EXPECT_EQ(RunTool({"notANumber"}).code, 2);
     EXPECT_EQ(RunTool({"--none"}).code, 2);
+}
+
+TEST(MordinspectArguments, ThatAreNoProcessIdAreNamed) {
+    for (const char* const text : {"", " ", "0x138", "12 ", "+12", "4294967296", "notANumber"}) {
+        const ProcessResult result = RunTool({text});
+        EXPECT_EQ(result.code, 2) << text;
+        EXPECT_EQ(result.output, "") << text;
+        const std::string message =
+            "PID: \"" + std::string(text) + "\" is no process id: it takes decimal digits, at most 4294967295";
+        EXPECT_EQ(result.error.rfind(message, 0), 0U) << result.error;
+    }
+    EXPECT_EQ(RunTool({"", "--all"}).code, 2);
+}
+
+TEST(MordinspectArguments, WithZerosInFrontAreDecimal) {
+    const ChildProcess child(callerIs32Bit ? 32 : 64);
+    const ProcessResult result = RunTool({"00" + std::to_string(child.Id()), "--json"});
+    EXPECT_EQ(Parsed(result.output)["process"].GetUint(), child.Id());
+    EXPECT_NE(RunTool({"0000000004294967292"}).error.find(" 4294967292 "), std::string::npos);
 }
 
 TEST(MordinspectArguments, HelpAndVersionAreNoMistake) {

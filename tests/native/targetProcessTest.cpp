@@ -60,6 +60,31 @@ TEST_F(TargetProcessObject, TheSecondParameterIsNotRead) {
     EXPECT_EQ(object.ProcessId(), 7u);
 }
 
+// A variant with a field of its own, which must not be deleted as a Native.
+class CountingNative final : public Native {
+public:
+    using Native::Native;
+    uint64_t ReadPeb64(void*) override { return ++count, 0; }
+    int count = 0;
+};
+
+TEST_F(TargetProcessObject, TakesAnotherVariantAndGivesItBack) {
+    TargetProcess object(process, 0);
+    const Native* const chosen = &object.Access();
+    const auto other = std::make_unique<CountingNative>(process);
+    std::unique_ptr<Native> access(other.get());
+    object.SwapAccess(access);
+    EXPECT_EQ(access.get(), chosen);
+    EXPECT_EQ(&object.Access(), other.get());
+    EXPECT_TRUE(object.ListModules(ModuleKind64).empty());
+    EXPECT_EQ(other->count, 1);
+    object.SwapAccess(access);
+    EXPECT_EQ(access.release(), other.get());
+    EXPECT_EQ(&object.Access(), chosen);
+    EXPECT_TRUE(object.ListModules(ModuleKind64).empty());
+    EXPECT_EQ(other->count, 1);
+}
+
 TEST_F(TargetProcessObject, BeginsWithAnEmptyModuleMap) {
     TargetProcess object(process, 0);
     target->peb32 = 0;

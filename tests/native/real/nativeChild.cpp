@@ -111,6 +111,10 @@ std::string Carry(const std::string& command, const std::string& argument) {
         FirstModule().InLoadOrderLinks.Flink = UnreadableEnd();
         return " " + Hex(UnreadableEnd());
     }
+    if (command == "linkToItself") { // the first module, so that the list goes on without an end
+        FirstModule().InLoadOrderLinks.Flink = reinterpret_cast<uintptr_t>(&FirstModule());
+        return " ";
+    }
     if (command == "addEntryOfWhichOnlyTheLinkIsReadable") {
         return " " + Hex(AddEntryBeforeUnreadable());
     }

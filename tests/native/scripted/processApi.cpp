@@ -17,7 +17,12 @@ namespace {
 bool NextThread(Handle snapshot, ThreadEntry* entry) {
     System::Handle* const walk = SnapshotOf(snapshot);
     const auto& threads = Instance().threads;
-    if (walk == nullptr || walk->position == threads.size() || entry->dwSize != 28) {
+    if (walk == nullptr || entry->dwSize != 28) {
+        Instance().lastError = 6; // ERROR_INVALID_HANDLE
+        return false;
+    }
+    if (walk->position == std::min(threads.size(), Instance().threadsUntilFailure)) {
+        Instance().lastError = walk->position == threads.size() ? 18 : 24; // ERROR_NO_MORE_FILES, ERROR_BAD_LENGTH
         return false;
     }
     const Thread& thread = threads[walk->position++];
@@ -63,7 +68,11 @@ Handle OpenThread(uint32_t access, bool inherit, uint32_t threadId) {
     const auto& threads = Instance().threads;
     const bool opens = std::any_of(threads.begin(), threads.end(),
                                    [=](const Thread& thread) { return thread.id == threadId && thread.opens; });
-    return opens ? OpenThreadHandle(threadId) : nullptr;
+    if (!opens) {
+        Instance().lastError = 5; // ERROR_ACCESS_DENIED
+        return nullptr;
+    }
+    return OpenThreadHandle(threadId);
 }
 
 void CloseHandle(Handle handle) {
@@ -147,6 +156,9 @@ void SetLastStatusValue(uint32_t status) {
 
 Handle CreateToolhelp32Snapshot(uint32_t flags, uint32_t processId) {
     Note([&] { return "CreateToolhelp32Snapshot(" + std::to_string(flags) + ", " + std::to_string(processId) + ")"; });
+    if (Instance().snapshotIsInvalid || Instance().snapshotFails) {
+        Instance().lastError = 8; // ERROR_NOT_ENOUGH_MEMORY
+    }
     if (Instance().snapshotIsInvalid) {
         return reinterpret_cast<Handle>(intptr_t{-1});
     }
@@ -177,6 +189,7 @@ uint32_t QueryDosDeviceW(const WideChar* drive, WideChar* buffer, uint32_t capac
 void* VirtualAlloc(size_t size) {
     Note([&] { return "VirtualAlloc(" + std::to_string(size) + ")"; });
     if (Instance().virtualAllocFails || size == 0) {
+        Instance().lastError = size == 0 ? 87 : 8; // ERROR_INVALID_PARAMETER, ERROR_NOT_ENOUGH_MEMORY
         return nullptr;
     }
     const size_t whole = (size + PageSize() - 1) / PageSize() * PageSize();

@@ -62,6 +62,9 @@ Answer DeliverName(const Text& file, void* buffer, uint64_t size) {
 
 Answer ReadTarget(const char* function, platform::Handle process, uint64_t address, void* destination, uint64_t size) {
     System& system = Instance();
+    if (system.onRead) {
+        system.onRead();
+    }
     const auto work = [&]() -> Answer {
         const Process* const target = ProcessOf(process);
         if (target == nullptr) {

@@ -95,6 +95,7 @@ struct System {
     bool snapshotFails = false;
     bool snapshotIsInvalid = false; // -1 is given for one, which holds nothing
     bool virtualAllocFails = false;
+    size_t threadsUntilFailure = SIZE_MAX; // how many a walk through a snapshot gives before it fails
 
     // Arrays that are allocated by new (std::nothrow): how many there were, which one fails (1 is the first, 0 none),
     // and the size in bytes above which all do.
@@ -119,6 +120,9 @@ struct System {
     // From this many reads of memory on all fail, so that a walk through a cycle ends. Also the gate's.
     uint64_t readLimit = UINT64_MAX;
     uint64_t reads = 0;
+
+    // Runs in each read of memory.
+    std::function<void()> onRead;
 
     // What went to the debug output.
     std::vector<Text> debugOutput;

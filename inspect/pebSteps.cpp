@@ -1,0 +1,67 @@
+#include "pebSteps.h"
+
+#include "native/nativeFunctionTable.h"
+
+namespace mordinspect {
+
+namespace {
+
+PebSteps* current = nullptr; // the functions of the system have no place for it
+
+template <typename Function, typename... Arguments>
+NtStatus CallOriginal(void* original, Arguments... arguments) {
+    return original == nullptr ? STATUS_OF_MISSING_FUNCTION : reinterpret_cast<Function>(original)(arguments...);
+}
+
+} // namespace
+
+PebSteps::Entry::Entry(const char* name, void* function)
+    : m_entry(*GetNativeFunctionTable().try_emplace(name).first), m_original(m_entry.second) {
+    m_entry.second = function;
+}
+
+PebSteps::Entry::~Entry() {
+    if (m_original == nullptr) {
+        NativeFunctionTable& table = GetNativeFunctionTable();
+        table.erase(table.find(m_entry.first));
+    } else {
+        m_entry.second = m_original;
+    }
+}
+
+PebSteps::PebSteps()
+    : m_plainQuery("NtQueryInformationProcess", reinterpret_cast<void*>(&PlainQuery)),
+      m_wideQuery("NtWow64QueryInformationProcess64", reinterpret_cast<void*>(&WideQuery)),
+      m_wideRead("NtWow64ReadVirtualMemory64", reinterpret_cast<void*>(&WideRead)) {
+    current = this;
+}
+
+PebSteps::~PebSteps() {
+    current = nullptr;
+}
+
+NtStatus PebSteps::PlainQuery(platform::Handle process, uint32_t informationClass, void* buffer, uint32_t size,
+                              uint32_t* returnedLength) {
+    const NtStatus status = CallOriginal<NtQueryInformationProcessFunction>(
+        current->m_plainQuery.Original(), process, informationClass, buffer, size, returnedLength);
+    current->m_query = status;
+    return status;
+}
+
+NtStatus PebSteps::WideQuery(platform::Handle process, uint32_t informationClass, void* buffer, uint32_t size,
+                             uint32_t* returnedLength) {
+    const NtStatus status = CallOriginal<NtQueryInformationProcessFunction>(
+        current->m_wideQuery.Original(), process, informationClass, buffer, size, returnedLength);
+    current->m_query = status;
+    return status;
+}
+
+NtStatus PebSteps::WideRead(platform::Handle process, uint64_t address, void* buffer, uint64_t size,
+                            uint64_t* bytesRead) {
+    const NtStatus status = CallOriginal<NtWow64ReadVirtualMemory64Function>(current->m_wideRead.Original(), process,
+                                                                             address, buffer, size, bytesRead);
+    current->m_read = status;
+    return status;
+}
+
+} // namespace mordinspect
