@@ -14,8 +14,8 @@
 #include <stdexcept>
 #include <string>
 
+#include "frame/values.h"
 #include "measurements.h"
-#include "mordRev/src/mordRevTypes.h"
 #include "system/hostSystem.h"
 #include "workload.h"
 

@@ -1,7 +1,7 @@
 #include <stdexcept>
 
+#include "frame/values.h"
 #include "measurements.h"
-#include "mordRev/src/mordRevTypes.h"
 #include "residentSize.h"
 #include "sampling.h"
 #include "shape.h"

@@ -4,7 +4,7 @@
 #include <cstring>
 
 #include "eventTexts.h"
-#include "mordRev/src/mordRevTypes.h"
+#include "frame/values.h"
 
 namespace bench {
 

@@ -30,7 +30,7 @@ BEGIN {
 
     # What a host includes; it gets installed.
     publicHeaders = "platform/wideChar.h platform/callConv.h frame/identifiers.h frame/interfaces.h" \
-                    " mordRev/src/mordRevTypes.h"
+                    " frame/values.h"
 
     # The two headers that may test the platform.
     platformTests = "src/platform/wideChar.h src/platform/callConv.h"

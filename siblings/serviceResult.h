@@ -1,12 +1,12 @@
-// Results of the factories and of the operations of the services.
+// Results of the factories and of the operations of the services, beside RESULT_OK and RESULT_NO_INTERFACE.
 #pragma once
 
 #include <cstdint>
 
+#include "frame/values.h"
+
 namespace siblings {
 
-constexpr uint32_t RESULT_OK = 0;
-constexpr uint32_t RESULT_NO_INTERFACE = 0x80004002;     // no service or view of this identifier
 constexpr uint32_t RESULT_FAILED = 0x80004005;           // the system refused; the operation had no effect
 constexpr uint32_t RESULT_NOT_STARTED = 0x8000FFFF;      // the service has not been started
 constexpr uint32_t RESULT_OUT_OF_MEMORY = 0x8007000E;    // the operation had no effect

@@ -11,8 +11,8 @@
 #include <vector>
 
 #include "frame/interfaces.h"
+#include "frame/values.h"
 #include "loadLibrary.h"
-#include "mordRev/src/mordRevTypes.h"
 
 namespace {
 

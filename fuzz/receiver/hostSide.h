@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "frame/interfaces.h"
+#include "frame/values.h"
 #include "fuzz/input.h"
-#include "mordRev/src/mordRevTypes.h"
 
 // A text in a buffer of its own size on the heap: a read past the NUL is found.
 std::vector<char> Copy(std::string_view text);

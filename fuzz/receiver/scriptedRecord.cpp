@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <limits>
 
+#include "frame/values.h"
 #include "fuzz/receiver/vocabulary.h"
-#include "mordRev/src/mordRevTypes.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include <iostream>
 
 #include "document/filePath.h"
-#include "mordRev/src/mordRevTypes.h"
+#include "frame/values.h"
 #include "policy/modeNames.h"
 #include "system/hostSystem.h"
 #include "system/runError.h"

@@ -3,7 +3,7 @@
 #include <optional>
 
 #include "app/commands.h"
-#include "mordRev/src/mordRevTypes.h"
+#include "frame/values.h"
 #include "output/outputFile.h"
 #include "system/runError.h"
 

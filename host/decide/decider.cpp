@@ -6,7 +6,7 @@
 
 #include "decide/logRecord.h"
 #include "decide/reason.h"
-#include "mordRev/src/mordRevTypes.h"
+#include "frame/values.h"
 #include "policy/ruleSelection.h"
 
 namespace mordhost {

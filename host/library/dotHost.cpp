@@ -4,7 +4,7 @@
 #include <exception>
 
 #include "dots/queryAnswer.h"
-#include "mordRev/src/mordRevTypes.h"
+#include "frame/values.h"
 
 namespace mordhost {
 

@@ -1,7 +1,7 @@
 #include "library/libraries.h"
 
 #include "document/filePath.h"
-#include "mordRev/src/mordRevTypes.h"
+#include "frame/values.h"
 #include "system/hostSystem.h"
 
 namespace mordhost {

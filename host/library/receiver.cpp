@@ -1,7 +1,7 @@
 #include "library/receiver.h"
 
+#include "frame/values.h"
 #include "library/libraries.h"
-#include "mordRev/src/mordRevTypes.h"
 
 namespace mordhost {
 

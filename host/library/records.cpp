@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "mordRev/src/mordRevTypes.h"
+#include "frame/values.h"
 
 namespace mordhost {
 

@@ -9,8 +9,8 @@
 #include <sys/utsname.h>
 
 #include "events/timestamp.h"
+#include "frame/values.h"
 #include "live/processOwners.h"
-#include "mordRev/src/mordRevTypes.h"
 
 namespace mordhost {
 

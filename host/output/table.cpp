@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "mordRev/src/mordRevTypes.h"
+#include "frame/values.h"
 
 namespace mordhost {
 

@@ -1,6 +1,6 @@
 #include "policy/modeNames.h"
 
-#include "mordRev/src/mordRevTypes.h"
+#include "frame/values.h"
 #include "policy/policy.h"
 
 namespace mordhost {

@@ -14,6 +14,7 @@
 #pragma once
 
 #include "frame/identifiers.h"
+#include "frame/values.h"
 #include "platform/callConv.h"
 #include "platform/wideChar.h"
 

@@ -4,7 +4,7 @@
 
 #include "dots/memoryDotStore.h"
 #include "dots/queryAnswer.h"
-#include "mordRev/src/mordRevTypes.h"
+#include "frame/values.h"
 
 using namespace mordhost;
 

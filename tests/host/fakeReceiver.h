@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "frame/interfaces.h"
-#include "mordRev/src/mordRevTypes.h"
+#include "frame/values.h"
 
 namespace mordhostTest {
 

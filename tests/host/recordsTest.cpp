@@ -4,8 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include "frame/values.h"
 #include "library/reportSink.h"
-#include "mordRev/src/mordRevTypes.h"
 
 using namespace mordhost;
 

@@ -7,12 +7,12 @@
 
 #include <gtest/gtest.h>
 
+#include "frame/values.h"
 #include "hostKit/dynamicLibrary.h"
 #include "hostKit/fakeRecord.h"
 #include "hostKit/logRecords.h"
 #include "hostKit/recordingHost.h"
 #include "hostKit/scriptedSiblings.h"
-#include "mordRev/src/mordRevTypes.h"
 
 namespace hostKit {
 

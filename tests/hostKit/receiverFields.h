@@ -13,13 +13,12 @@ struct MordRevFields {
     bool& Inited() const { return receiver.m_inited; }
     IDotHost*& Host() const { return receiver.m_host; }
     std::atomic<bool>& Started() const { return receiver.m_started; }
-    const AllowList& AllowedMids() const { return receiver.m_allowList; }
-    void SetAllowedMids(const AllowList& list) const {
-        receiver.m_allowList.clear();
-        receiver.m_allowIndex.Clear();
+    const AllowTable& AllowedMids() const { return receiver.m_allowList.Table(); }
+    void SetAllowedMids(const AllowTable& list) const {
+        receiver.m_allowList.Clear();
         for (const auto& [protocol, mids] : list) {
             for (const std::string& mid : mids) {
-                Allow(receiver.m_allowList, receiver.m_allowIndex, protocol, mid);
+                receiver.m_allowList.Add(protocol, mid);
             }
         }
     }

@@ -1,6 +1,6 @@
 // A library in the place of a sibling: its factory hands each request on to the test program, where the services are.
 #include "frame/interfaces.h"
-#include "mordRev/src/mordRevTypes.h"
+#include "frame/values.h"
 
 namespace {
 

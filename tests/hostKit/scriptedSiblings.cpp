@@ -6,10 +6,10 @@
 #include <random>
 
 #include "frame/sameIdentifier.h"
+#include "frame/values.h"
 #include "hostKit/dynamicLibrary.h"
 #include "hostKit/logRecords.h"
 #include "hostKit/utf.h"
-#include "mordRev/src/mordRevTypes.h"
 
 namespace hostKit {
 

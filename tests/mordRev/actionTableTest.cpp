@@ -199,7 +199,7 @@ TEST_F(ActionDocument, TheAllowListStays) {
     Fields().SetAllowedMids({{"KEY-1", {"MID-1"}}});
     Parse(R"({"TYPE-1":1})");
     Parse("{}");
-    EXPECT_EQ(Fields().AllowedMids(), (AllowList{{"KEY-1", {"MID-1"}}}));
+    EXPECT_EQ(Fields().AllowedMids(), (AllowTable{{"KEY-1", {"MID-1"}}}));
 }
 
 TEST_F(ActionDocument, TheLockIsFreeAfterEachWay) {

@@ -28,7 +28,7 @@ protected:
     }
 
     // Sets the document and expects result, table and the records before the last one.
-    void Expect(const std::string& text, bool result, const AllowList& list, const Lines& records) {
+    void Expect(const std::string& text, bool result, const AllowTable& list, const Lines& records) {
         SCOPED_TRACE(text);
         EXPECT_EQ(receiver->SetAllowList(text.c_str()), result);
         EXPECT_EQ(Fields().AllowedMids(), list);
@@ -38,7 +38,7 @@ protected:
         Fields().SetAllowedMids(old);
     }
 
-    const AllowList old{{"OLD-KEY", {"OLD-MID"}}};
+    const AllowTable old{{"OLD-KEY", {"OLD-MID"}}};
 };
 
 TEST_F(AllowListKinds, ARootThatIsNoObjectIsOneWithoutMidList) {

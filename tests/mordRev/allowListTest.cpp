@@ -5,7 +5,7 @@ using namespace hostKit;
 
 namespace {
 
-const AllowList oldList{{"OLD-KEY", {"OLD-MID"}}};
+const AllowTable oldList{{"OLD-KEY", {"OLD-MID"}}};
 
 class AllowListDocument : public DecisionFixture {
 protected:
@@ -15,7 +15,7 @@ protected:
     }
 
     bool Set(const std::string& text) { return receiver->SetAllowList(text.c_str()); }
-    const AllowList& List() { return Fields().AllowedMids(); }
+    const AllowTable& List() { return Fields().AllowedMids(); }
 
     static Lines Accepted() { return {inSetAllowList.Trace("parse allow list, ret1")}; }
     static Lines Refused(const std::string& error) {
@@ -29,7 +29,7 @@ protected:
 TEST_F(AllowListDocument, IsOrganisedByMachineAndTheTableByProtocol) {
     EXPECT_TRUE(
         Set(R"({"mid_list":[{"mid":"MID-1","protocol":["KEY-1","KEY-2"]},{"mid":"MID-2","protocol":["KEY-2"]}]})"));
-    EXPECT_EQ(List(), (AllowList{{"KEY-1", {"MID-1"}}, {"KEY-2", {"MID-1", "MID-2"}}}));
+    EXPECT_EQ(List(), (AllowTable{{"KEY-1", {"MID-1"}}, {"KEY-2", {"MID-1", "MID-2"}}}));
     EXPECT_EQ(TakeRecords(), Accepted());
 }
 
@@ -95,7 +95,7 @@ TEST_F(AllowListDocument, TextBehindTheRootIsRefusedAndTheListStays) {
 
 TEST_F(AllowListDocument, BlanksMayStandAroundTheRoot) {
     EXPECT_TRUE(Set(" \t\r\n" + AllowText("MID-1", {"KEY-1"}) + " \t\r\n"));
-    EXPECT_EQ(List(), (AllowList{{"KEY-1", {"MID-1"}}}));
+    EXPECT_EQ(List(), (AllowTable{{"KEY-1", {"MID-1"}}}));
 }
 
 TEST_F(AllowListDocument, WithoutMidListIsRefusedAndTheListStays) {
@@ -109,69 +109,69 @@ TEST_F(AllowListDocument, WithoutMidListIsRefusedAndTheListStays) {
 
 TEST_F(AllowListDocument, MidListThatIsTheNumber1EmptiesTheListAndSaysMidListIsEmpty) {
     EXPECT_TRUE(Set(R"({"mid_list":1})"));
-    EXPECT_EQ(List(), AllowList{});
+    EXPECT_EQ(List(), AllowTable{});
     EXPECT_EQ(TakeRecords(),
               (Lines{inSetAllowList.Trace("mid list is empty"), inSetAllowList.Trace("parse allow list, ret1")}));
 }
 
 TEST_F(AllowListDocument, AnEmptyMidListEmptiesTheListAndDoesNotSaySo) {
     EXPECT_TRUE(Set(R"({"mid_list":[]})"));
-    EXPECT_EQ(List(), AllowList{});
+    EXPECT_EQ(List(), AllowTable{});
     EXPECT_EQ(TakeRecords(), Accepted());
 }
 
 TEST_F(AllowListDocument, WhereEveryEntryIsBadTheListBecomesEmpty) {
     EXPECT_TRUE(Set(R"({"mid_list":[{"mid":"MID-1"},{"protocol":["KEY-1"]},{},{"mid":1,"protocol":["KEY-1"]},)"
                     R"({"mid":"MID-1","protocol":"KEY-1"},7,null]})"));
-    EXPECT_EQ(List(), AllowList{});
+    EXPECT_EQ(List(), AllowTable{});
     EXPECT_EQ(TakeRecords(), Accepted());
 }
 
 TEST_F(AllowListDocument, AnEntryWithAnEmptyProtocolArrayAddsNothing) {
     EXPECT_TRUE(Set(R"({"mid_list":[{"mid":"MID-1","protocol":[]},{"mid":"MID-2","protocol":["KEY-1"]}]})"));
-    EXPECT_EQ(List(), (AllowList{{"KEY-1", {"MID-2"}}}));
+    EXPECT_EQ(List(), (AllowTable{{"KEY-1", {"MID-2"}}}));
     EXPECT_EQ(TakeRecords(), Accepted());
 }
 
 TEST_F(AllowListDocument, GoodEntriesCountBesideBadOnes) {
     EXPECT_TRUE(Set(R"({"mid_list":[1,{"mid":"MID-1","protocol":["KEY-1"]},{"mid":null,"protocol":["KEY-2"]},)"
                     R"({"mid":"MID-2","protocol":{}},{"mid":"MID-3","protocol":["KEY-3"]}]})"));
-    EXPECT_EQ(List(), (AllowList{{"KEY-1", {"MID-1"}}, {"KEY-3", {"MID-3"}}}));
+    EXPECT_EQ(List(), (AllowTable{{"KEY-1", {"MID-1"}}, {"KEY-3", {"MID-3"}}}));
     EXPECT_EQ(TakeRecords(), Accepted());
 }
 
 TEST_F(AllowListDocument, AnElementOfProtocolThatIsNoStringIsPassedOver) {
     EXPECT_TRUE(
         Set(R"({"mid_list":[{"mid":"MID-1","protocol":[1,"KEY-1",null,["KEY-2"],{"KEY-3":1},true,"KEY-4"]}]})"));
-    EXPECT_EQ(List(), (AllowList{{"KEY-1", {"MID-1"}}, {"KEY-4", {"MID-1"}}}));
+    EXPECT_EQ(List(), (AllowTable{{"KEY-1", {"MID-1"}}, {"KEY-4", {"MID-1"}}}));
     EXPECT_EQ(TakeRecords(), Accepted());
 }
 
 TEST_F(AllowListDocument, AnEntryWhoseProtocolsAreAllNoStringsLeavesNoEmptySet) {
     EXPECT_TRUE(Set(R"({"mid_list":[{"mid":"MID-1","protocol":[1,null]}]})"));
-    EXPECT_EQ(List(), AllowList{});
+    EXPECT_EQ(List(), AllowTable{});
 }
 
 TEST_F(AllowListDocument, ASecondDocumentLeavesNoTraceOfTheFirst) {
     EXPECT_TRUE(Set(AllowText("MID-1", {"KEY-1", "KEY-2"})));
     EXPECT_TRUE(Set(AllowText("MID-2", {"KEY-2"})));
-    EXPECT_EQ(List(), (AllowList{{"KEY-2", {"MID-2"}}}));
+    EXPECT_EQ(List(), (AllowTable{{"KEY-2", {"MID-2"}}}));
 }
 
 TEST_F(AllowListDocument, TwoEntriesOfOneMachineWithOverlappingProtocolsGiveOneElementEach) {
     EXPECT_TRUE(Set(R"({"mid_list":[{"mid":"MID-1","protocol":["KEY-1","KEY-2"]},)"
                     R"({"mid":"MID-1","protocol":["KEY-2","KEY-3","KEY-3"]}]})"));
-    EXPECT_EQ(List(), (AllowList{{"KEY-1", {"MID-1"}}, {"KEY-2", {"MID-1"}}, {"KEY-3", {"MID-1"}}}));
+    EXPECT_EQ(List(), (AllowTable{{"KEY-1", {"MID-1"}}, {"KEY-2", {"MID-1"}}, {"KEY-3", {"MID-1"}}}));
 }
 
 TEST_F(AllowListDocument, TheEmptyMidIsStoredAsAnElement) {
     EXPECT_TRUE(Set(AllowText("", {"KEY-1"})));
-    EXPECT_EQ(List(), (AllowList{{"KEY-1", {""}}}));
+    EXPECT_EQ(List(), (AllowTable{{"KEY-1", {""}}}));
 }
 
 TEST_F(AllowListDocument, TheEmptyProtocolIsTheKeyOfRulesWithoutType) {
     EXPECT_TRUE(Set(AllowText("MID-1", {""})));
-    EXPECT_EQ(List(), (AllowList{{"", {"MID-1"}}}));
+    EXPECT_EQ(List(), (AllowTable{{"", {"MID-1"}}}));
     AddRule("GUID-1", "");
     host.answer = AnswerText("GUID-1", {"MID-1"});
     EXPECT_EQ(Decide(), (Verdict{true, REPLY_ALLOW}));
@@ -179,7 +179,7 @@ TEST_F(AllowListDocument, TheEmptyProtocolIsTheKeyOfRulesWithoutType) {
 
 TEST_F(AllowListDocument, AnEscapedNulCutsMachineIdAndKey) {
     EXPECT_TRUE(Set(R"({"mid_list":[{"mid":"MID\u0000-1","protocol":["KEY\u0000-1","\u0000KEY"]}]})"));
-    EXPECT_EQ(List(), (AllowList{{"KEY", {"MID"}}, {"", {"MID"}}}));
+    EXPECT_EQ(List(), (AllowTable{{"KEY", {"MID"}}, {"", {"MID"}}}));
     EXPECT_EQ(TakeRecords(), Accepted());
 }
 
@@ -190,29 +190,29 @@ TEST_F(AllowListDocument, TheTextEndsAtItsFirstNul) {
 
 TEST_F(AllowListDocument, InvalidUtf8IsTakenAsItStands) {
     EXPECT_TRUE(Set(AllowText("\xFF\xC3", {"\x80", "\xED\xA0\x80"})));
-    EXPECT_EQ(List(), (AllowList{{"\x80", {"\xFF\xC3"}}, {"\xED\xA0\x80", {"\xFF\xC3"}}}));
+    EXPECT_EQ(List(), (AllowTable{{"\x80", {"\xFF\xC3"}}, {"\xED\xA0\x80", {"\xFF\xC3"}}}));
 }
 
 TEST_F(AllowListDocument, EscapesAreTakenOut) {
     EXPECT_TRUE(Set(R"({"mid_list":[{"mid":"\u004DID\/1","protocol":["\u00e4","\ud83d\ude00"]}]})"));
-    EXPECT_EQ(List(), (AllowList{{"\xC3\xA4", {"MID/1"}}, {"\xF0\x9F\x98\x80", {"MID/1"}}}));
+    EXPECT_EQ(List(), (AllowTable{{"\xC3\xA4", {"MID/1"}}, {"\xF0\x9F\x98\x80", {"MID/1"}}}));
 }
 
 TEST_F(AllowListDocument, OfTwoMembersOfOneNameTheFirstCounts) {
     EXPECT_TRUE(Set(R"({"mid_list":[{"mid":"MID-1","mid":"MID-2","protocol":["KEY-1"],"protocol":["KEY-2"]}],)"
                     R"("mid_list":1})"));
-    EXPECT_EQ(List(), (AllowList{{"KEY-1", {"MID-1"}}}));
+    EXPECT_EQ(List(), (AllowTable{{"KEY-1", {"MID-1"}}}));
     EXPECT_EQ(TakeRecords(), Accepted());
 }
 
 TEST_F(AllowListDocument, OtherMembersAreIgnored) {
     EXPECT_TRUE(Set(R"({"version":2,"mid_list":[{"name":"x","protocol":["KEY-1"],"mid":"MID-1","MID":1}],"":[]})"));
-    EXPECT_EQ(List(), (AllowList{{"KEY-1", {"MID-1"}}}));
+    EXPECT_EQ(List(), (AllowTable{{"KEY-1", {"MID-1"}}}));
 }
 
 TEST_F(AllowListDocument, TheOrderOfEntriesHasNoEffect) {
     EXPECT_TRUE(Set(R"({"mid_list":[{"mid":"B","protocol":["K2","K1"]},{"mid":"A","protocol":["K1"]}]})"));
-    const AllowList first = List();
+    const AllowTable first = List();
     EXPECT_TRUE(Set(R"({"mid_list":[{"mid":"A","protocol":["K1"]},{"mid":"B","protocol":["K1","K2"]}]})"));
     EXPECT_EQ(List(), first);
 }
@@ -230,23 +230,23 @@ TEST_F(AllowListDocument, KeysAndIdsAreOrderedByUnsignedBytesAndThenByLength) {
 
 TEST_F(AllowListDocument, ClearEmptiesTheList) {
     EXPECT_TRUE(receiver->ClearAllowList());
-    EXPECT_EQ(List(), AllowList{});
+    EXPECT_EQ(List(), AllowTable{});
     EXPECT_EQ(TakeRecords(), Lines{inClearAllowList.Trace("ClearAllowList_mids start")});
 }
 
 TEST_F(AllowListDocument, ClearOfAnEmptyListReturnsTrueAndLogsItsLine) {
     Fields().SetAllowedMids({});
     EXPECT_TRUE(receiver->ClearAllowList());
-    EXPECT_EQ(List(), AllowList{});
+    EXPECT_EQ(List(), AllowTable{});
     EXPECT_EQ(TakeRecords(), Lines{inClearAllowList.Trace("ClearAllowList_mids start")});
 }
 
 TEST_F(AllowListDocument, NeitherOperationNeedsInit) {
     CMordRecv fresh;
     EXPECT_TRUE(fresh.SetAllowList(AllowText("MID-1", {"KEY-1"}).c_str()));
-    EXPECT_EQ(MordRevFields(fresh).AllowedMids(), (AllowList{{"KEY-1", {"MID-1"}}}));
+    EXPECT_EQ(MordRevFields(fresh).AllowedMids(), (AllowTable{{"KEY-1", {"MID-1"}}}));
     EXPECT_TRUE(fresh.ClearAllowList());
-    EXPECT_EQ(MordRevFields(fresh).AllowedMids(), AllowList{});
+    EXPECT_EQ(MordRevFields(fresh).AllowedMids(), AllowTable{});
 }
 
 TEST_F(AllowListDocument, TheActionTableStays) {

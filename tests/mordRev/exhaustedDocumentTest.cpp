@@ -13,7 +13,7 @@ protected:
         size_t failuresAfter = 0;
         Sweep([this] { receiver->SetAllowList(document.c_str()); }, [this] { SetTheOldList(); },
               [&](const Failure& failure) {
-                  const AllowList& list = Fields().AllowedMids();
+                  const AllowTable& list = Fields().AllowedMids();
                   ++(list == oldList ? failuresBefore : failuresAfter);
                   if (!LogFileEnabled) {
                       ExpectThrown(failure);
@@ -34,7 +34,7 @@ protected:
         ExpectTheKnownEventDecided();
     }
 
-    void ExpectPartOfTheDocument(const AllowList& list) {
+    void ExpectPartOfTheDocument(const AllowTable& list) {
         for (const auto& [key, mids] : list) {
             EXPECT_FALSE(mids.empty());
             ASSERT_TRUE(newList.contains(key)) << key;
@@ -54,8 +54,8 @@ protected:
     const std::string document = R"({"mid_list":[{"mid":")" + longText + R"(1","protocol":[")" + longText + R"(A",")" +
                                  longText + R"(type"]},{"mid":")" + longText + R"(2","protocol":[")" + longText +
                                  R"(type"]}]})";
-    const AllowList oldList{{"OLD-KEY", {"OLD-MID"}}};
-    const AllowList newList{{longText + "A", {longText + "1"}}, {longText + "type", {longText + "1", longText + "2"}}};
+    const AllowTable oldList{{"OLD-KEY", {"OLD-MID"}}};
+    const AllowTable newList{{longText + "A", {longText + "1"}}, {longText + "type", {longText + "1", longText + "2"}}};
 };
 
 TEST_F(ExhaustedAllowList, KeepsTheOldListWhereItFailsBeforeTheEmptyingAndNoEmptySetAfterwards) {
@@ -99,7 +99,7 @@ TEST_F(ExhaustedAllowList, OfTheClearingKeepsTheListWhereItThrows) {
     LogFileEnabled = true;
     Sweep([&] { receiver->ClearAllowList(); }, [this] { SetTheOldList(); },
           [this](const Failure& failure) {
-              EXPECT_EQ(Fields().AllowedMids(), failure.thrown ? oldList : AllowList());
+              EXPECT_EQ(Fields().AllowedMids(), failure.thrown ? oldList : AllowTable());
               ExpectTheKnownEventDecided();
           });
     EXPECT_EQ(siblings.ConverterReferences(), 0);

@@ -94,7 +94,7 @@ protected:
         const WayOut& way = GetParam();
         uint32_t written = 0;
         int deletions = 0;
-        AllowList list;
+        AllowTable list;
         ActionTable table;
         Sweep([&] { Decide(&written); },
               [&] {

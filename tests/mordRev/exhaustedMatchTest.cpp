@@ -11,7 +11,7 @@ class ExhaustedMatch : public ExhaustedMemory {};
 
 TEST_F(ExhaustedMatch, OfMatchingReleasesTheLockAndLeavesTheOutput) {
     receiver->SetAllowList(ListOf(longText + "2").c_str());
-    const AllowList list{{longText + "type", {longText + "2"}}};
+    const AllowTable list{{longText + "type", {longText + "2"}}};
     const auto asked = hostKit::Views({longText + "2", longText + "1"});
     std::string output = "before";
     Sweep([&] { receiver->IsMatchmid(longText + "type", asked.views, &output); }, [&] { output = "before"; },

@@ -1,12 +1,10 @@
-// The index of hashes, and the one of the allow list over it: hashes lead to candidates, and never decide.
+// The index of hashes: hashes lead to candidates, and never decide.
 #include "mordRev/src/hashIndex.h"
 
 #include <random>
 #include <vector>
 
 #include <gtest/gtest.h>
-
-#include "mordRev/src/allowList.h"
 
 namespace {
 
@@ -97,38 +95,6 @@ TEST(HashIndex, MayHoldFewHashesThatItDoesNotHold) {
         }
         EXPECT_LE(passed, tries / 50) << entries;
     }
-}
-
-// The texts are in a set, as those of a list are.
-struct Listed {
-    AllowedMids first{"A", "B"};
-    AllowedMids second{"A"};
-
-    static const std::string& In(const AllowedMids& mids, const char* mid) { return *mids.find(mid); }
-};
-
-TEST(AllowIndex, TellsIdsOfOneHashApart) {
-    const Listed listed;
-    AllowIndex index;
-    for (const char* const mid : {"A", "B"}) {
-        index.Reserve();
-        index.Add(MarkedHash(1), listed.first, Listed::In(listed.first, mid));
-    }
-    EXPECT_EQ(index.Find(MarkedHash(1), listed.first, "A"), &Listed::In(listed.first, "A"));
-    EXPECT_EQ(index.Find(MarkedHash(1), listed.first, "B"), &Listed::In(listed.first, "B"));
-    EXPECT_EQ(index.Find(MarkedHash(1), listed.first, "C"), nullptr);
-}
-
-TEST(AllowIndex, TellsKeysOfOneHashApart) {
-    const Listed listed;
-    AllowIndex index;
-    index.Reserve();
-    index.Add(MarkedHash(1), listed.first, Listed::In(listed.first, "A"));
-    EXPECT_EQ(index.Find(MarkedHash(1), listed.second, "A"), nullptr);
-    index.Reserve();
-    index.Add(MarkedHash(1), listed.second, Listed::In(listed.second, "A"));
-    EXPECT_EQ(index.Find(MarkedHash(1), listed.second, "A"), &Listed::In(listed.second, "A"));
-    EXPECT_EQ(index.Find(MarkedHash(1), listed.first, "A"), &Listed::In(listed.first, "A"));
 }
 
 } // namespace

@@ -183,7 +183,7 @@ TEST_F(LifecycleLock, LetsTheHostChangeTheTablesFromWithinItsCalls) {
         SetAction(R"({"tcp":1})");
     };
     EXPECT_EQ(Handle(), REPLY_ALLOW);
-    EXPECT_EQ(Fields().AllowedMids(), AllowList());
+    EXPECT_EQ(Fields().AllowedMids(), AllowTable());
     EXPECT_EQ(Fields().Actions(), (ActionTable{{"tcp", true}}));
 }
 

@@ -27,9 +27,9 @@ protected:
 TEST_F(LifecycleStates, CreatedTakesAllButPropertiesAndEvents) {
     EXPECT_EQ(Now(), State::Created);
     EXPECT_TRUE(receiver->SetAllowList(R"({"mid_list":[{"mid":"A","protocol":["tcp"]}]})"));
-    EXPECT_EQ(Fields().AllowedMids(), (AllowList{{"tcp", {"A"}}}));
+    EXPECT_EQ(Fields().AllowedMids(), (AllowTable{{"tcp", {"A"}}}));
     EXPECT_TRUE(receiver->ClearAllowList());
-    EXPECT_EQ(Fields().AllowedMids(), AllowList());
+    EXPECT_EQ(Fields().AllowedMids(), AllowTable());
     EXPECT_TRUE(receiver->SetReportSink(&sink));
     EXPECT_TRUE(receiver->Start());
     EXPECT_FALSE(receiver->Stop());

@@ -32,7 +32,7 @@ TEST_F(Lifecycle, FreshObjectHasItsDefaults) {
     EXPECT_FALSE(fields.Inited());
     EXPECT_EQ(fields.Host(), nullptr);
     EXPECT_FALSE(fields.Started());
-    EXPECT_EQ(fields.AllowedMids(), AllowList());
+    EXPECT_EQ(fields.AllowedMids(), AllowTable());
     EXPECT_EQ(fields.ReportSink(), nullptr);
     EXPECT_FALSE(fields.HasMidService());
     EXPECT_EQ(fields.Mid(), "");
@@ -124,7 +124,7 @@ TEST_F(Lifecycle, UninitReturnsTrueAndClearsTheOneFlag) {
     EXPECT_FALSE(Fields().Inited());
     EXPECT_EQ(Fields().Host(), &host);
     EXPECT_TRUE(Fields().Started());
-    EXPECT_EQ(Fields().AllowedMids(), (AllowList{{"tcp", {"A"}}}));
+    EXPECT_EQ(Fields().AllowedMids(), (AllowTable{{"tcp", {"A"}}}));
     EXPECT_EQ(Fields().ReportSink(), &sink);
     EXPECT_TRUE(Fields().HasMidService());
     EXPECT_EQ(Fields().Mid(), "SCRIPTED-MACHINE");

@@ -187,7 +187,7 @@ TEST_F(MidMatch, TheIdOfThisHostPlaysNoPart) {
 }
 
 TEST_F(MidMatch, TheAllowListIsNotChanged) {
-    const AllowList list{{"K1", {"A", "B"}}, {"K2", {"C"}}};
+    const AllowTable list{{"K1", {"A", "B"}}, {"K2", {"C"}}};
     Fields().SetAllowedMids(list);
     Match("K1", {"A"});
     Match("K3", {"A"});

@@ -68,7 +68,7 @@ protected:
         return {records.begin() + 2, records.end() - 3};
     }
 
-    const AllowList oldList{{"OLD-KEY", {"OLD-MID"}}};
+    const AllowTable oldList{{"OLD-KEY", {"OLD-MID"}}};
     const ActionTable oldActions{{"OLD-TYPE", true}};
 };
 
@@ -126,7 +126,7 @@ TEST_F(Nesting, AllowListOfAMillionArraysWithTheWrongEndIsRefusedWithCodeAndOffs
 TEST_F(Nesting, AllowListWithAMillionLevelsAsMidListEmptiesTheList) {
     EXPECT_TRUE(Set(R"({"mid_list":)" + Arrays(million) + "}"));
     EXPECT_EQ(TakeRecords(), Lines{inSetAllowList.Trace("parse allow list, ret1")});
-    EXPECT_EQ(Fields().AllowedMids(), AllowList{});
+    EXPECT_EQ(Fields().AllowedMids(), AllowTable{});
     EXPECT_TRUE(Set(R"({"mid_list":)" + Objects(million) + "}"));
     EXPECT_EQ(TakeRecords(),
               (Lines{inSetAllowList.Trace("mid list is empty"), inSetAllowList.Trace("parse allow list, ret1")}));
@@ -136,11 +136,11 @@ TEST_F(Nesting, AllowListWithAMillionLevelsAtEveryPlaceKeepsItsGoodEntries) {
     const std::string good = R"({"mid":"M","protocol":["K"]})";
     for (const std::string& deep : {Arrays(million), Objects(million)}) {
         EXPECT_TRUE(Set(R"({"mid_list":[)" + deep + "," + good + "]}"));
-        EXPECT_EQ(Fields().AllowedMids(), (AllowList{{"K", {"M"}}}));
+        EXPECT_EQ(Fields().AllowedMids(), (AllowTable{{"K", {"M"}}}));
         EXPECT_TRUE(Set(R"({"mid_list":[{"mid":)" + deep + R"(,"protocol":["J"]},)" + good + "]}"));
-        EXPECT_EQ(Fields().AllowedMids(), (AllowList{{"K", {"M"}}}));
+        EXPECT_EQ(Fields().AllowedMids(), (AllowTable{{"K", {"M"}}}));
         EXPECT_TRUE(Set(R"({"mid_list":[{"mid":"M","protocol":["J",)" + deep + R"(]},)" + good + "]}"));
-        EXPECT_EQ(Fields().AllowedMids(), (AllowList{{"J", {"M"}}, {"K", {"M"}}}));
+        EXPECT_EQ(Fields().AllowedMids(), (AllowTable{{"J", {"M"}}, {"K", {"M"}}}));
     }
 }
 
@@ -231,7 +231,7 @@ protected:
 
 TEST_F(LargeDocument, AsAllowListIsTaken) {
     EXPECT_TRUE(Set(Filled(R"({"mid_list":[)", R"(,{"mid":"M","protocol":["K"]}]})")));
-    EXPECT_EQ(Fields().AllowedMids(), (AllowList{{"K", {"M"}}}));
+    EXPECT_EQ(Fields().AllowedMids(), (AllowTable{{"K", {"M"}}}));
     EXPECT_EQ(TakeRecords(), Lines{inSetAllowList.Trace("parse allow list, ret1")});
 }
 

@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "frame/interfaces.h"
-#include "mordRev/src/mordRevTypes.h"
+#include "frame/values.h"
 
 // A record with the texts "guid" and "type", the same text under every other name, and the numbers "pid" 4 and "flags".
 class PlainRecord : public IEventRecord {

@@ -269,7 +269,7 @@ TEST_F(QueryResult, NoFieldOfTheReceiverIsTouched) {
     Fields().SetAllowedMids({{"KEY-1", {"MID-1"}}});
     Fields().Actions() = {{"TYPE-1", true}};
     Parse(AnswerText("a", {"m"}));
-    EXPECT_EQ(Fields().AllowedMids(), (AllowList{{"KEY-1", {"MID-1"}}}));
+    EXPECT_EQ(Fields().AllowedMids(), (AllowTable{{"KEY-1", {"MID-1"}}}));
     EXPECT_EQ(Fields().Actions(), (ActionTable{{"TYPE-1", true}}));
     EXPECT_EQ(Fields().Mid(), "LOCAL-MID");
     EXPECT_EQ(TakeCalls(), Lines{});

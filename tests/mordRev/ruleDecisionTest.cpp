@@ -148,7 +148,7 @@ TEST_F(RuleDecision, NeitherTableNorAllowListChanges) {
     DecideRule();
     ASSERT_NE(table.Find("GUID-1"), nullptr);
     EXPECT_EQ(TextsOf(*table.Find("GUID-1")), std::set<std::string>{"MID-1"});
-    EXPECT_EQ(Fields().AllowedMids(), (AllowList{{"TYPE-1", {"MID-1"}}}));
+    EXPECT_EQ(Fields().AllowedMids(), (AllowTable{{"TYPE-1", {"MID-1"}}}));
 }
 
 TEST_F(RuleDecision, AWebRuleIsMatchedUnderItsOwnGuid) {

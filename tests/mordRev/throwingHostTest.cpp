@@ -79,7 +79,7 @@ TEST_F(HostThatThrows, LeavesTheReceiverAsItWas) {
     EXPECT_THROW(Decide(), RefusedAnswer);
     Fields().Host() = &host;
     EXPECT_EQ(Decide(), (Verdict{true, REPLY_ALLOW}));
-    EXPECT_EQ(Fields().AllowedMids(), (AllowList{{"TYPE-1", {"MID-1"}}}));
+    EXPECT_EQ(Fields().AllowedMids(), (AllowTable{{"TYPE-1", {"MID-1"}}}));
 }
 
 } // namespace

@@ -259,7 +259,7 @@ TEST_F(WaysOut, NoFailureChangesTheObjectAndTheNextEventStartsAfresh) {
         EXPECT_EQ(Fields().Mid(), "LOCAL-MID");
         EXPECT_EQ(Fields().Mode(), MODE_ACTION_TABLE);
         EXPECT_EQ(Fields().ExceptionMode(), EXCEPTION_BLOCK);
-        EXPECT_EQ(Fields().AllowedMids(), (AllowList{{"TYPE-1", {"MID-1"}}}));
+        EXPECT_EQ(Fields().AllowedMids(), (AllowTable{{"TYPE-1", {"MID-1"}}}));
         EXPECT_EQ(Fields().Actions(), ActionTable{});
     };
     failWith(DOT_QUERY_NETWORK_ERROR, std::nullopt);

@@ -4,8 +4,8 @@
 #include <string>
 
 #include "frame/sameIdentifier.h"
+#include "frame/values.h"
 #include "hostKit/utf.h"
-#include "mordRev/src/mordRevTypes.h"
 #include "platform/wideChar.h"
 
 bool scriptedConverterWrites = true;

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "mordRev/src/mordRevTypes.h"
+#include "frame/values.h"
 
 namespace race {
 namespace {

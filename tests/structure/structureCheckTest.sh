@@ -48,7 +48,7 @@ plant "frame does not look at the receiver" src/frame/baseServices.cpp \
 plant "text does not look at logging" src/text/textConvert.cpp \
     "1: text may not include logging/logMacros.h" '#include "logging/logMacros.h"'
 plant "logging does not look at the receiver" src/logging/planted.h \
-    "1: logging may not include mordRev/src/mordRevTypes.h" '#include "mordRev/src/mordRevTypes.h"'
+    "1: logging may not include mordRev/src/mordRev.h" '#include "mordRev/src/mordRev.h"'
 plant "logging does not look at native" src/logging/planted.cpp \
     "1: logging may not include native/native.h" '#include "native/native.h"'
 plant "native does not look at frame" src/native/planted.h \
@@ -82,7 +82,7 @@ plant "<windows.h> in a header of the platform" src/platform/planted.h \
     "1: headers of the system stand in the platform's bodies alone, not <windows.h>" '#include <windows.h>'
 
 # Public headers
-for header in platform/wideChar.h platform/callConv.h frame/identifiers.h frame/interfaces.h mordRev/src/mordRevTypes.h; do
+for header in platform/wideChar.h platform/callConv.h frame/identifiers.h frame/interfaces.h frame/values.h; do
     plant "a public header takes nothing of the standard library" "src/$header" \
         "1: a public header includes <stdint.h> and public headers alone, not string" '#include <string>'
     plant "a public header takes no other header of ours" "src/$header" \

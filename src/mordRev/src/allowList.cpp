@@ -1,16 +1,96 @@
-// The allow list: which machines may connect, by protocol key.
+// The allow list: the table with its index, and the document that fills it.
 //
 // The document is organised by machine: {"mid_list": [{"mid": "MID-1", "protocol": ["KEY-1", "KEY-2"]}, …]}. The table
 // is organised by protocol.
+#include "mordRev/src/allowList.h"
+
+#include <algorithm>
+
 #include "logging/logMacros.h"
 #include "mordRev/src/json.h"
 #include "mordRev/src/mordRev.h"
+#include "mordRev/src/seededHash.h"
+
+// NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): m_few is set as far as there are ids
+AllowQuery::AllowQuery(const std::string& protocol, MidSet mids) : m_protocol(protocol), m_mids(mids) {
+    MarkedHash* pairs = m_few.data();
+    if (mids.size() > m_few.size()) {
+        m_many.resize(mids.size());
+        pairs = m_many.data();
+    }
+    const uint32_t protocolHash = AllowList::HashOfProtocol(protocol);
+    std::transform(mids.begin(), mids.end(), pairs,
+                   [protocolHash](std::string_view mid) { return AllowList::HashOfPair(protocolHash, mid); });
+    m_pairs = pairs;
+}
+
+uint32_t AllowList::HashOfProtocol(const std::string& protocol) {
+    return HashText(protocol, ProcessHashKeys().protocol);
+}
+
+MarkedHash AllowList::HashOfPair(uint32_t protocolHash, std::string_view mid) {
+    return MarkedHash(protocolHash ^ HashText(mid, ProcessHashKeys().mid));
+}
+
+// What can fail comes first: room for the pair, then the element of the table. A key comes into the table together with
+// its first machine id.
+void AllowList::Add(std::string protocol, std::string mid) {
+    const MarkedHash hash = HashOfPair(HashOfProtocol(protocol), mid);
+    m_pairs.emplace_back(); // by the vector's own growth: reserve() takes no more than it is asked for
+    m_pairs.pop_back();
+    m_index.Reserve();
+
+    auto entry = m_table.find(protocol);
+    auto place = AllowedMids::iterator();
+    if (entry == m_table.end()) {
+        AllowedMids first;
+        place = first.insert(std::move(mid)).first;
+        entry = m_table.emplace(std::move(protocol), std::move(first)).first;
+    } else {
+        const auto [inserted, isNew] = entry->second.insert(std::move(mid));
+        if (!isNew) {
+            return;
+        }
+        place = inserted;
+    }
+    m_index.Add(hash, static_cast<uint32_t>(m_pairs.size()));
+    m_pairs.push_back({&entry->second, &*place});
+}
+
+void AllowList::Clear() noexcept {
+    m_table.clear();
+    m_index.Clear();
+    m_pairs = std::vector<Pair>(); // not {}, which would keep the memory
+}
+
+const std::string* AllowList::Match(const AllowQuery& query) const {
+    // Most ids are not in the list, and most queries end here. The loop does the same few steps for each id: the longer
+    // the receiver's lock is held, the more often another thread is put to sleep for it.
+    bool mayMatch = false;
+    for (size_t i = 0; i < query.m_mids.size(); ++i) {
+        mayMatch |= m_index.MayHold(query.m_pairs[i]);
+    }
+    const auto allowed = mayMatch ? m_table.find(query.m_protocol) : m_table.end();
+    if (allowed == m_table.end()) {
+        return nullptr;
+    }
+    const std::string* match = nullptr;
+    for (size_t i = 0; i < query.m_mids.size(); ++i) {
+        const uint32_t found = m_index.Find(query.m_pairs[i], [&](uint32_t number) {
+            return m_pairs[number].mids == &allowed->second && *m_pairs[number].mid == query.m_mids[i];
+        });
+        if (found != HashIndex::none && (match == nullptr || *m_pairs[found].mid < *match)) {
+            match = m_pairs[found].mid;
+        }
+    }
+    return match;
+}
 
 namespace {
 
 // Adds what one entry of "mid_list" says. An entry without a "mid" that is a string and a "protocol" that is an array
-// is passed over, and so is an element of "protocol" that is no string.
-void AddEntry(AllowList& list, AllowIndex& index, const JsonValue& entry) {
+// is skipped, and so is an element of "protocol" that is not a string.
+void AddEntry(AllowList& list, const JsonValue& entry) {
     const JsonValue* const mid = FindMember(entry, "mid");
     if (mid == nullptr || !mid->IsString()) {
         return;
@@ -21,7 +101,7 @@ void AddEntry(AllowList& list, AllowIndex& index, const JsonValue& entry) {
     }
     for (const JsonValue& protocol : protocols->GetArray()) {
         if (protocol.IsString()) {
-            Allow(list, index, TextToNul(protocol), TextToNul(*mid));
+            list.Add(TextToNul(protocol), TextToNul(*mid));
         }
     }
 }
@@ -40,13 +120,12 @@ bool CMordRecv::SetAllowList(const char* text) {
     } else if (midList == nullptr) {
         LOG_ERROR(WIDE("format error"));
     } else {
-        m_allowList.clear(); // the old list is gone from here on, whatever follows
-        m_allowIndex.Clear();
+        m_allowList.Clear(); // the old list is gone from here on, whatever follows
         if (!midList->IsArray()) {
             LOG_TRACE(WIDE("mid list is empty")); // sic: a value of another kind logs this, an empty array does not
         } else {
             for (const JsonValue& entry : midList->GetArray()) {
-                AddEntry(m_allowList, m_allowIndex, entry);
+                AddEntry(m_allowList, entry);
             }
         }
     }
@@ -58,7 +137,6 @@ bool CMordRecv::SetAllowList(const char* text) {
 bool CMordRecv::ClearAllowList() {
     const std::lock_guard lock(m_lock);
     LOG_TRACE(WIDE("ClearAllowList_mids start"));
-    m_allowList.clear();
-    m_allowIndex.Clear();
+    m_allowList.Clear();
     return true;
 }

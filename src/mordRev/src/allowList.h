@@ -1,6 +1,8 @@
-// The allow list as a table, and the index beside it.
+// The allow list: which machines may connect, by protocol key.
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <set>
@@ -9,50 +11,60 @@
 #include <vector>
 
 #include "mordRev/src/hashIndex.h"
-#include "mordRev/src/seededHash.h"
+#include "mordRev/src/queryResultTable.h"
 
 using AllowedMids = std::set<std::string>;
-using AllowList = std::map<std::string, AllowedMids>; // protocol key to machine ids; no set is empty
+using AllowTable = std::map<std::string, AllowedMids>; // protocol key to machine ids; no set is empty
 
-// Finds a machine id under a protocol key in a time that does not grow with the list, and without a comparison of texts
-// when it is not there. Holds exactly the pairs of the list that it stands beside: whoever changes one changes both,
-// under the same lock.
-class AllowIndex {
+// Which of some machine ids are allowed under one protocol key? Holds what can be computed without the list, and so
+// without its lock. The texts that it was made of must outlive it.
+class AllowQuery {
 public:
-    // The hash of a protocol key, and that of a pair with it. Neither needs a list.
-    static uint32_t HashOfProtocol(const std::string& protocol);
-    static MarkedHash HashOfPair(uint32_t protocolHash, std::string_view mid) {
-        return MarkedHash(protocolHash ^ HashText(mid, ProcessHashKeys().mid));
-    }
-
-    // Makes room for one more pair; both list and index are as they were when that fails.
-    void Reserve();
-
-    // Adds the pair of `mid`, an element of `mids`, and the protocol key of that set. There must be room.
-    void Add(const MarkedHash& pair, const AllowedMids& mids, const std::string& mid) noexcept;
-
-    void Clear() noexcept;
-
-    // False when the pair is not here; seldom true without it. Looks at no list and calls nothing, to be part of the
-    // loop that runs under the lock: the longer the lock is held, the more often another thread is put to sleep for it.
-    bool MayHold(const MarkedHash& pair) const { return m_index.MayHold(pair); }
-
-    // The element of `mids` that equals `mid`, or null. `pair` is that of the protocol key of `mids` with `mid`.
-    const std::string* Find(const MarkedHash& pair, const AllowedMids& mids, std::string_view mid) const {
-        const uint32_t found = m_index.Find(
-            pair, [&](uint32_t number) { return m_pairs[number].mids == &mids && *m_pairs[number].mid == mid; });
-        return found == HashIndex::none ? nullptr : m_pairs[found].mid;
-    }
+    AllowQuery(const std::string& protocol, MidSet mids);
+    AllowQuery(const AllowQuery&) = delete;
+    AllowQuery& operator=(const AllowQuery&) = delete;
 
 private:
+    friend class AllowList;
+
+    const std::string& m_protocol;
+    MidSet m_mids;
+    // The hash of each id with the protocol key, in the order of the ids. Those of a few ids take no memory from the
+    // heap.
+    std::array<MarkedHash, 128> m_few;
+    std::vector<MarkedHash> m_many;
+    const MarkedHash* m_pairs;
+};
+
+// The table, and an index over its pairs: a look-up takes a time that does not grow with the list, and compares no
+// texts when the id is not there. Not for several threads at once: the receiver guards it by its lock.
+class AllowList {
+public:
+    // Adds a pair, unless it is there already. Nothing has changed when memory runs out.
+    void Add(std::string protocol, std::string mid);
+
+    // Empties the list and returns its memory.
+    void Clear() noexcept;
+
+    // The least of the machine ids of the query, by unsigned bytes, that is allowed under its key; null when none is.
+    // Valid until the list changes.
+    const std::string* Match(const AllowQuery& query) const;
+
+    const AllowTable& Table() const { return m_table; }
+
+private:
+    friend class AllowQuery;
+
+    // An element of a set of the table. The set stands for its protocol key.
     struct Pair {
-        const AllowedMids* mids; // stands for the protocol key
+        const AllowedMids* mids;
         const std::string* mid;
     };
 
-    std::vector<Pair> m_pairs;
-    HashIndex m_index;
-};
+    static uint32_t HashOfProtocol(const std::string& protocol);
+    static MarkedHash HashOfPair(uint32_t protocolHash, std::string_view mid);
 
-// Adds a pair to both. Neither is changed when memory runs out.
-void Allow(AllowList& list, AllowIndex& index, std::string protocol, std::string mid);
+    AllowTable m_table;
+    std::vector<Pair> m_pairs; // all of the table
+    HashIndex m_index;         // by the hash of a pair, to its number in m_pairs
+};

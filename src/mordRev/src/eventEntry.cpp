@@ -1,8 +1,8 @@
 // The entry of every decision: HandleEvent, from the event to the final reply.
 #include "logging/logMacros.h"
-#include "mordRev/src/dotAnswer.h"
 #include "mordRev/src/json.h"
 #include "mordRev/src/mordRev.h"
+#include "mordRev/src/queryAnswer.h"
 #include "mordRev/src/recordReader.h"
 #include "mordRev/src/ruleGuids.h"
 

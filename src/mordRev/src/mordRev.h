@@ -9,8 +9,8 @@
 #include "frame/interfaces.h"
 #include "frame/objectImpl.h"
 #include "frame/servicePointer.h"
+#include "frame/values.h"
 #include "mordRev/src/allowList.h"
-#include "mordRev/src/mordRevTypes.h"
 #include "mordRev/src/queryResultTable.h"
 
 class CMordRecv;
@@ -23,8 +23,8 @@ using CMordRecvObject = Base::CZelkObjectImpl<CMordRecv, Base::empty_locker, Bas
 // was carried out; the decision itself is always in the reply. Nothing is thrown or caught: exhausted memory passes
 // through every operation as std::bad_alloc, with the lock released.
 //
-// Threads. Everything runs on the caller's threads, of which several may be here at once. m_lock guards m_allowList,
-// its index and m_actionTable. It is held for the whole of SetAllowList, ClearAllowList and ParseActionJson, of
+// Threads. Everything runs on the caller's threads, of which several may be here at once. m_lock guards m_allowList
+// and m_actionTable. It is held for the whole of SetAllowList, ClearAllowList and ParseActionJson, of
 // IsMatchmid but for the hashing of what that is given, and for the look-up in ModiyReply; never across a call to the
 // host. It is not recursive. The started flag, the two modes and the report sink are atomic words, which may be set
 // while events are handled: an event takes the old or the new value at each of its reads. The other fields are plain,
@@ -108,7 +108,6 @@ private:
     IDotHost* m_host = nullptr; // not owned
     std::atomic<bool> m_started = false;
     AllowList m_allowList;
-    AllowIndex m_allowIndex; // over m_allowList
     std::timed_mutex m_lock;
     std::atomic<IReportSink*> m_reportSink = nullptr; // not owned
     ServicePointer<IMachineIdService> m_midService;

@@ -3,8 +3,8 @@
 #include <system_error>
 
 #include "logging/logMacros.h"
-#include "mordRev/src/lowerCase.h"
 #include "mordRev/src/mordRev.h"
+#include "mordRev/src/procPathText.h"
 
 bool CMordRecv::GetProcPathByPid(uint32_t pid, std::string* path) {
     path->clear();

@@ -1,7 +1,7 @@
 // The image path of a process, on Windows: what the process's own parameters block says.
 #include "logging/logMacros.h"
-#include "mordRev/src/lowerCase.h"
 #include "mordRev/src/mordRev.h"
+#include "mordRev/src/procPathText.h"
 #include "native/scopedHandle.h"
 #include "native/targetProcess.h"
 #include "platform/platform.h"

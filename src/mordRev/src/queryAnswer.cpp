@@ -1,6 +1,12 @@
 #include "mordRev/src/queryAnswer.h"
 
+#include <cstring>
+
 #include "mordRev/src/json.h"
+
+std::string DotAnswer::Copy() const {
+    return {m_text, std::strlen(m_text)};
+}
 
 namespace {
 

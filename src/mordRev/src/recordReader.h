@@ -8,7 +8,7 @@
 #include <string_view>
 
 #include "frame/interfaces.h"
-#include "mordRev/src/mordRevTypes.h"
+#include "frame/values.h"
 
 // 0 when the read fails, even if the record wrote something.
 inline uint32_t ReadInt32(IEventRecord* record, const char* name) {

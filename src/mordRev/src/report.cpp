@@ -2,7 +2,7 @@
 #include "logging/logMacros.h"
 #include "mordRev/src/json.h"
 #include "mordRev/src/mordRev.h"
-#include "mordRev/src/procName.h"
+#include "mordRev/src/procPathText.h"
 #include "mordRev/src/recordReader.h"
 #include "mordRev/src/ruleGuids.h"
 

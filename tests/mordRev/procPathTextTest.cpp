@@ -1,9 +1,7 @@
 // The texts of a report that are made from a path.
-#include "mordRev/src/procName.h"
+#include "mordRev/src/procPathText.h"
 
 #include <gtest/gtest.h>
-
-#include "mordRev/src/lowerCase.h"
 
 namespace {
 
