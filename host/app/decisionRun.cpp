@@ -4,6 +4,7 @@
 
 #include "document/filePath.h"
 #include "mordRev/src/mordRevTypes.h"
+#include "output/boundedText.h"
 #include "policy/modeNames.h"
 #include "system/hostSystem.h"
 #include "system/runError.h"
@@ -42,11 +43,13 @@ std::string Counted(size_t count, const std::string& noun) {
     return std::to_string(count) + ' ' + noun + (count == 1 ? "" : "s");
 }
 
+constexpr size_t widestMachineId = 64;
+
 } // namespace
 
 std::string TitleOf(const std::string& policyName, const Policy& policy) {
-    return policyName + ": machine id " + policy.machineId.value_or("from the machine") + ", defender mode " +
-           ModeText(policy.defenderMode, MODE_ACTION_TABLE, defenderModes) + ", exception mode " +
+    return policyName + ": machine id " + Printable(policy.machineId.value_or("from the machine"), widestMachineId) +
+           ", defender mode " + ModeText(policy.defenderMode, MODE_ACTION_TABLE, defenderModes) + ", exception mode " +
            ModeText(policy.exceptionMode, EXCEPTION_BLOCK, exceptionModes) + ", " +
            Counted(policy.rules.size(), "rule") + ", " + Counted(policy.dots.size(), "dot");
 }

@@ -63,7 +63,7 @@ Preview LookThrough(const std::string& name, const Policy& policy, const Program
         decision.rules = SelectRules(policy.rules, *event);
         decision.process = KnownProcess(*event, programs);
         decision.event = std::move(*event);
-        Widen(preview.widths, CellsOf(decision, policy));
+        Widen(preview.widths, decision, policy);
     }
     return preview;
 }

@@ -9,7 +9,7 @@ namespace {
 // Room for the ends and processes that are usual, since those to come are not known.
 Widths LiveWidths() {
     Widths widths = UsualWidths();
-    Widen(widths, {"", "127.100.100.100:40000", "127.100.100.100:8080", "python3.11", "web, smb", "", ""});
+    Widen(widths, Texts{"", "127.100.100.100:40000", "127.100.100.100:8080", "python3.11", "web, smb", "", ""});
     return widths;
 }
 

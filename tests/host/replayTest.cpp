@@ -298,3 +298,25 @@ TEST_F(Replayed, TenThousandEventsAreDecidedInOrder) {
         ASSERT_NE(line.find("\"why\":\"no dot is held\""), std::string::npos) << line;
     }
 }
+
+TEST_F(Replayed, AWideRowIsCutAndTheNextOnesAreInTheirColumns) {
+    std::string rules;
+    for (int i = 0; i < 20000; ++i) {
+        rules += std::string(i == 0 ? "" : ",") + R"({"guid": "G)" + std::to_string(i) +
+                 R"(", "type": "a long type of rule )" + std::to_string(i) + "\"}";
+    }
+    const std::string longId(100000, 'm');
+    const ProcessResult result =
+        Replay("{\"machine_id\": \"" + longId + "\", \"rules\": [" + rules + "]}", "{}\n{\"flags\": 4}\n");
+    EXPECT_EQ(result.code, 0) << result.error;
+    std::istringstream lines(result.output);
+    std::string blocked;
+    std::string passed;
+    for (std::string line; std::getline(lines, line);) {
+        EXPECT_LT(line.size(), 500U);
+        blocked = line.find("no dot is held") != std::string::npos ? line : blocked;
+        passed = line.find("disconnect") != std::string::npos ? line : passed;
+    }
+    EXPECT_NE(blocked.find("  a long type of rule 0, a long type of r\u2026  block"), std::string::npos) << blocked;
+    EXPECT_EQ(blocked.find("no dot is held"), passed.find("disconnect")) << blocked << '\n' << passed;
+}
