@@ -17,14 +17,16 @@ Widths LiveWidths() {
 
 void Watch(const WatchOptions& options) {
     const Policy policy = ReadPolicy(options.policy);
+    FileRoles roles;
+    AddRoles(roles, policy, options.run);
     DecisionRun run(policy, options.run, TitleOf(options.policy, policy), LiveWidths());
-    run.Begin();
-    run.Flush();
-    WatchConnections(options.live, [&run](ConnectionEvent event) {
-        run.Handle(std::move(event));
+    run.Run([&] {
         run.Flush();
+        WatchConnections(options.live, [&run](ConnectionEvent event) {
+            run.Handle(std::move(event));
+            run.Flush();
+        });
     });
-    run.End();
 }
 
 } // namespace mordhost
