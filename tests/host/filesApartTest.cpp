@@ -82,6 +82,11 @@ TEST_F(FilesApart, NoTwoOutputsGoToOneFile) {
     ExpectRefusal({"--reports", "old", "--log", "./old"}, "--log ./old and --reports old are the same file");
 }
 
+TEST_F(FilesApart, DotsReplaceNothingButFiles) {
+    ExpectRefusal({"--dots", "there"}, "cannot replace there: it is a directory, not a file");
+    ExpectRefusal({"--dots", "there/none/new"}, "cannot write there/none/new: No such file or directory");
+}
+
 TEST_F(FilesApart, TheDotsOfThePolicyMayBeKeptInTheirFile) {
     const ProcessResult result = Replayed({"--dots", "there/../dots.json"});
     EXPECT_EQ(result.code, 0) << result.error;

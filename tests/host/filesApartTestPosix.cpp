@@ -1,5 +1,6 @@
 // Standard streams that are files, devices that are no files, and links. Posix alone.
 #include <sys/stat.h>
+#include <sys/sysmacros.h>
 
 #include "host/mordhostFixture.h"
 
@@ -69,6 +70,17 @@ TEST_F(FilesApartPosix, LinksLeadToWhatIsRead) {
     ExpectRefusal("replay p.json e.jsonl --log none --reports second",
                   "--log none and --reports second are the same file");
     EXPECT_FALSE(directory.Has("none"));
+}
+
+TEST_F(FilesApartPosix, DotsReplaceNeitherDevicesNorPipes) {
+    const std::string device = directory.Name("device");
+    const std::string pipe = directory.Name("pipe");
+    ASSERT_EQ(mknod(device.c_str(), S_IFCHR | 0600, makedev(0, 0)), 0); // which nothing drives
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    ExpectRefusal("replay p.json e.jsonl --dots device", "cannot replace device: it is a device, not a file");
+    ExpectRefusal("watch p.json --seconds 1 --dots pipe", "cannot replace pipe: it is a pipe, not a file");
+    EXPECT_TRUE(std::filesystem::is_character_file(device));
+    EXPECT_TRUE(std::filesystem::is_fifo(pipe));
 }
 
 TEST_F(FilesApartPosix, DevicesMayBeSharedByOutputs) {

@@ -57,8 +57,9 @@ public:
     // Sends it an interruption, as the user would: SIGINT, or Ctrl-C from its console.
     void Interrupt() const;
 
-    // Sends it another signal. Posix alone.
+    // Posix alone: sends it another signal; its process id.
     void Send(int signal) const;
+    uint32_t Id() const;
 
     ProcessResult Wait();
 

@@ -110,6 +110,10 @@ void BackgroundProcess::Send(int signal) const {
     kill(m_state->process, signal);
 }
 
+uint32_t BackgroundProcess::Id() const {
+    return static_cast<uint32_t>(m_state->process);
+}
+
 ProcessResult BackgroundProcess::Wait() {
     int status = 0;
     waitpid(m_state->process, &status, 0);
