@@ -4,6 +4,8 @@
 
 #include "document/filePath.h"
 #include "frame/values.h"
+#include "output/boundedText.h"
+#include "output/requireWritten.h"
 #include "policy/modeNames.h"
 #include "system/hostSystem.h"
 #include "system/runError.h"
@@ -42,11 +44,38 @@ std::string Counted(size_t count, const std::string& noun) {
     return std::to_string(count) + ' ' + noun + (count == 1 ? "" : "s");
 }
 
+constexpr std::chrono::milliseconds betweenFlushes(50);
+constexpr size_t widestMachineId = 64;
+
 } // namespace
 
+void AddRoles(FileRoles& roles, const Policy& policy, const RunOptions& options) {
+    for (const PolicyFile& file : policy.files) {
+        if (file.holdsDots) {
+            roles.ReadsDots(file.what, file.name);
+        } else {
+            roles.Reads(file.what, file.name);
+        }
+    }
+    for (const std::string_view name : {"ZelkBase", "Ferrocore", "mordRev"}) {
+        roles.Reads("the library", Utf8Of(DirectoryOf(options) / LibraryFileName(name)));
+    }
+    roles.WritesStandardOutput();
+    if (!options.reports.empty()) {
+        roles.Writes("--reports", options.reports);
+    }
+    if (!options.log.empty()) {
+        roles.Writes("--log", options.log);
+    }
+    if (!options.dots.empty()) {
+        roles.Replaces("--dots", options.dots);
+    }
+    roles.WritesMessages();
+}
+
 std::string TitleOf(const std::string& policyName, const Policy& policy) {
-    return policyName + ": machine id " + policy.machineId.value_or("from the machine") + ", defender mode " +
-           ModeText(policy.defenderMode, MODE_ACTION_TABLE, defenderModes) + ", exception mode " +
+    return policyName + ": machine id " + Printable(policy.machineId.value_or("from the machine"), widestMachineId) +
+           ", defender mode " + ModeText(policy.defenderMode, MODE_ACTION_TABLE, defenderModes) + ", exception mode " +
            ModeText(policy.exceptionMode, EXCEPTION_BLOCK, exceptionModes) + ", " +
            Counted(policy.rules.size(), "rule") + ", " + Counted(policy.dots.size(), "dot");
 }
@@ -61,10 +90,27 @@ DecisionRun::DecisionRun(const Policy& policy, const RunOptions& options, const 
     WriteLog(m_log.Take()); // of the start
 }
 
+void DecisionRun::Run(const std::function<void()>& work) {
+    try {
+        m_presenter->Begin();
+        RequireWritten(std::cout, standardOutputName);
+        work();
+    } catch (const std::exception&) {
+        try {
+            End();
+        } catch (const std::exception&) { // what ended the run is to be told
+        }
+        throw;
+    }
+    End();
+    RequireKeptDots();
+}
+
 void DecisionRun::Handle(ConnectionEvent event) {
     const Decision decision = m_decider.Decide(std::move(event));
     m_statistics.Add(decision);
     m_presenter->Show(decision);
+    RequireWritten(std::cout, standardOutputName);
     WriteLog(decision.log);
     if (m_reportFile) {
         for (const std::string& report : decision.reports) {
@@ -82,9 +128,7 @@ void DecisionRun::WriteLog(const std::string& records) {
 
 void DecisionRun::Flush() {
     std::cout.flush();
-    if (!std::cout) {
-        throw RunError("cannot write the standard output");
-    }
+    RequireWritten(std::cout, standardOutputName);
     if (m_reportFile) {
         m_reportFile->Flush();
     }
@@ -93,10 +137,18 @@ void DecisionRun::Flush() {
     }
 }
 
+void DecisionRun::FlushNowAndThen() {
+    const auto now = std::chrono::steady_clock::now();
+    if (now >= m_nextFlush) {
+        Flush();
+        m_nextFlush = now + betweenFlushes;
+    }
+}
+
 void DecisionRun::End() {
     m_presenter->End({m_statistics, m_dots.Calls(), m_store.Size(), m_logging});
-    Flush();
     Warn();
+    Flush();
 }
 
 void DecisionRun::Warn() const {
@@ -108,8 +160,11 @@ void DecisionRun::Warn() const {
         std::cerr << "mordhost: warning: of " << calls.answers << " answers to queries the library kept " << kept
                   << ", not " << toBeKept << ", and gave back " << calls.strayReturns << " that it did not have\n";
     }
+}
+
+void DecisionRun::RequireKeptDots() const {
     if (!m_store.Trouble().empty()) {
-        std::cerr << "mordhost: warning: " << m_store.Trouble() << '\n';
+        throw RunError("the dots that are left could not be kept: " + m_store.Trouble());
     }
 }
 

@@ -7,6 +7,8 @@
 #include "document/filePath.h"
 #include "document/sourceText.h"
 #include "library/libraries.h"
+#include "output/requireWritten.h"
+#include "system/stopRequest.h"
 
 namespace mordhost {
 
@@ -21,14 +23,16 @@ int Fail(const std::exception& error, int code) {
 } // namespace
 
 int RunMordhost(std::vector<std::string> arguments) {
-    int code = EXIT_DONE;
-    const Action action = ReadCommandLine(std::move(arguments), code);
-    if (!action) {
-        return code;
-    }
     try {
-        action();
-        return EXIT_DONE;
+        HoldStopRequests();
+        int code = EXIT_DONE;
+        const Action action = ReadCommandLine(std::move(arguments), code);
+        if (action) {
+            action();
+        }
+        std::cout.flush(); // of a help text, for one
+        RequireWritten(std::cout, standardOutputName);
+        return code;
     } catch (const DocumentError& error) {
         return Fail(error, EXIT_DOCUMENT_REFUSED);
     } catch (const LoadError& error) {

@@ -1,46 +1,32 @@
 // mordhost replay POLICY EVENTS
-#include <cerrno>
-#include <fstream>
 #include <iostream>
 #include <set>
-#include <system_error>
 
 #include "app/commands.h"
+#include "app/eventSource.h"
 #include "document/filePath.h"
-#include "events/eventReader.h"
 #include "output/progressBar.h"
 #include "policy/policyReader.h"
 #include "policy/ruleSelection.h"
 #include "programs/programs.h"
 #include "system/hostSystem.h"
-#include "system/runError.h"
+#include "system/stopRequest.h"
 
 namespace mordhost {
 
 namespace {
 
-constexpr auto standardInput = "-";
-constexpr auto standardInputName = "standard input";
-
-// What a first look at all events tells.
-struct Preview {
-    size_t count = 0;
-    Widths widths = UsualWidths();
-    std::set<std::string> failing; // names of events for which the policy prescribes a failure
-};
-
-std::ifstream OpenEvents(const std::string& name) {
-    const std::filesystem::path path = PathOf(name);
-    std::error_code error;
-    if (std::filesystem::is_directory(path, error)) {
-        throw FileError("cannot read " + name + ": it is a directory");
+void RequireApart(const ReplayOptions& options, const Policy& policy, const Programs& programs) {
+    FileRoles roles;
+    if (options.events == EventSource::standardInput) {
+        roles.ReadsStandardInput("the standard input");
+    } else {
+        roles.Reads("the events", options.events);
     }
-    errno = 0;
-    std::ifstream file(path, std::ios::binary);
-    if (!file) {
-        throw FileError("cannot read " + name + ": " + std::generic_category().message(errno));
+    for (const auto& [name, file] : policy.programs) {
+        roles.Reads("the program", Utf8Of(programs.FileOf({name, {}})));
     }
-    return file;
+    AddRoles(roles, policy, options.run);
 }
 
 // The path of the event's process, as far as it is known before the library is asked.
@@ -49,87 +35,93 @@ std::string KnownProcess(const ConnectionEvent& event, const Programs& programs)
     return event.process.empty() ? started : event.process;
 }
 
-// Reads the whole file once, so that a bad line is refused before anything is decided.
-Preview LookThrough(const std::string& name, const Policy& policy, const Programs& programs) {
-    std::ifstream file = OpenEvents(name);
-    EventReader reader(file, name);
-    Preview preview;
-    while (std::optional<ConnectionEvent> event = reader.Next()) {
-        ++preview.count;
-        if (policy.failures.contains(event->name)) {
-            preview.failing.insert(event->name);
-        }
+// Widths in which the first events fit. When one of their lines is refused, nothing has been decided yet.
+Widths WidthsFor(EventSource& events, const Policy& policy, const Programs& programs) {
+    Widths widths = UsualWidths();
+    for (const ConnectionEvent& event : events.LookAhead()) {
         Decision decision;
-        decision.rules = SelectRules(policy.rules, *event);
-        decision.process = KnownProcess(*event, programs);
-        decision.event = std::move(*event);
-        Widen(preview.widths, CellsOf(decision, policy));
+        decision.rules = SelectRules(policy.rules, event);
+        decision.process = KnownProcess(event, programs);
+        decision.event = event;
+        Widen(widths, decision, policy);
     }
-    return preview;
+    return widths;
 }
 
-void WarnOfUnknownNames(const Policy& policy, const std::set<std::string>& names) {
-    for (const auto& [name, prescribed] : policy.failures) {
-        if (!names.contains(name)) {
-            std::cerr << "mordhost: warning: " << prescribed.where.Text() << ": no event has the name \"" << name
-                      << "\"\n";
+// Decides the events of a replay one after the other.
+class Replaying {
+public:
+    Replaying(const Policy& policy, Programs& programs, EventSource& events, DecisionRun& run)
+        : m_policy(policy), m_programs(programs), m_events(events), m_run(run) {}
+
+    // To the end of the events, or to a request to stop.
+    void DecideAll() {
+        // Where the rows appear on a terminal themselves, they are the progress.
+        const bool showBar = !m_events.IsLive() && IsTerminal(Stream::error) && !IsTerminal(Stream::output);
+        ProgressBar bar(std::cerr, showBar, showBar ? m_events.Size() : 0);
+        size_t count = 0;
+        while (std::optional<ConnectionEvent> event = Next()) {
+            Decide(std::move(*event));
+            bar.Advance(m_events.Done(), ++count);
         }
     }
-}
 
-// Ends the run, also one that was broken off.
-void End(DecisionRun& run) {
-    run.End();
-    if (Interrupted()) {
-        throw RunError("interrupted: the events behind these are not decided");
+    void WarnOfUnknownNames() const {
+        for (const auto& [name, prescribed] : m_policy.failures) {
+            if (!m_failed.contains(name)) {
+                std::cerr << "mordhost: warning: " << prescribed.where.Text() << ": no event has the name \"" << name
+                          << "\"\n";
+            }
+        }
     }
-}
 
-// Events that come down a pipe are decided as they come.
-void ReplayStream(const ReplayOptions& options, const Policy& policy, Programs& programs) {
-    EventReader reader(std::cin, standardInputName);
-    HoldInterruption();
-    DecisionRun run(policy, options.run, TitleOf(options.policy, policy), UsualWidths());
-    run.Begin();
-    for (auto event = reader.Next(); event && !Interrupted(); event = reader.Next()) {
-        programs.GiveId(*event);
-        run.Handle(std::move(*event));
-        run.Flush();
+private:
+    std::optional<ConnectionEvent> Next() {
+        try {
+            return StopRequested() ? std::nullopt : m_events.Next();
+        } catch (const Stopped&) {
+            return {};
+        }
     }
-    End(run);
-}
 
-void ReplayFile(const ReplayOptions& options, const Policy& policy, Programs& programs) {
-    const Preview preview = LookThrough(options.events, policy, programs);
-    WarnOfUnknownNames(policy, preview.failing);
-    std::ifstream file = OpenEvents(options.events);
-    EventReader reader(file, options.events);
-    HoldInterruption();
-    DecisionRun run(policy, options.run, TitleOf(options.policy, policy), preview.widths);
-    // Where the rows appear on a terminal themselves, they are the progress.
-    const bool showBar = IsTerminal(Stream::error) && !IsTerminal(Stream::output);
-    ProgressBar bar(std::cerr, showBar, preview.count);
-    run.Begin();
-    size_t done = 0;
-    for (auto event = reader.Next(); event && !Interrupted(); event = reader.Next()) {
-        programs.GiveId(*event);
-        run.Handle(std::move(*event));
-        bar.Advance(++done);
+    void Decide(ConnectionEvent event) {
+        if (m_policy.failures.contains(event.name)) {
+            m_failed.insert(event.name);
+        }
+        if (event.program) {
+            m_run.Flush(); // its start may take a while
+            m_programs.GiveId(event);
+        }
+        m_run.Handle(std::move(event));
+        if (m_events.IsLive()) {
+            m_run.Flush();
+        } else {
+            m_run.FlushNowAndThen();
+        }
     }
-    bar.Clear();
-    End(run);
-}
+
+    const Policy& m_policy;
+    Programs& m_programs;
+    EventSource& m_events;
+    DecisionRun& m_run;
+    std::set<std::string> m_failed; // names of events that came, for which the policy prescribes a failure
+};
 
 } // namespace
 
 void Replay(const ReplayOptions& options) {
     const Policy policy = ReadPolicy(options.policy);
     Programs programs(policy, options.programs.empty() ? OwnDirectory() : PathOf(options.programs));
-    if (options.events == standardInput) {
-        ReplayStream(options, policy, programs);
-    } else {
-        ReplayFile(options, policy, programs);
+    RequireApart(options, policy, programs);
+    EventSource events(options.events);
+    const Widths widths = WidthsFor(events, policy, programs);
+    DecisionRun run(policy, options.run, TitleOf(options.policy, policy), widths);
+    Replaying replaying(policy, programs, events, run);
+    run.Run([&] { replaying.DecideAll(); });
+    if (StopRequested()) {
+        throw Stopped("interrupted by " + StopCause() + ": the events behind these are not decided");
     }
+    replaying.WarnOfUnknownNames();
 }
 
 } // namespace mordhost

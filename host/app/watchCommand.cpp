@@ -9,7 +9,7 @@ namespace {
 // Room for the ends and processes that are usual, since those to come are not known.
 Widths LiveWidths() {
     Widths widths = UsualWidths();
-    Widen(widths, {"", "127.100.100.100:40000", "127.100.100.100:8080", "python3.11", "web, smb", "", ""});
+    Widen(widths, Texts{"", "127.100.100.100:40000", "127.100.100.100:8080", "python3.11", "web, smb", "", ""});
     return widths;
 }
 
@@ -17,14 +17,16 @@ Widths LiveWidths() {
 
 void Watch(const WatchOptions& options) {
     const Policy policy = ReadPolicy(options.policy);
+    FileRoles roles;
+    AddRoles(roles, policy, options.run);
     DecisionRun run(policy, options.run, TitleOf(options.policy, policy), LiveWidths());
-    run.Begin();
-    run.Flush();
-    WatchConnections(options.live, [&run](ConnectionEvent event) {
-        run.Handle(std::move(event));
+    run.Run([&] {
         run.Flush();
+        WatchConnections(options.live, [&run](ConnectionEvent event) {
+            run.Handle(std::move(event));
+            run.Flush();
+        });
     });
-    run.End();
 }
 
 } // namespace mordhost

@@ -16,12 +16,7 @@ public:
 std::filesystem::path PathOf(const std::string& utf8);
 std::string Utf8Of(const std::filesystem::path& path);
 
-// The bytes of the whole file. Throws FileError.
+// The bytes of the whole file. Throws FileError, and Stopped when a request to stop breaks the reading off.
 std::string ReadWholeFile(const std::string& name);
-
-// Replaces the file by `text`, so that at every moment, a crash included, either the old file or the new one stands
-// whole under the name: the text goes into a new file beside it, to the disk, and then takes the name over. Throws
-// FileError and leaves the old file.
-void ReplaceFile(const std::string& name, const std::string& text);
 
 } // namespace mordhost

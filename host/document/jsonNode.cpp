@@ -1,5 +1,6 @@
 #include "document/jsonNode.h"
 
+#include <algorithm>
 #include <string_view>
 
 #include <rapidjson/error/en.h>
@@ -112,6 +113,41 @@ private:
     bool m_tooDeep = false;
 };
 
+[[noreturn]] void RefuseEncoding(const SourceText& source, const char* encoding) {
+    std::string reason("the text is ");
+    reason += encoding;
+    reason += ", and JSON is UTF-8: save the file as UTF-8";
+    source.Refuse(0, reason);
+}
+
+// Refuses a text that is in another encoding of Unicode in words that say so: to the parser it is a text without a
+// value, or with a wrong one.
+void RequireUtf8(const SourceText& source) {
+    const std::string_view text = source.Text();
+    const std::string_view start = text.substr(0, 4);
+    if (start.starts_with(std::string_view("\xFF\xFE\0\0", 4)) || start == std::string_view("\0\0\xFE\xFF", 4)) {
+        RefuseEncoding(source, "UTF-32");
+    }
+    // Without a mark, the first two characters tell: they are of ASCII, so that every second byte is 0.
+    const auto isZero = [start](size_t place) { return start[place] == '\0'; };
+    const bool everySecond =
+        start.size() == 4 && isZero(0) == isZero(2) && isZero(1) == isZero(3) && isZero(0) != isZero(1);
+    if (start.starts_with("\xFF\xFE") || start.starts_with("\xFE\xFF") || everySecond) {
+        RefuseEncoding(source, "UTF-16");
+    }
+}
+
+[[noreturn]] void RefuseError(const SourceText& source, size_t offset, rapidjson::ParseErrorCode code) {
+    const std::string_view rest = source.Text().substr(std::min(offset, source.Text().size()));
+    if (rest.starts_with('\0')) {
+        source.Refuse(offset, "a NUL byte stands in the text: the file is no text, or it is damaged");
+    }
+    if (code == rapidjson::kParseErrorStringInvalidEncoding) {
+        source.Refuse(offset, "the string is not UTF-8: save the file as UTF-8");
+    }
+    source.Refuse(offset, rapidjson::GetParseError_En(code));
+}
+
 } // namespace
 
 const char* KindName(JsonNode::Kind kind) {
@@ -133,6 +169,7 @@ const char* KindName(JsonNode::Kind kind) {
 }
 
 JsonNode ParseJson(const SourceText& source) {
+    RequireUtf8(source);
     const std::string_view text = source.Text();
     const size_t start = text.starts_with(byteOrderMark) ? byteOrderMark.size() : 0;
     rapidjson::MemoryStream stream(text.data() + start, text.size() - start);
@@ -144,11 +181,11 @@ JsonNode ParseJson(const SourceText& source) {
         source.Refuse(builder.Last() - 1, "values are nested more than " + std::to_string(deepest) + " deep");
     }
     if (result.IsError()) {
-        source.Refuse(start + result.Offset(), rapidjson::GetParseError_En(result.Code()));
+        RefuseError(source, start + result.Offset(), result.Code());
     }
     // The parser takes a raw NUL for the end of the text.
     if (start + stream.Tell() < text.size()) {
-        source.Refuse(start + stream.Tell(), "a NUL byte stands in the text");
+        RefuseError(source, start + stream.Tell(), rapidjson::kParseErrorNone);
     }
     return builder.TakeRoot();
 }

@@ -3,7 +3,7 @@
 #include <exception>
 #include <utility>
 
-#include "document/filePath.h"
+#include "document/replaceFile.h"
 
 namespace mordhost {
 
@@ -22,7 +22,7 @@ bool MemoryDotStore::Delete(const std::string& guid) noexcept {
         return true;
     }
     try {
-        ReplaceFile(m_file, DotsText(m_dots));
+        ReplaceWholeFile(m_file, DotsText(m_dots));
         return true;
     } catch (const std::exception& error) {
         m_trouble = error.what();

@@ -1,10 +1,10 @@
 #include "library/recordLog.h"
 
-#include <random>
 #include <system_error>
 
 #include "document/filePath.h"
 #include "system/hostSystem.h"
+#include "system/privateDirectory.h"
 #include "system/runError.h"
 
 namespace mordhost {
@@ -14,27 +14,16 @@ namespace {
 constexpr auto logFileName = "MORD_Recv.log"; // after the name under which the library starts its logger
 constexpr uint64_t longestFile = 4U << 20U;   // so that a long run does not fill the disk
 
-// A new directory that only this user can enter.
-std::filesystem::path MakePrivateDirectory() {
-    std::random_device random;
-    std::error_code error;
-    const std::filesystem::path parent = std::filesystem::temp_directory_path(error);
-    for (int attempt = 0; attempt < 100 && !error; ++attempt) {
-        const std::filesystem::path directory = parent / ("mordhost-" + std::to_string(random()));
-        if (std::filesystem::create_directory(directory, error)) {
-            std::filesystem::permissions(directory, std::filesystem::perms::owner_all, error);
-            return directory;
-        }
-    }
-    throw RunError("cannot make a directory for log records in " + Utf8Of(parent) +
-                   (error ? ": " + error.message() : ""));
-}
-
 } // namespace
 
 RecordLog::RecordLog(bool on) : m_directory(MakePrivateDirectory()), m_file(m_directory / logFileName) {
-    std::ofstream(m_directory / "Zelklog.ini", std::ios::binary)
-        << "[OUTLOG]\nWriteLog=" << (on ? 1 : 0) << "\nDebugView=0\nLogLevel=0\n";
+    std::ofstream settings(m_directory / "Zelklog.ini", std::ios::binary);
+    settings << "[OUTLOG]\nWriteLog=" << (on ? 1 : 0) << "\nDebugView=0\nLogLevel=0\n" << std::flush;
+    if (!settings) {
+        settings.close();
+        Remove();
+        throw RunError("cannot write into " + Utf8Of(m_directory) + ", where the log records are kept: output is lost");
+    }
     SetEnvironment("ZELK_LOG_DIR", m_directory);
 }
 

@@ -16,8 +16,8 @@ struct LiveOptions {
     std::vector<AddressRange> flagged;
 };
 
-// Watches the machine's inbound connections and hands each event to `handle`, until the time is over or the process is
-// interrupted or asked to terminate. Says on the standard error when it is ready, and whether it may miss connections.
+// Watches the machine's inbound connections and hands each event to `handle`, until the time is over or a request to
+// stop is made. Says on the standard error when it is ready, and whether it may miss connections.
 // Throws RunError, and what `handle` throws.
 void WatchConnections(const LiveOptions& options, const std::function<void(ConnectionEvent)>& handle);
 

@@ -1,90 +1,105 @@
 #include "output/cells.h"
 
 #include <algorithm>
-#include <map>
+#include <array>
+#include <string_view>
 
 #include "events/timestamp.h"
+#include "output/boundedText.h"
 
 namespace mordhost {
 
 namespace {
 
-constexpr auto unknown = "-";
+constexpr std::string_view unknown = "-";
 
-// "smb, web x2": the type words in the order of the rules.
-std::string RulesText(const std::vector<size_t>& places, const Policy& policy) {
-    std::vector<std::string> types;
-    std::map<std::string, size_t> counts;
-    for (const size_t place : places) {
-        const std::string& type = policy.rules[place].type;
-        if (++counts[type] == 1) {
-            types.push_back(type);
-        }
-    }
-    std::string text;
-    for (const std::string& type : types) {
-        text += (text.empty() ? "" : ", ") + (type.empty() ? "\"\"" : type);
-        if (counts[type] > 1) {
-            text += " x" + std::to_string(counts[type]);
-        }
-    }
-    return text.empty() ? unknown : text;
+// As wide as these columns may become: the longest address of version 6 in brackets with its port, and the longest
+// verdict, fit; file names, rule types and machine ids have no bound of their own.
+constexpr std::array<size_t, columnCount> widest = {12, 53, 53, 32, 40, 16, 160};
+
+constexpr size_t Widest(Column column) {
+    return widest[static_cast<size_t>(column)];
 }
 
-std::string ProcessText(const Decision& decision) {
+// "127.0.0.1:445", "[::1]:445"; "-" for what is not known.
+void AddEnd(BoundedText& cell, const std::optional<std::string>& address, std::optional<uint16_t> port) {
+    const bool brackets = address && address->find(':') != std::string::npos;
+    cell.Add(brackets ? "[" : "");
+    cell.Add(address ? std::string_view(*address) : unknown);
+    cell.Add(brackets ? "]:" : ":");
+    cell.Add(port ? std::string_view(std::to_string(*port)) : unknown);
+}
+
+// The part of a path behind its last separator of either kind.
+std::string_view FileNameOf(std::string_view path) {
+    return path.substr(path.find_last_of("/\\") + 1); // the whole where there is none
+}
+
+void AddProcess(BoundedText& cell, const Decision& decision) {
     if (!decision.process.empty()) {
-        return FileNameOf(decision.process);
+        cell.Add(FileNameOf(decision.process));
+    } else if (decision.event.pid) {
+        cell.Add("pid ");
+        cell.Add(std::to_string(*decision.event.pid));
+    } else {
+        cell.Add(unknown);
     }
-    return decision.event.pid ? "pid " + std::to_string(*decision.event.pid) : unknown;
+}
+
+// "smb, web x2": the types in the order of the rules. Each type that is shown takes a column at least, so that there
+// are few to look through, however many rules apply.
+void AddRules(BoundedText& cell, const std::vector<size_t>& places, const Policy& policy) {
+    if (places.empty()) {
+        cell.Add(unknown);
+    }
+    const auto typeOf = [&policy](size_t place) { return std::string_view(policy.rules[place].type); };
+    std::array<std::string_view, Widest(Column::rules) + 1> shown;
+    size_t count = 0;
+    for (auto rule = places.begin(); rule != places.end() && !cell.IsCut(); ++rule) {
+        const std::string_view type = typeOf(*rule);
+        if (std::find(shown.begin(), shown.begin() + count, type) != shown.begin() + count) {
+            continue;
+        }
+        cell.Add(count == 0 ? "" : ", ");
+        cell.Add(type.empty() ? "\"\"" : type);
+        shown[count++] = type;
+        const auto times = std::count_if(rule, places.end(), [&](size_t place) { return typeOf(place) == type; });
+        if (times > 1) {
+            cell.Add(" x");
+            cell.Add(std::to_string(times));
+        }
+    }
 }
 
 } // namespace
 
-std::string EndText(const std::optional<std::string>& address, std::optional<uint16_t> port) {
-    std::string text = address.value_or(unknown);
-    if (text.find(':') != std::string::npos) {
-        text = '[' + text + ']';
-    }
-    return text + ':' + (port ? std::to_string(*port) : unknown);
-}
-
-std::string FileNameOf(std::string_view path) {
-    const size_t separator = path.find_last_of("/\\");
-    return std::string(separator == std::string_view::npos ? path : path.substr(separator + 1));
-}
-
-std::string Printable(std::string_view text) {
-    std::string printable(text);
-    for (size_t i = 0; i < printable.size(); ++i) {
-        const auto byte = static_cast<unsigned char>(printable[i]);
-        // U+0080 to U+009F, two bytes in UTF-8, steer some terminals too.
-        const bool secondSet =
-            byte == 0xC2 && i + 1 < printable.size() && static_cast<unsigned char>(printable[i + 1]) < 0xA0;
-        if (secondSet) {
-            printable.replace(i, 2, "?");
-        } else if (byte < 0x20 || byte == 0x7F) {
-            printable[i] = '?';
-        }
-    }
-    return printable;
-}
-
-size_t WidthOf(std::string_view text) {
-    return static_cast<size_t>(std::count_if(
-        text.begin(), text.end(), [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U; }));
-}
-
-Cells CellsOf(const Decision& decision, const Policy& policy) {
+size_t AppendCell(std::string& out, Column column, const Decision& decision, const Policy& policy) {
     const ConnectionEvent& event = decision.event;
-    Cells cells{TimeOfDay(event.time),
-                EndText(event.remoteAddress, event.remotePort),
-                EndText(event.localAddress, event.localPort),
-                ProcessText(decision),
-                RulesText(decision.rules, policy),
-                VerdictOf(decision),
-                decision.reason};
-    std::transform(cells.begin(), cells.end(), cells.begin(), Printable);
-    return cells;
+    BoundedText cell(out, Widest(column));
+    switch (column) {
+    case Column::time:
+        cell.Add(TimeOfDay(event.time));
+        break;
+    case Column::remoteEnd:
+        AddEnd(cell, event.remoteAddress, event.remotePort);
+        break;
+    case Column::localEnd:
+        AddEnd(cell, event.localAddress, event.localPort);
+        break;
+    case Column::process:
+        AddProcess(cell, decision);
+        break;
+    case Column::rules:
+        AddRules(cell, decision.rules, policy);
+        break;
+    case Column::verdict:
+        cell.Add(VerdictOf(decision));
+        break;
+    case Column::reason:
+        cell.Add(decision.reason);
+        break;
+    }
+    return cell.Width();
 }
 
 } // namespace mordhost

@@ -4,27 +4,31 @@
 #include <system_error>
 
 #include "document/filePath.h"
-#include "system/runError.h"
+#include "output/requireWritten.h"
+#include "system/stopRequest.h"
 
 namespace mordhost {
 
 OutputFile::OutputFile(const std::string& name) : m_name(name) {
     errno = 0;
     m_stream.open(PathOf(name), std::ios::binary | std::ios::trunc);
+    const int error = errno;
+    if (!m_stream && StopRequested()) { // while nobody read a pipe
+        throw Stopped("interrupted by " + StopCause() + " while opening " + name);
+    }
     if (!m_stream) {
-        throw FileError("cannot write " + name + ": " + std::generic_category().message(errno));
+        throw FileError("cannot write " + name + ": " + std::generic_category().message(error));
     }
 }
 
 void OutputFile::Write(std::string_view text) {
     m_stream.write(text.data(), static_cast<std::streamsize>(text.size()));
+    RequireWritten(m_stream, m_name);
 }
 
 void OutputFile::Flush() {
     m_stream.flush();
-    if (!m_stream) {
-        throw RunError("cannot write " + m_name + ": output is lost");
-    }
+    RequireWritten(m_stream, m_name);
 }
 
 } // namespace mordhost

@@ -12,9 +12,10 @@ public:
     // Creates or empties the file, as bytes. Throws FileError.
     explicit OutputFile(const std::string& name);
 
+    // Throws RunError when something that was written was lost, which may come to light at the next call.
     void Write(std::string_view text);
 
-    // Hands what was written to the system. Throws RunError when some of it was lost.
+    // Hands what was written to the system. Throws RunError as above.
     void Flush();
 
 private:

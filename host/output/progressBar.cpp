@@ -1,7 +1,6 @@
 #include "output/progressBar.h"
 
 #include <algorithm>
-#include <cstdint>
 #include <string>
 
 namespace mordhost {
@@ -13,16 +12,16 @@ constexpr std::chrono::milliseconds betweenDrawings(100);
 
 } // namespace
 
-void ProgressBar::Advance(size_t done, Clock::time_point now) {
+void ProgressBar::Advance(uint64_t done, size_t events, Clock::time_point now) {
     if (!m_on || now < m_next) {
         return;
     }
     m_next = now + betweenDrawings;
-    const size_t total = std::max<size_t>(m_total, 1);
-    const size_t shown = std::min(done, total);
-    const auto filled = static_cast<size_t>(static_cast<uint64_t>(barWidth) * shown / total);
-    m_out << "\r[" << std::string(filled, '#') << std::string(barWidth - filled, '.') << "] "
-          << static_cast<uint64_t>(100) * shown / total << "%  " << done << " of " << m_total << std::flush;
+    const uint64_t total = std::max<uint64_t>(m_total, 1);
+    const uint64_t shown = std::min(done, total);
+    const auto filled = static_cast<size_t>(barWidth * shown / total);
+    m_out << "\r[" << std::string(filled, '#') << std::string(barWidth - filled, '.') << "] " << 100 * shown / total
+          << "%  " << events << " events" << std::flush;
     m_drawn = true;
 }
 

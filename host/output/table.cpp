@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "frame/values.h"
+#include "output/boundedText.h"
 
 namespace mordhost {
 
@@ -15,7 +16,9 @@ constexpr auto dim = "\x1b[2m";
 constexpr auto bold = "\x1b[1m";
 constexpr auto plain = "\x1b[0m";
 
-const Cells headings = {"TIME", "REMOTE END", "LOCAL END", "PROCESS", "RULES", "VERDICT", "WHY"};
+constexpr size_t betweenColumns = 2;
+
+constexpr Texts headings = {"TIME", "REMOTE END", "LOCAL END", "PROCESS", "RULES", "VERDICT", "WHY"};
 
 const char* ColourOf(const Decision& decision) {
     if (!decision.asked) {
@@ -36,41 +39,60 @@ const char* ColourOf(const Decision& decision) {
 Widths UsualWidths() {
     Widths widths{};
     Widen(widths, headings);
-    Widen(widths, {"09:54:12.345", "", "", "", "", "allow (flagged)", std::string(40, '-')});
+    Widen(widths, {"09:54:12.345", "", "", "", "", "allow (flagged)", "----------------------------------------"});
     return widths;
 }
 
-void Widen(Widths& widths, const Cells& cells) {
+void Widen(Widths& widths, const Texts& texts) {
     for (size_t i = 0; i < columnCount; ++i) {
-        widths[i] = std::max(widths[i], WidthOf(cells[i]));
+        widths[i] = std::max(widths[i], WidthOf(texts[i]));
+    }
+}
+
+void Widen(Widths& widths, const Decision& decision, const Policy& policy) {
+    std::string row;
+    for (size_t i = 0; i < columnCount; ++i) {
+        widths[i] = std::max(widths[i], AppendCell(row, static_cast<Column>(i), decision, policy));
     }
 }
 
 void Table::Heading() {
-    m_out << (m_colour ? bold : "");
-    Line(headings, nullptr);
-    m_out << (m_colour ? plain : "");
-    Cells rule;
+    m_line += m_colour ? bold : "";
     for (size_t i = 0; i < columnCount; ++i) {
-        rule[i] = std::string(m_widths[i], '-');
+        m_line += headings[i];
+        Pad(i, headings[i].size());
     }
-    Line(rule, nullptr);
+    WriteLine();
+    m_line += m_colour ? plain : "";
+    for (size_t i = 0; i < columnCount; ++i) {
+        m_line.append(m_widths[i], '-');
+        Pad(i, m_widths[i]);
+    }
+    WriteLine();
 }
 
-void Table::Row(const Cells& cells, const Decision& decision) {
-    Line(cells, m_colour ? ColourOf(decision) : nullptr);
+void Table::Row(const Decision& decision, const Policy& policy) {
+    for (size_t i = 0; i < columnCount; ++i) {
+        const auto column = static_cast<Column>(i);
+        const bool coloured = m_colour && column == Column::verdict;
+        m_line += coloured ? ColourOf(decision) : "";
+        const size_t width = AppendCell(m_line, column, decision, policy);
+        m_line += coloured ? plain : "";
+        Pad(i, width);
+    }
+    WriteLine();
 }
 
-void Table::Line(const Cells& cells, const char* colour) {
-    for (size_t i = 0; i < columnCount; ++i) {
-        const bool coloured = colour != nullptr && i == static_cast<size_t>(Column::verdict);
-        m_out << (coloured ? colour : "") << cells[i] << (coloured ? plain : "");
-        if (i + 1 < columnCount) { // nothing hangs behind the last column
-            const size_t width = WidthOf(cells[i]);
-            m_out << std::string(m_widths[i] > width ? m_widths[i] - width + 2 : 2, ' ');
-        }
+void Table::Pad(size_t column, size_t width) {
+    if (column + 1 < columnCount) { // nothing hangs behind the last one
+        m_line.append(std::max(m_widths[column], width) - width + betweenColumns, ' ');
     }
-    m_out << '\n';
+}
+
+void Table::WriteLine() {
+    m_line += '\n';
+    m_out.write(m_line.data(), static_cast<std::streamsize>(m_line.size()));
+    m_line.clear();
 }
 
 } // namespace mordhost

@@ -3,6 +3,8 @@
 
 #include <array>
 #include <ostream>
+#include <string>
+#include <string_view>
 
 #include "output/cells.h"
 
@@ -10,11 +12,15 @@ namespace mordhost {
 
 using Widths = std::array<size_t, columnCount>;
 
+// A text for each column.
+using Texts = std::array<std::string_view, columnCount>;
+
 // Widths in which the headings fit, and the cells of decisions of which nothing is known yet.
 Widths UsualWidths();
 
-// Widens the columns so that `cells` fit.
-void Widen(Widths& widths, const Cells& cells);
+// Widens the columns so that `texts` fit, or the row of the decision.
+void Widen(Widths& widths, const Texts& texts);
+void Widen(Widths& widths, const Decision& decision, const Policy& policy);
 
 class Table {
 public:
@@ -24,15 +30,17 @@ public:
     void Heading();
 
     // A cell that is wider than its column pushes the rest of its row aside. `reply` of the decision gives the colour.
-    void Row(const Cells& cells, const Decision& decision);
+    void Row(const Decision& decision, const Policy& policy);
 
 private:
-    // Writes the cells, the verdict in the terminal's `colour`.
-    void Line(const Cells& cells, const char* colour);
+    // Fills the line up to the next column, behind a cell of this width.
+    void Pad(size_t column, size_t width);
+    void WriteLine();
 
     std::ostream& m_out;
     const Widths m_widths;
     const bool m_colour;
+    std::string m_line; // that is being made; its room is used again
 };
 
 } // namespace mordhost

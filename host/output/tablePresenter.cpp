@@ -41,7 +41,7 @@ public:
         m_table.Heading();
     }
 
-    void Show(const Decision& decision) override { m_table.Row(CellsOf(decision, m_policy), decision); }
+    void Show(const Decision& decision) override { m_table.Row(decision, m_policy); }
 
     void End(const Outcome& outcome) override {
         const Statistics& statistics = outcome.statistics;

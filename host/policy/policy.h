@@ -49,7 +49,15 @@ struct PrescribedFailure {
     Location where; // of the event's name in the policy
 };
 
+// A file in which a part of the policy stands.
+struct PolicyFile {
+    std::string what; // "the allow list"
+    std::string name;
+    bool holdsDots = false;
+};
+
 struct Policy {
+    std::vector<PolicyFile> files;        // the policy itself, and those that it names
     std::optional<std::string> machineId; // without one, the library asks the machine
     std::optional<uint32_t> defenderMode; // without one, the library's default holds; so too below
     std::optional<uint32_t> exceptionMode;

@@ -20,31 +20,40 @@ std::filesystem::path BesidePolicy(const SourceText& policy, const std::filesyst
     return PathOf(policy.Name()).parent_path() / file;
 }
 
-SourceText ReadNamedFile(const SourceText& policy, const JsonNode& node) {
-    const auto path = BesidePolicy(policy, PathOf(RequireText(policy, node, "a file name")));
+// Where a part of the policy stands that can be a file of its own.
+struct Part {
+    const SourceText& policy;
+    const JsonNode& node;
+    std::string what;
+    bool isDots = false;
+};
+
+SourceText ReadNamedFile(const Part& part, Policy& policy) {
+    const auto path = BesidePolicy(part.policy, PathOf(RequireText(part.policy, part.node, "a file name")));
     const std::u8string generic = path.generic_u8string();
     const std::string name(generic.begin(), generic.end());
+    policy.files.push_back({part.what, name, part.isDots});
     try {
         return {name, ReadWholeFile(name)};
     } catch (const FileError& error) {
-        policy.Refuse(node.begin, error.what());
+        part.policy.Refuse(part.node.begin, error.what());
     }
 }
 
-// Calls `read` with the document that `node` holds inline or names by its file.
+// Calls `read` with the document that the part holds inline or names by its file.
 template <typename Read>
-auto ReadInlineOrNamed(const SourceText& policy, const JsonNode& node, Read read) {
-    if (node.kind != JsonNode::Kind::string) {
-        return read(policy, node);
+auto ReadInlineOrNamed(const Part& part, Policy& policy, Read read) {
+    if (part.node.kind != JsonNode::Kind::string) {
+        return read(part.policy, part.node);
     }
-    const SourceText file = ReadNamedFile(policy, node);
+    const SourceText file = ReadNamedFile(part, policy);
     return read(file, ParseJson(file));
 }
 
 using Check = void (*)(const SourceText&, const JsonNode&);
 
-LibraryDocument ReadLibraryDocument(const SourceText& policy, const JsonNode& node, Check check) {
-    return ReadInlineOrNamed(policy, node, [check](const SourceText& source, const JsonNode& root) {
+LibraryDocument ReadLibraryDocument(const Part& part, Policy& policy, Check check) {
+    return ReadInlineOrNamed(part, policy, [check](const SourceText& source, const JsonNode& root) {
         check(source, root);
         return LibraryDocument{std::string(source.Text().substr(root.begin, root.end - root.begin)),
                                source.At(root.begin)};
@@ -111,6 +120,7 @@ Policy ReadPolicy(const std::string& name) {
                         {"machine_id", "defender_mode", "exception_mode", "allow_list", "actions", "rules", "dots",
                          "failures", "programs"});
     Policy policy;
+    policy.files.push_back({"the policy", name});
     policy.rules = ReadRules(source, RequireMember(source, root, "rules"));
     if (const JsonNode* const node = FindMember(root, "machine_id")) {
         policy.machineId = ReadMachineId(source, *node);
@@ -122,13 +132,13 @@ Policy ReadPolicy(const std::string& name) {
         policy.exceptionMode = ReadMode(source, *node, exceptionModes, "\"exception_mode\"");
     }
     if (const JsonNode* const node = FindMember(root, "allow_list")) {
-        policy.allowList = ReadLibraryDocument(source, *node, CheckAllowList);
+        policy.allowList = ReadLibraryDocument({source, *node, "the allow list"}, policy, CheckAllowList);
     }
     if (const JsonNode* const node = FindMember(root, "actions")) {
-        policy.actions = ReadLibraryDocument(source, *node, CheckActions);
+        policy.actions = ReadLibraryDocument({source, *node, "the action table"}, policy, CheckActions);
     }
     if (const JsonNode* const node = FindMember(root, "dots")) {
-        policy.dots = ReadInlineOrNamed(source, *node, ReadDots);
+        policy.dots = ReadInlineOrNamed({source, *node, "the dots", true}, policy, ReadDots);
     }
     if (const JsonNode* const node = FindMember(root, "failures")) {
         policy.failures = ReadFailures(source, *node);

@@ -1,6 +1,7 @@
 #include "policy/ruleReader.h"
 
 #include <charconv>
+#include <map>
 
 #include "document/jsonAccess.h"
 
@@ -72,16 +73,37 @@ std::vector<AddressRange> ReadAddresses(const SourceText& source, const JsonNode
     return ranges;
 }
 
+// Dots, allow list entries of web rules and reports name a rule by its guid alone.
+class Guids {
+public:
+    explicit Guids(const SourceText& source) : m_source(source) {}
+
+    void Add(const JsonNode& guid) {
+        const auto [first, isNew] = m_places.emplace(guid.text, guid.begin);
+        if (!isNew) {
+            m_source.Refuse(guid.begin, "the guid \"" + guid.text +
+                                            "\" is that of another rule: " + m_source.At(first->second).Text());
+        }
+    }
+
+private:
+    const SourceText& m_source;
+    std::map<std::string_view, size_t> m_places;
+};
+
 } // namespace
 
 std::vector<Rule> ReadRules(const SourceText& source, const JsonNode& node) {
     RequireKind(source, node, JsonNode::Kind::array, "\"rules\"");
     std::vector<Rule> rules;
+    Guids guids(source);
     for (const JsonNode& entry : node.elements) {
         RequireKind(source, entry, JsonNode::Kind::object, "a rule");
         RequireKnownMembers(source, entry, {"guid", "type", "local_ports", "local_addresses", "remote_addresses"});
         Rule rule;
-        rule.guid = RequireText(source, RequireMember(source, entry, "guid"), "\"guid\"");
+        const JsonNode& guid = RequireMember(source, entry, "guid");
+        rule.guid = RequireText(source, guid, "\"guid\"");
+        guids.Add(guid);
         rule.type = RequireText(source, RequireMember(source, entry, "type"), "\"type\"");
         rule.localPorts = ReadPorts(source, entry);
         rule.localAddresses = ReadAddresses(source, entry, "local_addresses");

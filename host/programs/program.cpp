@@ -4,8 +4,8 @@
 #include <string>
 
 #include "document/filePath.h"
-#include "system/hostSystem.h"
 #include "system/runError.h"
+#include "system/stopRequest.h"
 
 namespace mordhost {
 
@@ -51,8 +51,8 @@ void Program::WaitUntilReady(const std::filesystem::path& file) {
         case ChildProcess::Heard::nothing:
             break;
         }
-        if (Interrupted()) {
-            throw RunError("interrupted while " + name + " was not ready yet");
+        if (StopRequested()) {
+            throw Stopped("interrupted by " + StopCause() + " while " + name + " was not ready yet");
         }
     }
 }

@@ -4,7 +4,6 @@
 #include <filesystem>
 #include <string>
 #include <string_view>
-#include <system_error>
 #include <vector>
 
 namespace mordhost {
@@ -35,12 +34,14 @@ void LetGoOfFiles(void* library);
 // Sets a variable in the environment of this process.
 void SetEnvironment(const std::string& name, const std::filesystem::path& value);
 
-// From now on the first interruption by the user, or request to terminate, does not end the process but makes
-// Interrupted true, and breaks off a read of the standard input. A second one ends the process.
-void HoldInterruption();
-bool Interrupted();
+// Where temporary files are kept, which may not be there, and the environment variable by which a user names it.
+struct TemporaryPlace {
+    std::filesystem::path path;
+    std::string variable;
+};
+TemporaryPlace FindTemporaryPlace();
 
-enum class Stream { output, error };
+enum class Stream { input, output, error };
 
 // Whether the stream is a terminal.
 bool IsTerminal(Stream stream);
@@ -49,13 +50,8 @@ bool IsTerminal(Stream stream);
 // NO_COLOR is set to any text. Switches them on where that is needed.
 bool TakesColour(Stream stream);
 
-// Makes the standard streams pass bytes on as they are, and a terminal take them as UTF-8.
+// Makes the standard streams pass bytes on as they are, and a terminal take them as UTF-8. Reading or writing one that
+// is closed fails from now on: no file that is opened later takes its place.
 void PrepareStreams();
-
-// Creates or empties the file, writes `text` and waits until the disk has it.
-std::error_code WriteDurably(const std::filesystem::path& path, std::string_view text);
-
-// Waits until the disk has the name of the file at `path`, where the system can be asked for that.
-void SyncDirectoryOf(const std::filesystem::path& path);
 
 } // namespace mordhost

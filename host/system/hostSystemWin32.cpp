@@ -1,6 +1,5 @@
 #include "system/hostSystem.h"
 
-#include <atomic>
 #include <cstdio>
 
 #include <windows.h>
@@ -12,17 +11,6 @@
 namespace mordhost {
 
 namespace {
-
-std::atomic<bool> interrupted = false;
-
-// Runs on a thread of its own.
-BOOL WINAPI NoteInterruption(DWORD) {
-    return interrupted.exchange(true) ? FALSE : TRUE; // what is not taken ends the process
-}
-
-std::error_code LastError() {
-    return {static_cast<int>(GetLastError()), std::system_category()};
-}
 
 std::string Utf8Of(const wchar_t* wide) {
     const int size = WideCharToMultiByte(CP_UTF8, 0, wide, -1, nullptr, 0, nullptr, nullptr);
@@ -47,19 +35,10 @@ std::string MessageOf(DWORD code) {
     return length > 0 ? Utf8Of(words) : "error " + std::to_string(code);
 }
 
-std::error_code WriteAndFlush(HANDLE file, std::string_view text) {
-    while (!text.empty()) {
-        DWORD written = 0;
-        if (!WriteFile(file, text.data(), static_cast<DWORD>(text.size()), &written, nullptr)) {
-            return LastError();
-        }
-        text.remove_prefix(written);
-    }
-    return FlushFileBuffers(file) ? std::error_code() : LastError();
-}
-
 HANDLE HandleOf(Stream stream) {
-    return GetStdHandle(stream == Stream::output ? STD_OUTPUT_HANDLE : STD_ERROR_HANDLE);
+    return GetStdHandle(stream == Stream::input    ? STD_INPUT_HANDLE
+                        : stream == Stream::output ? STD_OUTPUT_HANDLE
+                                                   : STD_ERROR_HANDLE);
 }
 
 } // namespace
@@ -114,12 +93,11 @@ void SetEnvironment(const std::string& name, const std::filesystem::path& value)
     SetEnvironmentVariableW(std::filesystem::path(name).c_str(), value.c_str());
 }
 
-void HoldInterruption() {
-    SetConsoleCtrlHandler(NoteInterruption, TRUE);
-}
-
-bool Interrupted() {
-    return interrupted;
+TemporaryPlace FindTemporaryPlace() {
+    wchar_t path[MAX_PATH + 2] = L"";
+    const DWORD length = GetTempPathW(static_cast<DWORD>(std::size(path)), path);
+    path[length < std::size(path) ? length : 0] = L'\0';
+    return {path, "TMP"};
 }
 
 bool IsTerminal(Stream stream) {
@@ -143,18 +121,5 @@ void PrepareStreams() {
     _setmode(_fileno(stderr), _O_BINARY);
     SetConsoleOutputCP(CP_UTF8);
 }
-
-std::error_code WriteDurably(const std::filesystem::path& path, std::string_view text) {
-    const HANDLE file =
-        CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (file == INVALID_HANDLE_VALUE) {
-        return LastError();
-    }
-    const std::error_code error = WriteAndFlush(file, text);
-    CloseHandle(file);
-    return error;
-}
-
-void SyncDirectoryOf(const std::filesystem::path&) {} // a renamed file needs nothing more here
 
 } // namespace mordhost

@@ -5,6 +5,7 @@
 
 using mordhostTest::MordhostTest;
 using mordhostTest::ProcessResult;
+using mordhostTest::ScopedVariable;
 
 namespace {
 
@@ -78,7 +79,7 @@ TEST_F(Arguments, AFileThatCannotBeReadEndsWithTwo) {
 }
 
 TEST_F(Arguments, AFileThatCannotBeWrittenEndsWithTwo) {
-    for (const char* option : {"--reports", "--log"}) {
+    for (const char* option : {"--reports", "--log", "--dots"}) {
         const ProcessResult result = Replay(policy, "{}\n", {option, directory.Name("no/such/file")});
         EXPECT_EQ(result.code, 2) << option;
         EXPECT_EQ(Plain(result.error), "mordhost: cannot write no/such/file: No such file or directory\n");
@@ -134,4 +135,21 @@ TEST_F(Arguments, NamesMayBeAnyUnicodeText) {
     EXPECT_EQ(Plain(result.output).rfind("p\xC3\xB6\xE2\x82\xAC \xF0\x9F\x98\x80.json: machine id ", 0), 0U)
         << result.output;
     EXPECT_TRUE(directory.Has("r\xD0\x96.txt"));
+}
+
+TEST_F(Arguments, ATemporaryDirectoryThatCannotBeUsedIsNamed) {
+    const std::string variable = std::string(MORDHOST_PROGRAM_ENDING).empty() ? "TMPDIR" : "TMP";
+    const std::string advice = "; set " + variable + " to a directory that can be written\n";
+    directory.Write("file", "");
+    const auto errorIn = [&](const std::string& name) {
+        const ScopedVariable place(variable, mordhost::Utf8Of(directory.Path() / name));
+        const ProcessResult result = Replay(policy, "{}\n");
+        EXPECT_EQ(result.code, 1);
+        EXPECT_EQ(result.error.rfind("mordhost: cannot make a directory for the log records in ", 0), 0U)
+            << result.error;
+        EXPECT_NE(result.error.find(name), std::string::npos) << result.error;
+        return result.error;
+    };
+    EXPECT_NE(errorIn("none").find(": it does not exist" + advice), std::string::npos) << errorIn("none");
+    EXPECT_NE(errorIn("file").find(": it is not a directory" + advice), std::string::npos) << errorIn("file");
 }

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "output/boundedText.h"
+
 using namespace mordhost;
 
 namespace {
@@ -15,7 +17,12 @@ Policy PolicyOfTypes(const std::vector<std::string>& types) {
 }
 
 std::string Cell(const Decision& decision, Column column, const Policy& policy = {}) {
-    return CellsOf(decision, policy)[static_cast<size_t>(column)];
+    std::string text = "before ";
+    const size_t width = AppendCell(text, column, decision, policy);
+    EXPECT_EQ(text.rfind("before ", 0), 0U) << "it is written behind what is there";
+    text.erase(0, std::string("before ").size());
+    EXPECT_EQ(width, WidthOf(text));
+    return text;
 }
 
 std::string RulesCell(const std::vector<std::string>& types) {
@@ -29,10 +36,25 @@ std::string RulesCell(const std::vector<std::string>& types) {
 } // namespace
 
 TEST(Cells, AnEndIsAddressAndPort) {
-    EXPECT_EQ(EndText("127.0.0.1", 445), "127.0.0.1:445");
-    EXPECT_EQ(EndText("::1", 445), "[::1]:445");
-    EXPECT_EQ(EndText("127.0.0.1", {}), "127.0.0.1:-");
-    EXPECT_EQ(EndText({}, 445), "-:445");
+    const auto end = [](const std::optional<std::string>& address, std::optional<uint16_t> port) {
+        Decision decision;
+        decision.event.remoteAddress = decision.event.localAddress = address;
+        decision.event.remotePort = decision.event.localPort = port;
+        EXPECT_EQ(Cell(decision, Column::localEnd), Cell(decision, Column::remoteEnd));
+        return Cell(decision, Column::remoteEnd);
+    };
+    EXPECT_EQ(end("127.0.0.1", 445), "127.0.0.1:445");
+    EXPECT_EQ(end("::1", 445), "[::1]:445");
+    EXPECT_EQ(end("127.0.0.1", {}), "127.0.0.1:-");
+    EXPECT_EQ(end({}, 445), "-:445");
+    EXPECT_EQ(end({}, {}), "-:-");
+}
+
+TEST(Cells, TheLongestEndIsNotCut) {
+    Decision decision;
+    decision.event.remoteAddress = "1111:2222:3333:4444:5555:6666:255.255.255.255";
+    decision.event.remotePort = 65535;
+    EXPECT_EQ(Cell(decision, Column::remoteEnd), "[1111:2222:3333:4444:5555:6666:255.255.255.255]:65535");
 }
 
 TEST(Cells, AProcessIsItsFileNameOrItsId) {
@@ -53,18 +75,34 @@ TEST(Cells, RulesAreShownByTheirTypes) {
     EXPECT_EQ(RulesCell({""}), "\"\"");
 }
 
-TEST(Cells, NothingInARowSteersATerminal) {
-    EXPECT_EQ(Printable("a\x1b[31mb\nc\x7F\td"), "a?[31mb?c??d");
-    EXPECT_EQ(Printable("\xC2\x9B"
-                        "31m"),
-              "?31m")
-        << "the same in one character";
-    EXPECT_EQ(Printable("\xC3\xA4\xC2\xA0\xE2\x82\xAC"), "\xC3\xA4\xC2\xA0\xE2\x82\xAC");
-    EXPECT_EQ(RulesCell({"\x1b]0;x\a"}), "?]0;x?");
+TEST(Cells, RulesAreCountedWholeWhereverTheyStand) {
+    std::vector<std::string> types(1000, "web");
+    types.emplace_back("smb");
+    types.emplace_back("web");
+    EXPECT_EQ(RulesCell(types), "web x1001, smb");
 }
 
-TEST(Cells, WidthCountsCharacters) {
-    EXPECT_EQ(WidthOf(""), 0U);
-    EXPECT_EQ(WidthOf("abc"), 3U);
-    EXPECT_EQ(WidthOf("\xC3\xA4\xE2\x82\xAC"), 2U);
+TEST(Cells, WhatIsTooWideIsCutWithASign) {
+    Decision decision;
+    decision.reason = std::string(160, 'r');
+    EXPECT_EQ(Cell(decision, Column::reason), decision.reason);
+    decision.reason += 'r';
+    EXPECT_EQ(Cell(decision, Column::reason), std::string(159, 'r') + "\u2026");
+    decision.process = "/usr/bin/" + std::string(33, 'p');
+    EXPECT_EQ(Cell(decision, Column::process), std::string(31, 'p') + "\u2026");
+}
+
+TEST(Cells, HoweverManyRulesApplyTheirCellIsBounded) {
+    std::vector<std::string> types;
+    for (int i = 0; i < 20000; ++i) {
+        types.push_back("type-" + std::to_string(i));
+    }
+    EXPECT_EQ(RulesCell(types), "type-0, type-1, type-2, type-3, type-4,\u2026");
+    types.assign(20000, "");
+    EXPECT_EQ(RulesCell(types), "\"\" x20000");
+    EXPECT_EQ(RulesCell({std::string(100000, 't')}), std::string(39, 't') + "\u2026");
+}
+
+TEST(Cells, NothingInARowSteersATerminal) {
+    EXPECT_EQ(RulesCell({"\x1b]0;x\a"}), "?]0;x?");
 }

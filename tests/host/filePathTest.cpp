@@ -24,7 +24,7 @@ std::string FileErrorOf(Act act) {
 TEST(FilePath, ANameInUtf8LeadsToItsFile) {
     const TemporaryDirectory directory;
     const std::string name = directory.Name("p\xC3\xB6\xE2\x82\xAC.json");
-    ReplaceFile(name, "text");
+    directory.Write("p\xC3\xB6\xE2\x82\xAC.json", "text");
     EXPECT_TRUE(std::filesystem::exists(directory.Path() / u8"p\u00f6\u20ac.json"));
     EXPECT_EQ(ReadWholeFile(name), "text");
     EXPECT_EQ(Utf8Of(PathOf(name).filename()), "p\xC3\xB6\xE2\x82\xAC.json");
@@ -46,28 +46,4 @@ TEST(FilePath, ADirectoryIsNoFile) {
     const TemporaryDirectory directory;
     const std::string name = directory.Name("");
     EXPECT_EQ(FileErrorOf([&] { ReadWholeFile(name); }), "cannot read " + name + ": it is a directory");
-}
-
-TEST(ReplaceFile, TheNewTextTakesThePlaceOfTheOldAsAWhole) {
-    const TemporaryDirectory directory;
-    const std::string name = directory.Write("dots.json", "a rather long old text");
-    ReplaceFile(name, "new");
-    EXPECT_EQ(directory.Read("dots.json"), "new");
-    EXPECT_FALSE(directory.Has("dots.json.mordhost-new")) << "nothing is left beside it";
-}
-
-TEST(ReplaceFile, AFailureLeavesTheOldFile) {
-    const TemporaryDirectory directory;
-    const std::string name = directory.Write("dots.json", "old");
-    std::filesystem::create_directory(directory.Path() / "dots.json.mordhost-new"); // in the way of the new file
-    EXPECT_EQ(FileErrorOf([&] { ReplaceFile(name, "new"); }).rfind("cannot write " + name + ": ", 0), 0U);
-    EXPECT_EQ(directory.Read("dots.json"), "old");
-}
-
-TEST(ReplaceFile, ADirectoryInThePlaceOfTheFileIsAnErrorThatLeavesNothingBehind) {
-    const TemporaryDirectory directory;
-    std::filesystem::create_directories(directory.Path() / "dots.json" / "inner");
-    const std::string name = directory.Name("dots.json");
-    EXPECT_EQ(FileErrorOf([&] { ReplaceFile(name, "new"); }).rfind("cannot write " + name + ": ", 0), 0U);
-    EXPECT_FALSE(directory.Has("dots.json.mordhost-new"));
 }

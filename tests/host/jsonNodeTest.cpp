@@ -97,11 +97,37 @@ TEST(JsonNode, ASyntaxErrorIsRefusedAtItsPlace) {
 }
 
 TEST(JsonNode, InvalidUtf8IsRefused) {
-    EXPECT_EQ(Refusal("[\"a\xFF\"]"), "a.json:1:4: Invalid encoding in string.");
+    EXPECT_EQ(Refusal("[\"a\xFF\"]"), "a.json:1:4: the string is not UTF-8: save the file as UTF-8");
 }
 
 TEST(JsonNode, ARawNulIsRefused) {
-    EXPECT_EQ(Refusal(std::string("[1]\0[2]", 7)), "a.json:1:4: a NUL byte stands in the text");
+    const std::string reason = "a NUL byte stands in the text: the file is no text, or it is damaged";
+    EXPECT_EQ(Refusal(std::string("[1]\0[2]", 7)), "a.json:1:4: " + reason);
+    EXPECT_EQ(Refusal(std::string("[1, \0]", 6)), "a.json:1:5: " + reason);
+    EXPECT_EQ(Refusal(std::string("[\"a\0\"]", 6)), "a.json:1:4: " + reason);
+    EXPECT_EQ(Refusal(std::string(4096, '\0')), "a.json:1:1: " + reason) << "as a file that was never written";
+    EXPECT_EQ(Refusal(std::string("\xEF\xBB\xBF\0", 4)), "a.json:1:1: " + reason);
+}
+
+TEST(JsonNode, AnotherEncodingIsRefusedByItsName) {
+    const auto wide = [](const std::string& text, const std::string& before, const std::string& behind) {
+        std::string bytes;
+        for (const char c : text) {
+            bytes += before + c + behind;
+        }
+        return bytes;
+    };
+    const std::string zero(1, '\0');
+    const std::string zeros(3, '\0');
+    const std::string utf16 = "a.json:1:1: the text is UTF-16, and JSON is UTF-8: save the file as UTF-8";
+    const std::string utf32 = "a.json:1:1: the text is UTF-32, and JSON is UTF-8: save the file as UTF-8";
+    EXPECT_EQ(Refusal("\xFF\xFE" + wide("{}", "", zero)), utf16);
+    EXPECT_EQ(Refusal("\xFE\xFF" + wide("{}", zero, "")), utf16);
+    EXPECT_EQ(Refusal(wide("{}", "", zero)), utf16);
+    EXPECT_EQ(Refusal(wide("{}", zero, "")), utf16);
+    EXPECT_EQ(Refusal("\xFF\xFE" + std::string(2, '\0') + wide("{}", "", zeros)), utf32);
+    EXPECT_EQ(Refusal(std::string(2, '\0') + "\xFE\xFF" + wide("{}", zeros, "")), utf32);
+    EXPECT_EQ(Refusal("{}"), "accepted");
 }
 
 TEST(JsonNode, NestingIsBounded) {

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include "host/environment.h"
 #include "host/process.h"
 
 namespace mordhostTest {
@@ -36,6 +37,22 @@ protected:
     }
 
     TemporaryDirectory directory;
+};
+
+// The same, with the directory of the test for what mordhost keeps while it runs.
+class TidyMordhostTest : public MordhostTest {
+protected:
+    // Expects that the test's directory has no other one in it.
+    void ExpectNothingIsLeft() const {
+        for (const auto& entry : std::filesystem::directory_iterator(directory.Path())) {
+            EXPECT_FALSE(entry.is_directory()) << entry.path();
+        }
+    }
+
+private:
+    const std::string m_place = mordhost::Utf8Of(directory.Path());
+    const ScopedVariable m_posix{"TMPDIR", m_place};
+    const ScopedVariable m_windows{"TMP", m_place};
 };
 
 } // namespace mordhostTest

@@ -22,33 +22,33 @@ std::string HalfBar(const std::string& behind) {
 
 TEST(ProgressBar, AShortRunShowsNone) {
     std::ostringstream out;
-    ProgressBar bar(out, true, 10, start);
-    bar.Advance(5, start + milliseconds(499));
+    ProgressBar bar(out, true, 1000, start);
+    bar.Advance(500, 5, start + milliseconds(499));
     bar.Clear();
     EXPECT_EQ(out.str(), "");
 }
 
 TEST(ProgressBar, ALongRunShowsHowFarItHasCome) {
     std::ostringstream out;
-    ProgressBar bar(out, true, 10, start);
-    bar.Advance(5, start + milliseconds(500));
-    EXPECT_EQ(out.str(), HalfBar("50%  5 of 10"));
+    ProgressBar bar(out, true, 1000, start);
+    bar.Advance(500, 5, start + milliseconds(500));
+    EXPECT_EQ(out.str(), HalfBar("50%  5 events"));
 }
 
 TEST(ProgressBar, IsNotDrawnMoreThanTenTimesASecond) {
     std::ostringstream out;
-    ProgressBar bar(out, true, 10, start);
-    bar.Advance(5, start + milliseconds(500));
-    bar.Advance(6, start + milliseconds(599));
-    EXPECT_EQ(out.str(), HalfBar("50%  5 of 10"));
-    bar.Advance(10, start + milliseconds(600));
-    EXPECT_EQ(out.str(), HalfBar("50%  5 of 10") + "\r[" + std::string(40, '#') + "] 100%  10 of 10");
+    ProgressBar bar(out, true, 1000, start);
+    bar.Advance(500, 5, start + milliseconds(500));
+    bar.Advance(600, 6, start + milliseconds(599));
+    EXPECT_EQ(out.str(), HalfBar("50%  5 events"));
+    bar.Advance(1000, 10, start + milliseconds(600));
+    EXPECT_EQ(out.str(), HalfBar("50%  5 events") + "\r[" + std::string(40, '#') + "] 100%  10 events");
 }
 
 TEST(ProgressBar, LeavesItsLineWhenItIsCleared) {
     std::ostringstream out;
-    ProgressBar bar(out, true, 10, start);
-    bar.Advance(5, start + milliseconds(500));
+    ProgressBar bar(out, true, 1000, start);
+    bar.Advance(500, 5, start + milliseconds(500));
     out.str("");
     bar.Clear();
     bar.Clear();
@@ -57,8 +57,8 @@ TEST(ProgressBar, LeavesItsLineWhenItIsCleared) {
 
 TEST(ProgressBar, IsSilentWhereThereIsNoTerminal) {
     std::ostringstream out;
-    ProgressBar bar(out, false, 10, start);
-    bar.Advance(5, start + milliseconds(5000));
+    ProgressBar bar(out, false, 1000, start);
+    bar.Advance(500, 5, start + milliseconds(5000));
     bar.Clear();
     EXPECT_EQ(out.str(), "");
 }

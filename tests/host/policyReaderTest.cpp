@@ -169,11 +169,11 @@ TEST(Policy, ARuleHasItsPortsAndRanges) {
     EXPECT_EQ(policy.rules[1].guid, "");
 }
 
-TEST(Policy, RulesKeepTheirOrderAndTheirRepetitions) {
+TEST(Policy, RulesKeepTheirOrder) {
     const Policy policy = PolicyFrom(R"({"rules": [{"guid": "B", "type": "x"}, {"guid": "A", "type": "x"},
-                                             {"guid": "B", "type": "y"}]})");
+                                             {"guid": "C", "type": "y"}]})");
     ASSERT_EQ(policy.rules.size(), 3U);
-    EXPECT_EQ(policy.rules[0].guid + policy.rules[1].guid + policy.rules[2].guid, "BAB");
+    EXPECT_EQ(policy.rules[0].guid + policy.rules[1].guid + policy.rules[2].guid, "BAC");
 }
 
 TEST(Policy, ARuleThatIsNoneIsRefused) {
@@ -279,4 +279,36 @@ TEST(Policy, ASyntaxErrorIsRefused) {
 TEST(Policy, AFileThatCannotBeReadIsNoRefusedDocument) {
     const TemporaryDirectory directory;
     EXPECT_THROW(ReadPolicy(directory.Name("none.json")), FileError);
+}
+
+TEST(Policy, AGuidIsThatOfOneRule) {
+    const TemporaryDirectory directory;
+    const std::string name = directory.Write("p.json", "{\"rules\": [\n"
+                                                       "  {\"guid\": \"A\", \"type\": \"x\"},\n"
+                                                       "  {\"guid\": \"B\", \"type\": \"x\"},\n"
+                                                       "  {\"type\": \"y\", \"guid\": \"A\"}]}");
+    EXPECT_EQ(RefusalOf([&] { ReadPolicy(name); }),
+              name + ":4:25: the guid \"A\" is that of another rule: " + name + ":2:12");
+    EXPECT_EQ(PolicyFrom(R"({"rules": [{"guid": "A", "type": "x"}, {"guid": "a", "type": "x"},
+                                           {"guid": "A ", "type": "x"}]})")
+                  .rules.size(),
+              3U);
+    EXPECT_EQ(PolicyRefusal(R"({"rules": [{"guid": "A", "type": "x"}, {"guid": "\u0041", "type": "x"}]})"),
+              "p.json:1:49: the guid \"A\" is that of another rule: p.json:1:21")
+        << "however it is written";
+}
+
+TEST(Policy, TellsTheFilesInWhichItStands) {
+    const TemporaryDirectory directory;
+    directory.Write("allow.json", R"({"mid_list": []})");
+    directory.Write("actions.json", R"({"t": 1})");
+    directory.Write("dots.json", "{}");
+    const std::string name = directory.Write(
+        "p.json", R"({"rules": [], "allow_list": "allow.json", "actions": "actions.json", "dots": "dots.json"})");
+    std::string files;
+    for (const PolicyFile& file : ReadPolicy(name).files) {
+        files += file.what + '=' + Utf8Of(PathOf(file.name).filename()) + (file.holdsDots ? " dots; " : "; ");
+    }
+    EXPECT_EQ(files, "the policy=p.json; the allow list=allow.json; the action table=actions.json; "
+                     "the dots=dots.json dots; ");
 }

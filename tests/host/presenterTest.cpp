@@ -63,7 +63,7 @@ std::string TableOf(const std::vector<Decision>& decisions, bool colour = false)
     const Policy policy = TestPolicy();
     Widths widths = UsualWidths();
     for (const Decision& decision : decisions) {
-        Widen(widths, CellsOf(decision, policy));
+        Widen(widths, decision, policy);
     }
     return Shown(out, *MakeTablePresenter(out, policy, "title", widths, colour), decisions);
 }
@@ -97,21 +97,41 @@ TEST(TablePresenter, TheHeadingsFitIntoTheUsualWidths) {
 TEST(TablePresenter, ACellThatIsTooWidePushesTheRestAside) {
     std::ostringstream out;
     const Decision decision = Matched();
-    mordhost::Table(out, Widths{}, false).Row(CellsOf(decision, TestPolicy()), decision);
+    mordhost::Table(out, Widths{}, false).Row(decision, TestPolicy());
     EXPECT_EQ(out.str(), "09:54:12.345  127.0.0.2:40000  127.0.0.1:445  server  smb, web  allow  "
                          "machine M is allowed for smb\n");
 }
 
+TEST(TablePresenter, ARowIsWrittenAtOnceAndHasABound) {
+    Policy policy;
+    Decision decision = Matched();
+    decision.rules.clear();
+    for (size_t i = 0; i < 20000; ++i) {
+        policy.rules.push_back({"G", "a rule type " + std::to_string(i), {}, {}, {}});
+        decision.rules.push_back(i);
+    }
+    decision.process = std::string(100000, 'p');
+    decision.reason = std::string(100000, 'r');
+    std::ostringstream out;
+    mordhost::Table table(out, UsualWidths(), false);
+    table.Row(decision, policy);
+    EXPECT_LT(out.str().size(), 500U);
+    EXPECT_NE(out.str().find("  a rule type 0, a rule type 1, a rule ty\u2026  allow  "), std::string::npos)
+        << out.str();
+}
+
 TEST(TablePresenter, ColourIsForTheVerdictAndTheHeadings) {
-    const auto verdict = [](const Decision& decision) {
+    const auto row = [](const Decision& decision) {
         std::ostringstream out;
-        mordhost::Table(out, Widths{}, true).Row({"", "", "", "", "", "v", ""}, decision);
+        mordhost::Table(out, Widths{}, true).Row(decision, TestPolicy());
         return out.str();
     };
-    EXPECT_EQ(verdict(WithReply(0)), "          \x1b[31mv\x1b[0m  \n");
-    EXPECT_NE(verdict(WithReply(1)).find("\x1b[32mv\x1b[0m"), std::string::npos);
-    EXPECT_NE(verdict(WithReply(2)).find("\x1b[33mv\x1b[0m"), std::string::npos);
-    EXPECT_NE(verdict({}).find("\x1b[2mv\x1b[0m"), std::string::npos);
+    EXPECT_EQ(row(WithReply(0)),
+              "09:54:12.345  127.0.0.2:40000  127.0.0.1:445  server  smb, web  \x1b[31mblock\x1b[0m  "
+              "machine M is allowed for smb\n");
+    EXPECT_NE(row(WithReply(1)).find("\x1b[32mallow\x1b[0m"), std::string::npos);
+    EXPECT_NE(row(WithReply(2)).find("\x1b[33mallow (flagged)\x1b[0m"), std::string::npos);
+    EXPECT_NE(row({}).find("\x1b[2mno rule\x1b[0m"), std::string::npos);
     EXPECT_NE(TableOf({}, true).find("\x1b[1mTIME"), std::string::npos);
     EXPECT_EQ(TableOf({Matched()}, false).find('\x1b'), std::string::npos);
 }

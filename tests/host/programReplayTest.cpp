@@ -135,7 +135,7 @@ TEST_F(ProgramReplay, AnUnknownNameOnTheStandardInputIsRefusedWhenItComes) {
     EXPECT_EQ(result.code, 3);
     EXPECT_EQ(result.error, "mordhost: standard input:2:14: the policy has no program \"\"\n");
     const auto lines = Lines(result.output);
-    ASSERT_EQ(lines.size(), 1U);
+    ASSERT_EQ(lines.size(), 2U) << "the event and the summary";
     EXPECT_FALSE(IsRunning(lines[0]["pid"].GetUint())) << "also when a run is broken off";
 }
 
@@ -150,7 +150,9 @@ TEST_F(ProgramReplay, AProgramThatIsNotThereEndsTheRunBehindWhatWasDecidedBefore
     const ProcessResult result =
         ReplayOdd("none", "{\"flags\": 4}\n{\"program\": \"odd\"}\n{\"flags\": 4}\n", {"--json"});
     EXPECT_EQ(result.code, 1);
-    EXPECT_EQ(Lines(result.output).size(), 1U);
+    const auto lines = Lines(result.output);
+    ASSERT_EQ(lines.size(), 2U) << "the event and the summary";
+    EXPECT_EQ(lines[1]["summary"]["events"], 1U);
     EXPECT_EQ(Slashed(result.error).rfind(Message("cannot start ", "none", ": "), 0), 0U) << result.error;
 }
 

@@ -61,3 +61,26 @@ TEST_F(Refusal, OfTheStandardInputComesBehindWhatWasDecidedBefore) {
     EXPECT_NE(result.output.find("disconnect"), std::string::npos) << result.output;
     EXPECT_EQ(result.error, "mordhost: standard input:2:9: \"pid\" must be a number, and this is a boolean\n");
 }
+
+TEST_F(Refusal, BehindTheFirstThousandEventsComesBehindWhatWasDecidedBefore) {
+    std::string events;
+    for (int i = 0; i < 1500; ++i) {
+        events += "{\"flags\": 4}\n";
+    }
+    const ProcessResult result = Replay(oneRule, events + "bad\n");
+    EXPECT_EQ(result.code, 3);
+    EXPECT_EQ(Plain(result.error), "mordhost: e.jsonl:1501:1: Invalid value.\n");
+    EXPECT_NE(result.output.find("\n1500 events: 1500 allow\n"), std::string::npos) << "and their summary";
+}
+
+TEST_F(Refusal, OfAnEventInAnotherEncodingNamesIt) {
+    EXPECT_EQ(Of(Replay(oneRule, std::string("\xFF\xFE{\0}\0\n\0", 8))),
+              "mordhost: e.jsonl:1:1: the text is UTF-16, and JSON is UTF-8: save the file as UTF-8\n");
+    EXPECT_EQ(Of(Replay(oneRule, std::string(1000, '\0'))),
+              "mordhost: e.jsonl:1:1: a NUL byte stands in the text: the file is no text, or it is damaged\n");
+}
+
+TEST_F(Refusal, OfAGuidThatTwoRulesHaveNamesBoth) {
+    EXPECT_EQ(Of(Replay("{\"rules\": [{\"guid\": \"G\", \"type\": \"a\"},\n{\"guid\": \"G\", \"type\": \"b\"}]}", "")),
+              "mordhost: p.json:2:10: the guid \"G\" is that of another rule: p.json:1:21\n");
+}

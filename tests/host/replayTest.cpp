@@ -3,12 +3,10 @@
 #include <regex>
 #include <sstream>
 
-#include "host/environment.h"
 #include "host/mordhostFixture.h"
 
-using mordhostTest::MordhostTest;
 using mordhostTest::ProcessResult;
-using mordhostTest::ScopedVariable;
+using mordhostTest::TidyMordhostTest;
 
 namespace {
 
@@ -30,7 +28,7 @@ std::string Masked(const std::string& text) {
     return std::regex_replace(std::regex_replace(text, tableTime, "median T, 99th percentile T"), jsonTime, "$1T");
 }
 
-class Replayed : public MordhostTest {
+class Replayed : public TidyMordhostTest {
 protected:
     // Verdict and reason of the one event, from the table.
     std::string Verdict(const std::string& policy, const std::string& event,
@@ -224,15 +222,6 @@ TEST_F(Replayed, TheDotsThatAreLeftCanServeTheNextRun) {
     EXPECT_EQ(Verdict(policy, Event(), options), " | smb | block | no dot is held");
 }
 
-TEST_F(Replayed, ADeletionThatDoesNotLastIsWarnedOf) {
-    const std::string name = directory.Name("no/such/dots.json");
-    const ProcessResult result =
-        Replay(Policy("smb", WithAllowList(R"("dots": {"G": ["M1"]})")), "{}\n", {"--dots", name});
-    EXPECT_EQ(result.code, 0);
-    EXPECT_NE(result.output.find("machine M1 is allowed for smb, its dot could not be deleted"), std::string::npos);
-    EXPECT_EQ(Plain(result.error).rfind("mordhost: warning: cannot write no/such/dots.json: ", 0), 0U) << result.error;
-}
-
 TEST_F(Replayed, AFailureForAnEventThatDoesNotComeIsWarnedOf) {
     const ProcessResult result =
         Replay("{\"rules\": [],\n \"failures\": {\"never\": \"query-error\"}}", "{\"name\": \"other\"}\n");
@@ -267,16 +256,11 @@ TEST_F(Replayed, NoEventsMakeAnEmptyRun) {
 }
 
 TEST_F(Replayed, NothingIsLeftBehindHoweverARunEnds) {
-    const std::string place = mordhost::Utf8Of(directory.Path());
-    const ScopedVariable posix("TMPDIR", place);
-    const ScopedVariable windows("TMP", place);
     EXPECT_EQ(Replay(Policy("smb", ""), "{}\n").code, 0);
     EXPECT_EQ(Replay(Policy("smb", ""), "{}\n", {"--no-log"}).code, 0);
     EXPECT_EQ(Replay(Policy("smb", ""), "{}\n", {"--libraries", directory.Name("")}).code, 4);
     EXPECT_EQ(Mordhost({"replay", directory.Name("p.json"), "-"}, "{}\n{\n").code, 3);
-    for (const auto& entry : std::filesystem::directory_iterator(directory.Path())) {
-        EXPECT_FALSE(entry.is_directory()) << entry.path();
-    }
+    ExpectNothingIsLeft();
 }
 
 TEST_F(Replayed, NothingIsColouredWhereThereIsNoTerminal) {
@@ -297,4 +281,26 @@ TEST_F(Replayed, TenThousandEventsAreDecidedInOrder) {
         ASSERT_NE(line.find("\"remote_addr_port\":" + std::to_string(i) + ","), std::string::npos) << line;
         ASSERT_NE(line.find("\"why\":\"no dot is held\""), std::string::npos) << line;
     }
+}
+
+TEST_F(Replayed, AWideRowIsCutAndTheNextOnesAreInTheirColumns) {
+    std::string rules;
+    for (int i = 0; i < 20000; ++i) {
+        rules += std::string(i == 0 ? "" : ",") + R"({"guid": "G)" + std::to_string(i) +
+                 R"(", "type": "a long type of rule )" + std::to_string(i) + "\"}";
+    }
+    const std::string longId(100000, 'm');
+    const ProcessResult result =
+        Replay("{\"machine_id\": \"" + longId + "\", \"rules\": [" + rules + "]}", "{}\n{\"flags\": 4}\n");
+    EXPECT_EQ(result.code, 0) << result.error;
+    std::istringstream lines(result.output);
+    std::string blocked;
+    std::string passed;
+    for (std::string line; std::getline(lines, line);) {
+        EXPECT_LT(line.size(), 500U);
+        blocked = line.find("no dot is held") != std::string::npos ? line : blocked;
+        passed = line.find("disconnect") != std::string::npos ? line : passed;
+    }
+    EXPECT_NE(blocked.find("  a long type of rule 0, a long type of r\u2026  block"), std::string::npos) << blocked;
+    EXPECT_EQ(blocked.find("no dot is held"), passed.find("disconnect")) << blocked << '\n' << passed;
 }

@@ -14,9 +14,11 @@ namespace mordhostTest {
 class TemporaryDirectory {
 public:
     TemporaryDirectory() {
+        // Where the first one was, whatever a test does to the environment later.
+        static const std::filesystem::path parent = std::filesystem::temp_directory_path();
         std::random_device random;
         do {
-            m_path = std::filesystem::temp_directory_path() / ("mordhostTest-" + std::to_string(random()));
+            m_path = parent / ("mordhostTest-" + std::to_string(random()));
         } while (!std::filesystem::create_directory(m_path));
     }
     ~TemporaryDirectory() {

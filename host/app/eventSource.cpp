@@ -1,0 +1,42 @@
+#include "app/eventSource.h"
+
+#include <utility>
+
+namespace mordhost {
+
+namespace {
+
+constexpr size_t mostAhead = 1000;
+
+std::unique_ptr<InputStream> Open(const std::string& name) {
+    return name == EventSource::standardInput ? std::make_unique<InputStream>(InputStream::Standard())
+                                              : std::make_unique<InputStream>(name);
+}
+
+} // namespace
+
+EventSource::EventSource(const std::string& name)
+    : m_input(Open(name)), m_isLive(name == standardInput || !m_input->IsRegular()),
+      m_reader(m_input->Stream(), m_input->Name()) {}
+
+const std::deque<ConnectionEvent>& EventSource::LookAhead() {
+    while (!m_isLive && m_ahead.size() < mostAhead) {
+        std::optional<ConnectionEvent> event = m_reader.Next();
+        if (!event) {
+            break;
+        }
+        m_ahead.push_back(std::move(*event));
+    }
+    return m_ahead;
+}
+
+std::optional<ConnectionEvent> EventSource::Next() {
+    if (m_ahead.empty()) {
+        return m_reader.Next();
+    }
+    std::optional<ConnectionEvent> event = std::move(m_ahead.front());
+    m_ahead.pop_front();
+    return event;
+}
+
+} // namespace mordhost

@@ -1,0 +1,13 @@
+// Why the last call of the system failed.
+#pragma once
+
+#include <cerrno>
+#include <system_error>
+
+namespace mordhost {
+
+inline std::error_code LastError() {
+    return {errno, std::generic_category()};
+}
+
+} // namespace mordhost

@@ -1,0 +1,18 @@
+// Where a name leads.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include "system/fileIdentity.h"
+
+namespace mordhostTest {
+
+// The identity, which is expected to be found.
+inline mordhost::FileIdentity IdentityOf(const std::filesystem::path& path) {
+    mordhost::FileIdentity identity;
+    const std::error_code error = mordhost::Identify(path, identity);
+    EXPECT_FALSE(error) << path << ": " << error.message();
+    return identity;
+}
+
+} // namespace mordhostTest
