@@ -4,10 +4,8 @@
 
 #include <rapidjson/document.h>
 
-#include "decide/logRecord.h"
 #include "decide/reason.h"
 #include "mordRev/src/mordRevTypes.h"
-#include "policy/ruleSelection.h"
 
 namespace mordhost {
 
@@ -22,6 +20,16 @@ std::string PathInReport(const std::string& report) {
     }
     const auto path = document.FindMember("proc_path");
     return path == document.MemberEnd() || !path->value.IsString() ? std::string() : path->value.GetString();
+}
+
+// Takes off what came of the event before; the memory stays.
+void Clear(Decision& decision) {
+    decision.reply = 0;
+    decision.settled = false;
+    decision.log.Clear();
+    decision.reports.clear();
+    decision.deletedDot.reset();
+    decision.duration = {};
 }
 
 } // namespace
@@ -42,31 +50,47 @@ std::string VerdictOf(const Decision& decision) {
     }
 }
 
-Decision Decider::Decide(ConnectionEvent event) {
-    Decision decision;
-    decision.rules = SelectRules(m_policy.rules, event);
-    decision.event = std::move(event);
-    decision.process = decision.event.process;
-    if (decision.rules.empty()) {
+const Decision& Decider::Decide(const ConnectionEvent& event) {
+    Decision& decision = m_decision;
+    Clear(decision);
+    decision.event = event;
+    decision.process = event.process;
+    decision.rules = m_rules.Select(event);
+    decision.asked = !decision.rules.empty();
+    if (!decision.asked) {
         decision.reason = "no rule applies";
         return decision;
     }
-    m_dots.Prescribe(FailureFor(decision.event));
-    const Answer answer = m_receiver.Decide(decision.event, decision.rules);
-    decision.asked = true;
+    m_dots.Prescribe(FailureFor(event));
+    const Answer answer = m_receiver.Decide(event, decision.rules);
     decision.reply = answer.reply;
     decision.settled = answer.settled;
     decision.duration = answer.duration;
     const DotHost::Deletion deletion = m_dots.TakeDeletion();
-    decision.deletedDot = deletion.done ? std::optional(deletion.guid) : std::nullopt;
+    if (deletion.done) {
+        decision.deletedDot = deletion.guid;
+    }
     decision.reports = m_sink.Take();
-    decision.log = m_log.Take();
-    decision.reason = ReasonOf(ParseLogRecords(decision.log), deletion.type);
+    m_log.Take(decision.log);
+    decision.reason = ReasonFromRecords(deletion.type);
     // What was true at the time of the event goes before what is true now: the process may be gone, and its id taken.
     if (decision.process.empty() && !decision.reports.empty()) {
         decision.process = PathInReport(decision.reports.front());
     }
     return decision;
+}
+
+std::string Decider::ReasonFromRecords(const std::string& matchedType) {
+    m_records.clear();
+    const std::string_view text = m_decision.log.text;
+    size_t begin = 0;
+    for (const size_t end : m_decision.log.ends) {
+        if (const auto record = ParseLogRecord(text.substr(begin, end - begin))) {
+            m_records.push_back(*record);
+        }
+        begin = end;
+    }
+    return ReasonOf(m_records, matchedType);
 }
 
 std::optional<Failure> Decider::FailureFor(const ConnectionEvent& event) const {

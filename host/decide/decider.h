@@ -2,11 +2,13 @@
 #pragma once
 
 #include "decide/decision.h"
+#include "decide/logRecord.h"
 #include "library/dotHost.h"
 #include "library/receiver.h"
 #include "library/recordLog.h"
 #include "library/reportSink.h"
 #include "policy/policy.h"
+#include "policy/ruleSelection.h"
 
 namespace mordhost {
 
@@ -14,18 +16,24 @@ namespace mordhost {
 class Decider {
 public:
     Decider(const Policy& policy, Receiver& receiver, DotHost& dots, ReportSink& sink, RecordLog& log)
-        : m_policy(policy), m_receiver(receiver), m_dots(dots), m_sink(sink), m_log(log) {}
+        : m_policy(policy), m_rules(policy.rules), m_receiver(receiver), m_dots(dots), m_sink(sink), m_log(log) {}
 
-    Decision Decide(ConnectionEvent event);
+    // What comes of the event; valid until the next one is decided.
+    const Decision& Decide(const ConnectionEvent& event);
 
 private:
     std::optional<Failure> FailureFor(const ConnectionEvent& event) const;
+    std::string ReasonFromRecords(const std::string& matchedType);
 
     const Policy& m_policy;
+    RuleSelector m_rules;
     Receiver& m_receiver;
     DotHost& m_dots;
     ReportSink& m_sink;
     RecordLog& m_log;
+    // Kept from event to event for the memory that they hold.
+    Decision m_decision;
+    std::vector<LogRecord> m_records;
 };
 
 } // namespace mordhost

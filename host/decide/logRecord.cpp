@@ -1,7 +1,5 @@
 #include "decide/logRecord.h"
 
-#include <optional>
-
 namespace mordhost {
 
 namespace {
@@ -23,38 +21,24 @@ bool LooksLikeTime(std::string_view text) {
     return text.size() >= 14 && text.find_first_not_of("0123456789-: ") == std::string_view::npos;
 }
 
-// One line, or the first line of a record.
-std::optional<LogRecord> ParseHead(std::string_view line) {
-    const auto time = TakeUntil(line, " [");
+} // namespace
+
+std::optional<LogRecord> ParseLogRecord(std::string_view text) {
+    if (text.ends_with(lineEnd)) {
+        text.remove_suffix(lineEnd.size());
+    }
+    const auto time = TakeUntil(text, " [");
     if (!time || !LooksLikeTime(*time)) {
         return {};
     }
-    const auto level = TakeUntil(line, "][");
-    const auto site = level ? TakeUntil(line, "][") : level;
-    const auto function = site ? TakeUntil(line, "] [") : site;
-    const auto thread = function ? TakeUntil(line, "] ") : function;
+    const auto level = TakeUntil(text, "][");
+    const auto site = level ? TakeUntil(text, "][") : level;
+    const auto function = site ? TakeUntil(text, "] [") : site;
+    const auto thread = function ? TakeUntil(text, "] ") : function;
     if (!thread || (*level != "TRACE" && *level != "ERROR")) {
         return {};
     }
-    return LogRecord{std::string(*level), std::string(*function), std::string(line)};
-}
-
-} // namespace
-
-std::vector<LogRecord> ParseLogRecords(std::string_view text) {
-    std::vector<LogRecord> records;
-    while (!text.empty()) {
-        std::string_view rest = text;
-        const std::string_view line = TakeUntil(rest, lineEnd).value_or(text);
-        text = line.size() == text.size() ? std::string_view() : rest;
-        if (auto record = ParseHead(line)) {
-            records.push_back(std::move(*record));
-        } else if (!records.empty()) {
-            records.back().message += lineEnd;
-            records.back().message += line;
-        }
-    }
-    return records;
+    return LogRecord{*level, *function, text};
 }
 
 } // namespace mordhost

@@ -1,23 +1,22 @@
 // Log records of the library, taken apart.
 #pragma once
 
-#include <string>
+#include <optional>
 #include <string_view>
-#include <vector>
 
 namespace mordhost {
 
 // 2026-11-16 14:03:07 [TRACE][mordRev.cpp 637][CMordRecv::InitLogMoudle] [4312] logger is ready
 struct LogRecord {
-    std::string level;    // "TRACE" or "ERROR"
-    std::string function; // with its class
-    std::string message;  // may have several lines
+    std::string_view level;    // "TRACE" or "ERROR"
+    std::string_view function; // with its class
+    std::string_view message;  // may have several lines
 
     bool operator==(const LogRecord&) const = default;
 };
 
-// The records in `text`, each ended by carriage return and line feed. A piece that does not begin like a record belongs
-// to the message before it; one at the very beginning is passed over.
-std::vector<LogRecord> ParseLogRecords(std::string_view text);
+// Takes apart `text`, one record with or without the carriage return and line feed at its end, and into which the views
+// lead. Nothing for a text that does not begin like a record.
+std::optional<LogRecord> ParseLogRecord(std::string_view text);
 
 } // namespace mordhost

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <unordered_map>
 
 #include "dots/dotStore.h"
 #include "dots/dotTable.h"
@@ -17,13 +18,14 @@ public:
     MemoryDotStore(const MemoryDotStore&) = delete;
     MemoryDotStore& operator=(const MemoryDotStore&) = delete;
 
-    const std::set<std::string>* Find(const std::string& guid) const override;
+    const std::string* Find(const std::string& guid) const override;
     bool Delete(const std::string& guid) noexcept override;
     size_t Size() const override { return m_dots.size(); }
     const std::string& Trouble() const override { return m_trouble; }
 
 private:
     DotTable m_dots;
+    std::unordered_map<std::string, std::string> m_members; // of answers, one for each dot
     std::string m_file;
     std::string m_trouble;
 };

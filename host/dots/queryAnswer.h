@@ -2,11 +2,15 @@
 #pragma once
 
 #include <optional>
+#include <set>
 #include <string>
 
 #include "dots/dotStore.h"
 
 namespace mordhost {
+
+// What a dot makes of an answer: its member, "GUID-1": {"value": 1, "mid": {"MID-1": 1, …}}, without white space.
+std::string AnswerMember(const std::string& guid, const std::set<std::string>& mids);
 
 // Answers the query request `request`, {"guid": ["GUID-1", …]}, in the format of the query result: for each guid under
 // which there is a dot, once and in the order of the request, {"GUID-1": {"value": 1, "mid": {"MID-1": 1, …}}, …}. A
