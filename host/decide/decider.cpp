@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include <rapidjson/document.h>
+#include <rapidjson/reader.h>
 
 #include "decide/reason.h"
 #include "mordRev/src/mordRevTypes.h"
@@ -11,15 +11,32 @@ namespace mordhost {
 
 namespace {
 
-// The process path that a report tells.
-std::string PathInReport(const std::string& report) {
-    rapidjson::Document document;
-    document.Parse(report.c_str());
-    if (document.HasParseError() || !document.IsObject()) {
-        return {};
+// Takes the process path out of a report, and nothing else.
+class PathFinder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, PathFinder> {
+public:
+    bool Key(const char* text, rapidjson::SizeType size, bool) {
+        m_isPath = std::string_view(text, size) == "proc_path";
+        return true;
     }
-    const auto path = document.FindMember("proc_path");
-    return path == document.MemberEnd() || !path->value.IsString() ? std::string() : path->value.GetString();
+    bool String(const char* text, rapidjson::SizeType size, bool) {
+        if (m_isPath) {
+            path.assign(text, size);
+        }
+        return !m_isPath; // what comes behind it need not be parsed
+    }
+
+    std::string path; // empty where the report has none
+
+private:
+    bool m_isPath = false;
+};
+
+std::string PathInReport(const std::string& report) {
+    PathFinder finder;
+    rapidjson::Reader reader;
+    rapidjson::StringStream stream(report.c_str());
+    reader.Parse<rapidjson::kParseIterativeFlag>(stream, finder);
+    return finder.path;
 }
 
 // Takes off what came of the event before; the memory stays.

@@ -1,5 +1,7 @@
 #include "decide/logRecord.h"
 
+#include <algorithm>
+
 namespace mordhost {
 
 namespace {
@@ -17,8 +19,12 @@ std::optional<std::string_view> TakeUntil(std::string_view& text, std::string_vi
     return taken;
 }
 
+bool IsPartOfTime(char c) {
+    return (c >= '0' && c <= '9') || c == '-' || c == ':' || c == ' ';
+}
+
 bool LooksLikeTime(std::string_view text) {
-    return text.size() >= 14 && text.find_first_not_of("0123456789-: ") == std::string_view::npos;
+    return text.size() >= 14 && std::all_of(text.begin(), text.end(), IsPartOfTime);
 }
 
 } // namespace
