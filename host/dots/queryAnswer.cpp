@@ -1,32 +1,57 @@
 #include "dots/queryAnswer.h"
 
-#include <rapidjson/document.h>
+#include <algorithm>
+#include <string_view>
+#include <utility>
+#include <vector>
 
+#include <rapidjson/reader.h>
+
+#include "document/inPlaceJson.h"
 #include "document/jsonText.h"
 
 namespace mordhost {
 
 namespace {
 
-// A request, parsed. Its memory stands in the object itself, as long as it is no larger than usual.
-class Request {
+// Answers guid by guid, as the parser comes across them.
+class Answering : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Answering> {
 public:
-    explicit Request(const char* text) : m_text(text) {
-        m_document.ParseInsitu<rapidjson::kParseIterativeFlag>(m_text.data());
+    Answering(const DotStore& store, std::string& answer) : m_store(store), m_answer(answer) { m_answer = '{'; }
+
+    // Whether the text was a request; its answer is whole then.
+    bool End() {
+        m_answer += '}';
+        return m_hasGuids;
     }
 
-    const auto& Document() const { return m_document; }
+    bool StartObject() { return m_depth++ == 0; } // no object stands within a request
+    bool EndObject(rapidjson::SizeType) { return true; }
+    bool Key(const char* text, rapidjson::SizeType size, bool) {
+        return !std::exchange(m_hasGuids, true) && std::string_view(text, size) == "guid";
+    }
+    bool StartArray() { return m_depth++ == 1; }
+    bool EndArray(rapidjson::SizeType) { return true; }
+    bool String(const char* text, rapidjson::SizeType size, bool) {
+        if (m_depth != 2) {
+            return false;
+        }
+        const std::string* const member = m_store.Find({text, size});
+        if (member != nullptr && std::find(m_given.begin(), m_given.end(), member) == m_given.end()) {
+            m_answer += m_given.empty() ? "" : ",";
+            m_answer += *member;
+            m_given.push_back(member);
+        }
+        return true;
+    }
+    bool Default() { return false; } // any other value
 
 private:
-    using Pool = rapidjson::MemoryPoolAllocator<>;
-
-    std::string m_text; // which the document leads into
-    char m_values[2048];
-    char m_stack[1024];
-    Pool m_valuePool{m_values, sizeof m_values};
-    Pool m_stackPool{m_stack, sizeof m_stack};
-    rapidjson::GenericDocument<rapidjson::UTF8<>, Pool, Pool> m_document{&m_valuePool, sizeof m_stack / 2,
-                                                                         &m_stackPool};
+    const DotStore& m_store;
+    std::string& m_answer;
+    std::vector<const std::string*> m_given;
+    int m_depth = 0;
+    bool m_hasGuids = false;
 };
 
 } // namespace
@@ -41,29 +66,12 @@ std::string AnswerMember(const std::string& guid, const std::set<std::string>& m
     return JsonText(guid) + ':' + dot.Take();
 }
 
-std::optional<std::string> AnswerQuery(const DotStore& store, const char* request) {
-    const Request parsed(request);
-    const auto& document = parsed.Document();
-    if (document.HasParseError() || !document.IsObject()) {
-        return {};
-    }
-    const auto guids = document.FindMember("guid");
-    if (guids == document.MemberEnd() || !guids->value.IsArray()) {
-        return {};
-    }
-    std::string answer = "{";
-    std::set<const std::string*> answered;
-    for (const auto& guid : guids->value.GetArray()) {
-        if (!guid.IsString()) {
-            return {};
-        }
-        const std::string* const member = store.Find({guid.GetString(), guid.GetStringLength()});
-        if (member != nullptr && answered.insert(member).second) {
-            answer += answer.size() > 1 ? "," : "";
-            answer += *member;
-        }
-    }
-    return answer + '}';
+bool AnswerQuery(const DotStore& store, const char* request, std::string& answer) {
+    std::string text(request);
+    InPlaceJson stream(text);
+    Answering answering(store, answer);
+    rapidjson::Reader reader;
+    return !reader.Parse<rapidjson::kParseInsituFlag>(stream, answering).IsError() && answering.End();
 }
 
 } // namespace mordhost

@@ -1,7 +1,6 @@
 // The answer to a query of dots.
 #pragma once
 
-#include <optional>
 #include <set>
 #include <string>
 
@@ -14,7 +13,7 @@ std::string AnswerMember(const std::string& guid, const std::set<std::string>& m
 
 // Answers the query request `request`, {"guid": ["GUID-1", …]}, in the format of the query result: for each guid under
 // which there is a dot, once and in the order of the request, {"GUID-1": {"value": 1, "mid": {"MID-1": 1, …}}, …}. A
-// guid without a dot has no member. Nothing for a text that is no query request.
-std::optional<std::string> AnswerQuery(const DotStore& store, const char* request);
+// guid without a dot has no member. The answer goes into `answer`. Returns false for a text that is no query request.
+bool AnswerQuery(const DotStore& store, const char* request, std::string& answer);
 
 } // namespace mordhost

@@ -8,6 +8,7 @@
 
 #include <rapidjson/reader.h>
 
+#include "document/inPlaceJson.h"
 #include "events/timestamp.h"
 #include "net/ipAddress.h"
 
@@ -160,7 +161,7 @@ bool ReadPlainEvent(std::string& line, ConnectionEvent& event) {
     Clear(event);
     EventHandler handler(event);
     rapidjson::Reader reader;
-    rapidjson::InsituStringStream stream(line.data());
+    InPlaceJson stream(line);
     // The handler refuses what is nested, so that the parser never goes deep. It takes a raw NUL for the end of the
     // text.
     return !reader.Parse<rapidjson::kParseInsituFlag>(stream, handler).IsError() && stream.Tell() == line.size();

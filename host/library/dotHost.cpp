@@ -1,7 +1,9 @@
 #include "library/dotHost.h"
 
+#include <algorithm>
 #include <cstring>
 #include <exception>
+#include <iterator>
 
 #include "dots/queryAnswer.h"
 #include "mordRev/src/mordRevTypes.h"
@@ -37,25 +39,22 @@ int32_t DotHost::QueryDot(const char* guidJson, const char*, char** result) {
         return failed;
     }
     try {
-        std::optional<std::string> answer = AnswerQuery(m_store, guidJson);
-        if (!answer) {
+        if (!AnswerQuery(m_store, guidJson, m_answer)) {
             return failed;
         }
         if (m_failure == Failure::brokenAnswer) {
-            answer->pop_back(); // its closing brace
+            m_answer.pop_back(); // its closing brace
         }
-        return HandOut(*answer, result);
+        return HandOut(result);
     } catch (const std::exception&) { // memory ran out
         return failed;
     }
 }
 
-int32_t DotHost::HandOut(const std::string& text, char** result) {
-    auto answer = std::make_unique<char[]>(text.size() + 1);
-    std::memcpy(answer.get(), text.c_str(), text.size() + 1);
-    char* const address = answer.get();
-    m_answers.emplace(address, std::move(answer));
-    *result = address;
+int32_t DotHost::HandOut(char** result) {
+    std::unique_ptr<char[]> answer(new char[m_answer.size() + 1]);
+    std::memcpy(answer.get(), m_answer.c_str(), m_answer.size() + 1);
+    *result = m_handedOut.emplace_back(std::move(answer)).get();
     ++m_account.answers;
     return DOT_QUERY_ANSWERED;
 }
@@ -64,10 +63,14 @@ int32_t DotHost::FreeResult(char* result) {
     if (result == nullptr) {
         return carriedOut;
     }
-    if (m_answers.erase(result) == 0) {
+    // The one that was handed out last comes back first.
+    const auto answer = std::find_if(m_handedOut.rbegin(), m_handedOut.rend(),
+                                     [result](const auto& handedOut) { return handedOut.get() == result; });
+    if (answer == m_handedOut.rend()) {
         ++m_account.strayReturns;
         return failed;
     }
+    m_handedOut.erase(std::next(answer).base());
     ++m_account.givenBack;
     return carriedOut;
 }

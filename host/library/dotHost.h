@@ -2,11 +2,11 @@
 #pragma once
 
 #include <cstddef>
-#include <map>
 #include <memory>
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "dots/dotStore.h"
 #include "frame/interfaces.h"
@@ -49,14 +49,16 @@ public:
     int32_t FreeResult(char* result) override;
 
 private:
-    int32_t HandOut(const std::string& text, char** result);
+    // Hands out a copy of `m_answer`.
+    int32_t HandOut(char** result);
 
     DotStore& m_store;
     std::optional<Failure> m_failure;
     Account m_account;
     Deletion m_deletion;
+    std::string m_answer; // to the last query
     // What was handed out and is not back. It goes with the host: the library keeps the answers of one of its modes.
-    std::map<const char*, std::unique_ptr<char[]>> m_answers;
+    std::vector<std::unique_ptr<char[]>> m_handedOut;
 };
 
 } // namespace mordhost

@@ -11,7 +11,8 @@ namespace {
 constexpr int mappedPrefixBits = 96; // ::ffff:0:0/96 holds the v4 addresses
 
 // A number of nothing but digits of `base`, at most `longest` of them.
-std::optional<unsigned> ParseDigits(std::string_view text, int base, size_t longest) {
+template <int base>
+std::optional<unsigned> ParseDigits(std::string_view text, size_t longest) {
     unsigned value = 0;
     const char* const end = text.data() + text.size();
     const auto [stop, error] = std::from_chars(text.data(), end, value, base);
@@ -29,7 +30,7 @@ bool ParseDotted(std::string_view text, uint8_t* bytes) {
             return false;
         }
         const std::string_view part = text.substr(0, dot);
-        const auto value = ParseDigits(part, 10, 3);
+        const auto value = ParseDigits<10>(part, 3);
         if (!value || *value > 255 || (part.size() > 1 && part.front() == '0')) {
             return false;
         }
@@ -52,7 +53,7 @@ std::optional<size_t> ParseGroups(std::string_view text, bool mayEndDotted, std:
             }
             return filled + 4;
         }
-        const auto value = ParseDigits(group, 16, 4);
+        const auto value = ParseDigits<16>(group, 4);
         if (!value || filled + 2 > bytes.size() || colon + 1 == text.size()) {
             return {};
         }
@@ -142,7 +143,7 @@ std::optional<AddressRange> ParseAddressRange(std::string_view text, std::string
     AddressRange range{*address, address->Bits()};
     if (slash != std::string_view::npos) {
         const std::string_view length = text.substr(slash + 1);
-        const auto bits = ParseDigits(length, 10, 3);
+        const auto bits = ParseDigits<10>(length, 3);
         if (!bits || static_cast<int>(*bits) > address->Bits()) {
             reason = '"' + std::string(length) + "\" is no prefix length from 0 to " + std::to_string(address->Bits());
             return {};

@@ -13,7 +13,8 @@ namespace {
 constexpr auto request = R"({"guid": ["G1", "G2"]})";
 
 std::string Answer(const DotTable& dots, const char* query) {
-    return AnswerQuery(MemoryDotStore(dots), query).value_or("none");
+    std::string answer = "of before";
+    return AnswerQuery(MemoryDotStore(dots), query, answer) ? answer : "none";
 }
 
 // Asks, and gives the answer back unless it is to be kept.
@@ -53,7 +54,10 @@ TEST(QueryAnswer, AnEmptyGuidIsAGuid) {
 }
 
 TEST(QueryAnswer, WhatIsNoRequestGetsNone) {
-    for (const char* text : {"", "{", "[]", "{}", R"({"guid": 1})", R"({"guid": [1]})"}) {
+    for (const char* text :
+         {"", "{", "[]", "{}", "\"guid\"", R"({"guid": 1})", R"({"guid": "G1"})", R"({"guid": {}})", R"({"guid": [1]})",
+          R"({"guid": [["G1"]]})", R"({"guid": [{}]})", R"({"guid": ["G1", null]})", R"({"guid": ["G1"]} x)",
+          R"({"guid": ["G1"], "guid": ["G1"]})", R"({"guid": ["G1"])", R"({"mid": ["G1"]})", R"([{"guid": ["G1"]}])"}) {
         EXPECT_EQ(Answer({{"G1", {"M1"}}}, text), "none") << text;
     }
 }
