@@ -4,6 +4,7 @@
 
 #include <rapidjson/reader.h>
 
+#include "decide/logRecord.h"
 #include "decide/reason.h"
 #include "mordRev/src/mordRevTypes.h"
 
@@ -98,16 +99,16 @@ const Decision& Decider::Decide(const ConnectionEvent& event) {
 }
 
 std::string Decider::ReasonFromRecords(const std::string& matchedType) {
-    m_records.clear();
+    m_messages.clear();
     const std::string_view text = m_decision.log.text;
     size_t begin = 0;
     for (const size_t end : m_decision.log.ends) {
-        if (const auto record = ParseLogRecord(text.substr(begin, end - begin))) {
-            m_records.push_back(*record);
+        if (const auto message = MessageOf(text.substr(begin, end - begin))) {
+            m_messages.push_back(*message);
         }
         begin = end;
     }
-    return ReasonOf(m_records, matchedType);
+    return ReasonOf(m_messages, matchedType);
 }
 
 std::optional<Failure> Decider::FailureFor(const ConnectionEvent& event) const {

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "decide/decision.h"
-#include "decide/logRecord.h"
 #include "library/dotHost.h"
 #include "library/receiver.h"
 #include "library/recordLog.h"
@@ -33,7 +32,7 @@ private:
     RecordLog& m_log;
     // Kept from event to event for the memory that they hold.
     Decision m_decision;
-    std::vector<LogRecord> m_records;
+    std::vector<std::string_view> m_messages;
 };
 
 } // namespace mordhost

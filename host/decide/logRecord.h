@@ -6,17 +6,11 @@
 
 namespace mordhost {
 
-// 2026-11-16 14:03:07 [TRACE][mordRev.cpp 637][CMordRecv::InitLogMoudle] [4312] logger is ready
-struct LogRecord {
-    std::string_view level;    // "TRACE" or "ERROR"
-    std::string_view function; // with its class
-    std::string_view message;  // may have several lines
-
-    bool operator==(const LogRecord&) const = default;
-};
-
-// Takes apart `text`, one record with or without the carriage return and line feed at its end, and into which the views
-// lead. Nothing for a text that does not begin like a record.
-std::optional<LogRecord> ParseLogRecord(std::string_view text);
+// The message of one record, which may have several lines; `record` may end in carriage return and line feed:
+//
+//     2026-11-16 14:03:07 [TRACE][mordRev.cpp 637][CMordRecv::InitLogMoudle] [4312] logger is ready
+//
+// Nothing for a text in which no thread is told.
+std::optional<std::string_view> MessageOf(std::string_view record);
 
 } // namespace mordhost

@@ -54,19 +54,21 @@ int32_t LogCollector::WriteRecord(const WideChar* text, int32_t) {
 }
 
 void LogCollector::Append(const WideChar* text) {
-    std::string& all = m_records.text;
-    const size_t begin = all.size();
     const size_t length = std::char_traits<WideChar>::length(text);
-    all.resize(begin + longestCharacter * length + 1); // with room for the NUL
+    const size_t capacity = longestCharacter * length + 1; // with room for the NUL
+    if (m_converted.size() < capacity) {
+        m_converted.resize(capacity);
+    }
     TextConversionRequest request{};
     request.codePage = utf8CodePage;
     request.sourceLength = static_cast<uint32_t>(length);
-    request.destinationCapacity = static_cast<uint32_t>(all.size() - begin);
+    request.destinationCapacity = static_cast<uint32_t>(m_converted.size());
     request.source = text;
-    request.destination = all.data() + begin;
+    request.destination = m_converted.data();
+    m_converted.front() = '\0'; // for a converter that writes nothing
     m_converter->Convert(CONVERT_WIDE_TO_NARROW, &request);
-    all.resize(begin + std::strlen(all.data() + begin));
-    m_records.ends.push_back(all.size());
+    m_records.text += m_converted.data();
+    m_records.ends.push_back(m_records.text.size());
 }
 
 } // namespace mordhost

@@ -46,6 +46,7 @@ private:
 
     const Service<ITextConverter> m_converter;
     WrittenRecords m_records;
+    std::vector<char> m_converted; // room for a text
     int32_t m_references = 1;
 };
 
