@@ -115,6 +115,7 @@ void PreparedEvents::Prepare(const std::filesystem::path& events, IMordRev& rece
     mordhost::DotHost dots(store);
     ListeningHost host(dots);
     mordhost::ReportSink sink;
+    std::vector<std::string> reports;
     mordhost::Receiver library(receiver, m_policy, host, sink);
     std::ifstream file(events, std::ios::binary);
     mordhost::EventReader reader(file, eventsFileName);
@@ -131,7 +132,7 @@ void PreparedEvents::Prepare(const std::filesystem::path& events, IMordRev& rece
         host.code = 0;
         host.answer.reset();
         const mordhost::Answer answer = library.Decide(event, places);
-        sink.Take();
+        sink.Take(reports);
 
         std::vector<IEventRecord*> chosen;
         for (const size_t place : places) {

@@ -18,7 +18,7 @@ namespace {
 using mordhost::ConnectionEvent;
 using mordhost::JsonLine;
 
-constexpr uint32_t eventsOfAMatch = 50;
+constexpr uint32_t eventsOfAMatch = 100;
 constexpr uint16_t firstServicePort = 20000; // the port of the first rule that matches once
 constexpr auto networkFailure = "outage";
 constexpr auto brokenAnswer = "garbled";

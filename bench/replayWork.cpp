@@ -3,13 +3,14 @@
 //   replayWork record FOLDER COUNT                 writes a recording of COUNT events, and its policy, into FOLDER
 //   replayWork library FOLDER LIBRARIES on|off     has the library alone decide it, with or without its log records
 //
-// The second prints the time of the library for the whole recording, in nanoseconds. The events and their rules are in
-// memory by then, the answers to the queries are the texts that mordhost gave, the sink of the reports and the writer
-// of the records only receive.
+// The second prints the time of the library for the whole recording and the time of the processor in it, in seconds. The
+// events and their rules are in memory by then, the answers to the queries are the texts that mordhost gave, the sink
+// of the reports and the writer of the records only receive.
 //
 // Exit codes: 0 done, 1 something is not as it has to be (what, is told), 2 wrong use.
 #include <chrono>
 #include <cstdio>
+#include <ctime>
 #include <exception>
 #include <fstream>
 #include <iostream>
@@ -79,17 +80,20 @@ void MeasureLibrary(const std::filesystem::path& folder, const std::filesystem::
     const mordhost::Receiver receiver(libraries.Receiver(), events.Policy(), host, sink);
     size_t different = 0;
     const auto begin = std::chrono::steady_clock::now();
+    const std::clock_t processorBegin = std::clock();
     for (const bench::PreparedEvent& event : events.Asked()) {
         host.current = &event;
         uint32_t reply = REPLY_BLOCK;
         libraries.Receiver().HandleEvent(event.record, event.rules, event.ruleCount, &reply);
         different += reply != event.reply ? 1 : 0;
     }
+    const std::clock_t processorEnd = std::clock();
     const auto end = std::chrono::steady_clock::now();
     if (different != 0) {
         throw std::runtime_error(std::to_string(different) + " events are decided otherwise than before");
     }
-    std::printf("%lld\n", static_cast<long long>(std::chrono::nanoseconds(end - begin).count()));
+    std::printf("%.6f %.6f\n", std::chrono::duration<double>(end - begin).count(),
+                static_cast<double>(processorEnd - processorBegin) / CLOCKS_PER_SEC);
 }
 
 int Run(const std::vector<std::string>& arguments) {

@@ -108,8 +108,8 @@ void DecisionRun::Run(const std::function<void()>& work) {
     RequireKeptDots();
 }
 
-void DecisionRun::Handle(const ConnectionEvent& event) {
-    const Decision& decision = m_decider.Decide(event);
+void DecisionRun::Handle(ConnectionEvent&& event) {
+    const Decision& decision = m_decider.Decide(std::move(event));
     m_statistics.Add(decision);
     m_presenter->Show(decision);
     RequireWritten(std::cout, standardOutputName);

@@ -37,7 +37,7 @@ public:
     void Run(const std::function<void()>& work);
 
     // Decides the event and writes what came of it. Throws RunError when output is lost.
-    void Handle(const ConnectionEvent& event);
+    void Handle(ConnectionEvent&& event);
 
     // Hands all that was written to the system. Throws RunError.
     void Flush();

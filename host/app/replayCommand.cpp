@@ -64,7 +64,10 @@ public:
         ConnectionEvent event;
         while (Next(event)) {
             Decide(event);
-            bar.Advance(m_events.Done(), ++count);
+            ++count;
+            if (showBar) {
+                bar.Advance(m_events.Done(), count);
+            }
         }
     }
 
@@ -94,7 +97,7 @@ private:
             m_run.Flush(); // its start may take a while
             m_programs.GiveId(event);
         }
-        m_run.Handle(event);
+        m_run.Handle(std::move(event));
         if (m_events.IsLive()) {
             m_run.Flush();
         } else {

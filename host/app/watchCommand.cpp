@@ -22,8 +22,8 @@ void Watch(const WatchOptions& options) {
     DecisionRun run(policy, options.run, TitleOf(options.policy, policy), LiveWidths());
     run.Run([&] {
         run.Flush();
-        WatchConnections(options.live, [&run](const ConnectionEvent& event) {
-            run.Handle(event);
+        WatchConnections(options.live, [&run](ConnectionEvent event) {
+            run.Handle(std::move(event));
             run.Flush();
         });
     });

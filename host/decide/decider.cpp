@@ -40,16 +40,6 @@ std::string PathInReport(const std::string& report) {
     return finder.path;
 }
 
-// Takes off what came of the event before; the memory stays.
-void Clear(Decision& decision) {
-    decision.reply = 0;
-    decision.settled = false;
-    decision.log.Clear();
-    decision.reports.clear();
-    decision.deletedDot.reset();
-    decision.duration = {};
-}
-
 } // namespace
 
 std::string VerdictOf(const Decision& decision) {
@@ -68,19 +58,24 @@ std::string VerdictOf(const Decision& decision) {
     }
 }
 
-const Decision& Decider::Decide(const ConnectionEvent& event) {
+const Decision& Decider::Decide(ConnectionEvent&& event) {
     Decision& decision = m_decision;
-    Clear(decision);
-    decision.event = event;
-    decision.process = event.process;
-    decision.rules = m_rules.Select(event);
+    decision.event = std::move(event);
+    decision.process = decision.event.process;
+    decision.rules = m_rules.Select(decision.event);
     decision.asked = !decision.rules.empty();
+    decision.deletedDot.reset();
     if (!decision.asked) {
+        decision.reply = 0;
+        decision.settled = false;
         decision.reason = "no rule applies";
+        decision.log.Clear();
+        decision.reports.clear();
+        decision.duration = {};
         return decision;
     }
-    m_dots.Prescribe(FailureFor(event));
-    const Answer answer = m_receiver.Decide(event, decision.rules);
+    m_dots.Prescribe(FailureFor(decision.event));
+    const Answer answer = m_receiver.Decide(decision.event, decision.rules);
     decision.reply = answer.reply;
     decision.settled = answer.settled;
     decision.duration = answer.duration;
@@ -88,7 +83,7 @@ const Decision& Decider::Decide(const ConnectionEvent& event) {
     if (deletion.done) {
         decision.deletedDot = deletion.guid;
     }
-    decision.reports = m_sink.Take();
+    m_sink.Take(decision.reports);
     m_log.Take(decision.log);
     decision.reason = ReasonFromRecords(deletion.type);
     // What was true at the time of the event goes before what is true now: the process may be gone, and its id taken.

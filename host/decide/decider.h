@@ -18,7 +18,7 @@ public:
         : m_policy(policy), m_rules(policy.rules), m_receiver(receiver), m_dots(dots), m_sink(sink), m_log(log) {}
 
     // What comes of the event; valid until the next one is decided.
-    const Decision& Decide(const ConnectionEvent& event);
+    const Decision& Decide(ConnectionEvent&& event);
 
 private:
     std::optional<Failure> FailureFor(const ConnectionEvent& event) const;

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 
 namespace mordhost {
 
@@ -12,7 +13,7 @@ public:
 
     // The dot of `guid` as the member of an answer that it makes (queryAnswer.h), or null when there is none. Valid
     // until the next deletion.
-    virtual const std::string* Find(const std::string& guid) const = 0;
+    virtual const std::string* Find(std::string_view guid) const = 0;
 
     // Deletes the dot of `guid`. Returns false when there is none, or when the deletion could not be made to last; the
     // dot does not serve again in this process either way. Throws nothing.

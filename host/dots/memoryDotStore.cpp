@@ -14,7 +14,7 @@ MemoryDotStore::MemoryDotStore(DotTable dots, std::string file) : m_dots(std::mo
     }
 }
 
-const std::string* MemoryDotStore::Find(const std::string& guid) const {
+const std::string* MemoryDotStore::Find(std::string_view guid) const {
     const auto member = m_members.find(guid);
     return member == m_members.end() ? nullptr : &member->second;
 }

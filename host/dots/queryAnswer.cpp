@@ -12,50 +12,6 @@
 
 namespace mordhost {
 
-namespace {
-
-// Answers guid by guid, as the parser comes across them.
-class Answering : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Answering> {
-public:
-    Answering(const DotStore& store, std::string& answer) : m_store(store), m_answer(answer) { m_answer = '{'; }
-
-    // Whether the text was a request; its answer is whole then.
-    bool End() {
-        m_answer += '}';
-        return m_hasGuids;
-    }
-
-    bool StartObject() { return m_depth++ == 0; } // no object stands within a request
-    bool EndObject(rapidjson::SizeType) { return true; }
-    bool Key(const char* text, rapidjson::SizeType size, bool) {
-        return !std::exchange(m_hasGuids, true) && std::string_view(text, size) == "guid";
-    }
-    bool StartArray() { return m_depth++ == 1; }
-    bool EndArray(rapidjson::SizeType) { return true; }
-    bool String(const char* text, rapidjson::SizeType size, bool) {
-        if (m_depth != 2) {
-            return false;
-        }
-        const std::string* const member = m_store.Find({text, size});
-        if (member != nullptr && std::find(m_given.begin(), m_given.end(), member) == m_given.end()) {
-            m_answer += m_given.empty() ? "" : ",";
-            m_answer += *member;
-            m_given.push_back(member);
-        }
-        return true;
-    }
-    bool Default() { return false; } // any other value
-
-private:
-    const DotStore& m_store;
-    std::string& m_answer;
-    std::vector<const std::string*> m_given;
-    int m_depth = 0;
-    bool m_hasGuids = false;
-};
-
-} // namespace
-
 std::string AnswerMember(const std::string& guid, const std::set<std::string>& mids) {
     JsonLine midObject;
     for (const std::string& mid : mids) {
@@ -66,12 +22,53 @@ std::string AnswerMember(const std::string& guid, const std::set<std::string>& m
     return JsonText(guid) + ':' + dot.Take();
 }
 
-bool AnswerQuery(const DotStore& store, const char* request, std::string& answer) {
-    std::string text(request);
-    InPlaceJson stream(text);
-    Answering answering(store, answer);
+// Answers guid by guid, as the parser comes across them. Each call returns whether the text is a request so far.
+class QueryAnswerer::Handler : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Handler> {
+public:
+    explicit Handler(QueryAnswerer& answerer) : m_to(answerer) {}
+
+    bool HasGuids() const { return m_hasGuids; }
+
+    bool StartObject() { return m_depth++ == 0; }
+    bool EndObject(rapidjson::SizeType) { return true; }
+    bool Key(const char* text, rapidjson::SizeType size, bool) {
+        return !std::exchange(m_hasGuids, true) && std::string_view(text, size) == "guid";
+    }
+    bool StartArray() { return m_depth++ == 1; }
+    bool EndArray(rapidjson::SizeType) { return true; }
+    bool String(const char* text, rapidjson::SizeType size, bool) {
+        if (m_depth != 2) {
+            return false;
+        }
+        const std::string* const member = m_to.m_store.Find({text, size});
+        std::vector<const std::string*>& given = m_to.m_given;
+        if (member != nullptr && std::find(given.begin(), given.end(), member) == given.end()) {
+            m_to.m_answer += given.empty() ? "" : ",";
+            m_to.m_answer += *member;
+            given.push_back(member);
+        }
+        return true;
+    }
+    bool Default() { return false; } // any other value
+
+private:
+    QueryAnswerer& m_to;
+    int m_depth = 0;
+    bool m_hasGuids = false;
+};
+
+const std::string* QueryAnswerer::Answer(const char* request) {
+    m_request = request;
+    m_answer = "{";
+    m_given.clear();
+    InPlaceJson stream(m_request);
+    Handler handler(*this);
     rapidjson::Reader reader;
-    return !reader.Parse<rapidjson::kParseInsituFlag>(stream, answering).IsError() && answering.End();
+    if (reader.Parse<rapidjson::kParseInsituFlag>(stream, handler).IsError() || !handler.HasGuids()) {
+        return nullptr;
+    }
+    m_answer += '}';
+    return &m_answer;
 }
 
 } // namespace mordhost

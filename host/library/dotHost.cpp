@@ -1,11 +1,9 @@
 #include "library/dotHost.h"
 
 #include <algorithm>
-#include <cstring>
 #include <exception>
 #include <iterator>
 
-#include "dots/queryAnswer.h"
 #include "mordRev/src/mordRevTypes.h"
 
 namespace mordhost {
@@ -39,21 +37,20 @@ int32_t DotHost::QueryDot(const char* guidJson, const char*, char** result) {
         return failed;
     }
     try {
-        if (!AnswerQuery(m_store, guidJson, m_answer)) {
+        const std::string* const answer = m_answerer.Answer(guidJson);
+        if (answer == nullptr) {
             return failed;
         }
-        if (m_failure == Failure::brokenAnswer) {
-            m_answer.pop_back(); // its closing brace
-        }
-        return HandOut(result);
+        const size_t closingBrace = m_failure == Failure::brokenAnswer ? 1 : 0;
+        return HandOut(std::string_view(*answer).substr(0, answer->size() - closingBrace), result);
     } catch (const std::exception&) { // memory ran out
         return failed;
     }
 }
 
-int32_t DotHost::HandOut(char** result) {
-    std::unique_ptr<char[]> answer(new char[m_answer.size() + 1]);
-    std::memcpy(answer.get(), m_answer.c_str(), m_answer.size() + 1);
+int32_t DotHost::HandOut(std::string_view text, char** result) {
+    std::unique_ptr<char[]> answer(new char[text.size() + 1]);
+    *std::copy(text.begin(), text.end(), answer.get()) = '\0';
     *result = m_handedOut.emplace_back(std::move(answer)).get();
     ++m_account.answers;
     return DOT_QUERY_ANSWERED;

@@ -5,10 +5,12 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
 #include "dots/dotStore.h"
+#include "dots/queryAnswer.h"
 #include "frame/interfaces.h"
 #include "policy/policy.h"
 
@@ -49,14 +51,13 @@ public:
     int32_t FreeResult(char* result) override;
 
 private:
-    // Hands out a copy of `m_answer`.
-    int32_t HandOut(char** result);
+    int32_t HandOut(std::string_view text, char** result);
 
     DotStore& m_store;
+    QueryAnswerer m_answerer{m_store};
     std::optional<Failure> m_failure;
     Account m_account;
     Deletion m_deletion;
-    std::string m_answer; // to the last query
     // What was handed out and is not back. It goes with the host: the library keeps the answers of one of its modes.
     std::vector<std::unique_ptr<char[]>> m_handedOut;
 };

@@ -24,20 +24,19 @@ std::optional<unsigned> ParseDigits(std::string_view text, size_t longest) {
 
 // Four decimal numbers into four bytes.
 bool ParseDotted(std::string_view text, uint8_t* bytes) {
+    const char* at = text.data();
+    const char* const end = at + text.size();
     for (int i = 0; i < 4; ++i) {
-        const size_t dot = i < 3 ? text.find('.') : text.size();
-        if (dot == std::string_view::npos) {
+        if (i > 0 && (at == end || *at++ != '.')) {
             return false;
         }
-        const std::string_view part = text.substr(0, dot);
-        const auto value = ParseDigits<10>(part, 3);
-        if (!value || *value > 255 || (part.size() > 1 && part.front() == '0')) {
+        const auto [stop, error] = std::from_chars(at, end, bytes[i]);
+        if (error != std::errc() || (stop - at > 1 && *at == '0')) {
             return false;
         }
-        bytes[i] = static_cast<uint8_t>(*value);
-        text.remove_prefix(std::min(dot + 1, text.size()));
+        at = stop;
     }
-    return true;
+    return at == end;
 }
 
 // The groups of one side of "::", or of the whole address, into `bytes`. Returns how many bytes they fill.

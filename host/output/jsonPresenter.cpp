@@ -1,41 +1,37 @@
+#include <charconv>
 #include <string_view>
 
-#include <rapidjson/stringbuffer.h>
-#include <rapidjson/writer.h>
-
+#include "document/jsonText.h"
 #include "output/presenter.h"
 
 namespace mordhost {
 
 namespace {
 
-// Writes the members of an object.
-class MemberWriter {
+// An object that is written member by member to the end of a string. Names come with their punctuation, `,"name":`, which
+// saves half of the work in a row.
+class JsonRow {
 public:
-    explicit MemberWriter(rapidjson::StringBuffer& out) : m_writer(out) {}
+    explicit JsonRow(std::string& out) : m_out(out) {}
 
-    void Begin() { m_writer.StartObject(); }
-    void BeginIn(std::string_view name) {
-        Name(name);
-        Begin();
-    }
-    void End() { m_writer.EndObject(); }
+    void Raw(std::string_view json) { m_out += json; }
 
     void Text(std::string_view name, std::string_view value) {
-        Name(name);
-        m_writer.String(value.data(), static_cast<rapidjson::SizeType>(value.size()));
+        m_out += name;
+        AppendJsonText(m_out, value);
     }
     void Number(std::string_view name, int64_t value) {
-        Name(name);
-        m_writer.Int64(value);
+        m_out += name;
+        char digits[24];
+        m_out.append(digits, std::to_chars(std::begin(digits), std::end(digits), value).ptr);
     }
     void Truth(std::string_view name, bool value) {
-        Name(name);
-        m_writer.Bool(value);
+        m_out += name;
+        m_out += value ? "true" : "false";
     }
     void Null(std::string_view name) {
-        Name(name);
-        m_writer.Null();
+        m_out += name;
+        m_out += "null";
     }
     void TextOrNull(std::string_view name, std::string_view value) {
         if (value.empty()) {
@@ -53,81 +49,74 @@ public:
         }
     }
 
-    void BeginList(std::string_view name) {
-        Name(name);
-        m_writer.StartArray();
-    }
-    void EndList() { m_writer.EndArray(); }
-
 private:
-    void Name(std::string_view name) { m_writer.Key(name.data(), static_cast<rapidjson::SizeType>(name.size())); }
-
-    rapidjson::Writer<rapidjson::StringBuffer> m_writer;
+    std::string& m_out;
 };
 
-void WriteDecision(MemberWriter& line, const Decision& decision, const Policy& policy) {
-    const ConnectionEvent& event = decision.event;
-    line.Begin();
-    line.Number("line", static_cast<int64_t>(event.line));
-    line.TextOrNull("time", event.time);
-    line.TextOrNull("name", event.name);
-    line.NumberOrNull("flags", event.flags);
-    line.NumberOrNull("pid", event.pid);
-    line.TextOrNull("process", decision.process);
-    line.TextOrNull("remote_addr_ip", event.remoteAddress ? std::string_view(*event.remoteAddress) : "");
-    line.NumberOrNull("remote_addr_port", event.remotePort);
-    line.TextOrNull("local_addr_ip", event.localAddress ? std::string_view(*event.localAddress) : "");
-    line.NumberOrNull("local_addr_port", event.localPort);
-    line.NumberOrNull("net_drv", event.netDrv);
-    line.BeginList("rules");
-    for (const size_t place : decision.rules) {
-        line.Begin();
-        line.Text("guid", policy.rules[place].guid);
-        line.Text("type", policy.rules[place].type);
-        line.End();
-    }
-    line.EndList();
-    line.Text("verdict", VerdictOf(decision));
-    line.TextOrNull("why", decision.reason);
-    if (decision.asked) {
-        line.Number("reply", decision.reply);
-        line.Truth("result", decision.settled);
-    } else {
-        line.Null("reply");
-        line.Null("result");
-    }
-    line.Number("reports", static_cast<int64_t>(decision.reports.size()));
-    if (decision.deletedDot) { // the guid of a dot may be empty
-        line.Text("deleted_dot", *decision.deletedDot);
-    } else {
-        line.Null("deleted_dot");
-    }
-    if (decision.asked) {
-        line.Number("duration_ns", decision.duration.count());
-    } else {
-        line.Null("duration_ns");
-    }
-    line.End();
+std::string_view ViewOf(const std::optional<std::string>& text) {
+    return text ? std::string_view(*text) : std::string_view();
 }
 
-void WriteSummary(MemberWriter& line, const Outcome& outcome) {
-    line.Begin();
-    line.BeginIn("summary");
-    line.Number("events", static_cast<int64_t>(outcome.statistics.Events()));
-    line.BeginIn("verdicts");
-    for (const auto& [verdict, count] : outcome.statistics.Verdicts()) {
-        line.Number(verdict, static_cast<int64_t>(count));
+void WriteDecision(JsonRow row, const Decision& decision, const Policy& policy) {
+    const ConnectionEvent& event = decision.event;
+    row.Number(R"({"line":)", static_cast<int64_t>(event.line));
+    row.TextOrNull(R"(,"time":)", event.time);
+    row.TextOrNull(R"(,"name":)", event.name);
+    row.NumberOrNull(R"(,"flags":)", event.flags);
+    row.NumberOrNull(R"(,"pid":)", event.pid);
+    row.TextOrNull(R"(,"process":)", decision.process);
+    row.TextOrNull(R"(,"remote_addr_ip":)", ViewOf(event.remoteAddress));
+    row.NumberOrNull(R"(,"remote_addr_port":)", event.remotePort);
+    row.TextOrNull(R"(,"local_addr_ip":)", ViewOf(event.localAddress));
+    row.NumberOrNull(R"(,"local_addr_port":)", event.localPort);
+    row.NumberOrNull(R"(,"net_drv":)", event.netDrv);
+    row.Raw(R"(,"rules":[)");
+    for (const size_t place : decision.rules) {
+        row.Text(place == decision.rules.front() ? R"({"guid":)" : R"(,{"guid":)", policy.rules[place].guid);
+        row.Text(R"(,"type":)", policy.rules[place].type);
+        row.Raw("}");
     }
-    line.End();
-    line.Number("queries", static_cast<int64_t>(outcome.calls.queries));
-    line.Number("reports", static_cast<int64_t>(outcome.statistics.Reports()));
-    line.Number("dots_deleted", static_cast<int64_t>(outcome.statistics.Deleted()));
-    line.Number("dots_left", static_cast<int64_t>(outcome.dotsLeft));
-    line.Number("median_ns", outcome.statistics.Percentile(50).count());
-    line.Number("p99_ns", outcome.statistics.Percentile(99).count());
-    line.Truth("times_include_logging", outcome.timesIncludeLogging);
-    line.End();
-    line.End();
+    row.Raw("]");
+    row.Text(R"(,"verdict":)", VerdictOf(decision));
+    row.TextOrNull(R"(,"why":)", decision.reason);
+    if (decision.asked) {
+        row.Number(R"(,"reply":)", decision.reply);
+        row.Truth(R"(,"result":)", decision.settled);
+    } else {
+        row.Raw(R"(,"reply":null,"result":null)");
+    }
+    row.Number(R"(,"reports":)", static_cast<int64_t>(decision.reports.size()));
+    if (decision.deletedDot) { // the guid of a dot may be empty
+        row.Text(R"(,"deleted_dot":)", *decision.deletedDot);
+    } else {
+        row.Null(R"(,"deleted_dot":)");
+    }
+    if (decision.asked) {
+        row.Number(R"(,"duration_ns":)", decision.duration.count());
+    } else {
+        row.Null(R"(,"duration_ns":)");
+    }
+    row.Raw("}\n");
+}
+
+std::string SummaryJson(const Outcome& outcome) {
+    JsonLine verdicts;
+    for (const auto& [verdict, count] : outcome.statistics.Verdicts()) {
+        verdicts.Number(verdict, static_cast<int64_t>(count));
+    }
+    JsonLine summary;
+    summary.Number("events", static_cast<int64_t>(outcome.statistics.Events()))
+        .Raw("verdicts", verdicts.Take())
+        .Number("queries", static_cast<int64_t>(outcome.calls.queries))
+        .Number("reports", static_cast<int64_t>(outcome.statistics.Reports()))
+        .Number("dots_deleted", static_cast<int64_t>(outcome.statistics.Deleted()))
+        .Number("dots_left", static_cast<int64_t>(outcome.dotsLeft))
+        .Number("median_ns", outcome.statistics.Percentile(50).count())
+        .Number("p99_ns", outcome.statistics.Percentile(99).count())
+        .Truth("times_include_logging", outcome.timesIncludeLogging);
+    JsonLine line;
+    line.Raw("summary", summary.Take());
+    return line.Take();
 }
 
 class JsonPresenter final : public Presenter {
@@ -136,26 +125,16 @@ public:
 
     void Begin() override {}
     void Show(const Decision& decision) override {
-        MemberWriter line(m_line);
-        WriteDecision(line, decision, m_policy);
-        WriteLine();
+        m_row.clear();
+        WriteDecision(JsonRow(m_row), decision, m_policy);
+        m_out.write(m_row.data(), static_cast<std::streamsize>(m_row.size()));
     }
-    void End(const Outcome& outcome) override {
-        MemberWriter line(m_line);
-        WriteSummary(line, outcome);
-        WriteLine();
-    }
+    void End(const Outcome& outcome) override { m_out << SummaryJson(outcome) << '\n'; }
 
 private:
-    void WriteLine() {
-        m_line.Put('\n');
-        m_out.write(m_line.GetString(), static_cast<std::streamsize>(m_line.GetSize()));
-        m_line.Clear();
-    }
-
     std::ostream& m_out;
     const Policy& m_policy;
-    rapidjson::StringBuffer m_line; // that is being made; its memory is used again
+    std::string m_row; // its room is used again
 };
 
 } // namespace

@@ -21,10 +21,10 @@ protected:
         policy.failures["bad"] = {Failure::networkError, {}};
     }
 
-    Decision Decide(const ConnectionEvent& event) {
+    Decision Decide(ConnectionEvent event) {
         RecordLog log(FakeBase::Factory, true);
         Receiver receiver(object, policy, dots, sink);
-        return Decider(policy, receiver, dots, sink, log).Decide(event);
+        return Decider(policy, receiver, dots, sink, log).Decide(std::move(event));
     }
 
     static ConnectionEvent OnPort(uint16_t port) {
@@ -153,7 +153,7 @@ TEST_F(DeciderTest, NothingOfADecisionIsLeftInTheNext) {
     event.name = "first";
     event.process = "/usr/bin/first";
     event.pid = 7;
-    ASSERT_EQ(decider.Decide(event).deletedDot, "A");
+    ASSERT_EQ(decider.Decide(std::move(event)).deletedDot, "A");
     const Decision& decision = decider.Decide(OnPort(10));
     EXPECT_FALSE(decision.asked || decision.settled || decision.deletedDot || decision.event.pid);
     EXPECT_TRUE(decision.rules.empty() && decision.reports.empty() && decision.log.ends.empty());

@@ -13,8 +13,11 @@ namespace {
 constexpr auto request = R"({"guid": ["G1", "G2"]})";
 
 std::string Answer(const DotTable& dots, const char* query) {
-    std::string answer = "of before";
-    return AnswerQuery(MemoryDotStore(dots), query, answer) ? answer : "none";
+    const MemoryDotStore store(dots);
+    QueryAnswerer answerer(store);
+    answerer.Answer(R"({"guid": ["G9", "G1"]})"); // of which nothing must be left
+    const std::string* const answer = answerer.Answer(query);
+    return answer == nullptr ? "none" : *answer;
 }
 
 // Asks, and gives the answer back unless it is to be kept.
