@@ -32,6 +32,9 @@ BEGIN {
     publicHeaders = "platform/wideChar.h platform/callConv.h frame/identifiers.h frame/interfaces.h" \
                     " frame/values.h"
 
+    # What a host includes of the siblings.
+    siblingHeader = "zelkBase/hostLog.h"
+
     # The two headers that may test the platform.
     platformTests = "src/platform/wideChar.h src/platform/callConv.h"
 
@@ -121,6 +124,8 @@ condition != "" || /^[ \t]*#[ \t]*(if|ifdef|ifndef|elif)/ {
         } else if (folder == "siblings" && !isIn(target, mayInclude["frame"])) {
             report(FNR, "a sibling includes frame and platform, not " included)
         }
+    } else if (folder == "host" && quoted && (target == "zelkBase" || target == "ferrocore") && included != siblingHeader) {
+        report(FNR, "a host includes " siblingHeader " of the siblings alone, not " included)
     }
 }
 

@@ -83,11 +83,13 @@ std::string TitleOf(const std::string& policyName, const Policy& policy) {
 DecisionRun::DecisionRun(const Policy& policy, const RunOptions& options, const std::string& title,
                          const Widths& widths)
     : m_policy(policy), m_reportFile(OpenIfNamed(options.reports)), m_logFile(OpenIfNamed(options.log)),
-      m_logging(!options.noLog), m_store(policy.dots, options.dots), m_log(m_logging),
-      m_libraries(DirectoryOf(options)), m_receiver(m_libraries.Receiver(), policy, m_dots, m_sink),
+      m_logging(!options.noLog), m_store(policy.dots, options.dots), m_libraries(DirectoryOf(options)),
+      m_log(m_libraries.Base(), m_logging), m_receiver(m_libraries.Receiver(), policy, m_dots, m_sink),
       m_decider(policy, m_receiver, m_dots, m_sink, m_log),
       m_presenter(MakePresenter(policy, options, Printable(title), widths)) {
-    WriteLog(m_log.Take()); // of the start
+    WrittenRecords ofTheStart;
+    m_log.Take(ofTheStart);
+    WriteLog(ofTheStart);
 }
 
 void DecisionRun::Run(const std::function<void()>& work) {
@@ -106,8 +108,8 @@ void DecisionRun::Run(const std::function<void()>& work) {
     RequireKeptDots();
 }
 
-void DecisionRun::Handle(ConnectionEvent event) {
-    const Decision decision = m_decider.Decide(std::move(event));
+void DecisionRun::Handle(ConnectionEvent&& event) {
+    const Decision& decision = m_decider.Decide(std::move(event));
     m_statistics.Add(decision);
     m_presenter->Show(decision);
     RequireWritten(std::cout, standardOutputName);
@@ -120,9 +122,9 @@ void DecisionRun::Handle(ConnectionEvent event) {
     }
 }
 
-void DecisionRun::WriteLog(const std::string& records) {
+void DecisionRun::WriteLog(const WrittenRecords& records) {
     if (m_logFile) {
-        m_logFile->Write(records);
+        m_logFile->Write(records.text);
     }
 }
 

@@ -37,7 +37,7 @@ public:
     void Run(const std::function<void()>& work);
 
     // Decides the event and writes what came of it. Throws RunError when output is lost.
-    void Handle(ConnectionEvent event);
+    void Handle(ConnectionEvent&& event);
 
     // Hands all that was written to the system. Throws RunError.
     void Flush();
@@ -48,7 +48,7 @@ public:
 private:
     void End();
     void RequireKeptDots() const;
-    void WriteLog(const std::string& records);
+    void WriteLog(const WrittenRecords& records);
     void Warn() const;
 
     const Policy& m_policy;
@@ -58,8 +58,8 @@ private:
     MemoryDotStore m_store;
     DotHost m_dots{m_store};
     ReportSink m_sink;
-    RecordLog m_log; // before the libraries, so that they have let go of it when it goes
     Libraries m_libraries;
+    RecordLog m_log;
     Receiver m_receiver;
     Decider m_decider;
     Statistics m_statistics;

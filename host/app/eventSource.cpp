@@ -20,23 +20,20 @@ EventSource::EventSource(const std::string& name)
       m_reader(m_input->Stream(), m_input->Name()) {}
 
 const std::deque<ConnectionEvent>& EventSource::LookAhead() {
-    while (!m_isLive && m_ahead.size() < mostAhead) {
-        std::optional<ConnectionEvent> event = m_reader.Next();
-        if (!event) {
-            break;
-        }
-        m_ahead.push_back(std::move(*event));
+    ConnectionEvent event;
+    while (!m_isLive && m_ahead.size() < mostAhead && m_reader.Next(event)) {
+        m_ahead.push_back(std::move(event));
     }
     return m_ahead;
 }
 
-std::optional<ConnectionEvent> EventSource::Next() {
+bool EventSource::Next(ConnectionEvent& event) {
     if (m_ahead.empty()) {
-        return m_reader.Next();
+        return m_reader.Next(event);
     }
-    std::optional<ConnectionEvent> event = std::move(m_ahead.front());
+    event = std::move(m_ahead.front());
     m_ahead.pop_front();
-    return event;
+    return true;
 }
 
 } // namespace mordhost

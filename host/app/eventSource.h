@@ -3,7 +3,6 @@
 
 #include <deque>
 #include <memory>
-#include <optional>
 #include <string>
 
 #include "document/inputStream.h"
@@ -26,8 +25,9 @@ public:
     // come: a thousand at most. Throws DocumentError, FileError and Stopped.
     const std::deque<ConnectionEvent>& LookAhead();
 
-    // The next event, or nothing at the end. Throws DocumentError, FileError and Stopped.
-    std::optional<ConnectionEvent> Next();
+    // Reads the next event into `event`, whose texts keep their memory. Returns false at the end. Throws DocumentError,
+    // FileError and Stopped.
+    bool Next(ConnectionEvent& event);
 
     // Bytes: of the file, and how many of them have been read.
     uint64_t Size() const { return m_input->Size(); }

@@ -38,9 +38,10 @@ std::string KnownProcess(const ConnectionEvent& event, const Programs& programs)
 // Widths in which the first events fit. When one of their lines is refused, nothing has been decided yet.
 Widths WidthsFor(EventSource& events, const Policy& policy, const Programs& programs) {
     Widths widths = UsualWidths();
+    RuleSelector rules(policy.rules);
     for (const ConnectionEvent& event : events.LookAhead()) {
         Decision decision;
-        decision.rules = SelectRules(policy.rules, event);
+        decision.rules = rules.Select(event);
         decision.process = KnownProcess(event, programs);
         decision.event = event;
         Widen(widths, decision, policy);
@@ -60,9 +61,13 @@ public:
         const bool showBar = !m_events.IsLive() && IsTerminal(Stream::error) && !IsTerminal(Stream::output);
         ProgressBar bar(std::cerr, showBar, showBar ? m_events.Size() : 0);
         size_t count = 0;
-        while (std::optional<ConnectionEvent> event = Next()) {
-            Decide(std::move(*event));
-            bar.Advance(m_events.Done(), ++count);
+        ConnectionEvent event;
+        while (Next(event)) {
+            Decide(event);
+            ++count;
+            if (showBar) {
+                bar.Advance(m_events.Done(), count);
+            }
         }
     }
 
@@ -76,15 +81,15 @@ public:
     }
 
 private:
-    std::optional<ConnectionEvent> Next() {
+    bool Next(ConnectionEvent& event) {
         try {
-            return StopRequested() ? std::nullopt : m_events.Next();
+            return !StopRequested() && m_events.Next(event);
         } catch (const Stopped&) {
-            return {};
+            return false;
         }
     }
 
-    void Decide(ConnectionEvent event) {
+    void Decide(ConnectionEvent& event) {
         if (m_policy.failures.contains(event.name)) {
             m_failed.insert(event.name);
         }

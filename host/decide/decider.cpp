@@ -2,26 +2,42 @@
 
 #include <utility>
 
-#include <rapidjson/document.h>
+#include <rapidjson/reader.h>
 
 #include "decide/logRecord.h"
 #include "decide/reason.h"
 #include "frame/values.h"
-#include "policy/ruleSelection.h"
 
 namespace mordhost {
 
 namespace {
 
-// The process path that a report tells.
-std::string PathInReport(const std::string& report) {
-    rapidjson::Document document;
-    document.Parse(report.c_str());
-    if (document.HasParseError() || !document.IsObject()) {
-        return {};
+// Takes the process path out of a report, and nothing else.
+class PathFinder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, PathFinder> {
+public:
+    bool Key(const char* text, rapidjson::SizeType size, bool) {
+        m_isPath = std::string_view(text, size) == "proc_path";
+        return true;
     }
-    const auto path = document.FindMember("proc_path");
-    return path == document.MemberEnd() || !path->value.IsString() ? std::string() : path->value.GetString();
+    bool String(const char* text, rapidjson::SizeType size, bool) {
+        if (m_isPath) {
+            path.assign(text, size);
+        }
+        return !m_isPath; // what comes behind it need not be parsed
+    }
+
+    std::string path; // empty where the report has none
+
+private:
+    bool m_isPath = false;
+};
+
+std::string PathInReport(const std::string& report) {
+    PathFinder finder;
+    rapidjson::Reader reader;
+    rapidjson::StringStream stream(report.c_str());
+    reader.Parse<rapidjson::kParseIterativeFlag>(stream, finder);
+    return finder.path;
 }
 
 } // namespace
@@ -42,31 +58,52 @@ std::string VerdictOf(const Decision& decision) {
     }
 }
 
-Decision Decider::Decide(ConnectionEvent event) {
-    Decision decision;
-    decision.rules = SelectRules(m_policy.rules, event);
+const Decision& Decider::Decide(ConnectionEvent&& event) {
+    Decision& decision = m_decision;
     decision.event = std::move(event);
     decision.process = decision.event.process;
-    if (decision.rules.empty()) {
+    decision.rules = m_rules.Select(decision.event);
+    decision.asked = !decision.rules.empty();
+    decision.deletedDot.reset();
+    if (!decision.asked) {
+        decision.reply = 0;
+        decision.settled = false;
         decision.reason = "no rule applies";
+        decision.log.Clear();
+        decision.reports.clear();
+        decision.duration = {};
         return decision;
     }
     m_dots.Prescribe(FailureFor(decision.event));
     const Answer answer = m_receiver.Decide(decision.event, decision.rules);
-    decision.asked = true;
     decision.reply = answer.reply;
     decision.settled = answer.settled;
     decision.duration = answer.duration;
     const DotHost::Deletion deletion = m_dots.TakeDeletion();
-    decision.deletedDot = deletion.done ? std::optional(deletion.guid) : std::nullopt;
-    decision.reports = m_sink.Take();
-    decision.log = m_log.Take();
-    decision.reason = ReasonOf(ParseLogRecords(decision.log), deletion.type);
+    if (deletion.done) {
+        decision.deletedDot = deletion.guid;
+    }
+    m_sink.Take(decision.reports);
+    m_log.Take(decision.log);
+    decision.reason = ReasonFromRecords(deletion.type);
     // What was true at the time of the event goes before what is true now: the process may be gone, and its id taken.
     if (decision.process.empty() && !decision.reports.empty()) {
         decision.process = PathInReport(decision.reports.front());
     }
     return decision;
+}
+
+std::string Decider::ReasonFromRecords(const std::string& matchedType) {
+    m_messages.clear();
+    const std::string_view text = m_decision.log.text;
+    size_t begin = 0;
+    for (const size_t end : m_decision.log.ends) {
+        if (const auto message = MessageOf(text.substr(begin, end - begin))) {
+            m_messages.push_back(*message);
+        }
+        begin = end;
+    }
+    return ReasonOf(m_messages, matchedType);
 }
 
 std::optional<Failure> Decider::FailureFor(const ConnectionEvent& event) const {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "events/connectionEvent.h"
+#include "library/logCollector.h"
 
 namespace mordhost {
 
@@ -18,7 +19,7 @@ struct Decision {
     uint32_t reply = 0;        // the rest counts for asked ones alone
     bool settled = false;      // what HandleEvent returned
     std::string reason;        // why, in one phrase; empty when the library does not log
-    std::string log;           // the library's records
+    WrittenRecords log;        // of the library
     std::vector<std::string> reports;
     std::optional<std::string> deletedDot; // guid
     std::string process;                   // path of the connection's process, as far as it is known

@@ -1,23 +1,16 @@
 // Log records of the library, taken apart.
 #pragma once
 
-#include <string>
+#include <optional>
 #include <string_view>
-#include <vector>
 
 namespace mordhost {
 
-// 2026-11-16 14:03:07 [TRACE][mordRev.cpp 637][CMordRecv::InitLogMoudle] [4312] logger is ready
-struct LogRecord {
-    std::string level;    // "TRACE" or "ERROR"
-    std::string function; // with its class
-    std::string message;  // may have several lines
-
-    bool operator==(const LogRecord&) const = default;
-};
-
-// The records in `text`, each ended by carriage return and line feed. A piece that does not begin like a record belongs
-// to the message before it; one at the very beginning is passed over.
-std::vector<LogRecord> ParseLogRecords(std::string_view text);
+// The message of one record, which may have several lines; `record` may end in carriage return and line feed:
+//
+//     2026-11-16 14:03:07 [TRACE][mordRev.cpp 637][CMordRecv::InitLogMoudle] [4312] logger is ready
+//
+// Nothing for a text in which no thread is told.
+std::optional<std::string_view> MessageOf(std::string_view record);
 
 } // namespace mordhost

@@ -136,10 +136,9 @@ std::string HindrancePhrase(RuleHindrance hindrance) {
 
 } // namespace
 
-std::string ReasonOf(const std::vector<LogRecord>& records, const std::string& matchedType) {
+std::string ReasonOf(const std::vector<std::string_view>& messages, const std::string& matchedType) {
     Findings findings;
-    for (const LogRecord& record : records) {
-        std::string_view text = record.message;
+    for (std::string_view text : messages) {
         text.remove_prefix(std::min(text.find_first_not_of(' '), text.size())); // some begin with a blank
         if (!NoteQuery(text, findings) && !NoteRule(text, matchedType, findings)) {
             NoteMode(text, findings);

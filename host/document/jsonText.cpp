@@ -1,5 +1,6 @@
 #include "document/jsonText.h"
 
+#include <algorithm>
 #include <utility>
 
 #include <rapidjson/stringbuffer.h>
@@ -8,10 +9,24 @@
 namespace mordhost {
 
 std::string JsonText(std::string_view text) {
+    std::string json;
+    AppendJsonText(json, text);
+    return json;
+}
+
+void AppendJsonText(std::string& json, std::string_view text) {
+    const bool standsForItself = std::none_of(
+        text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == '"' || c == '\\'; });
+    if (standsForItself) { // as most texts do
+        json += '"';
+        json += text;
+        json += '"';
+        return;
+    }
     rapidjson::StringBuffer buffer;
     rapidjson::Writer<rapidjson::StringBuffer> writer(buffer);
     writer.String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
-    return {buffer.GetString(), buffer.GetSize()};
+    json.append(buffer.GetString(), buffer.GetSize());
 }
 
 JsonLine& JsonLine::Raw(std::string_view name, std::string_view json) {

@@ -10,6 +10,9 @@ namespace mordhost {
 // `text` as a JSON string, quotes included.
 std::string JsonText(std::string_view text);
 
+// The same at the end of `json`.
+void AppendJsonText(std::string& json, std::string_view text);
+
 // An object that is written member by member.
 class JsonLine {
 public:

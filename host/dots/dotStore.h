@@ -2,8 +2,8 @@
 #pragma once
 
 #include <cstddef>
-#include <set>
 #include <string>
+#include <string_view>
 
 namespace mordhost {
 
@@ -11,8 +11,9 @@ class DotStore {
 public:
     virtual ~DotStore() = default;
 
-    // The machine ids that are held under `guid`, or null when there is no dot. Valid until the next deletion.
-    virtual const std::set<std::string>* Find(const std::string& guid) const = 0;
+    // The dot of `guid` as the member of an answer that it makes (queryAnswer.h), or null when there is none. Valid
+    // until the next deletion.
+    virtual const std::string* Find(std::string_view guid) const = 0;
 
     // Deletes the dot of `guid`. Returns false when there is none, or when the deletion could not be made to last; the
     // dot does not serve again in this process either way. Throws nothing.

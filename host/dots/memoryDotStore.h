@@ -1,7 +1,10 @@
 // Dots in memory, loaded from a table and, if wished, written back to a file.
 #pragma once
 
+#include <functional>
 #include <string>
+#include <string_view>
+#include <unordered_map>
 
 #include "dots/dotStore.h"
 #include "dots/dotTable.h"
@@ -17,13 +20,19 @@ public:
     MemoryDotStore(const MemoryDotStore&) = delete;
     MemoryDotStore& operator=(const MemoryDotStore&) = delete;
 
-    const std::set<std::string>* Find(const std::string& guid) const override;
+    const std::string* Find(std::string_view guid) const override;
     bool Delete(const std::string& guid) noexcept override;
     size_t Size() const override { return m_dots.size(); }
     const std::string& Trouble() const override { return m_trouble; }
 
 private:
+    // Of texts and of views of texts alike.
+    struct Hash : std::hash<std::string_view> {
+        using is_transparent = void;
+    };
+
     DotTable m_dots;
+    std::unordered_map<std::string, std::string, Hash, std::equal_to<>> m_members; // of answers, one for each dot
     std::string m_file;
     std::string m_trouble;
 };

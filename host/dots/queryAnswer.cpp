@@ -1,50 +1,74 @@
 #include "dots/queryAnswer.h"
 
-#include <set>
+#include <algorithm>
+#include <string_view>
+#include <utility>
+#include <vector>
 
-#include <rapidjson/document.h>
+#include <rapidjson/reader.h>
 
+#include "document/inPlaceJson.h"
 #include "document/jsonText.h"
 
 namespace mordhost {
 
-namespace {
-
-std::string AnswerForDot(const std::set<std::string>& mids) {
+std::string AnswerMember(const std::string& guid, const std::set<std::string>& mids) {
     JsonLine midObject;
     for (const std::string& mid : mids) {
         midObject.Number(mid, 1);
     }
-    JsonLine answer;
-    answer.Number("value", 1).Raw("mid", midObject.Take());
-    return answer.Take();
+    JsonLine dot;
+    dot.Number("value", 1).Raw("mid", midObject.Take());
+    return JsonText(guid) + ':' + dot.Take();
 }
 
-} // namespace
+// Answers guid by guid, as the parser comes across them. Each call returns whether the text is a request so far.
+class QueryAnswerer::Handler : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Handler> {
+public:
+    explicit Handler(QueryAnswerer& answerer) : m_to(answerer) {}
 
-std::optional<std::string> AnswerQuery(const DotStore& store, const char* request) {
-    rapidjson::Document document;
-    document.Parse<rapidjson::kParseIterativeFlag>(request);
-    if (document.HasParseError() || !document.IsObject()) {
-        return {};
+    bool HasGuids() const { return m_hasGuids; }
+
+    bool StartObject() { return m_depth++ == 0; }
+    bool EndObject(rapidjson::SizeType) { return true; }
+    bool Key(const char* text, rapidjson::SizeType size, bool) {
+        return !std::exchange(m_hasGuids, true) && std::string_view(text, size) == "guid";
     }
-    const auto guids = document.FindMember("guid");
-    if (guids == document.MemberEnd() || !guids->value.IsArray()) {
-        return {};
-    }
-    JsonLine answer;
-    std::set<std::string> answered;
-    for (const auto& element : guids->value.GetArray()) {
-        if (!element.IsString()) {
-            return {};
+    bool StartArray() { return m_depth++ == 1; }
+    bool EndArray(rapidjson::SizeType) { return true; }
+    bool String(const char* text, rapidjson::SizeType size, bool) {
+        if (m_depth != 2) {
+            return false;
         }
-        const std::string guid(element.GetString(), element.GetStringLength());
-        const std::set<std::string>* const mids = store.Find(guid);
-        if (mids != nullptr && answered.insert(guid).second) {
-            answer.Raw(guid, AnswerForDot(*mids));
+        const std::string* const member = m_to.m_store.Find({text, size});
+        std::vector<const std::string*>& given = m_to.m_given;
+        if (member != nullptr && std::find(given.begin(), given.end(), member) == given.end()) {
+            m_to.m_answer += given.empty() ? "" : ",";
+            m_to.m_answer += *member;
+            given.push_back(member);
         }
+        return true;
     }
-    return answer.Take();
+    bool Default() { return false; } // any other value
+
+private:
+    QueryAnswerer& m_to;
+    int m_depth = 0;
+    bool m_hasGuids = false;
+};
+
+const std::string* QueryAnswerer::Answer(const char* request) {
+    m_request = request;
+    m_answer = "{";
+    m_given.clear();
+    InPlaceJson stream(m_request);
+    Handler handler(*this);
+    rapidjson::Reader reader;
+    if (reader.Parse<rapidjson::kParseInsituFlag>(stream, handler).IsError() || !handler.HasGuids()) {
+        return nullptr;
+    }
+    m_answer += '}';
+    return &m_answer;
 }
 
 } // namespace mordhost

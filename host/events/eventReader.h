@@ -2,7 +2,6 @@
 #pragma once
 
 #include <istream>
-#include <optional>
 #include <string>
 
 #include "events/connectionEvent.h"
@@ -14,13 +13,16 @@ public:
     // `stream` is not owned; `name` is what messages call it.
     EventReader(std::istream& stream, std::string name);
 
-    // The next event, or nothing at the end. Throws DocumentError for a line that is no event.
-    std::optional<ConnectionEvent> Next();
+    // Reads the next event into `event`, whose texts keep their memory. Returns false at the end. Throws DocumentError
+    // for a line that is no event.
+    bool Next(ConnectionEvent& event);
 
 private:
     std::istream& m_stream;
     std::string m_name;
-    size_t m_line = 0;
+    std::string m_line;
+    std::string m_spoilt; // a copy of the line, in which it is read
+    size_t m_number = 0;  // of the line
 };
 
 } // namespace mordhost

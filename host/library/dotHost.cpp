@@ -1,9 +1,9 @@
 #include "library/dotHost.h"
 
-#include <cstring>
+#include <algorithm>
 #include <exception>
+#include <iterator>
 
-#include "dots/queryAnswer.h"
 #include "frame/values.h"
 
 namespace mordhost {
@@ -37,25 +37,21 @@ int32_t DotHost::QueryDot(const char* guidJson, const char*, char** result) {
         return failed;
     }
     try {
-        std::optional<std::string> answer = AnswerQuery(m_store, guidJson);
-        if (!answer) {
+        const std::string* const answer = m_answerer.Answer(guidJson);
+        if (answer == nullptr) {
             return failed;
         }
-        if (m_failure == Failure::brokenAnswer) {
-            answer->pop_back(); // its closing brace
-        }
-        return HandOut(*answer, result);
+        const size_t closingBrace = m_failure == Failure::brokenAnswer ? 1 : 0;
+        return HandOut(std::string_view(*answer).substr(0, answer->size() - closingBrace), result);
     } catch (const std::exception&) { // memory ran out
         return failed;
     }
 }
 
-int32_t DotHost::HandOut(const std::string& text, char** result) {
-    auto answer = std::make_unique<char[]>(text.size() + 1);
-    std::memcpy(answer.get(), text.c_str(), text.size() + 1);
-    char* const address = answer.get();
-    m_answers.emplace(address, std::move(answer));
-    *result = address;
+int32_t DotHost::HandOut(std::string_view text, char** result) {
+    std::unique_ptr<char[]> answer(new char[text.size() + 1]);
+    *std::copy(text.begin(), text.end(), answer.get()) = '\0';
+    *result = m_handedOut.emplace_back(std::move(answer)).get();
     ++m_account.answers;
     return DOT_QUERY_ANSWERED;
 }
@@ -64,10 +60,14 @@ int32_t DotHost::FreeResult(char* result) {
     if (result == nullptr) {
         return carriedOut;
     }
-    if (m_answers.erase(result) == 0) {
+    // The one that was handed out last comes back first.
+    const auto answer = std::find_if(m_handedOut.rbegin(), m_handedOut.rend(),
+                                     [result](const auto& handedOut) { return handedOut.get() == result; });
+    if (answer == m_handedOut.rend()) {
         ++m_account.strayReturns;
         return failed;
     }
+    m_handedOut.erase(std::next(answer).base());
     ++m_account.givenBack;
     return carriedOut;
 }

@@ -2,13 +2,15 @@
 #pragma once
 
 #include <cstddef>
-#include <map>
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
+#include <vector>
 
 #include "dots/dotStore.h"
+#include "dots/queryAnswer.h"
 #include "frame/interfaces.h"
 #include "policy/policy.h"
 
@@ -49,14 +51,15 @@ public:
     int32_t FreeResult(char* result) override;
 
 private:
-    int32_t HandOut(const std::string& text, char** result);
+    int32_t HandOut(std::string_view text, char** result);
 
     DotStore& m_store;
+    QueryAnswerer m_answerer{m_store};
     std::optional<Failure> m_failure;
     Account m_account;
     Deletion m_deletion;
     // What was handed out and is not back. It goes with the host: the library keeps the answers of one of its modes.
-    std::map<const char*, std::unique_ptr<char[]>> m_answers;
+    std::vector<std::unique_ptr<char[]>> m_handedOut;
 };
 
 } // namespace mordhost

@@ -18,11 +18,15 @@ void* Load(const std::filesystem::path& directory, const char* name) {
     return library;
 }
 
-IMordRev* ObtainReceiver(void* library) {
+CreateZelkObjectFunction FactoryOf(void* library, const std::string& name) {
     const auto create = reinterpret_cast<CreateZelkObjectFunction>(FindExport(library, "CreateZelkObject"));
     if (create == nullptr) {
-        throw LoadError("the library mordRev does not export CreateZelkObject");
+        throw LoadError("the library " + name + " does not export CreateZelkObject");
     }
+    return create;
+}
+
+IMordRev* ObtainReceiver(CreateZelkObjectFunction create) {
     void* receiver = nullptr;
     if (create(&IID_IMordRev, &receiver) != RESULT_OK || receiver == nullptr) {
         throw LoadError("the library mordRev does not make its object");
@@ -33,14 +37,10 @@ IMordRev* ObtainReceiver(void* library) {
 } // namespace
 
 Libraries::Libraries(const std::filesystem::path& directory) {
-    Load(directory, "ZelkBase"); // the siblings first: the library looks for them among the loaded ones
+    // The siblings first: the library looks for them among the loaded ones.
+    m_base = FactoryOf(Load(directory, "ZelkBase"), "ZelkBase");
     Load(directory, "Ferrocore");
-    m_library = Load(directory, "mordRev");
-    m_receiver = ObtainReceiver(m_library);
-}
-
-Libraries::~Libraries() {
-    LetGoOfFiles(m_library);
+    m_receiver = ObtainReceiver(FactoryOf(Load(directory, "mordRev"), "mordRev"));
 }
 
 } // namespace mordhost

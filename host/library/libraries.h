@@ -20,16 +20,14 @@ public:
     // is loaded is there for the rest of the process, since the library's object is.
     explicit Libraries(const std::filesystem::path& directory);
 
-    // Makes the library let go of its files. Its object may be gone then.
-    ~Libraries();
-    Libraries(const Libraries&) = delete;
-    Libraries& operator=(const Libraries&) = delete;
-
     // The one object of the library.
     IMordRev& Receiver() const { return *m_receiver; }
 
+    // The factory of the base library.
+    CreateZelkObjectFunction Base() const { return m_base; }
+
 private:
-    void* m_library = nullptr;
+    CreateZelkObjectFunction m_base = nullptr;
     IMordRev* m_receiver = nullptr;
 };
 

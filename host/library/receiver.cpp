@@ -60,14 +60,14 @@ Receiver::~Receiver() {
 
 Answer Receiver::Decide(const ConnectionEvent& event, const std::vector<size_t>& rules) {
     EventRecord record(event);
-    std::vector<IEventRecord*> chosen;
-    chosen.reserve(rules.size());
+    m_chosen.clear();
     for (const size_t place : rules) {
-        chosen.push_back(&m_rules[place]);
+        m_chosen.push_back(&m_rules[place]);
     }
     Answer answer;
     const auto begin = std::chrono::steady_clock::now();
-    answer.settled = m_object.HandleEvent(&record, chosen.data(), static_cast<uint32_t>(chosen.size()), &answer.reply);
+    answer.settled =
+        m_object.HandleEvent(&record, m_chosen.data(), static_cast<uint32_t>(m_chosen.size()), &answer.reply);
     answer.duration = std::chrono::steady_clock::now() - begin;
     return answer;
 }

@@ -35,6 +35,7 @@ public:
 private:
     IMordRev& m_object;
     std::vector<RuleRecord> m_rules; // in the order of the policy
+    std::vector<IEventRecord*> m_chosen;
 };
 
 } // namespace mordhost

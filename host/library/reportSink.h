@@ -3,7 +3,6 @@
 
 #include <cstddef>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "frame/interfaces.h"
@@ -15,11 +14,12 @@ class ReportSink final : public IReportSink {
 public:
     int32_t Report(int32_t kind, const char* text, uint32_t size) override;
 
-    // The reports since the last such call, each as it was delivered.
-    std::vector<std::string> Take() { return std::exchange(m_reports, {}); }
+    // Gives the reports since the last such call, each as it was delivered, in the place of what `reports` holds.
+    void Take(std::vector<std::string>& reports);
 
 private:
-    std::vector<std::string> m_reports;
+    std::vector<std::string> m_reports; // the first ones; the others are there for their memory
+    size_t m_count = 0;
 };
 
 } // namespace mordhost

@@ -11,7 +11,8 @@ namespace {
 constexpr int mappedPrefixBits = 96; // ::ffff:0:0/96 holds the v4 addresses
 
 // A number of nothing but digits of `base`, at most `longest` of them.
-std::optional<unsigned> ParseDigits(std::string_view text, int base, size_t longest) {
+template <int base>
+std::optional<unsigned> ParseDigits(std::string_view text, size_t longest) {
     unsigned value = 0;
     const char* const end = text.data() + text.size();
     const auto [stop, error] = std::from_chars(text.data(), end, value, base);
@@ -23,20 +24,19 @@ std::optional<unsigned> ParseDigits(std::string_view text, int base, size_t long
 
 // Four decimal numbers into four bytes.
 bool ParseDotted(std::string_view text, uint8_t* bytes) {
+    const char* at = text.data();
+    const char* const end = at + text.size();
     for (int i = 0; i < 4; ++i) {
-        const size_t dot = i < 3 ? text.find('.') : text.size();
-        if (dot == std::string_view::npos) {
+        if (i > 0 && (at == end || *at++ != '.')) {
             return false;
         }
-        const std::string_view part = text.substr(0, dot);
-        const auto value = ParseDigits(part, 10, 3);
-        if (!value || *value > 255 || (part.size() > 1 && part.front() == '0')) {
+        const auto [stop, error] = std::from_chars(at, end, bytes[i]);
+        if (error != std::errc() || (stop - at > 1 && *at == '0')) {
             return false;
         }
-        bytes[i] = static_cast<uint8_t>(*value);
-        text.remove_prefix(std::min(dot + 1, text.size()));
+        at = stop;
     }
-    return true;
+    return at == end;
 }
 
 // The groups of one side of "::", or of the whole address, into `bytes`. Returns how many bytes they fill.
@@ -52,7 +52,7 @@ std::optional<size_t> ParseGroups(std::string_view text, bool mayEndDotted, std:
             }
             return filled + 4;
         }
-        const auto value = ParseDigits(group, 16, 4);
+        const auto value = ParseDigits<16>(group, 4);
         if (!value || filled + 2 > bytes.size() || colon + 1 == text.size()) {
             return {};
         }
@@ -142,7 +142,7 @@ std::optional<AddressRange> ParseAddressRange(std::string_view text, std::string
     AddressRange range{*address, address->Bits()};
     if (slash != std::string_view::npos) {
         const std::string_view length = text.substr(slash + 1);
-        const auto bits = ParseDigits(length, 10, 3);
+        const auto bits = ParseDigits<10>(length, 3);
         if (!bits || static_cast<int>(*bits) > address->Bits()) {
             reason = '"' + std::string(length) + "\" is no prefix length from 0 to " + std::to_string(address->Bits());
             return {};

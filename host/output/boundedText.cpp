@@ -22,9 +22,20 @@ size_t ControlLength(std::string_view text) {
     return byte == 0xC2 && text.size() > 1 && static_cast<unsigned char>(text[1]) < 0xA0 ? 2 : 0;
 }
 
+// Whether each byte is a character that is shown as it is.
+bool ShowsAsItIs(std::string_view text) {
+    return std::all_of(text.begin(), text.end(), [](char c) { return c >= 0x20 && c < 0x7F; });
+}
+
 } // namespace
 
 void BoundedText::Add(std::string_view text) {
+    if (!text.empty() && m_width + text.size() <= m_limit && ShowsAsItIs(text)) { // as most texts are
+        m_out += text;
+        m_width += text.size();
+        m_last = m_out.size() - 1;
+        return;
+    }
     for (size_t i = 0; i < text.size() && !m_isCut; ++i) {
         if (ContinuesCharacter(text[i])) {
             m_out += text[i];

@@ -27,10 +27,6 @@ void* LoadLibraryFile(const std::filesystem::path& file, std::string& reason);
 // What `library` exports under `name`, or null.
 void* FindExport(void* library, const char* name);
 
-// Makes the library let go of the files that it has opened, where an open file keeps its directory from being removed.
-// Nothing of the library may be used afterwards.
-void LetGoOfFiles(void* library);
-
 // Sets a variable in the environment of this process.
 void SetEnvironment(const std::string& name, const std::filesystem::path& value);
 

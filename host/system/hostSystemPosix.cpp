@@ -50,8 +50,6 @@ void* FindExport(void* library, const char* name) {
     return dlsym(library, name);
 }
 
-void LetGoOfFiles(void*) {} // a directory goes with the names in it, whoever has the files open
-
 void SetEnvironment(const std::string& name, const std::filesystem::path& value) {
     setenv(name.c_str(), value.c_str(), 1);
 }

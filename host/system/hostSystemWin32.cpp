@@ -85,10 +85,6 @@ void* FindExport(void* library, const char* name) {
     return reinterpret_cast<void*>(GetProcAddress(static_cast<HMODULE>(library), name));
 }
 
-void LetGoOfFiles(void* library) {
-    FreeLibrary(static_cast<HMODULE>(library)); // an open file would stay in its directory
-}
-
 void SetEnvironment(const std::string& name, const std::filesystem::path& value) {
     SetEnvironmentVariableW(std::filesystem::path(name).c_str(), value.c_str());
 }

@@ -1,8 +1,8 @@
 // The one export of ZelkBase, and the table of its services.
 #include "heldService.h"
 #include "serviceFactory.h"
+#include "zelkBase/hostLogService.h"
 #include "zelkBase/logConfig.h"
-#include "zelkBase/logWriter.h"
 #include "zelkBase/machineIdService.h"
 #include "zelkBase/moduleFinder.h"
 #include "zelkBase/textConverter.h"
@@ -20,7 +20,9 @@ constexpr ServiceEntry services[] = {
     // This library is the module behind "module.base" as well.
     {SID_MachineId, MakeService<MachineIdService>},
     {SID_LogConfig, MakeService<LogConfig>},
-    {SID_LogWriter, MakeService<LogWriter>},
+    {SID_LogWriter, MakeLogWriter},
+    // For the host alone.
+    {SID_HostLog, MakeService<HostLogService>},
 };
 
 } // namespace

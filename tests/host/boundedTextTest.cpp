@@ -33,6 +33,24 @@ TEST(BoundedText, IsCutBetweenCharacters) {
     EXPECT_EQ(Printable("ab", 1), "\u2026");
 }
 
+TEST(BoundedText, IsCutBetweenCharactersOfSeveralTexts) {
+    const auto cut = [](const std::vector<std::string>& texts) {
+        std::string out;
+        BoundedText text(out, 3);
+        for (const std::string& each : texts) {
+            text.Add(each);
+        }
+        return out;
+    };
+    EXPECT_EQ(cut({"a\u20AC", "", "b", "c"}), "a\u20AC\u2026");
+    EXPECT_EQ(cut({"ab", "\u20AC", "", "c"}), "ab\u2026");
+    EXPECT_EQ(cut({"ab", "c", "", "\u20AC"}), "ab\u2026");
+    EXPECT_EQ(cut({"abc", "d"}), "ab\u2026");
+    EXPECT_EQ(cut({"ab", "cd"}), "ab\u2026");
+    EXPECT_EQ(cut({"", "abc", ""}), "abc");
+    EXPECT_EQ(cut({"\n\u20AC\n", "x"}), "?\u20AC\u2026");
+}
+
 TEST(BoundedText, SteersNoTerminal) {
     EXPECT_EQ(Printable("a\x1b[31mb\nc\x7F\td"), "a?[31mb?c??d");
     EXPECT_EQ(Printable("\xC2\x9B"

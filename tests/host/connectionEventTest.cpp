@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include "events/eventLine.h"
 #include "events/eventReader.h"
 #include "host/refusal.h"
 
@@ -24,6 +25,84 @@ ConnectionEvent ReadEvent(const std::string& line) {
 std::string EventRefusal(const std::string& line) {
     return RefusalOf([&] { ReadEvent(line); });
 }
+
+// The events of a file.
+class Lines {
+public:
+    explicit Lines(const std::string& text) : m_stream(text) {}
+
+    std::optional<ConnectionEvent> Next() { return m_reader.Next(m_event) ? std::optional(m_event) : std::nullopt; }
+
+private:
+    std::istringstream m_stream;
+    EventReader m_reader{m_stream, "e.jsonl"};
+    ConnectionEvent m_event; // one for all, as a replay has it
+};
+
+// The first fifteen are plain.
+const std::vector<std::string> linesOfAllKinds = {
+    wholeLine,
+    "{}",
+    " { } \r",
+    R"({"flags" : 0 ,	"pid":4294967295})",
+    R"({"pid":-0})",
+    R"({"net_drv":-9223372036854775808})",
+    R"({"net_drv":9223372036854775807,"remote_addr_port":0,"local_addr_port":65535})",
+    R"({"name":"","process":""})",
+    R"({"name":"a\"b\\c\/d\n\u0041"})",
+    R"({"pro\u0063ess":"C:\\a.exe"})",
+    R"({"time":"2025-11-20T09:54:12Z"})",
+    R"({"remote_addr_ip":"::ffff:192.0.2.1","local_addr_ip":"2001:db8::7"})",
+    R"({"remote_addr_ip":"\u0031.2.3.4"})",
+    R"({"net_drv":0,"name":"x"})",
+    R"({"flags":4294967295})",
+    R"({"name":"\u00e4"})",
+    "{\"name\":\"\xC3\xA4\"}",
+    "{\"name\":\"\xC3\"}",
+    "\xEF\xBB\xBF{}",
+    R"({"program":"a"})",
+    R"({"program":"a","pid":1})",
+    R"({"flags":4294967296})",
+    R"({"flags":-1})",
+    R"({"flags":1.0})",
+    R"({"flags":1e2})",
+    R"({"flags":"1"})",
+    R"({"flags":null})",
+    R"({"flags":true})",
+    R"({"flags":{}})",
+    R"({"flags":[]})",
+    R"({"flags":{"flags":1}})",
+    R"({"net_drv":9223372036854775808})",
+    R"({"net_drv":-9223372036854775809})",
+    R"({"net_drv":99999999999999999999})",
+    R"({"remote_addr_port":65536})",
+    R"({"name":1})",
+    R"({"name":"a\u0000b"})",
+    R"({"process":"\u0000"})",
+    R"({"name":"\ud800"})",
+    R"({"time":"yesterday"})",
+    R"({"time":""})",
+    R"({"remote_addr_ip":"localhost"})",
+    R"({"remote_addr_ip":"1.2.3.4\u0000"})",
+    R"({"local_addr_ip":""})",
+    R"({"pid":1,"pid":1})",
+    R"({"Pid":1})",
+    R"({"":1})",
+    "[]",
+    "[{}]",
+    "1",
+    "\"flags\"",
+    "null",
+    "{} {}",
+    "{},",
+    std::string("{}\0", 3),
+    std::string("{}\0{}", 5),
+    "{\"name\":\"a\tb\"}",
+    "{\"name\":\"a",
+    "{\"pid\":1",
+    "{\"pid\":01}",
+    "{'pid':1}",
+};
 
 } // namespace
 
@@ -103,33 +182,77 @@ TEST(ConnectionEvent, WhatIsNoEventIsRefusedAtItsPlace) {
 }
 
 TEST(EventReader, GivesOneEventForEachLine) {
-    std::istringstream stream("{\"pid\":1}\n{\"pid\":2}\r\n{\"pid\":3}");
-    EventReader reader(stream, "e.jsonl");
-    EXPECT_EQ(reader.Next()->pid, 1U);
-    EXPECT_EQ(reader.Next()->pid, 2U);
-    const auto third = reader.Next();
+    Lines lines("{\"pid\":1}\n{\"pid\":2}\r\n{\"pid\":3}");
+    EXPECT_EQ(lines.Next()->pid, 1U);
+    EXPECT_EQ(lines.Next()->pid, 2U);
+    const auto third = lines.Next();
     EXPECT_EQ(third->pid, 3U);
     EXPECT_EQ(third->line, 3U);
-    EXPECT_FALSE(reader.Next());
+    EXPECT_FALSE(lines.Next());
 }
 
 TEST(EventReader, LinesOfWhiteSpaceAreNoEventsButCount) {
-    std::istringstream stream("\n \t\r\n{\"pid\":1}\n\n");
-    EventReader reader(stream, "e.jsonl");
-    EXPECT_EQ(reader.Next()->line, 3U);
-    EXPECT_FALSE(reader.Next());
+    Lines lines("\n \t\r\n{\"pid\":1}\n\n");
+    EXPECT_EQ(lines.Next()->line, 3U);
+    EXPECT_FALSE(lines.Next());
 }
 
 TEST(EventReader, ABadLineIsRefusedByItsNumber) {
-    std::istringstream stream("{}\n{}\n{\"pid\": x}\n");
-    EventReader reader(stream, "e.jsonl");
-    EXPECT_TRUE(reader.Next());
-    EXPECT_TRUE(reader.Next());
-    EXPECT_EQ(RefusalOf([&] { reader.Next(); }), "e.jsonl:3:9: Invalid value.");
+    Lines lines("{}\n{}\n{\"pid\": x}\n");
+    EXPECT_TRUE(lines.Next());
+    EXPECT_TRUE(lines.Next());
+    EXPECT_EQ(RefusalOf([&] { lines.Next(); }), "e.jsonl:3:9: Invalid value.");
 }
 
 TEST(EventReader, AnEventThatGoesOverTwoLinesIsRefused) {
-    std::istringstream stream("{\"pid\":\n1}\n");
-    EventReader reader(stream, "e.jsonl");
-    EXPECT_EQ(RefusalOf([&] { reader.Next(); }), "e.jsonl:1:8: Invalid value.");
+    Lines lines("{\"pid\":\n1}\n");
+    EXPECT_EQ(RefusalOf([&] { lines.Next(); }), "e.jsonl:1:8: Invalid value.");
+}
+
+TEST(EventReader, NothingOfAnEventIsLeftInTheNext) {
+    Lines lines(std::string(wholeLine) + "\n{}\n" + R"({"program":"a"})" + "\n" + R"({"pid":0})" + "\n");
+    EXPECT_EQ(EventLine(*lines.Next()), wholeLine);
+    EXPECT_EQ(EventLine(*lines.Next()), "{}");
+    EXPECT_EQ(EventLine(*lines.Next()), R"({"program":"a"})");
+    EXPECT_EQ(EventLine(*lines.Next()), R"({"pid":0})");
+}
+
+// There are two ways to read a line, and the one that knows all places has the last word on what is an event.
+TEST(EventReader, TheQuickWayReadsWhatTheStrictOneDoesOrLeavesIt) {
+    size_t quick = 0;
+    for (const std::string& line : linesOfAllKinds) {
+        SCOPED_TRACE(line);
+        std::string spoilt = line;
+        ConnectionEvent event;
+        if (ReadPlainEvent(spoilt, event)) {
+            ++quick;
+            EXPECT_EQ(EventLine(event), EventLine(ReadEvent(line)));
+        }
+    }
+    EXPECT_EQ(quick, 15U) << "the rest is refused, or left to the strict way";
+}
+
+// Each byte of a line replaced by each of these in turn, and each left out.
+TEST(EventReader, TheQuickWayAgreesOnDamagedLines) {
+    const std::string replacements("\0\1\x1F \"\\,:{}[]0-.eu\x7F\x80\xC3", 20);
+    size_t quick = 0;
+    const auto compare = [&quick](std::string line) {
+        const std::string kept = line;
+        ConnectionEvent event;
+        if (ReadPlainEvent(line, event)) {
+            ++quick;
+            ASSERT_EQ(RefusalOf([&] { EXPECT_EQ(EventLine(event), EventLine(ReadEvent(kept))); }), "accepted") << kept;
+        }
+    };
+    const std::string whole = wholeLine;
+    for (size_t place = 0; place < whole.size(); ++place) {
+        std::string shorter = whole;
+        compare(shorter.erase(place, 1));
+        for (const char replacement : replacements) {
+            std::string damaged = whole;
+            damaged[place] = replacement;
+            compare(damaged);
+        }
+    }
+    EXPECT_GT(quick, 100U);
 }

@@ -3,9 +3,11 @@
 #include <gtest/gtest.h>
 
 #include "dots/memoryDotStore.h"
+#include "host/fakeBase.h"
 #include "host/fakeReceiver.h"
 
 using namespace mordhost;
+using mordhostTest::FakeBase;
 using mordhostTest::FakeReceiver;
 
 namespace {
@@ -19,10 +21,10 @@ protected:
         policy.failures["bad"] = {Failure::networkError, {}};
     }
 
-    Decision Decide(const ConnectionEvent& event) {
-        RecordLog log(true);
+    Decision Decide(ConnectionEvent event) {
+        RecordLog log(FakeBase::Factory, true);
         Receiver receiver(object, policy, dots, sink);
-        return Decider(policy, receiver, dots, sink, log).Decide(event);
+        return Decider(policy, receiver, dots, sink, log).Decide(std::move(event));
     }
 
     static ConnectionEvent OnPort(uint16_t port) {
@@ -112,6 +114,50 @@ TEST_F(DeciderTest, TheProcessIsThatOfTheEventOrElseThatOfTheReport) {
 
 TEST_F(DeciderTest, ALibraryThatWritesNoRecordsGivesNoReason) {
     const Decision decision = Decide(OnPort(1));
-    EXPECT_EQ(decision.log, "");
+    EXPECT_EQ(decision.log.text, "");
     EXPECT_EQ(decision.reason, "");
+}
+
+TEST_F(DeciderTest, TheReasonIsThatOfTheEventsOwnRecords) {
+    constexpr auto head = WIDE("2026-11-16 14:03:07 [TRACE][x.cpp 1][f] [1] ");
+    const auto write = [&](const WideChar* message) {
+        FakeBase::writer->WriteRecord((std::basic_string<WideChar>(head) + message + WIDE("\r\n")).c_str(), 30);
+    };
+    RecordLog log(FakeBase::Factory, true);
+    Receiver receiver(object, policy, dots, sink);
+    Decider decider(policy, receiver, dots, sink, log);
+    object.onEvent = [&](IDotHost*, IReportSink*) {
+        write(WIDE("==>enter"));
+        write(WIDE("query dot result is empty, reply=0,rule guidA\r\nof two lines"));
+    };
+    EXPECT_EQ(decider.Decide(OnPort(1)).reason, "no dot is held");
+    EXPECT_EQ(decider.Decide(OnPort(1)).log.ends.size(), 2U);
+    object.onEvent = [&](IDotHost*, IReportSink*) { write(WIDE("disconnect event not report")); };
+    EXPECT_EQ(decider.Decide(OnPort(1)).reason, "disconnect");
+    EXPECT_EQ(decider.Decide(OnPort(10)).reason, "no rule applies");
+    object.onEvent = nullptr;
+    EXPECT_EQ(decider.Decide(OnPort(1)).reason, "");
+}
+
+// One decision uses the memory of the one before, and nothing else of it.
+TEST_F(DeciderTest, NothingOfADecisionIsLeftInTheNext) {
+    RecordLog log(FakeBase::Factory, true);
+    Receiver receiver(object, policy, dots, sink);
+    Decider decider(policy, receiver, dots, sink, log);
+    object.onEvent = [](IDotHost* host, IReportSink* target) {
+        FakeBase::writer->WriteRecord(WIDE("record\r\n"), 30);
+        host->DeleteDot("A", "HOST", 2, "x");
+        target->Report(1, report, static_cast<uint32_t>(std::string_view(report).size()));
+    };
+    ConnectionEvent event = OnPort(5);
+    event.name = "first";
+    event.process = "/usr/bin/first";
+    event.pid = 7;
+    ASSERT_EQ(decider.Decide(std::move(event)).deletedDot, "A");
+    const Decision& decision = decider.Decide(OnPort(10));
+    EXPECT_FALSE(decision.asked || decision.settled || decision.deletedDot || decision.event.pid);
+    EXPECT_TRUE(decision.rules.empty() && decision.reports.empty() && decision.log.ends.empty());
+    EXPECT_EQ(decision.log.text + decision.process + decision.event.name, "");
+    EXPECT_EQ(decision.reply, 0U);
+    EXPECT_EQ(decision.duration.count(), 0);
 }

@@ -13,7 +13,11 @@ namespace {
 constexpr auto request = R"({"guid": ["G1", "G2"]})";
 
 std::string Answer(const DotTable& dots, const char* query) {
-    return AnswerQuery(MemoryDotStore(dots), query).value_or("none");
+    const MemoryDotStore store(dots);
+    QueryAnswerer answerer(store);
+    answerer.Answer(R"({"guid": ["G9", "G1"]})"); // of which nothing must be left
+    const std::string* const answer = answerer.Answer(query);
+    return answer == nullptr ? "none" : *answer;
 }
 
 // Asks, and gives the answer back unless it is to be kept.
@@ -53,7 +57,10 @@ TEST(QueryAnswer, AnEmptyGuidIsAGuid) {
 }
 
 TEST(QueryAnswer, WhatIsNoRequestGetsNone) {
-    for (const char* text : {"", "{", "[]", "{}", R"({"guid": 1})", R"({"guid": [1]})"}) {
+    for (const char* text :
+         {"", "{", "[]", "{}", "\"guid\"", R"({"guid": 1})", R"({"guid": "G1"})", R"({"guid": {}})", R"({"guid": [1]})",
+          R"({"guid": [["G1"]]})", R"({"guid": [{}]})", R"({"guid": ["G1", null]})", R"({"guid": ["G1"]} x)",
+          R"({"guid": ["G1"], "guid": ["G1"]})", R"({"guid": ["G1"])", R"({"mid": ["G1"]})", R"([{"guid": ["G1"]}])"}) {
         EXPECT_EQ(Answer({{"G1", {"M1"}}}, text), "none") << text;
     }
 }

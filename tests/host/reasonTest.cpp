@@ -8,11 +8,7 @@ using namespace mordhost;
 namespace {
 
 std::string Reason(const std::vector<std::string>& messages, const std::string& matchedType = "") {
-    std::vector<LogRecord> records;
-    for (const std::string& message : messages) {
-        records.push_back({"TRACE", "CMordRecv::HandleEvent", message});
-    }
-    return ReasonOf(records, matchedType);
+    return ReasonOf({messages.begin(), messages.end()}, matchedType);
 }
 
 constexpr auto noDot = "query dot result is empty, reply=0,rule guidG1";

@@ -112,6 +112,12 @@ TEST(ReportSink, KeepsEveryReportAsItWasDelivered) {
     ReportSink sink;
     EXPECT_EQ(sink.Report(1, "{\n}rest", 3), 0);
     EXPECT_EQ(sink.Report(1, "", 0), 0);
-    EXPECT_EQ(sink.Take(), (std::vector<std::string>{"{\n}", ""}));
-    EXPECT_TRUE(sink.Take().empty());
+    std::vector<std::string> reports = {"of before"};
+    sink.Take(reports);
+    EXPECT_EQ(reports, (std::vector<std::string>{"{\n}", ""}));
+    sink.Take(reports);
+    EXPECT_TRUE(reports.empty());
+    sink.Report(1, "{}", 2);
+    sink.Take(reports);
+    EXPECT_EQ(reports, std::vector<std::string>{"{}"});
 }

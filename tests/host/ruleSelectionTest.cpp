@@ -1,5 +1,7 @@
 #include "policy/ruleSelection.h"
 
+#include <random>
+
 #include <gtest/gtest.h>
 
 using namespace mordhost;
@@ -17,6 +19,14 @@ ConnectionEvent Event(const std::string& remote, const std::string& local, uint1
     event.localAddress = local;
     event.localPort = port;
     return event;
+}
+
+std::vector<size_t> Selected(const std::vector<Rule>& rules, const ConnectionEvent& event) {
+    return RuleSelector(rules).Select(event);
+}
+
+bool Applies(const Rule& rule, const ConnectionEvent& event) {
+    return !Selected({rule}, event).empty();
 }
 
 } // namespace
@@ -85,6 +95,56 @@ TEST(RuleSelection, TheRulesThatApplyStandInTheirOrder) {
     rules[0].localPorts = {{445, 445}};
     rules[1].localPorts = {{80, 80}};
     rules[3].localPorts = {{400, 500}};
-    EXPECT_EQ(SelectRules(rules, Event("10.0.0.1", "10.0.0.2", 445)), (std::vector<size_t>{0, 2, 3}));
-    EXPECT_EQ(SelectRules({}, Event("10.0.0.1", "10.0.0.2", 445)), std::vector<size_t>());
+    EXPECT_EQ(Selected(rules, Event("10.0.0.1", "10.0.0.2", 445)), (std::vector<size_t>{0, 2, 3}));
+    EXPECT_EQ(Selected({}, Event("10.0.0.1", "10.0.0.2", 445)), std::vector<size_t>());
+}
+
+TEST(RuleSelection, ARuleThatNamesAPortTwiceIsSelectedOnce) {
+    Rule rule;
+    rule.localPorts = {{445, 445}, {139, 139}, {445, 445}};
+    EXPECT_EQ(Selected({rule}, Event("10.0.0.1", "10.0.0.2", 445)), std::vector<size_t>{0});
+    rule.localPorts.push_back({400, 500});
+    EXPECT_EQ(Selected({rule}, Event("10.0.0.1", "10.0.0.2", 445)), std::vector<size_t>{0});
+}
+
+TEST(RuleSelection, OneSelectorServesManyEvents) {
+    std::vector<Rule> rules(3);
+    rules[1].localPorts = {{1, 1}};
+    rules[2].localPorts = {{0, 0}};
+    RuleSelector selector(rules);
+    EXPECT_EQ(selector.Select(Event("10.0.0.1", "10.0.0.2", 1)), (std::vector<size_t>{0, 1}));
+    EXPECT_EQ(selector.Select({}), std::vector<size_t>{0}) << "no port is not port 0";
+    EXPECT_EQ(selector.Select(Event("10.0.0.1", "10.0.0.2", 0)), (std::vector<size_t>{0, 2}));
+}
+
+// Many rules of all kinds, each looked at by itself and among the others.
+TEST(RuleSelection, ARuleAppliesAmongOthersAsItDoesAlone) {
+    std::minstd_rand random(20261122);
+    const auto draw = [&random](unsigned bound) { return static_cast<uint16_t>(random() % bound); };
+    std::vector<Rule> rules(300);
+    for (Rule& rule : rules) {
+        for (int ports = draw(4); ports > 0; --ports) {
+            const uint16_t first = draw(20);
+            rule.localPorts.push_back({first, static_cast<uint16_t>(first + (draw(3) == 0 ? draw(5) : 0))});
+        }
+        if (draw(4) == 0) {
+            rule.remoteAddresses.push_back(RangeOf("10.0.0.0/" + std::to_string(8 + draw(16))));
+        }
+        if (draw(4) == 0) {
+            rule.localAddresses.push_back(RangeOf("10.0.0.2"));
+        }
+    }
+    RuleSelector selector(rules);
+    for (uint16_t port = 0; port < 30; ++port) {
+        for (const char* remote : {"10.0.0.1", "10.0.1.1", "10.200.0.1", "192.0.2.1"}) {
+            const ConnectionEvent event = Event(remote, port % 2 == 0 ? "10.0.0.2" : "10.0.0.3", port);
+            std::vector<size_t> alone;
+            for (size_t i = 0; i < rules.size(); ++i) {
+                if (Applies(rules[i], event)) {
+                    alone.push_back(i);
+                }
+            }
+            ASSERT_EQ(selector.Select(event), alone) << port << ' ' << remote;
+        }
+    }
 }

@@ -3,7 +3,7 @@
 
 #include <ostream>
 
-#include "frame/identifiers.h"
+#include "zelkBase/hostLog.h"
 
 namespace siblingTest {
 
@@ -26,6 +26,7 @@ inline constexpr OfferedService offered[] = {
     {"MachineId", "ZelkBase", SID_MachineId},
     {"LogConfig", "ZelkBase", SID_LogConfig},
     {"LogWriter", "ZelkBase", SID_LogWriter},
+    {"HostLog", "ZelkBase", SID_HostLog},
     {"FerrocoreService", "Ferrocore", SID_FerrocoreService},
 };
 

@@ -90,6 +90,9 @@ for header in platform/wideChar.h platform/callConv.h frame/identifiers.h frame/
 done
 plant "a host sees the public headers alone" host/planted.cpp \
     "1: a host includes the public headers alone, not mordRev/src/mordRev.h" '#include "mordRev/src/mordRev.h"'
+plant "a host sees one header of the siblings" host/planted.cpp \
+    "1: a host includes zelkBase/hostLog.h of the siblings alone, not zelkBase/logWriter.h" \
+    '#include "zelkBase/logWriter.h"'
 plant "a sibling does not see the receiver" siblings/planted.cpp \
     "1: a sibling includes frame and platform, not mordRev/src/mordRev.h" '#include "mordRev/src/mordRev.h"'
 
