@@ -3,9 +3,9 @@
 //   replayWork record FOLDER COUNT                 writes a recording of COUNT events, and its policy, into FOLDER
 //   replayWork library FOLDER LIBRARIES on|off     has the library alone decide it, with or without its log records
 //
-// The second prints the time of the library for the whole recording and the time of the processor in it, in seconds. The
-// events and their rules are in memory by then, the answers to the queries are the texts that mordhost gave, the sink
-// of the reports and the writer of the records only receive.
+// The second prints the time of the library for the whole recording and the time of the processor in it, in seconds.
+// The events and their rules are in memory by then, the answers to the queries are the texts that mordhost gave, the
+// sink of the reports and the writer of the records only receive.
 //
 // Exit codes: 0 done, 1 something is not as it has to be (what, is told), 2 wrong use.
 #include <chrono>
