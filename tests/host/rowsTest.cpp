@@ -28,7 +28,7 @@ protected:
 
 TEST_F(Rows, AppearWhileTheReplayGoesOn) {
     std::string events;
-    for (int i = 0; i < 300000; ++i) {
+    for (int i = 0; i < 3000000; ++i) {
         events += "{}\n";
     }
     for (const std::vector<std::string>& options : std::vector<std::vector<std::string>>{{}, {"--json"}}) {
