@@ -26,7 +26,7 @@ public:
 };
 
 // A host without dots.
-class EmptyHost final : public IDotHost {
+class HostWithoutDots final : public IDotHost {
 public:
     int32_t DeleteDot(const char*, const char*, int32_t, const char*) override { return 0; }
     int32_t QueryDot(const char*, const char*, char**) override { return 1; }
@@ -90,7 +90,7 @@ TEST(HostLog, theComponentWritesItsRecordsThere) {
     const SiblingLibrary library{std::string("ZelkBase")};
     const SiblingLibrary component{std::string("mordRev")};
     HostWriter& writer = *new HostWriter; // which the component holds to the end of the process
-    EmptyHost host;
+    HostWithoutDots host;
     library.Make<IHostLog>(SID_HostLog)->SetLogWriter(&writer);
     void* object = nullptr;
     ASSERT_EQ(component.Factory()(&IID_IMordRev, &object), 0U);
