@@ -13,8 +13,8 @@ constexpr auto eventsFileName = "events.jsonl";
 //
 // Of a hundred events about 20 are disconnects, 12 meet a failure that the policy prescribes (10 of them the network
 // error), 4 meet no rule, 20 meet several rules, and the rest meets one: it has no dot, a dot of machines that are not
-// allowed, or, for one event in a hundred, a dot that lets it in. A dot serves once and a rule has one, so that there are
-// as many such rules as such events. The processes of the events are gone.
+// allowed, or, for one event in a hundred, a dot that lets it in. A dot serves once and a rule has one, so that there
+// are as many such rules as such events. The processes of the events are gone.
 void WriteRecording(const std::filesystem::path& folder, uint32_t eventCount);
 
 } // namespace bench

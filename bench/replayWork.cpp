@@ -3,9 +3,9 @@
 //   replayWork record FOLDER COUNT                 writes a recording of COUNT events, and its policy, into FOLDER
 //   replayWork library FOLDER LIBRARIES on|off     has the library alone decide it, with or without its log records
 //
-// The second prints the time of the library for the whole recording and the time of the processor in it, in seconds. The
-// events and their rules are in memory by then, the answers to the queries are the texts that mordhost gave, the sink
-// of the reports and the writer of the records only receive.
+// The second prints the time of the library for the whole recording and the time of the processor in it, in seconds.
+// The events and their rules are in memory by then, the answers to the queries are the texts that mordhost gave, the
+// sink of the reports and the writer of the records only receive.
 //
 // Exit codes: 0 done, 1 something is not as it has to be (what, is told), 2 wrong use.
 #include <chrono>
@@ -20,7 +20,6 @@
 #include "frame/values.h"
 #include "library/libraries.h"
 #include "library/receiver.h"
-#include "library/service.h"
 #include "preparedEvents.h"
 #include "recording.h"
 #include "system/hostSystem.h"
@@ -74,7 +73,7 @@ void MeasureLibrary(const std::filesystem::path& folder, const std::filesystem::
     const bench::PreparedEvents events(folder, libraries.Receiver());
 
     WriteSettings(folder, logging);
-    mordhost::MakeService<IHostLog>(libraries.Base(), SID_HostLog)->SetLogWriter(&writer);
+    libraries.Base().Make<IHostLog>(SID_HostLog)->SetLogWriter(&writer);
     Host host;
     Sink sink;
     const mordhost::Receiver receiver(libraries.Receiver(), events.Policy(), host, sink);

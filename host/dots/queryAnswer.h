@@ -18,8 +18,9 @@ public:
     explicit QueryAnswerer(const DotStore& store) : m_store(store) {}
 
     // The answer to the query request `request`, {"guid": ["GUID-1", …]}, in the format of the query result: for each
-    // guid under which there is a dot, once and in the order of the request, {"GUID-1": {"value": 1, "mid": {"MID-1": 1,
-    // …}}, …}. A guid without a dot has no member. Null for a text that is no query request. Valid until the next call.
+    // guid under which there is a dot, once and in the order of the request, {"GUID-1": {"value": 1, "mid": {"MID-1":
+    // 1, …}}, …}. A guid without a dot has no member. Null for a text that is no query request. Valid until the next
+    // call.
     const std::string* Answer(const char* request);
 
 private:

@@ -8,8 +8,8 @@ namespace mordhost {
 
 namespace {
 
-// An object that is written member by member to the end of a string. Names come with their punctuation, `,"name":`, which
-// saves half of the work in a row.
+// An object that is written member by member to the end of a string. Names come with their punctuation, `,"name":`,
+// which saves half of the work in a row.
 class JsonRow {
 public:
     explicit JsonRow(std::string& out) : m_out(out) {}
