@@ -15,6 +15,23 @@ function latest(name) {
     return last[name]
 }
 
+# The value in the middle of those of a figure.
+function median(name,   count, values, i, j, value) {
+    figure(name)
+    count = split(all[name], values, " ")
+    for (i = 2; i <= count; ++i) {
+        value = values[i] + 0
+        for (j = i - 1; j > 0 && values[j] + 0 > value; --j) values[j + 1] = values[j]
+        values[j + 1] = value
+    }
+    return count == 0 ? 1 : (values[int((count + 1) / 2)] + values[int(count / 2) + 1]) / 2
+}
+
+# A whole replay, in times of the library alone with the same events.
+function replay(rows, logging, time) {
+    return median("Replay/" rows "/" logging "/" time) / median("ReplayLibrary/" logging "/" time)
+}
+
 # Prints a ratio and whether it keeps its limit. `least` limits are for ratios that must not be smaller.
 function limit(what, ratio, bound, isLeast) {
     kept = isLeast ? ratio >= bound : ratio <= bound
@@ -45,6 +62,7 @@ BEGIN {
         least[$1] = $2 + 0
     }
     last[$1] = $2 + 0
+    all[$1] = all[$1] " " $2
 }
 
 END {
@@ -94,6 +112,24 @@ END {
         figure("WriterRecord")
     limit("a record, in halves of one of the first version",
           2 * figure("Record/event") / figure("Floor/8/8/10") / firstRecord[preset], 1)
+    printf "%s: a replay by mordhost, beside the library alone with the same events\n", preset
+    rowKinds = split("table json", rows, " ")
+    settings = split("off on", logging, " ")
+    for (l = 1; l <= settings; ++l) {
+        printf "  log %-3s  %.1f us an event by the library alone\n", logging[l],
+            median("ReplayLibrary/" logging[l] "/wall") / 1000
+        for (r = 1; r <= rowKinds; ++r) {
+            what = rows[r] " rows, log " logging[l]
+            # Under Wine the processor's time is not to be had.
+            if (preset == "linux") {
+                limit(what ", in the library alone", replay(rows[r], logging[l], "processor"), 2)
+                printf "  %-52s %7.2f\n", "  the same by the clock", replay(rows[r], logging[l], "wall")
+            } else {
+                printf "  %-52s %7.2f  no limit under Wine\n", what ", in the library alone",
+                    replay(rows[r], logging[l], "wall")
+            }
+        }
+    }
     printf "%s: memory\n", preset
     limit("peak of an event of (1000, 100), in answers", figure("PeakMemory") / figure("AnswerSize"), 3)
     limit("resident size after 10 million events / 100000", latest("Resident/10000000") / figure("Resident/100000"), 1.01)

@@ -20,7 +20,6 @@
 #include "frame/values.h"
 #include "library/libraries.h"
 #include "library/receiver.h"
-#include "library/service.h"
 #include "preparedEvents.h"
 #include "recording.h"
 #include "system/hostSystem.h"
@@ -74,7 +73,7 @@ void MeasureLibrary(const std::filesystem::path& folder, const std::filesystem::
     const bench::PreparedEvents events(folder, libraries.Receiver());
 
     WriteSettings(folder, logging);
-    mordhost::MakeService<IHostLog>(libraries.Base(), SID_HostLog)->SetLogWriter(&writer);
+    libraries.Base().Make<IHostLog>(SID_HostLog)->SetLogWriter(&writer);
     Host host;
     Sink sink;
     const mordhost::Receiver receiver(libraries.Receiver(), events.Policy(), host, sink);

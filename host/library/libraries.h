@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <stdexcept>
 
-#include "frame/interfaces.h"
+#include "library/service.h"
 
 namespace mordhost {
 
@@ -24,7 +24,7 @@ public:
     IMordRev& Receiver() const { return *m_receiver; }
 
     // The factory of the base library.
-    CreateZelkObjectFunction Base() const { return m_base; }
+    ServiceFactory Base() const { return ServiceFactory(m_base); }
 
 private:
     CreateZelkObjectFunction m_base = nullptr;

@@ -26,13 +26,13 @@ void RecordLog::SettingsDirectory::Remove() const {
     std::filesystem::remove_all(m_path, ignored);
 }
 
-RecordLog::RecordLog(CreateZelkObjectFunction base, bool on) : m_settings(on) {
+RecordLog::RecordLog(const ServiceFactory& base, bool on) : m_settings(on) {
     SetEnvironment("ZELK_LOG_DIR", m_settings.Path());
     if (!on) {
         return;
     }
-    auto converter = MakeService<ITextConverter>(base, SID_TextConverter);
-    m_hostLog = MakeService<IHostLog>(base, SID_HostLog);
+    auto converter = base.Make<ITextConverter>(SID_TextConverter);
+    m_hostLog = base.Make<IHostLog>(SID_HostLog);
     if (!converter || !m_hostLog) {
         throw LoadError("the library ZelkBase does not let its host write the log records; --no-log does without them");
     }

@@ -16,8 +16,8 @@ class RecordLog {
 public:
     // Makes the directory, names it in the environment and gives the base library, whose factory `base` is, the writer;
     // to be called before the library is initialised. With `on` false the library is told to write nothing, and `base`
-    // is not called. Throws RunError, and LoadError when the base library does not let its host write the records.
-    RecordLog(CreateZelkObjectFunction base, bool on);
+    // is not asked. Throws RunError, and LoadError when the base library does not let its host write the records.
+    RecordLog(const ServiceFactory& base, bool on);
 
     // The library must have been initialised for the last time. It may still hold the writer.
     ~RecordLog();

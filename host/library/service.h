@@ -15,12 +15,22 @@ struct ReleaseService {
 template <typename Interface>
 using Service = std::unique_ptr<Interface, ReleaseService>;
 
-// The service `id` of the library whose factory this is; null when it has none.
-template <typename Interface>
-Service<Interface> MakeService(CreateZelkObjectFunction factory, const GUID& id) {
-    void* object = nullptr;
-    const bool made = factory(&id, &object) == RESULT_OK;
-    return Service<Interface>(made ? static_cast<Interface*>(object) : nullptr);
-}
+// What a library makes its services by. A class, since compilers do not agree on the name of a function that takes such
+// a pointer.
+class ServiceFactory {
+public:
+    explicit ServiceFactory(CreateZelkObjectFunction create) : m_create(create) {}
+
+    // The service `id`; null when the library has none.
+    template <typename Interface>
+    Service<Interface> Make(const GUID& id) const {
+        void* object = nullptr;
+        const bool made = m_create(&id, &object) == RESULT_OK;
+        return Service<Interface>(made ? static_cast<Interface*>(object) : nullptr);
+    }
+
+private:
+    CreateZelkObjectFunction m_create;
+};
 
 } // namespace mordhost

@@ -22,7 +22,7 @@ protected:
     }
 
     Decision Decide(ConnectionEvent event) {
-        RecordLog log(FakeBase::Factory, true);
+        RecordLog log(FakeBase::Factory(), true);
         Receiver receiver(object, policy, dots, sink);
         return Decider(policy, receiver, dots, sink, log).Decide(std::move(event));
     }
@@ -123,7 +123,7 @@ TEST_F(DeciderTest, TheReasonIsThatOfTheEventsOwnRecords) {
     const auto write = [&](const WideChar* message) {
         FakeBase::writer->WriteRecord((std::basic_string<WideChar>(head) + message + WIDE("\r\n")).c_str(), 30);
     };
-    RecordLog log(FakeBase::Factory, true);
+    RecordLog log(FakeBase::Factory(), true);
     Receiver receiver(object, policy, dots, sink);
     Decider decider(policy, receiver, dots, sink, log);
     object.onEvent = [&](IDotHost*, IReportSink*) {
@@ -141,7 +141,7 @@ TEST_F(DeciderTest, TheReasonIsThatOfTheEventsOwnRecords) {
 
 // One decision uses the memory of the one before, and nothing else of it.
 TEST_F(DeciderTest, NothingOfADecisionIsLeftInTheNext) {
-    RecordLog log(FakeBase::Factory, true);
+    RecordLog log(FakeBase::Factory(), true);
     Receiver receiver(object, policy, dots, sink);
     Decider decider(policy, receiver, dots, sink, log);
     object.onEvent = [](IDotHost* host, IReportSink* target) {

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "frame/values.h"
+#include "library/service.h"
 #include "zelkBase/hostLog.h"
 
 namespace mordhostTest {
@@ -15,7 +16,10 @@ public:
     static inline bool hasHostLog = true;
     static inline ILogWriter* writer = nullptr; // that the host has set
 
-    static uint32_t MORD_CDECL Factory(const GUID* iid, void** out) {
+    static mordhost::ServiceFactory Factory() { return mordhost::ServiceFactory(Create); }
+
+private:
+    static uint32_t MORD_CDECL Create(const GUID* iid, void** out) {
         if (Same(*iid, SID_TextConverter)) {
             *out = static_cast<ITextConverter*>(new Converter);
         } else if (Same(*iid, SID_HostLog) && hasHostLog) {
@@ -26,7 +30,6 @@ public:
         return RESULT_OK;
     }
 
-private:
     static bool Same(const GUID& one, const GUID& other) { return std::memcmp(&one, &other, sizeof one) == 0; }
 
     template <typename Interface>

@@ -31,13 +31,13 @@ WrittenRecords Taken(RecordLog& log) {
 } // namespace
 
 TEST(RecordLog, TellsTheLibraryToWriteByADirectoryOfItsOwn) {
-    const RecordLog log(FakeBase::Factory, true);
+    const RecordLog log(FakeBase::Factory(), true);
     ASSERT_TRUE(std::filesystem::is_directory(LogDirectory()));
     EXPECT_EQ(ReadWholeFile(Utf8Of(LogDirectory() / "Zelklog.ini")), "[OUTLOG]\nWriteLog=1\nDebugView=0\nLogLevel=0\n");
 }
 
 TEST(RecordLog, TellsTheLibraryToBeSilent) {
-    RecordLog log(nullptr, false);
+    RecordLog log(ServiceFactory(nullptr), false);
     EXPECT_EQ(ReadWholeFile(Utf8Of(LogDirectory() / "Zelklog.ini")), "[OUTLOG]\nWriteLog=0\nDebugView=0\nLogLevel=0\n");
     const WrittenRecords records = Taken(log);
     EXPECT_EQ(records.text, "");
@@ -45,7 +45,7 @@ TEST(RecordLog, TellsTheLibraryToBeSilent) {
 }
 
 TEST(RecordLog, GivesWhatWasWrittenSinceTheLastTime) {
-    RecordLog log(FakeBase::Factory, true);
+    RecordLog log(FakeBase::Factory(), true);
     EXPECT_EQ(Taken(log).text, "");
     Write(WIDE("one\r\n"));
     EXPECT_EQ(Taken(log).text, "one\r\n");
@@ -58,7 +58,7 @@ TEST(RecordLog, GivesWhatWasWrittenSinceTheLastTime) {
 }
 
 TEST(RecordLog, ThereIsRoomForTheLongestText) {
-    RecordLog log(FakeBase::Factory, true);
+    RecordLog log(FakeBase::Factory(), true);
     const std::basic_string<WideChar> wide(100000, static_cast<WideChar>(0x20AC));
     Write(wide.c_str());
     const WrittenRecords records = Taken(log);
@@ -69,7 +69,7 @@ TEST(RecordLog, ThereIsRoomForTheLongestText) {
 TEST(RecordLog, TheLibraryMayReleaseTheWriterLast) {
     ILogWriter* writer = nullptr;
     {
-        const RecordLog log(FakeBase::Factory, true);
+        const RecordLog log(FakeBase::Factory(), true);
         writer = FakeBase::writer;
         EXPECT_EQ(writer->AddRef(), 2);
     }
@@ -79,7 +79,7 @@ TEST(RecordLog, TheLibraryMayReleaseTheWriterLast) {
 }
 
 TEST(RecordLog, TheWriterAnswersToItsIdentifierAlone) {
-    const RecordLog log(FakeBase::Factory, true);
+    const RecordLog log(FakeBase::Factory(), true);
     void* view = nullptr;
     EXPECT_EQ(FakeBase::writer->QueryInterface(&SID_LogConfig, &view), RESULT_NO_INTERFACE);
     EXPECT_EQ(view, nullptr);
@@ -90,16 +90,16 @@ TEST(RecordLog, TheWriterAnswersToItsIdentifierAlone) {
 
 TEST(RecordLog, ABaseLibraryThatKeepsItsRecordsIsRefused) {
     FakeBase::hasHostLog = false;
-    EXPECT_THROW(RecordLog(FakeBase::Factory, true), LoadError);
+    EXPECT_THROW(RecordLog(FakeBase::Factory(), true), LoadError);
     EXPECT_FALSE(std::filesystem::exists(LogDirectory()));
-    EXPECT_NO_THROW(RecordLog(FakeBase::Factory, false));
+    EXPECT_NO_THROW(RecordLog(FakeBase::Factory(), false));
     FakeBase::hasHostLog = true;
 }
 
 TEST(RecordLog, LeavesNothingBehind) {
     std::filesystem::path directory;
     {
-        const RecordLog log(FakeBase::Factory, true);
+        const RecordLog log(FakeBase::Factory(), true);
         directory = LogDirectory();
         Write(WIDE("x"));
     }
@@ -107,8 +107,8 @@ TEST(RecordLog, LeavesNothingBehind) {
 }
 
 TEST(RecordLog, TwoHaveDirectoriesOfTheirOwn) {
-    const RecordLog first(nullptr, false);
+    const RecordLog first(ServiceFactory(nullptr), false);
     const std::filesystem::path directory = LogDirectory();
-    const RecordLog second(nullptr, false);
+    const RecordLog second(ServiceFactory(nullptr), false);
     EXPECT_NE(LogDirectory(), directory);
 }

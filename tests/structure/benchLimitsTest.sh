@@ -13,7 +13,7 @@ cp "$root/bench/check" "$root/bench/limits.awk" "$tree/bench/"
 
 # figures PRESET [NAME VALUE ...]: figures that keep all limits, but for those that are named; a value of - leaves one out.
 figures() {
-    local preset=$1 shape size time
+    local preset=$1 shape size time logging
     shift
     {
         for shape in 1/1:1000 8/8:8000 64/16:100000 256/64:1600000 1000/100:10000000; do
@@ -24,6 +24,13 @@ figures() {
         done
         for size in 10 1000 100000; do
             printf '%s %s\n' "SetAllowList/$size" 1000 "ListFloor/$size" 1000 "Match/$size" 200
+        done
+        for logging in off on; do
+            for time in wall processor; do
+                printf '%s\n' "ReplayLibrary/$logging/$time 1000"
+                # The one in the middle counts.
+                printf "Replay/%s/$logging/$time %s\n" table 9000 table 1900 table 100 json 1900 json 100 json 9000
+            done
         done
         printf '%s\n' 'OneThread/8/8/1000 8000' 'TwoThreads/8/8/1000 8400' 'OneThreadFloor/8/8/1000 8000' \
             'TwoThreadsFloor/8/8/1000 8200' 'Record/event 2000' 'WriterRecord 900' 'AnswerSize 1000' \
@@ -59,6 +66,7 @@ changed() {
 figures linux
 figures windows-x86
 sees "all limits kept" 0 0 '1000/100/100000 .* 1\.00  at most 1\.50$'
+sees "of several samples of a replay the one in the middle" 0 0 'json rows, log on, in the library alone +1\.90 '
 
 for preset in linux windows-x86; do
     changed "an event as dear as it may be" 0 0 '8/8/10 .* 1\.25  at most 1\.25$' "$preset" Event/8/8/10 10000
@@ -78,6 +86,15 @@ for preset in linux windows-x86; do
         AnswerSize PeakMemory Resident/100000 Resident/10000000 OneThread/8/8/1000; do
         changed "a figure that is missing" 2 - "^$missing was not measured\$" "$preset" "$missing" -
     done
+done
+for what in table/off table/on json/off json/on; do
+    name="${what%/*} rows, log ${what#*/}, in the library alone"
+    changed "a replay as dear as it may be" 0 0 "$name +2\.00  at most +2\.00\$" linux "Replay/$what/processor" 2000
+    changed "a dear replay" 1 1 "$name +2\.01 .*BROKEN\$" linux "Replay/$what/processor" 2010
+    changed "a dear replay where nothing is promised" 0 0 "$name +2\.50  no limit" windows-x86 "Replay/$what/wall" 2500
+    changed "a replay without a figure" 2 - "^Replay/$what/wall was not measured\$" windows-x86 "Replay/$what/wall" -
+    changed "a replay without a figure" 2 - "^Replay/$what/processor was not measured\$" linux \
+        "Replay/$what/processor" -
 done
 changed "two threads that gain too little" 1 1 'events on two threads.* 1\.78 .*BROKEN$' linux TwoThreads/8/8/1000 9000
 changed "two threads that gain too little where nothing is promised" 0 0 '1\.00; no limit' windows-x86 \
