@@ -20,6 +20,7 @@ TEST(IdentityWin32, DevicesAreNoFiles) {
     EXPECT_EQ(IdentityOf("NUL").kind, FileIdentity::Kind::device);
     EXPECT_EQ(IdentityOf("nul").kind, FileIdentity::Kind::device);
     EXPECT_EQ(IdentityOf("COM1").kind, FileIdentity::Kind::device);
+    EXPECT_EQ(IdentityOf("//./pipe/mordhostTest-none").kind, FileIdentity::Kind::device);
 }
 
 TEST(IdentityWin32, AStandardStreamIsTheFileToWhichItLeads) {

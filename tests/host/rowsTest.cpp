@@ -26,40 +26,6 @@ protected:
 
 } // namespace
 
-TEST_F(Rows, AppearWhileTheReplayGoesOn) {
-    std::string events;
-    for (int i = 0; i < 3000000; ++i) {
-        events += "{}\n";
-    }
-    for (const std::vector<std::string>& options : std::vector<std::vector<std::string>>{{}, {"--json"}}) {
-        BackgroundProcess process(OfReplay(R"({"rules": [{"guid": "G", "type": "t"}]})", events, options));
-        EXPECT_TRUE(WaitUntil([&] { return Shows(process, "no dot is held"); })) << process.Error();
-        EXPECT_FALSE(Shows(process, options.empty() ? "time per decision" : "summary")) << "it has not ended yet";
-    }
-}
-
-TEST_F(Rows, AppearWithoutWaitingForMoreOfThem) {
-    // Each decision takes a while, and all rows together are not so many that a full buffer would let them go.
-    std::string rules;
-    for (int i = 0; i < 20000; ++i) {
-        rules += (i == 0 ? "" : ",") + (R"({"type": "t", "guid": ")" + std::to_string(i)) + "\"}";
-    }
-    std::string events;
-    for (int i = 0; i < 25; ++i) {
-        events += "{}\n";
-    }
-    BackgroundProcess process(OfReplay("{\"rules\": [" + rules + "]}", events));
-    std::string output;
-    EXPECT_TRUE(WaitUntil([&] {
-        output = process.Output();
-        return output.find("no dot is held") != std::string::npos;
-    }));
-    EXPECT_EQ(output.find("time per decision"), std::string::npos) << "it has not ended yet";
-    const ProcessResult result = process.Wait();
-    EXPECT_EQ(result.code, 0) << result.error;
-    EXPECT_LT(result.output.size(), 4096U) << "it would fill a buffer";
-}
-
 TEST_F(Rows, AppearBeforeTheNextEventWaitsForItsProgram) {
     BackgroundProcess process(OfReplay(R"({"rules": [{"guid": "G", "type": "t"}], "programs": {"a": "neverReady"}})",
                                        "{}\n{}\n{}\n{\"program\": \"a\"}\n", {"--programs", MORDHOST_ODD_PROGRAMS}));

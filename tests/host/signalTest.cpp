@@ -72,7 +72,7 @@ TEST_F(Signals, EachRequestEndsAReplayWithItsSummary) {
 TEST_F(Signals, EachRequestEndsABusyReplayBehindTheEventThatIsDecided) {
     // Each decision takes some milliseconds, and all events are read long before the last one is decided.
     std::string rules;
-    for (int i = 0; i < 5000; ++i) {
+    for (int i = 0; i < 20000; ++i) {
         rules += (i == 0 ? "" : ",") + (R"({"type": "t", "guid": ")" + std::to_string(i)) + "\"}";
     }
     const std::string policy = directory.Write("many.json", "{\"rules\": [" + rules + "]}");

@@ -72,7 +72,7 @@ TEST_F(Terminal, ATerminalWithoutColoursGetsNone) {
 }
 
 TEST_F(Terminal, ALongRunShowsItsProgressWhereItsRowsGoElsewhere) {
-    const std::string shown = Shown(100000, directory.Name("out"));
+    const std::string shown = Shown(500000, directory.Name("out"));
     EXPECT_NE(shown.find("% "), std::string::npos) << shown;
     EXPECT_NE(shown.find(" events"), std::string::npos) << shown;
     EXPECT_EQ(shown.substr(shown.size() - 4), "\r\x1b[K") << "and takes it away at the end";
