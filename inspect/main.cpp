@@ -1,15 +1,9 @@
 // mordinspect: shows what the library sees of a process.
 #include <cstdint>
-#include <cstdio>
 #include <exception>
 #include <iostream>
 #include <optional>
 #include <string>
-
-#include <fcntl.h>
-#include <io.h>
-
-#include <windows.h>
 
 #include <CLI/CLI.hpp>
 
@@ -19,6 +13,7 @@
 #include "platform/platform.h"
 #include "processId.h"
 #include "refusals.h"
+#include "streams.h"
 
 namespace {
 
@@ -28,13 +23,6 @@ enum ExitCode : int { EXIT_DONE = 0, EXIT_UNAVAILABLE = 1, EXIT_BAD_ARGUMENTS = 
 
 constexpr uint32_t processVmRead = 0x10;
 constexpr uint32_t processQueryInformation = 0x400;
-
-// Lines end as they are written, and a console takes the texts for what they are.
-void PrepareStreams() {
-    _setmode(_fileno(stdout), _O_BINARY);
-    _setmode(_fileno(stderr), _O_BINARY);
-    SetConsoleOutputCP(CP_UTF8);
-}
 
 int Refuse(const Refusal& refusal) {
     std::cerr << "mordinspect: unavailable: " << Words(refusal) << '\n';

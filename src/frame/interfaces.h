@@ -18,7 +18,6 @@
 #include "platform/callConv.h"
 #include "platform/wideChar.h"
 
-// ---------------------------------------------------------------------------------------------------------------
 // Object model
 
 // Root of all components and services. Note the order: the query comes last.
@@ -37,7 +36,6 @@ public:
 // alone for an identifier that it does not know. Neither pointer may be null. Any thread may call it.
 extern "C" typedef uint32_t(MORD_CDECL* CreateZelkObjectFunction)(const GUID* iid, void** out);
 
-// ---------------------------------------------------------------------------------------------------------------
 // What the host supplies
 
 // A read-only record of named values: one connection event, or one rule. Owned by the host, valid for the duration
@@ -99,7 +97,6 @@ public:
     virtual int32_t Report(int32_t kind, const char* text, uint32_t size) = 0; // 0
 };
 
-// ---------------------------------------------------------------------------------------------------------------
 // The receiver
 
 // Lifecycle and properties.
@@ -162,7 +159,6 @@ public:
     virtual bool SetReportSink(IReportSink* sink) = 0; // 13
 };
 
-// ---------------------------------------------------------------------------------------------------------------
 // Services of the sibling libraries
 
 // Finds modules by key.

@@ -38,7 +38,8 @@ def closing(text, start):
 
 
 SWAPS = [
-    ("comparison", re.compile(r" (==|!=|<=|>=|<|>) "), {"==": "!=", "!=": "==", "<=": "<", ">=": ">", "<": "<=", ">": ">="}),
+    ("comparison", re.compile(r" (==|!=|<=|>=|<|>) "),
+     {"==": "!=", "!=": "==", "<=": "<", ">=": ">", "<": "<=", ">": ">="}),
     ("junction", re.compile(r" (&&|\|\|) "), {"&&": "||", "||": "&&"}),
     ("arithmetic", re.compile(r" (\+|-) "), {"+": "-", "-": "+"}),
     ("bits", re.compile(r" (&|\|) "), {"&": "|", "|": "&"}),
@@ -49,7 +50,8 @@ NEGATION = re.compile(r"(?<=[(\s])!(?=[\w(])")
 MESSAGE = re.compile(r'"(?:\\.|[^"\\\n])+"')
 CALL = re.compile(r"^\s+(?:[\w:]+(?:\.|->|::))*[A-Za-z_]\w*\(.*\);$")
 ASSIGNMENT = re.compile(r"^\s+[\w.\->\[\]\*]+ (?:=|\+=|\|=) .*;$")
-DECLARATION = re.compile(r"^\s+(?:constexpr|using|static_assert|typedef|return|delete|throw|extern|friend|virtual|explicit)\b")
+DECLARATION = re.compile(
+    r"^\s+(?:constexpr|using|static_assert|typedef|return|delete|throw|extern|friend|virtual|explicit)\b")
 
 
 def lineOf(text, place):

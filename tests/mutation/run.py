@@ -9,9 +9,9 @@ not end in time kills too. What does not compile is no mutant and is only counte
 each with the reason why no test can tell it from the original; one that does not stand there, or one that stands there
 and is killed, fails the run, as does a share of killed mutants below 95 %.
 
-The whole takes an hour or two. With --resume what an earlier run found out of files that have not changed since is taken
-from its report, and only the rest is tried, survivors among it: tests may have been added for them. A test that was
-taken away since is not missed by it: run without --resume then. A run with --only has a report of its own.
+The whole takes an hour or two. With --resume the outcomes of an earlier run for files that have not changed since are
+taken from its report, and only the rest is tried, survivors among it: tests may have been added for them. A test that
+was taken away since is not missed by it: run without --resume then. A run with --only has a report of its own.
 
 Exit codes: 0 all is as promised, 1 it is not, 2 the unchanged tree does not build or pass.
 """
@@ -39,12 +39,14 @@ PATIENCE = 10  # how many times longer it may take on a changed one, and 5 s at 
 
 # Which test programs cover a folder, the quick and telling ones first. Public headers reach the tests too: what they
 # say is held first by those programs that share no header with the library.
-RECEIVER = ["handleEventTest", "documentTest", "lifecycleTest", "objectModelTest", "lifecycleInitTest", "lifecyclePropertiesTest",
-            "lifecycleStatesTest", "lifecycleLockTest", "localMidTest", "lifecycleInitOrderTest", "procNameTest",
+RECEIVER = ["handleEventTest", "documentTest", "lifecycleTest", "objectModelTest", "lifecycleInitTest",
+            "lifecyclePropertiesTest", "lifecycleStatesTest", "lifecycleLockTest", "localMidTest",
+            "lifecycleInitOrderTest", "procNameTest",
             "jsonTest", "memoryTest", "differentialTest", "productTest", "abiTest", "nestingTest"]
 LOGGING = ["logTimestampTest", "logSiteTest", "logStreamTest", "logRecordTest", "startLoggerTest", "loggerUnloadTest",
            "abandonedRecordTest", "logFlagsTest", "repeatedStartTest", "logWithoutConverterTest",
-           "startLoggerFailureTest", "initLogMoudleTest", "logSettingsTest", "standardOutputTest", "handleEventTest", "lifecycleInitTest", "memoryTest", "productTest"]
+           "startLoggerFailureTest", "initLogMoudleTest", "logSettingsTest", "standardOutputTest", "handleEventTest",
+           "lifecycleInitTest", "memoryTest", "productTest"]
 TEXT = ["textConvertTest", "missingConverterTest", "converterLookupTest", "textConvertMemoryTest", "handleEventTest",
         "memoryTest", "productTest"]
 FRAME = ["objectModelTest", "createZelkObjectTest", "baseServicesTest", "serviceLookupTest", "moduleLookupTest",
@@ -169,9 +171,9 @@ class Worker:
 
     def runsOnce(self, program, *arguments):
         environment = dict(os.environ, GTEST_BREAK_ON_FAILURE="0", GTEST_FAIL_FAST="1")
-        process = subprocess.Popen([str(self.build / "tests" / program), *arguments], cwd=self.build / "tests", env=environment,
-                                   stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
-                                   start_new_session=True)
+        process = subprocess.Popen([str(self.build / "tests" / program), *arguments], cwd=self.build / "tests",
+                                   env=environment, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+                                   stderr=subprocess.DEVNULL, start_new_session=True)
         try:
             code = process.wait(self.limits.get(program, TEST_SECONDS))
         except subprocess.TimeoutExpired:
@@ -211,7 +213,8 @@ def main():
     parser.add_argument("--jobs", type=int, default=os.cpu_count())
     parser.add_argument("--only", default="", help="regular expression on 'file | kind | before | after'")
     parser.add_argument("--list", action="store_true", help="list the mutants and plant none")
-    parser.add_argument("--resume", action="store_true", help="keep what the report says of files that have not changed")
+    parser.add_argument("--resume", action="store_true",
+                        help="keep what the report says of files that have not changed")
     parser.add_argument("--report", type=Path, help="default: build/mutation/report.txt, or only.txt with --only")
     options = parser.parse_args()
     if options.report is None:
