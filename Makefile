@@ -120,7 +120,7 @@ bench: ## measure decisions and log records, on Linux and 32-bit Windows, and ho
 	@bench/check linux windows-x86
 
 check: ## check the structure of the sources: layers, names, sizes
-	@scripts/check
+	@tools/structure
 
 clean: ## remove everything that was built
 	rm -rf build

@@ -1,4 +1,4 @@
-# Windows, cross-built with mingw-w64; the programs run under Wine. Included by the toolchain file of each width, which
+# Windows, cross-built with mingw-w64; the programs run under Wine (testLauncher.cmake). Included by the toolchain file of each width, which
 # sets CMAKE_SYSTEM_PROCESSOR and windowsTarget, the compiler's name for that width.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_CXX_COMPILER ${windowsTarget}-g++-posix)
@@ -12,4 +12,3 @@ set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_EXE_LINKER_FLAGS_INIT -static)
 set(CMAKE_SHARED_LINKER_FLAGS_INIT -static)
 set(CMAKE_MODULE_LINKER_FLAGS_INIT -static)
-set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_CURRENT_LIST_DIR}/../scripts/wineTest)

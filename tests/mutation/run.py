@@ -33,6 +33,8 @@ sys.path.insert(0, str(Path(__file__).resolve().parent))
 import mutants
 
 ROOT = Path(__file__).resolve().parents[2]
+# What judges a test program: one that a change makes end half-way, with exit code 0, has failed.
+TEST_RUN = [sys.executable, "-E", "-s", "-S", str(ROOT / "tools" / "testRun")]
 LEAST_KILLED = 95.0  # per cent
 TEST_SECONDS = 60  # for a program on the unchanged tree
 PATIENCE = 10  # how many times longer it may take on a changed one, and 5 s at least: an endless loop is a kill as well
@@ -171,9 +173,9 @@ class Worker:
 
     def runsOnce(self, program, *arguments):
         environment = dict(os.environ, GTEST_BREAK_ON_FAILURE="0", GTEST_FAIL_FAST="1")
-        process = subprocess.Popen([str(self.build / "tests" / program), *arguments], cwd=self.build / "tests",
-                                   env=environment, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
-                                   stderr=subprocess.DEVNULL, start_new_session=True)
+        process = subprocess.Popen([*TEST_RUN, str(self.build / "tests" / program), *arguments],
+                                   cwd=self.build / "tests", env=environment, stdin=subprocess.DEVNULL,
+                                   stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, start_new_session=True)
         try:
             code = process.wait(self.limits.get(program, TEST_SECONDS))
         except subprocess.TimeoutExpired:
