@@ -83,7 +83,7 @@ coverage: ## count the branches that the tests take; fail below what is promised
 	@$(call compile,linux-coverage)
 	@rm -rf build/linux-coverage/profiles
 	@LLVM_PROFILE_FILE=$(CURDIR)/build/linux-coverage/profiles/%4m.profraw $(call ctest,linux-coverage)
-	@scripts/coverage build/linux-coverage
+	@tools/coverage build/linux-coverage
 
 mutation: ## plant one change at a time into the library and see whether the tests notice (an hour or two)
 	@scripts/setup linux mutation

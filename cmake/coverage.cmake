@@ -1,4 +1,4 @@
-# MORDREV_COVERAGE has clang count the branches, and the conditions within them, that a run takes. Read by scripts/coverage.
+# MORDREV_COVERAGE has clang count the branches, and the conditions within them, that a run takes. Read by tools/coverage.
 option(MORDREV_COVERAGE "Count what a run takes of the code" OFF)
 if(MORDREV_COVERAGE)
     # Clang 19 reads the bodies of templates that nobody calls, and finds a fault in one of RapidJSON 1.1.

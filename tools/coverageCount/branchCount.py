@@ -1,0 +1,90 @@
+"""Adds up what several programs took of the branches and conditions of src."""
+
+import re
+from collections import Counter
+from collections.abc import Iterator
+from pathlib import Path
+from typing import Any, NamedTuple
+
+from coverageCount.profiles import CannotCount
+from coverageCount.promises import CALLERS
+
+EXPANSION = 1  # the kind of a region that a macro fills
+
+
+class Place(NamedTuple):
+    """Where a condition is."""
+
+    row: str  # that it counts for
+    file: str
+    way: tuple[tuple[int, int], ...]  # lines and columns, from where the code is written into the macros that it uses
+    function: str  # in a .cpp file; empty for what a header has, which counts once
+
+    @property
+    def line(self) -> int:
+        return self.way[0][0]
+
+
+class Branch(NamedTuple):
+    """One outcome of one condition."""
+
+    place: Place
+    outcome: bool
+
+
+class Condition(NamedTuple):
+    """One condition of several that are joined by && and ||."""
+
+    place: Place
+    number: int  # from 1
+
+
+class BranchCount:
+    """`root` is the tree whose src is counted."""
+
+    def __init__(self, root: Path) -> None:
+        self._root = root
+        self.taken: Counter[Branch] = Counter()
+        self.decides: dict[Condition, bool] = {}  # to whether one program shows that it decides by itself
+        self.files: set[str] = set()
+
+    def add(self, functions: list[dict[str, Any]]) -> None:
+        """The functions of one program."""
+        files = {name for function in functions for name in self._files_of(function)}
+        rows = [row for name, row in CALLERS.items() if name in files]
+        if len(rows) > 1:
+            raise CannotCount("a program has the choice of either width")
+        self.files |= files
+        for function in functions:
+            self._add_function(function, rows or list(CALLERS.values()))
+
+    def _files_of(self, function: dict[str, Any]) -> list[str]:
+        return [name.removeprefix(f"{self._root}/") for name in function["filenames"]]
+
+    def _add_function(self, function: dict[str, Any], native_rows: list[str]) -> None:
+        files = self._files_of(function)
+        sites = {region[6]: (region[5], region[0], region[1]) for region in function["regions"]
+                 if region[7] == EXPANSION}
+
+        def places(number: int, line: int, column: int) -> Iterator[Place]:
+            """One for each row that the place counts for."""
+            way = [(line, column)]
+            while number in sites:
+                number, line, column = sites[number]
+                way.insert(0, (line, column))
+            file = files[number]
+            # The name without the file that a local function is of.
+            name = re.split("[;:]", function["name"])[-1] if file.endswith(".cpp") else ""
+            folder = "/".join(file.split("/")[:2])
+            for row in native_rows if folder == "src/native" else [folder]:
+                yield Place(row, file, tuple(way), name)
+
+        for line, column, _, _, true, false, number, *_ in function["branches"]:
+            for place in places(number, line, column):
+                self.taken[Branch(place, True)] += true
+                self.taken[Branch(place, False)] += false
+        for line, column, _, _, number, _, conditions in function["mcdc_records"]:
+            for place in places(number, line, column):
+                for at, shown in enumerate(conditions, 1):
+                    condition = Condition(place, at)
+                    self.decides[condition] = shown or self.decides.get(condition, False)
