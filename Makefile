@@ -117,7 +117,7 @@ bench: ## measure decisions and log records, on Linux and 32-bit Windows, and ho
 	@$(call compile,windows-x86,bench)
 	@bench/run linux
 	@bench/run windows-x86
-	@bench/check linux windows-x86
+	@tools/benchLimits linux windows-x86
 
 check: ## check the structure of the sources: layers, names, sizes
 	@tools/structure

@@ -21,7 +21,7 @@ struct Subject {
 // Fills in `least` of each subject.
 void Measure(std::vector<Subject>& subjects, int rounds, std::chrono::nanoseconds sample);
 
-// Prints a figure, as bench/check reads it: its name and its value.
+// Prints a figure, as tools/benchLimits reads it: its name and its value.
 void PrintFigure(const std::string& name, double value);
 
 // Prints all of them.

@@ -1,0 +1,127 @@
+"""The limits that measured figures have to keep. docs/performance.md says what they mean."""
+
+from benchFigures.figures import Figures
+
+SHAPES = ("1/1", "8/8", "64/16", "256/64", "1000/100")  # rules/machine ids of each
+SIZES = (10, 1000, 100000)  # entries of the allow list
+
+# An event, in floors of the same shape.
+MOST_OF_EVENT = {"1/1": 1.25, "8/8": 1.25, "64/16": 1.25, "256/64": 1.5, "1000/100": 1.5}
+MOST_GROWTH_WITH_RULES = 20.0  # T(256, 64) / T(64, 16)
+MOST_GROWTH_WITH_LIST = 1.3
+MOST_OF_ALLOW_LIST = 1.2  # in floors
+LEAST_GAIN_OF_SECOND_THREAD = 1.8  # on Linux
+MOST_GROWTH_OF_LOOK_UP = 1.3
+MOST_OF_RECORD = 1.0  # in halves of one of the first version
+MOST_PEAK = 3.0  # in answers
+MOST_RESIDENT_GROWTH = 1.01
+
+# A record of the first version that logged, in floors of an event of 8 rules with 8 machine ids.
+FIRST_RECORD = {"linux": 0.59, "windows-x86": 0.72}
+
+
+class Judgement:
+    """Holds the figures of one build to all limits."""
+
+    def __init__(self, preset: str, figures: Figures) -> None:
+        self.lines: list[str] = []  # to be printed
+        self.is_broken = False
+        self.is_missing = False
+        self._preset = preset
+        self._figures = figures
+        self._events()
+        self._growth()
+        self._allow_lists()
+        self._threads()
+        self._records()
+        self._memory()
+        self.lines[:0] = [f"{name} was not measured" for name in figures.missing]
+        self.is_missing |= bool(figures.missing)
+
+    def exit_code(self) -> int:
+        """0 all limits are kept, 1 one is broken, 2 something was not measured."""
+        return 2 if self.is_missing else 1 if self.is_broken else 0
+
+    def _heading(self, text: str) -> None:
+        self.lines.append(f"{self._preset}: {text}")
+
+    def _mark(self, is_kept: bool) -> str:
+        self.is_broken |= not is_kept
+        return "" if is_kept else "   BROKEN"
+
+    def _at_most(self, what: str, ratio: float, bound: float) -> None:
+        self.lines.append(f"  {what:52} {ratio:7.2f}  at most  {bound:5.2f}{self._mark(ratio <= bound)}")
+
+    def _at_least(self, what: str, ratio: float, bound: float) -> None:
+        self.lines.append(f"  {what:52} {ratio:7.2f}  at least {bound:5.2f}{self._mark(ratio >= bound)}")
+
+    def _event(self, shape: str, size: int) -> float:
+        return self._figures.least(f"Event/{shape}/{size}")
+
+    def _floor(self, shape: str) -> float:
+        """It does not depend on the list: all samples of a shape are samples of the same work."""
+        return min(self._figures.least(f"Floor/{shape}/{size}") for size in SIZES)
+
+    def _events(self) -> None:
+        self._heading("an event beside its floor")
+        self.lines.append(f"  {'R, M, N':12} {'event':>12} {'floor':>12} {'ratio':>8}")
+        for shape in SHAPES:
+            bound = MOST_OF_EVENT[shape]
+            for size in SIZES:
+                event, floor = self._event(shape, size), self._floor(shape)
+                self.lines.append(f"  {f'{shape}/{size}':18} {event / 1000:9.1f} us {floor / 1000:9.1f} us "
+                                  f"{event / floor:6.2f}  at most {bound:.2f}{self._mark(event / floor <= bound)}")
+
+    def _growth(self) -> None:
+        self._heading("growth")
+        for size in SIZES:
+            self._at_most(f"T(256, 64) / T(64, 16), N = {size}",
+                          self._event("256/64", size) / self._event("64/16", size), MOST_GROWTH_WITH_RULES)
+        for shape in SHAPES:
+            self._at_most(f"T(N = 100000) / T(N = 10) at {shape}",
+                          self._event(shape, 100000) / self._event(shape, 10), MOST_GROWTH_WITH_LIST)
+
+    def _allow_lists(self) -> None:
+        self._heading("allow lists, beside parsing them and filling the map")
+        for size in SIZES:
+            ratio = self._figures.least(f"SetAllowList/{size}") / self._figures.least(f"ListFloor/{size}")
+            self._at_most(f"SetAllowList, N = {size}", ratio, MOST_OF_ALLOW_LIST)
+
+    def _gain(self, what: str) -> float | None:
+        """What a second thread gains, or None where it was not measured since no second processor was free."""
+        if not self._figures.has(f"TwoThreads{what}/8/8/1000"):
+            return None
+        return 2 * self._figures.least(f"OneThread{what}/8/8/1000") / self._figures.least(f"TwoThreads{what}/8/8/1000")
+
+    def _threads(self) -> None:
+        self._heading("two threads")
+        gain, gain_of_floor = self._gain(""), self._gain("Floor")
+        if gain is None:
+            self.lines.append("  events on two threads were not measured: no second processor was free")
+            self.is_missing |= self._preset == "linux"
+        elif self._preset == "linux":
+            self._at_least("events on two threads, in events on one", gain, LEAST_GAIN_OF_SECOND_THREAD)
+        else:
+            # Wine's heap does not take two threads at once: nothing that allocates gains by a second one there.
+            self.lines.append(f"  events on two threads, in events on one {gain:.2f}; no limit under Wine")
+        if gain_of_floor is not None:
+            self.lines.append(f"  of the floor {gain_of_floor:.2f}")
+        self._at_most("look-up of one rule, N = 100000 / N = 10",
+                      self._figures.least("Match/100000") / self._figures.least("Match/10"), MOST_GROWTH_OF_LOOK_UP)
+
+    def _records(self) -> None:
+        self._heading("log records")
+        record = self._figures.least("Record/event")
+        self.lines.append(f"  {record:.0f} ns for a record of an event, of which the logger's own "
+                          f"{self._figures.least('WriterRecord'):.0f} ns are")
+        in_floors = record / self._figures.least("Floor/8/8/10")
+        self._at_most("a record, in halves of one of the first version", 2 * in_floors / FIRST_RECORD[self._preset],
+                      MOST_OF_RECORD)
+
+    def _memory(self) -> None:
+        self._heading("memory")
+        self._at_most("peak of an event of (1000, 100), in answers",
+                      self._figures.least("PeakMemory") / self._figures.least("AnswerSize"), MOST_PEAK)
+        self._at_most("resident size after 10 million events / 100000",
+                      self._figures.latest("Resident/10000000") / self._figures.least("Resident/100000"),
+                      MOST_RESIDENT_GROWTH)
