@@ -51,12 +51,12 @@ class BranchCount:
     def add(self, functions: list[dict[str, Any]]) -> None:
         """The functions of one program."""
         files = {name for function in functions for name in self._files_of(function)}
-        rows = [row for name, row in CALLERS.items() if name in files]
+        rows = sorted({row for name, row in CALLERS.items() if name in files})
         if len(rows) > 1:
-            raise CannotCount("a program has the choice of either width")
+            raise CannotCount("a program has sources of callers of either width")
         self.files |= files
         for function in functions:
-            self._add_function(function, rows or list(CALLERS.values()))
+            self._add_function(function, rows or sorted(set(CALLERS.values())))
 
     def _files_of(self, function: dict[str, Any]) -> list[str]:
         return [name.removeprefix(f"{self._root}/") for name in function["filenames"]]

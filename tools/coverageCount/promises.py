@@ -21,8 +21,13 @@ PROMISES: dict[str, Promise] = {
     "src/platform": Promise(None, None),
 }
 
-# The file that tells which of the two a program has. A program with neither counts for both.
+# The sources that only the programs of one of the two have. A program with none of them counts for both.
 CALLERS: dict[str, str] = {
     "src/native/chooseNativeX86.cpp": "src/native, 32-bit caller",
+    "src/native/x86Native.cpp": "src/native, 32-bit caller",
+    "src/native/nativeWow64.cpp": "src/native, 32-bit caller",
+    "src/native/gateModules.cpp": "src/native, 32-bit caller",
+    "src/native/gateResolve.cpp": "src/native, 32-bit caller",
+    "src/native/gateWrappers.cpp": "src/native, 32-bit caller",
     "src/native/chooseNativeX64.cpp": "src/native, 64-bit caller",
 }

@@ -1,10 +1,12 @@
 """What is added up over programs, and what is kept apart."""
 
+import re
 import unittest
 from pathlib import Path
 
 from coverageCount.branchCount import Branch, BranchCount, Condition, Place
 from coverageCount.profiles import CannotCount
+from coverageCount.promises import CALLERS
 from tests.countedFunction import counted, logs
 
 NARROW, WIDE = "src/native/chooseNativeX86.cpp", "src/native/chooseNativeX64.cpp"
@@ -58,6 +60,10 @@ class Counting(unittest.TestCase):
                          self.missed([counted("six", f"/tree/{NARROW}", 1, 1)],
                                      [counted("six", f"/tree/{WIDE}", 1, 0)]))
 
+    def test_knows_a_caller_by_any_source_that_it_alone_has(self) -> None:
+        self.assertEqual([("src/native, 32-bit caller", "one", False)],
+                         self.missed([counted("one", "/tree/src/native/gateModules.cpp", 1, 0)]))
+
     def test_counts_native_for_both_callers_where_a_program_has_neither(self) -> None:
         self.assertEqual([("src/native, 32-bit caller", "one", False), ("src/native, 64-bit caller", "one", False)],
                          self.missed([counted("one", "/tree/src/native/path.cpp", 1, 0)]))
@@ -78,3 +84,14 @@ class Counting(unittest.TestCase):
         count = self.count([counted("one", "/tree/src/frame/one.cpp", 1, 1)],
                            [counted("two", "/tree/src/text/t.h", 1, 1)])
         self.assertEqual({"src/frame/one.cpp", "src/text/t.h"}, count.files)
+
+
+class Callers(unittest.TestCase):
+    def test_are_told_apart_by_the_sources_that_the_build_gives_to_each(self) -> None:
+        """src/CMakeLists.txt lists them in nativeNarrowSources and nativeWideSources."""
+        text = (Path(__file__).resolve().parents[2] / "src/CMakeLists.txt").read_text()
+        for name, row in (("Narrow", "src/native, 32-bit caller"), ("Wide", "src/native, 64-bit caller")):
+            listed = re.search(rf"set\(native{name}Sources\s([^)]*)\)", text)
+            assert listed
+            self.assertEqual({f"src/{file}" for file in listed[1].split()},
+                             {file for file, its_row in CALLERS.items() if its_row == row})

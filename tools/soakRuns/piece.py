@@ -1,0 +1,55 @@
+"""One process of a long comparison: so many random cases of one seed."""
+
+import re
+import subprocess
+from pathlib import Path
+from typing import NamedTuple
+
+RESULT = re.compile(r"seed (\d+): (\d+) cases, (\d+) differences, \d+ s")
+
+
+class PieceResult(NamedTuple):
+    """What became of a piece."""
+
+    output: str
+    differences: int
+    fault: str  # why it counts as failed, or an empty text
+
+
+def judge(seed: int, cases: int, code: int, output: str) -> PieceResult:
+    """The last line has to be the result of all cases of the seed, and the exit code 0."""
+    lines = output.splitlines()
+    result = RESULT.fullmatch(lines[-1]) if lines else None
+    differences = int(result[3]) if result else 0
+    if code != 0:
+        return PieceResult(output, differences, f"exit code {code}" if code > 0 else f"ended by signal {-code}")
+    if not result:
+        return PieceResult(output, 0, "it ended without its result line")
+    if (int(result[1]), int(result[2])) != (seed, cases):
+        return PieceResult(output, differences, f"its result is not that of seed {seed} with {cases} cases")
+    if differences:
+        return PieceResult(output, differences, f"{differences} differences, and exit code 0")
+    return PieceResult(output, 0, "")
+
+
+class Piece:
+    """Starts `PROGRAM SEED CASES`, with its output in a file of the folder."""
+
+    def __init__(self, program: Path, seed: int, cases: int, folder: Path) -> None:
+        self.seed = seed
+        self.cases = cases
+        self._output = folder / str(seed)
+        with self._output.open("wb") as output:
+            self._process = subprocess.Popen([program, str(seed), str(cases)], stdin=subprocess.DEVNULL, stdout=output,
+                                             stderr=subprocess.STDOUT)
+
+    def finish(self) -> PieceResult:
+        """Waits for the end."""
+        code = self._process.wait()
+        return judge(self.seed, self.cases, code, self._output.read_text(errors="replace"))
+
+    def stop(self) -> None:
+        """Ends the process if it still runs."""
+        if self._process.poll() is None:
+            self._process.terminate()
+            self._process.wait()
