@@ -28,6 +28,19 @@ std::basic_string<WideChar> TextOfReply(const char (&reply)[mappedFileNameSize])
     return text;
 }
 
+// The name in the reply of a machine that is `narrow` or not, for a target of width `Bits`. The routine for 32-bit
+// targets follows the layout of the reply; the one for 64-bit targets has one place for the address, on a 32-bit
+// machine too.
+template <typename Bits>
+std::basic_string<WideChar> NameInReply(const char (&reply)[mappedFileNameSize], bool narrow) {
+    if constexpr (sizeof(typename Bits::Pointer) == 4) {
+        if (narrow) {
+            return TextOfReply<Bits32>(reply);
+        }
+    }
+    return TextOfReply<Bits64>(reply);
+}
+
 } // namespace
 
 TargetProcess::ThreadList TargetProcess::ListThreads() {
@@ -105,11 +118,7 @@ std::shared_ptr<const TheradData> TargetProcess::ReadThreadOf(uint32_t threadId)
             native->QueryVirtualMemory(base, MemoryMappedFilenameInformationClass, reply.bytes, sizeof reply.bytes))) {
         return nullptr;
     }
-    // The routine for 32-bit targets follows the layout of the reply; the one for 64-bit targets has one place for the
-    // address, on a 32-bit machine too.
-    constexpr bool followsReply = sizeof(typename Bits::Pointer) == 4;
-    auto path = DevicePathToDosPath(followsReply && narrow ? TextOfReply<Bits32>(reply.bytes)
-                                                           : TextOfReply<Bits64>(reply.bytes));
+    auto path = DevicePathToDosPath(NameInReply<Bits>(reply.bytes, narrow));
     if (path.empty()) {
         return nullptr;
     }

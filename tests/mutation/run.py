@@ -56,7 +56,7 @@ FRAME = ["objectModelTest", "createZelkObjectTest", "baseServicesTest", "service
 PROC_PATH = ["procPathNarrowTest", "procPathWideTest"]
 COVERING = [
     (r"src/mordRev/src/procPathWin32\.cpp", PROC_PATH),
-    (r"src/mordRev/src/values\.h", ["abiTest", "productTest"] + RECEIVER),
+    (r"src/frame/values\.h", ["abiTest", "productTest"] + RECEIVER),
     (r"src/mordRev/", RECEIVER),
     (r"src/logging/", LOGGING),
     (r"src/text/", TEXT),

@@ -144,6 +144,7 @@ class SystemHeaders(PlantedTreeTest):
 
     def test_come_into_files_of_the_host_that_are_named_for_the_system(self) -> None:
         self.accepts("host/low/plantedWin32.cpp", "#include <windows.h>\n")
+        self.accepts("host/low/plantedPosix.h", "#include <unistd.h>\n")
         self.refuses("host/low/planted.cpp", "#include <windows.h>\n",
                      "1: only a file that is named for a system (xWin32, xPosix, xLinux) includes <windows.h>")
 
