@@ -9,6 +9,8 @@ product := mordRev ZelkBase Ferrocore mordhost waiter32 waiter64
 configure = cmake --preset $(1) > build/$(1).configure.log || { cat build/$(1).configure.log; exit 1; }
 compile = cmake --build --preset $(1) -j $(JOBS) $(if $(2),--target $(2))
 ctest = ctest --preset $(1) -j $(JOBS) --progress --no-tests=error
+# RECORD=1 has a long run leave its record in docs/runs.
+record = $(if $(RECORD),--record)
 
 help: ## this list
 	@awk -F ':.*## ' '/^[a-z0-9-]+:.*## /{printf "  make %-18s %s\n", $$1, $$2}' $(MAKEFILE_LIST)
@@ -89,23 +91,23 @@ mutation: ## plant one change at a time into the library and see whether the tes
 	@scripts/setup linux mutation
 	@tests/mutation/run.py
 
-soak: ## compare the library with its model on very many random cases: CASES=100000000, from SEED=1 on
+soak: ## compare the library with its model on very many random cases: CASES=100000000, from SEED=1 on (RECORD=1)
 	@scripts/setup linux
 	@mkdir -p build
 	@$(call configure,linux)
 	@$(call compile,linux,modelSoak)
-	@JOBS=$(JOBS) scripts/soak $(CASES) $(SEED)
+	@JOBS=$(JOBS) tools/soak $(record) $(CASES) $(SEED)
 
 # SECONDS for each target, RUNS instead of or beside them, TARGETS of all, FUZZ_JOBS processes for each.
 fuzz fuzz-32: preset = linux-fuzz$(patsubst fuzz%,%,$@)
-fuzz: ## run the fuzzers, one after the other (SECONDS=60 RUNS=0 TOTAL=0 TARGETS="allowList ..." FUZZ_JOBS=1)
+fuzz: ## run the fuzzers, one after the other (SECONDS=60 RUNS=0 TOTAL=0 TARGETS="allowList ..." FUZZ_JOBS=1 RECORD=1)
 fuzz-32: ## the same in 32-bit processes
 fuzz fuzz-32:
 	@scripts/setup linux $@
 	@mkdir -p build
 	@$(call configure,$(preset))
 	@$(call compile,$(preset))
-	@scripts/fuzz --preset $(preset) --seconds $(or $(SECONDS),60) --runs $(or $(RUNS),0) --total $(or $(TOTAL),0) --jobs $(or $(FUZZ_JOBS),1) $(TARGETS)
+	@tools/fuzz --preset $(preset) --seconds $(or $(SECONDS),60) --runs $(or $(RUNS),0) --total $(or $(TOTAL),0) --jobs $(or $(FUZZ_JOBS),1) $(record) $(TARGETS)
 
 bench: ## measure decisions and log records, on Linux and 32-bit Windows, and hold them to their limits
 	@scripts/setup linux windows bench
