@@ -92,8 +92,6 @@ class IncludeRules:
 
     def _resolve(self, source: SourceFile, include: Include) -> str | None:
         """The path of the file of this tree that is included."""
-        if ".." in include.name.split("/"):
-            return None
         for place in self._table.searched.get(longest_prefix(source.path, self._table.searched), ["."]):
             if place == "." and not include.quoted:
                 continue

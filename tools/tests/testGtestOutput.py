@@ -52,6 +52,10 @@ class Output(unittest.TestCase):
         forged = PASSED[:PASSED.index("[ RUN      ] Suite.Two")] + "[  PASSED  ] 2 tests.\n"
         self.assertEqual(["2 cases were selected, and the program ended before the last one did"], self.faults(forged))
 
+    def test_in_which_a_case_prints_the_result_line_and_the_last_one_is_missing_is_faulty(self) -> None:
+        forged = PASSED.replace("[  PASSED  ] 2 tests.\n", "").replace("[ RUN      ] Suite.Two", "[  PASSED  ] 2 tests.")
+        self.assertEqual(["the output has no result line '[  PASSED  ] N tests.'"], self.faults(forged))
+
     def test_with_fewer_passed_than_selected_is_faulty(self) -> None:
         self.assertEqual(["2 cases were selected, 2 ran, 1 passed"],
                          self.faults(PASSED.replace("[  PASSED  ] 2 tests.", "[  PASSED  ] 1 test.")))
@@ -59,6 +63,10 @@ class Output(unittest.TestCase):
     def test_with_fewer_ran_than_selected_is_faulty(self) -> None:
         self.assertEqual(["3 cases were selected, 2 ran, 2 passed"],
                          self.faults(PASSED.replace("Running 2 tests", "Running 3 tests")))
+
+    def test_with_fewer_ended_than_passed_is_faulty(self) -> None:
+        self.assertEqual(["2 cases were selected, 1 ran, 2 passed"],
+                         self.faults(PASSED.replace("2 tests from 1 test suite ran", "1 test from 1 test suite ran")))
 
     def test_without_a_case_is_faulty(self) -> None:
         self.assertEqual(["no case was selected"], self.faults(PASSED.replace("2 tests", "0 tests")))
