@@ -13,6 +13,7 @@ MOST_OF_ALLOW_LIST = 1.2  # in floors
 LEAST_GAIN_OF_SECOND_THREAD = 1.8  # on Linux
 MOST_GROWTH_OF_LOOK_UP = 1.3
 MOST_OF_RECORD = 1.0  # in halves of one of the first version
+MOST_OF_REPLAY = 2.0  # by mordhost, in times of the library alone with the same events; on Linux
 MOST_PEAK = 3.0  # in answers
 MOST_RESIDENT_GROWTH = 1.01
 
@@ -34,6 +35,7 @@ class Judgement:
         self._allow_lists()
         self._threads()
         self._records()
+        self._replays()
         self._memory()
         self.lines[:0] = [f"{name} was not measured" for name in figures.missing]
         self.is_missing |= bool(figures.missing)
@@ -117,6 +119,26 @@ class Judgement:
         in_floors = record / self._figures.least("Floor/8/8/10")
         self._at_most("a record, in halves of one of the first version", 2 * in_floors / FIRST_RECORD[self._preset],
                       MOST_OF_RECORD)
+
+    def _replay(self, rows: str, logging: str, time: str) -> float:
+        """A whole replay, in times of the library alone."""
+        alone = self._figures.median(f"ReplayLibrary/{logging}/{time}")
+        return self._figures.median(f"Replay/{rows}/{logging}/{time}") / alone
+
+    def _replays(self) -> None:
+        self._heading("a replay by mordhost, beside the library alone with the same events")
+        for logging in ("off", "on"):
+            alone = self._figures.median(f"ReplayLibrary/{logging}/wall") / 1000
+            self.lines.append(f"  log {logging:3}  {alone:.1f} us an event by the library alone")
+            for rows in ("table", "json"):
+                what = f"{rows} rows, log {logging}, in the library alone"
+                by_clock = self._replay(rows, logging, "wall")
+                if self._preset == "linux":
+                    self._at_most(what, self._replay(rows, logging, "processor"), MOST_OF_REPLAY)
+                    self.lines.append(f"  {'  the same by the clock':52} {by_clock:7.2f}")
+                else:
+                    # Under Wine the processor's time is not to be had.
+                    self.lines.append(f"  {what:52} {by_clock:7.2f}  no limit under Wine")
 
     def _memory(self) -> None:
         self._heading("memory")

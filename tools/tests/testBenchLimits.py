@@ -23,6 +23,11 @@ def kept() -> dict[str, list[float]]:
             figures[f"Floor/{shape}/{size}"] = [time]
     for size in (10, 1000, 100000):
         figures |= {f"SetAllowList/{size}": [1000], f"ListFloor/{size}": [1000], f"Match/{size}": [200]}
+    for logging in ("off", "on"):
+        for time in ("wall", "processor"):
+            figures[f"ReplayLibrary/{logging}/{time}"] = [1000]
+            for rows in ("table", "json"):
+                figures[f"Replay/{rows}/{logging}/{time}"] = [9000, 1900, 100]  # the one in the middle counts
     return figures | {
         "OneThread/8/8/1000": [8000], "TwoThreads/8/8/1000": [8400], "OneThreadFloor/8/8/1000": [8000],
         "TwoThreadsFloor/8/8/1000": [8200], "Record/event": [2000], "WriterRecord": [900], "AnswerSize": [1000],
@@ -88,6 +93,22 @@ class Limits(unittest.TestCase):
         for preset, most in (("linux", 2360), ("windows-x86", 2880)):
             self.changed(0, 0, r"a record, in halves.* 1\.00 .*$", preset, Record_event=most)
             self.changed(1, 1, r"a record, in halves.* 1\.01 .*BROKEN$", preset, Record_event=most * 1.006)
+
+    def test_hold_for_replays_on_linux_alone(self) -> None:
+        for rows in ("table", "json"):
+            for logging in ("off", "on"):
+                name, figure = f"{rows} rows, log {logging}, in the library alone", f"Replay_{rows}_{logging}_"
+                self.changed(0, 0, rf"{name} +1\.90  at most +2\.00$", "linux")
+                self.changed(0, 0, rf"{name} +2\.00  at most +2\.00$", "linux", **{figure + "processor": 2000})
+                self.changed(1, 1, rf"{name} +2\.01 .*BROKEN$", "linux", **{figure + "processor": [2010, 100, 3000]})
+                self.changed(0, 0, rf"{name} +2\.50  no limit", "windows-x86", **{figure + "wall": 2500})
+
+    def test_need_the_figures_of_replays(self) -> None:
+        for preset, name in (("linux", "Replay_json_on_processor"), ("linux", "ReplayLibrary_off_wall"),
+                             ("windows-x86", "Replay_table_off_wall"), ("windows-x86", "ReplayLibrary_on_wall")):
+            self.changed(2, None, f"^{name.replace('_', '/')} was not measured$", preset, **{name: None})
+        # Of the times under Wine the processor's is not asked.
+        self.changed(0, 0, "no limit under Wine", "windows-x86", Replay_json_on_processor=None)
 
     def test_hold_for_memory(self) -> None:
         for preset in PRESETS:

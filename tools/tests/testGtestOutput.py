@@ -53,7 +53,8 @@ class Output(unittest.TestCase):
         self.assertEqual(["2 cases were selected, and the program ended before the last one did"], self.faults(forged))
 
     def test_in_which_a_case_prints_the_result_line_and_the_last_one_is_missing_is_faulty(self) -> None:
-        forged = PASSED.replace("[  PASSED  ] 2 tests.\n", "").replace("[ RUN      ] Suite.Two", "[  PASSED  ] 2 tests.")
+        result = "[  PASSED  ] 2 tests."
+        forged = PASSED.replace(result + "\n", "").replace("[ RUN      ] Suite.Two", result)
         self.assertEqual(["the output has no result line '[  PASSED  ] N tests.'"], self.faults(forged))
 
     def test_with_fewer_passed_than_selected_is_faulty(self) -> None:
