@@ -89,8 +89,8 @@ TEST(HostLog, theComponentWritesItsRecordsThere) {
     WriteFile(folder.Path() / "Zelklog.ini", "[OUTLOG]\r\nWriteLog=1\r\n");
     const SiblingLibrary library{std::string("ZelkBase")};
     const SiblingLibrary component{std::string("mordRev")};
-    // Never deleted: the component may hold its reference until the process ends. The pointer is static because the leak
-    // checker does not see references from a component that is already unloaded.
+    // Never deleted: the component may hold its reference until the process ends. The reference is static because the
+    // leak checker does not search a component that is already unloaded.
     static HostWriter& writer = *new HostWriter;
     HostWithoutDots host;
     library.Make<IHostLog>(SID_HostLog)->SetLogWriter(&writer);
