@@ -110,7 +110,7 @@ fuzz fuzz-32:
 	@tools/fuzz --preset $(preset) --seconds $(or $(SECONDS),60) --runs $(or $(RUNS),0) --total $(or $(TOTAL),0) --jobs $(or $(FUZZ_JOBS),1) $(record) $(TARGETS)
 
 bench: ## measure decisions and log records, on Linux and 32-bit Windows, and hold them to their limits
-	@scripts/setup linux windows bench
+	@scripts/setup linux windows
 	@mkdir -p build
 	@cmake --preset linux -DMORDREV_BENCH=ON > build/linux.configure.log || { cat build/linux.configure.log; exit 1; }
 	@$(call compile,linux,bench)

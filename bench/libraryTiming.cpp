@@ -1,14 +1,14 @@
-// Measures the built library through its export: libraryTiming WHAT LIBRARY-FOLDER [SIBLING-FOLDER LOG-FOLDER]
+// Measures the built library through its export: libraryTiming WHAT LIBRARIES SIBLINGS LOGS
 //
 //   events    each event beside its floor, each allow list beside its
-//   threads   events on one and on two threads
-//   records   what a log record costs; writes into LOG-FOLDER
+//   threads   what a second thread gains
+//   records   a log record beside its floor; writes into the folder LOGS, which has no ini file yet
 //   resident  the resident size after many events
 //
-// Prints a figure a line: its name and its value, in nanoseconds or bytes. The siblings are those of SIBLING-FOLDER, so
-// that another version of the library can be measured with them.
+// LIBRARIES and SIBLINGS are folders: another version of the library can be measured with the same siblings. Prints a
+// figure a line: its name and its value, in nanoseconds, in bytes or as a ratio.
 //
-// Exit codes: 0 measured, 1 something is not as it has to be (what, is told), 2 wrong use.
+// Exit codes: 0 measured, 1 failure, with a message, 2 wrong use.
 #include <exception>
 #include <iostream>
 #include <stdexcept>
@@ -43,7 +43,7 @@ void* Obtain(void* library, const GUID& id) {
 void Run(const std::string& what, const std::filesystem::path& libraries, const std::filesystem::path& siblings,
          const std::filesystem::path& logFolder) {
     mordhost::SetEnvironment("ZELK_LOG_DIR", logFolder);
-    void* const base = Load(siblings, "ZelkBase");
+    Load(siblings, "ZelkBase");
     Load(siblings, "Ferrocore");
     auto& receiver = *static_cast<IMordRev*>(Obtain(Load(libraries, "mordRev"), IID_IMordRev));
     if (!receiver.Init(&bench::Host())) {
@@ -56,7 +56,7 @@ void Run(const std::string& what, const std::filesystem::path& libraries, const 
     } else if (what == "threads") {
         bench::MeasureThreads(receiver);
     } else if (what == "records") {
-        bench::MeasureRecords(receiver, logFolder, *static_cast<ILogWriter*>(Obtain(base, SID_LogWriter)));
+        bench::MeasureRecords(receiver, logFolder);
     } else if (what == "resident") {
         bench::MeasureResidentSize(receiver);
     } else {
@@ -67,13 +67,12 @@ void Run(const std::string& what, const std::filesystem::path& libraries, const 
 } // namespace
 
 int main(int argc, char** argv) {
-    if (argc != 3 && argc != 5) {
-        std::cerr << "usage: libraryTiming WHAT LIBRARY-FOLDER [SIBLING-FOLDER LOG-FOLDER]\n";
+    if (argc != 5) {
+        std::cerr << "usage: libraryTiming WHAT LIBRARIES SIBLINGS LOGS\n";
         return 2;
     }
     try {
-        // Without a log folder, one where no ini file stands.
-        Run(argv[1], argv[2], argv[argc == 5 ? 3 : 2], argc == 5 ? argv[4] : "no log");
+        Run(argv[1], argv[2], argv[3], argv[4]);
         return 0;
     } catch (const std::exception& failure) {
         std::cerr << "libraryTiming: " << failure.what() << '\n';

@@ -4,7 +4,6 @@
 
 #include "floor.h"
 #include "measurements.h"
-#include "sameTexts.h"
 #include "sampling.h"
 #include "shape.h"
 #include "workload.h"
@@ -15,58 +14,84 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr int rounds = 40;
+constexpr int turns = 10;
+constexpr int roundsOfATurn = 2;
 constexpr int listRounds = 12;
 
-volatile size_t kept; // so that nothing is left out
+volatile size_t kept; // the compiler leaves no work out whose result goes here
+
+// Has the receiver decide the event once and compares what it wrote with what the floor writes.
+void CompareWithFloor(IMordRev& receiver, const Workload& workload) {
+    SeenTexts seen;
+    workload.Select();
+    KeepTextsIn(&seen);
+    const bool decided = workload.Decide(receiver);
+    KeepTextsIn(nullptr);
+    if (!decided) {
+        throw std::runtime_error("the event is not decided as expected");
+    }
+    if (seen.request != RequestText(workload.Guids()) || seen.report != ReportText(workload.Guids())) {
+        throw std::runtime_error("the floor writes other texts than the library");
+    }
+}
 
 void DecideTimes(IMordRev& receiver, const Workload& workload, uint32_t count) {
     workload.Select();
     for (uint32_t i = 0; i < count; ++i) {
         if (!workload.Decide(receiver)) {
-            throw std::runtime_error("the event is not decided as it has to be");
+            throw std::runtime_error("the event is not decided as expected");
         }
     }
 }
 
 } // namespace
 
-// The process has one receiver, and so one list at a time: the sizes come one after the other, each with the floor.
+// The process has one receiver, and so one list at a time: the lists take turns, and each turn is a round.
 void MeasureEvents(IMordRev& receiver) {
-    std::vector<std::unique_ptr<Workload>> workloads;
-    for (const Shape& shape : shapes) {
-        workloads.push_back(std::make_unique<Workload>(shape));
-    }
+    std::vector<std::string> lists;
+    std::vector<Subject> listSubjects;
     for (const uint32_t listSize : listSizes) {
-        const std::string list = AllowListText(listSize);
-        std::vector<Subject> lists{{"SetAllowList/" + std::to_string(listSize),
-                                    [&](uint32_t count) {
-                                        for (uint32_t i = 0; i < count; ++i) {
-                                            kept = receiver.SetAllowList(list.c_str()) ? 1 : 0;
-                                        }
-                                    }},
-                                   {"ListFloor/" + std::to_string(listSize), [&](uint32_t count) {
-                                        for (uint32_t i = 0; i < count; ++i) {
-                                            kept = AllowListFloor(list);
-                                        }
-                                    }}};
-        Measure(lists, listRounds, 10ms);
-        PrintFigures(lists);
-
-        std::vector<Subject> subjects;
-        for (size_t i = 0; i < shapes.size(); ++i) {
-            const Workload& workload = *workloads[i];
-            CompareWithFloor(receiver, workload);
-            subjects.push_back({FigureName("Event", shapes[i], listSize),
-                                [&](uint32_t count) { DecideTimes(receiver, workload, count); }});
-            subjects.push_back({FigureName("Floor", shapes[i], listSize), [&](uint32_t count) {
+        lists.push_back(AllowListText(listSize));
+    }
+    for (size_t i = 0; i < listSizes.size(); ++i) {
+        const std::string& list = lists[i];
+        listSubjects.push_back({"SetAllowList/" + std::to_string(listSizes[i]), [&](uint32_t count) {
                                     for (uint32_t n = 0; n < count; ++n) {
-                                        kept = EventFloor(workload.Guids(), workload.Answer());
+                                        kept = receiver.SetAllowList(list.c_str()) ? 1 : 0;
                                     }
                                 }});
+        listSubjects.push_back({"ListFloor/" + std::to_string(listSizes[i]), [&](uint32_t count) {
+                                    for (uint32_t n = 0; n < count; ++n) {
+                                        kept = AllowListFloor(list);
+                                    }
+                                }});
+    }
+    Measure(listSubjects, listRounds, 10ms);
+    PrintFigures(listSubjects);
+
+    std::vector<std::unique_ptr<Workload>> workloads;
+    std::vector<std::vector<Subject>> subjects(listSizes.size());
+    for (const Shape& shape : shapes) {
+        const Workload& workload = *workloads.emplace_back(std::make_unique<Workload>(shape));
+        CompareWithFloor(receiver, workload);
+        for (size_t i = 0; i < listSizes.size(); ++i) {
+            subjects[i].push_back({FigureName("Event", shape, listSizes[i]),
+                                   [&](uint32_t count) { DecideTimes(receiver, workload, count); }});
+            subjects[i].push_back({FigureName("Floor", shape, listSizes[i]), [&](uint32_t count) {
+                                       for (uint32_t n = 0; n < count; ++n) {
+                                           kept = EventFloor(workload.Guids(), workload.Answer());
+                                       }
+                                   }});
         }
-        Measure(subjects, rounds, 5ms);
-        PrintFigures(subjects);
+    }
+    for (int turn = 0; turn < turns; ++turn) {
+        for (size_t i = 0; i < lists.size(); ++i) {
+            receiver.SetAllowList(lists[i].c_str());
+            Measure(subjects[i], roundsOfATurn, 5ms);
+        }
+    }
+    for (const std::vector<Subject>& ofAList : subjects) {
+        PrintFigures(ofAList);
     }
 }
 

@@ -1,10 +1,13 @@
 #include <fstream>
+#include <iterator>
 #include <stdexcept>
+#include <string>
+#include <vector>
 
+#include "appendFile.h"
 #include "measurements.h"
 #include "sampling.h"
 #include "shape.h"
-#include "system/hostSystem.h"
 #include "workload.h"
 
 namespace bench {
@@ -16,50 +19,43 @@ using namespace std::chrono_literals;
 constexpr int rounds = 250;
 constexpr Shape shape{8, 8};
 
-// A record of ClearAllowList, whose text is one literal: nothing but what each record has.
-constexpr auto shortRecord = WIDE(
-    "2026-11-16 14:03:07 [TRACE][allowList.cpp 000][CMordRecv::ClearAllowList] [4312] ClearAllowList_mids start\r\n");
+std::string ContentOf(const std::filesystem::path& path) {
+    std::ifstream stream(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
 
-size_t LinesOf(const std::filesystem::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    if (!stream) {
-        throw std::runtime_error("there is no log at " + file.string());
+// Whether a record begins at `at`, which is behind the end of a line: the answer and the report are texts of several
+// lines.
+bool IsBegin(const std::string& log, size_t at) {
+    constexpr size_t sizeOfTime = std::string_view("2026-11-22 14:03:07").size();
+    return log.compare(at + sizeOfTime, 9, " [TRACE][") == 0 || log.compare(at + sizeOfTime, 9, " [ERROR][") == 0;
+}
+
+std::vector<std::string> RecordsOf(const std::string& log) {
+    std::vector<std::string> records;
+    size_t begin = 0;
+    for (size_t end = log.find('\n'); end != std::string::npos; end = log.find('\n', end + 1)) {
+        const size_t next = end + 1;
+        if (next == log.size() || (log.size() > next + 28 && IsBegin(log, next))) {
+            records.push_back(log.substr(begin, next - begin));
+            begin = next;
+        }
     }
-    size_t lines = 0;
-    for (std::string line; std::getline(stream, line);) {
-        // The answer and the report are texts of several lines.
-        lines += line.find(" [TRACE][") != std::string::npos || line.find(" [ERROR][") != std::string::npos ? 1 : 0;
-    }
-    return lines;
+    return records;
 }
 
 } // namespace
 
-void MeasureRecords(IMordRev& receiver, const std::filesystem::path& logFolder, ILogWriter& writer) {
+void MeasureRecords(IMordRev& receiver, const std::filesystem::path& logFolder) {
     const Workload workload(shape);
     workload.Select();
-    receiver.SetAllowList(AllowListText(10).c_str());
     const auto decide = [&](uint32_t count) {
         for (uint32_t i = 0; i < count; ++i) {
             workload.Decide(receiver);
         }
     };
-    // The work under the records: the same without logging.
-    std::vector<Subject> silent{{"SilentEvent", decide},
-                                {"SilentClear",
-                                 [&](uint32_t count) {
-                                     for (uint32_t i = 0; i < count; ++i) {
-                                         receiver.ClearAllowList();
-                                     }
-                                 }},
-                                {"WriterRecord", [&](uint32_t count) {
-                                     for (uint32_t i = 0; i < count; ++i) {
-                                         writer.WriteRecord(shortRecord, 30);
-                                     }
-                                 }}};
-    writer.Start(WIDE("writer"), 0);
-    std::vector<Subject> recorded{
-        {"RecordedEvent", decide}, {"RecordedClear", silent[1].run}, {"WriterRecord", silent[2].run}};
+    receiver.SetAllowList(AllowListText(10).c_str());
+    std::vector<Subject> silent{{"SilentEvent", decide}};
     Measure(silent, rounds, 2ms);
 
     std::ofstream(logFolder / "Zelklog.ini", std::ios::binary) << "[OUTLOG]\r\nWriteLog=1\r\n";
@@ -67,17 +63,27 @@ void MeasureRecords(IMordRev& receiver, const std::filesystem::path& logFolder, 
     if (!receiver.Init(&Host())) {
         throw std::runtime_error("the receiver cannot be initialised again");
     }
-    receiver.SetAllowList(AllowListText(10).c_str());
     const auto log = logFolder / "MORD_Recv.log";
-    const size_t before = LinesOf(log);
+    const size_t before = ContentOf(log).size();
     workload.Decide(receiver);
-    const size_t recordsOfEvent = LinesOf(log) - before;
+    const std::vector<std::string> records = RecordsOf(ContentOf(log).substr(before));
+    if (records.size() < shape.rules * shape.mids) {
+        throw std::runtime_error("the log of an event has too few records");
+    }
+
+    const AppendFile file(logFolder / "floor.log");
+    std::vector<Subject> recorded{{"RecordedEvent", decide}, {"RecordedEventFloor", [&](uint32_t count) {
+                                                                  for (uint32_t i = 0; i < count; ++i) {
+                                                                      for (const std::string& record : records) {
+                                                                          file.Append(record);
+                                                                      }
+                                                                  }
+                                                              }}};
     Measure(recorded, rounds, 2ms);
-    PrintFigure("RecordsOfEvent", static_cast<double>(recordsOfEvent));
-    PrintFigures(silent);
-    PrintFigures(recorded);
-    PrintFigure("Record/event", (recorded[0].least - silent[0].least) / static_cast<double>(recordsOfEvent));
-    PrintFigure("Record/short", recorded[1].least - silent[1].least);
+    const auto count = static_cast<double>(records.size());
+    PrintFigure("RecordsOfEvent", count);
+    PrintFigure("Record", (recorded[0].least - silent[0].least) / count);
+    PrintFigure("RecordFloor", recorded[1].least / count);
 }
 
 } // namespace bench

@@ -29,8 +29,9 @@ constexpr uint32_t eventsOfAThread = 400; // few milliseconds: now and then both
 constexpr double gainByAFreeProcessor = 1.9;
 constexpr uint32_t stepsOfSpareWork = 100000; // a fraction of a millisecond
 
-constexpr int wantedSamples = 100;
-constexpr std::chrono::seconds patience{60};
+constexpr int samples = 9;
+constexpr int roundsOfASample = 12;
+constexpr std::chrono::seconds patience{90};
 
 using Clock = std::chrono::steady_clock;
 
@@ -85,42 +86,40 @@ private:
     double m_leastOnOne = 0;
 };
 
-// The least times of some work on one thread, and on two while there were two processors.
-class OneAndTwo {
+// One sample of what a second thread gains: twice the least time on one thread in the least time on two, while there
+// were two processors.
+class Gain {
 public:
-    OneAndTwo(std::string what, std::function<void()> work) : m_what(std::move(what)), m_work(std::move(work)) {}
+    Gain(std::string name, std::function<void()> work) : m_name(std::move(name)), m_work(std::move(work)) {}
 
-    bool HasEnough() const { return m_samples >= wantedSamples; }
-
-    void Sample(SecondProcessor& second) {
-        Keep(m_one, TimeOn(1, m_work));
-        if (second.IsFree()) {
-            const double two = TimeOn(2, m_work);
-            if (second.IsFree()) {
-                Keep(m_two, two);
-                ++m_samples;
-            }
+    // A round of the sample; the last one prints it.
+    void Round(SecondProcessor& second) {
+        const double one = TimeOn(1, m_work);
+        m_one = m_one == 0 ? one : std::min(m_one, one);
+        if (!second.IsFree()) {
+            return;
+        }
+        const double two = TimeOn(2, m_work);
+        if (!second.IsFree()) {
+            return;
+        }
+        m_two = m_two == 0 ? two : std::min(m_two, two);
+        if (++m_rounds == roundsOfASample) {
+            PrintFigure(m_name, 2 * m_one / m_two);
+            ++m_samples;
+            m_one = m_two = 0;
+            m_rounds = 0;
         }
     }
 
-    // Without a figure for two threads when there never were two processors.
-    void Print() const {
-        PrintFigure(FigureName("OneThread" + m_what, shape, listSize), m_one);
-        if (m_samples != 0) {
-            PrintFigure(FigureName("TwoThreads" + m_what, shape, listSize), m_two);
-        }
-    }
+    bool IsComplete() const { return m_samples == samples; }
 
 private:
-    static void Keep(double& least, double taken) {
-        taken /= eventsOfAThread;
-        least = least == 0 ? taken : std::min(least, taken);
-    }
-
-    std::string m_what;
-    std::function<void()> m_work;
+    const std::string m_name;
+    const std::function<void()> m_work;
     double m_one = 0;
     double m_two = 0;
+    int m_rounds = 0;
     int m_samples = 0;
 };
 
@@ -132,14 +131,14 @@ void MeasureThreads(IMordRev& receiver) {
     workload.Select();
     std::atomic<bool> wrong{false};
     std::atomic<size_t> seen{0};
-    OneAndTwo events("", [&] {
+    Gain events("Gain", [&] {
         for (uint32_t i = 0; i < eventsOfAThread; ++i) {
             if (!workload.Decide(receiver)) {
                 wrong = true;
             }
         }
     });
-    OneAndTwo floors("Floor", [&] {
+    Gain floors("GainFloor", [&] {
         size_t all = 0;
         for (uint32_t i = 0; i < eventsOfAThread; ++i) {
             all += EventFloor(workload.Guids(), workload.Answer());
@@ -148,15 +147,16 @@ void MeasureThreads(IMordRev& receiver) {
     });
     SecondProcessor second;
     const Clock::time_point end = Clock::now() + patience;
-    while (Clock::now() < end && !(events.HasEnough() && floors.HasEnough())) {
-        events.Sample(second);
-        floors.Sample(second);
+    while (Clock::now() < end && !(events.IsComplete() && floors.IsComplete())) {
+        for (Gain* const gain : {&events, &floors}) {
+            if (!gain->IsComplete()) {
+                gain->Round(second);
+            }
+        }
     }
     if (wrong) {
-        throw std::runtime_error("an event is not decided as it has to be");
+        throw std::runtime_error("an event is not decided as expected");
     }
-    events.Print();
-    floors.Print();
 }
 
 } // namespace bench

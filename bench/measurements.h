@@ -1,5 +1,5 @@
 // What libraryTiming measures. Each prints its figures, as they are named in docs/performance.md, and throws
-// std::runtime_error when something is not as it has to be.
+// std::runtime_error when the library fails.
 #pragma once
 
 #include <filesystem>
@@ -11,12 +11,13 @@ namespace bench {
 // Each event beside its floor, and each allow list beside its.
 void MeasureEvents(IMordRev& receiver);
 
-// Events on one and on two threads, and the floor likewise.
+// What a second thread gains with events, and with their floor: nine samples of each, or fewer when no second processor
+// was free for long enough.
 void MeasureThreads(IMordRev& receiver);
 
-// What a log record costs. `receiver` has been initialised without logging; an ini file is written to the log directory
-// `logFolder`, and logging is on afterwards. `writer` is a logger of the sibling's own.
-void MeasureRecords(IMordRev& receiver, const std::filesystem::path& logFolder, ILogWriter& writer);
+// A log record beside its floor, which appends the same bytes to a file. `receiver` has been initialised without logging;
+// an ini file is written to the log directory `logFolder`, and logging is on afterwards.
+void MeasureRecords(IMordRev& receiver, const std::filesystem::path& logFolder);
 
 // The resident size after a hundred thousand and after ten million events.
 void MeasureResidentSize(IMordRev& receiver);

@@ -32,19 +32,18 @@ uint32_t CountFor(const Subject& subject, std::chrono::nanoseconds sample) {
 } // namespace
 
 void Measure(std::vector<Subject>& subjects, int rounds, std::chrono::nanoseconds sample) {
-    std::vector<uint32_t> counts;
-    for (const Subject& subject : subjects) {
-        counts.push_back(CountFor(subject, sample));
+    for (Subject& subject : subjects) {
+        subject.count = subject.count == 0 ? CountFor(subject, sample) : subject.count;
     }
     std::vector<size_t> order(subjects.size());
     std::iota(order.begin(), order.end(), size_t{0});
-    std::mt19937 random(20261120);
+    static std::mt19937 random(20261120);
     for (int round = 0; round < rounds; ++round) {
         std::shuffle(order.begin(), order.end(), random);
         for (const size_t i : order) {
-            const double each = Nanoseconds(subjects[i], counts[i]) / counts[i];
-            double& least = subjects[i].least;
-            least = least == 0 ? each : std::min(least, each);
+            Subject& subject = subjects[i];
+            const double each = Nanoseconds(subject, subject.count) / subject.count;
+            subject.least = subject.least == 0 ? each : std::min(subject.least, each);
         }
     }
 }

@@ -16,9 +16,10 @@ struct Subject {
     std::string name;
     std::function<void(uint32_t count)> run; // does the work `count` times
     double least = 0;                        // nanoseconds for one; 0 before it is measured
+    uint32_t count = 0;                      // of one sample; likewise
 };
 
-// Fills in `least` of each subject.
+// Fills in `least` of each subject; when it is called again, over all samples.
 void Measure(std::vector<Subject>& subjects, int rounds, std::chrono::nanoseconds sample);
 
 // Prints a figure, as tools/benchLimits reads it: its name and its value.

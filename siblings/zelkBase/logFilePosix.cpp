@@ -8,6 +8,7 @@
 #include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 namespace siblings {
@@ -73,11 +74,15 @@ private:
         return fstat(file, &status) == 0 && S_ISREG(status.st_mode);
     }
 
-    // Asked for each time: the process may be limited at any time, and the question takes less than holding signals.
+    // Asked for each time: the process may be limited at any time, and the question takes less than holding signals. The
+    // older one of the two system calls for it takes less than half of the time of the other.
     static bool SizeIsLimited() {
-        rlimit limit{};
-        return getrlimit(RLIMIT_FSIZE, &limit) != 0 || limit.rlim_cur != RLIM_INFINITY;
+        unsigned long limits[2] = {}; // the one that holds, and the highest that may be set
+        return syscall(SYS_getrlimit, RLIMIT_FSIZE, limits) != 0 || limits[0] != unlimited;
     }
+
+    // On systems where the call gives less for it, each write takes the longer way.
+    static constexpr unsigned long unlimited = ~0UL;
 
     ssize_t Write(std::string_view bytes) const {
         ssize_t written = -1;

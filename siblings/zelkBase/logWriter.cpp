@@ -13,7 +13,18 @@ namespace {
 // The bytes of a record. Those of a usual one take no memory from the heap.
 class RecordBytes {
 public:
-    explicit RecordBytes(WideView text) {
+    explicit RecordBytes(const WideChar* record) {
+        // Most records are ASCII: one pass finds their end and converts them.
+        size_t length = 0;
+        while (length < sizeof m_few && static_cast<uint32_t>(record[length]) - 1 < 0x7F) {
+            m_few[length] = static_cast<char>(record[length]);
+            ++length;
+        }
+        if (length < sizeof m_few && record[length] == WideChar{}) {
+            m_bytes = {m_few, length};
+            return;
+        }
+        const WideView text(record);
         if (Utf8Capacity(text.size()) <= sizeof m_few) {
             m_bytes = {m_few, WriteUtf8(text, m_few)};
         } else {

@@ -16,9 +16,8 @@ bool Fill(std::basic_string_view<From> source, To* destination, size_t room) {
     To units[longestCodePoint<To>];
     bool whole = true;
     while (!source.empty()) {
-        const size_t ascii = std::min(AsciiLength(source), room);
-        destination = std::transform(source.begin(), source.begin() + ascii, destination,
-                                     [](From character) { return static_cast<To>(character); });
+        const size_t ascii = CopyAscii(source.substr(0, room), destination);
+        destination += ascii;
         source.remove_prefix(ascii);
         room -= ascii;
         if (source.empty()) {

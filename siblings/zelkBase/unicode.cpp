@@ -45,11 +45,10 @@ std::basic_string<To> Transcode(std::basic_string_view<From> text) {
     out.reserve(text.size());
     To units[longestCodePoint<To>];
     while (!text.empty()) {
-        const size_t ascii = AsciiLength(text);
         const size_t before = out.size();
+        out.resize(before + text.size());
+        const size_t ascii = CopyAscii(text, out.data() + before);
         out.resize(before + ascii);
-        std::transform(text.begin(), text.begin() + ascii, out.begin() + static_cast<ptrdiff_t>(before),
-                       [](From character) { return static_cast<To>(character); });
         text.remove_prefix(ascii);
         if (text.empty()) {
             break;
@@ -139,9 +138,8 @@ size_t WriteUtf8(WideView text, char* out) {
     char* end = out;
     char units[longestCodePoint<char>];
     for (;;) {
-        const size_t ascii = AsciiLength(text);
-        end = std::transform(text.begin(), text.begin() + ascii, end,
-                             [](WideChar unit) { return static_cast<char>(unit); });
+        const size_t ascii = CopyAscii(text, end);
+        end += ascii;
         text.remove_prefix(ascii);
         if (text.empty()) {
             return static_cast<size_t>(end - out);

@@ -6,6 +6,7 @@
 // bytes, a truncated sequence gives one, and a surrogate that stands alone in UTF-16 gives one.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -31,23 +32,30 @@ inline constexpr size_t longestCodePoint<WideChar> = 2;
 char32_t TakeCodePoint(std::string_view& text);
 char32_t TakeCodePoint(WideView& text);
 
-// How many characters at the start of `text` are ASCII, which is one character in either encoding. Texts are so for the
-// most part, and are converted faster where that is known.
-template <typename Char>
-size_t AsciiLength(std::basic_string_view<Char> text) {
-    constexpr size_t block = 8; // characters that are looked at together
+// Copies the ASCII characters at the start of `text` to `out`, which has room for all of `text`, and returns how many
+// they are. Each is one character in either encoding. Texts are ASCII for the most part, which is converted faster.
+template <typename To, typename From>
+size_t CopyAscii(std::basic_string_view<From> text, To* out) {
+    constexpr size_t block = 8; // characters that are converted together
     size_t length = 0;
     for (; text.size() - length >= block; length += block) {
+        From from[block];
+        std::copy_n(text.data() + length, block, from);
         uint32_t all = 0;
-        for (size_t i = 0; i < block; ++i) {
-            all |= static_cast<std::make_unsigned_t<Char>>(text[length + i]);
+        for (const From character : from) {
+            all |= static_cast<std::make_unsigned_t<From>>(character);
         }
         if (all >= 0x80) {
             break;
         }
+        To to[block];
+        for (size_t i = 0; i < block; ++i) {
+            to[i] = static_cast<To>(from[i]);
+        }
+        std::copy_n(to, block, out + length);
     }
-    while (length < text.size() && static_cast<std::make_unsigned_t<Char>>(text[length]) < 0x80) {
-        ++length;
+    for (; length < text.size() && static_cast<std::make_unsigned_t<From>>(text[length]) < 0x80; ++length) {
+        out[length] = static_cast<To>(text[length]);
     }
     return length;
 }

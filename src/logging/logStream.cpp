@@ -16,6 +16,9 @@ CSmartStream::CSmartStream() : std::basic_ostream<WideChar>(nullptr) {
 }
 
 void CSmartStream::Append(std::basic_string_view<WideChar> text) {
+    if (good() && m_buffer.PutQuickly(text)) {
+        return;
+    }
     const auto length = static_cast<std::streamsize>(text.size());
     if (good() && m_buffer.sputn(text.data(), length) != length) {
         setstate(badbit);

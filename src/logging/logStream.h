@@ -1,6 +1,7 @@
 // What a log site writes a record into.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
@@ -48,6 +49,16 @@ private:
         }
         void Clear() { setp(pbase(), epptr()); }
 
+        // Puts in what there is room for already; false, with nothing put in, when there is not enough.
+        bool PutQuickly(std::basic_string_view<WideChar> text) {
+            if (static_cast<size_t>(epptr() - pptr()) < text.size() || text.size() > quickly) {
+                return false;
+            }
+            std::copy_n(text.data(), text.size(), pptr());
+            pbump(static_cast<int>(text.size()));
+            return true;
+        }
+
     protected:
         std::streamsize xsputn(const WideChar* text, std::streamsize length) override;
         int_type overflow(int_type unit) override;
@@ -58,6 +69,8 @@ private:
 
         // Makes room for `length` more. False, with nothing changed, when there is no memory for it.
         bool Grow(size_t length);
+
+        static constexpr size_t quickly = 4096; // a length of which no counter runs over
 
         WideChar m_first[512];
         std::unique_ptr<WideChar[]> m_larger;

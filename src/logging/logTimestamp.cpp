@@ -37,6 +37,13 @@ LogTime::LogTime(int64_t secondsSince1970) {
 }
 
 void LogTime::AppendYear(int64_t year) {
+    if (year >= 1000 && year <= 9999) {
+        for (const int64_t place : {1000, 100, 10, 1}) {
+            m_text[m_length++] =
+                static_cast<WideChar>('0' + static_cast<unsigned>(year) / static_cast<unsigned>(place) % 10);
+        }
+        return;
+    }
     for (const char digit : std::to_string(year)) { // short enough to need no memory
         m_text[m_length++] = static_cast<WideChar>(digit);
     }

@@ -6,6 +6,7 @@
 
 #include <dlfcn.h>
 #include <link.h>
+#include <pthread.h>
 #include <sys/random.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -16,6 +17,13 @@
 namespace platform {
 
 namespace {
+
+// The calling thread's number, or 0: a system call takes as long as the rest of a record's beginning. The model of access
+// needs no memory at the first use in a thread.
+[[gnu::tls_model("initial-exec")]] thread_local uint32_t threadId = 0;
+
+// The one thread of a process that was forked has another number than the thread that forked it.
+const bool forgetsAtFork = pthread_atfork(nullptr, nullptr, [] { threadId = 0; }) == 0;
 
 // "ZelkBase.dll" is "libZelkBase.so" here; a name without that ending is taken as it stands.
 std::string LibraryFileName(const WideChar* name) {
@@ -77,7 +85,14 @@ void WriteStandardOutput(const WideChar* text) {
 }
 
 uint32_t GetCurrentThreadId() {
-    return static_cast<uint32_t>(syscall(SYS_gettid)); // not kept: a process that forks has another thread then
+    if (threadId == 0) {
+        const auto id = static_cast<uint32_t>(syscall(SYS_gettid));
+        if (!forgetsAtFork) {
+            return id;
+        }
+        threadId = id;
+    }
+    return threadId;
 }
 
 bool FillRandom(void* buffer, size_t size) {

@@ -43,6 +43,22 @@ ITextConverter* Converter() {
     return converter;
 }
 
+// The first NUL from `at` on, or `end`. Looks at several characters in one step.
+template <typename Char>
+const Char* FindNul(const Char* at, const Char* end) {
+    constexpr ptrdiff_t block = 8;
+    for (; end - at >= block; at += block) {
+        unsigned nuls = 0;
+        for (ptrdiff_t i = 0; i < block; ++i) {
+            nuls |= at[i] == Char{} ? 1 : 0;
+        }
+        if (nuls != 0) {
+            break;
+        }
+    }
+    return std::find(at, end, Char{});
+}
+
 // A reference on the converter for the time of one call.
 class ConverterReference {
 public:
@@ -83,7 +99,7 @@ template <typename To, size_t stackCapacity, typename From>
     request.source = source;
     request.destination = destination;
     converter->Convert(command, &request);
-    return {destination, std::find(destination, destination + capacity, To{})};
+    return {destination, FindNul<To>(destination, destination + capacity)};
 }
 
 } // namespace

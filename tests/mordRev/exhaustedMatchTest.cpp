@@ -1,6 +1,7 @@
 // Memory that runs out in the steps of a decision, and in the parser under them.
 #include "hostKit/midSets.h"
 #include "mordRev/exhaustedReceiver.h"
+#include "mordRev/spareBlocks.h"
 #include "mordRev/src/json.h"
 
 namespace {
@@ -37,6 +38,25 @@ TEST_F(ExhaustedMatch, OfParsingAnAnswerLeavesWholeEntriesAlone) {
                   EXPECT_EQ(hostKit::TextsOf(*entry), (std::set{longText + "1", longText + "2"}));
               }
           });
+}
+
+// The same, and no block is spare.
+TEST_F(ExhaustedMatch, OfParsingAnAnswerWithoutASpareBlockIsBadAllocToo) {
+    const std::string text = R"({"A":{"value":1,"mid":{"1":1,"2":1}}})";
+    HeldSpareBlocks none;
+    QueryResultTable table;
+    size_t blocks = 0;
+    Sweep([&] { receiver->ParseQueryResult(text, &table); },
+          [&] {
+              table = {};
+              none.TakeAgain();
+          },
+          [&](const Failure& failure) {
+              ExpectThrown(failure);
+              blocks += failure.kind == AllocationKind::Malloc ? 1 : 0;
+              EXPECT_EQ(table.Size(), 0U);
+          });
+    EXPECT_EQ(blocks, 2U); // once alone, once for good
 }
 
 // The lock too is used for the first time here, for which some systems allocate.

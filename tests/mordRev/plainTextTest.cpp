@@ -53,4 +53,38 @@ TEST(PlainText, EndsAtTheFirstOfManyThatAreNone) {
     }
 }
 
+// A copy ends at the same place, has the same characters, and keeps to the room of the text.
+TEST(PlainText, IsCopiedUpToItsEnd) {
+    std::mt19937 random(2);
+    for (int round = 0; round < 20000; ++round) {
+        const size_t length = random() % 40;
+        std::string text(length + behind, 'a');
+        for (char& character : text) {
+            character = random() % 20 == 0 ? static_cast<char>(random() % 256) : character;
+        }
+        std::string copy(length + behind, '-');
+        const char* const end = CopyPlainText(text.data(), text.data() + length, copy.data());
+        const auto copied = static_cast<size_t>(end - text.data());
+        ASSERT_EQ(copied, PlainLength(text, length)) << round;
+        ASSERT_EQ(copy.substr(0, copied), text.substr(0, copied)) << round;
+        ASSERT_EQ(copy.substr(length), std::string(behind, '-')) << round;
+    }
+}
+
+TEST(TextLength, EndsAtTheFirstNul) {
+    for (size_t length = 0; length <= 3 * sizeof(size_t); ++length) {
+        for (size_t most = length; most <= 4 * sizeof(size_t); ++most) {
+            for (const char before : {'\x01', 'a', '\x80', '\xFF'}) {
+                for (const char after : {'\0', '\x01', 'a', '\x80'}) {
+                    std::string text(most + 1, after);
+                    text[most] = '\0';
+                    std::fill_n(text.begin(), length, before);
+                    text[length] = '\0';
+                    ASSERT_EQ(LengthOfText(text.data(), most), length) << most;
+                }
+            }
+        }
+    }
+}
+
 } // namespace

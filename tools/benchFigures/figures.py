@@ -5,7 +5,7 @@ from statistics import median
 
 
 class Figures:
-    """A figure is a name and its value, in nanoseconds or bytes, a line each; a name may come several times."""
+    """A figure is a name and its value, a line each; a name may come several times."""
 
     def __init__(self, text: str) -> None:
         self._values: dict[str, list[float]] = defaultdict(list)
@@ -15,8 +15,9 @@ class Figures:
                 name, value = line.split()[:2]
                 self._values[name].append(float(value))
 
-    def has(self, name: str) -> bool:
-        return name in self._values
+    def count(self, name: str) -> int:
+        """How often it was measured."""
+        return len(self._values.get(name, []))
 
     def _of(self, name: str) -> list[float]:
         """The values of a figure, or a 1 in the place of one that is missing."""

@@ -11,7 +11,7 @@ from structureRules.sourceFile import Include, SourceFile
 CPP_STANDARD = re.compile(r"[a-z_]+$")
 C_STANDARD = {f"{name}.h" for name in ("assert", "ctype", "errno", "float", "inttypes", "limits", "math", "setjmp",
                                        "signal", "stdarg", "stdbool", "stddef", "stdio", "stdlib", "string", "time")}
-LIBRARIES = ("rapidjson/", "CLI/", "gtest/", "gmock/", "benchmark/")
+LIBRARIES = ("rapidjson/", "CLI/", "gtest/", "gmock/")
 SYSTEM_BODY = re.compile(r".*(Win32|Posix|Linux)\.(cpp|c|h)$")
 PLATFORM_BODY = re.compile(r"src/platform/[A-Za-z0-9]*(Win32|Posix)\.cpp$")
 

@@ -57,6 +57,31 @@ void AllowList::Add(std::string protocol, std::string mid) {
     m_pairs.push_back({&entry->second, &*place});
 }
 
+// In the order of the table, so that each element is put in behind the last one, without being compared with others.
+void AllowList::Fill(std::vector<AllowedPair>& pairs) {
+    std::sort(pairs.begin(), pairs.end());
+    const auto end = std::unique(pairs.begin(), pairs.end());
+    const auto count = static_cast<size_t>(end - pairs.begin());
+    m_pairs.reserve(count);
+    m_index.Reserve(count);
+
+    auto entry = m_table.end();
+    uint32_t protocolHash = 0;
+    for (auto pair = pairs.begin(); pair != end; ++pair) {
+        auto place = AllowedMids::iterator();
+        if (entry == m_table.end() || entry->first != pair->Protocol()) {
+            AllowedMids first;
+            place = first.emplace(pair->Mid()).first;
+            entry = m_table.emplace_hint(m_table.end(), pair->Protocol(), std::move(first));
+            protocolHash = HashOfProtocol(entry->first);
+        } else {
+            place = entry->second.emplace_hint(entry->second.end(), pair->Mid());
+        }
+        m_index.Add(HashOfPair(protocolHash, pair->Mid()), static_cast<uint32_t>(m_pairs.size()));
+        m_pairs.push_back({&entry->second, &*place});
+    }
+}
+
 void AllowList::Clear() noexcept {
     m_table.clear();
     m_index.Clear();
@@ -88,9 +113,9 @@ const std::string* AllowList::Match(const AllowQuery& query) const {
 
 namespace {
 
-// Adds what one entry of "mid_list" says. An entry without a "mid" that is a string and a "protocol" that is an array
+// Appends what one entry of "mid_list" says. An entry without a "mid" that is a string and a "protocol" that is an array
 // is skipped, and so is an element of "protocol" that is not a string.
-void AddEntry(AllowList& list, const JsonValue& entry) {
+void AppendEntry(std::vector<AllowedPair>& pairs, const JsonValue& entry) {
     const JsonValue* const mid = FindMember(entry, "mid");
     if (mid == nullptr || !mid->IsString()) {
         return;
@@ -101,7 +126,9 @@ void AddEntry(AllowList& list, const JsonValue& entry) {
     }
     for (const JsonValue& protocol : protocols->GetArray()) {
         if (protocol.IsString()) {
-            list.Add(TextToNul(protocol), TextToNul(*mid));
+            const std::string_view key = protocol.GetString(); // up to its first NUL, as the machine id
+            const bool isSame = !pairs.empty() && pairs.back().Protocol() == key;
+            pairs.emplace_back(isSame ? pairs.back().Protocol() : key, mid->GetString());
         }
     }
 }
@@ -124,9 +151,12 @@ bool CMordRecv::SetAllowList(const char* text) {
         if (!midList->IsArray()) {
             LOG_TRACE(WIDE("mid list is empty")); // sic: a value of another kind logs this, an empty array does not
         } else {
+            std::vector<AllowedPair> pairs; // texts of the document
+            pairs.reserve(midList->Size());
             for (const JsonValue& entry : midList->GetArray()) {
-                AddEntry(m_allowList, entry);
+                AppendEntry(pairs, entry);
             }
+            m_allowList.Fill(pairs);
         }
     }
     const bool result = midList != nullptr;

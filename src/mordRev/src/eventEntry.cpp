@@ -69,7 +69,7 @@ bool CMordRecv::HandleEvent(IEventRecord* event, IEventRecord** rules, uint32_t 
             answer.Keep(); // on this path alone the host never gets its buffer back; it is meant so
             *reply = REPLY_BLOCK;
             LOG_TRACE(WIDE(" defender mode is all forbid, reply=") << *reply);
-        } else if (!ParseQueryResult(answer.Copy(), &queryResult)) {
+        } else if (!ParseQueryResult(answer.View(), &queryResult)) {
             *reply = REPLY_BLOCK;
             LOG_TRACE(WIDE(" query dot error, reply=") << *reply);
             answer.GiveBack();

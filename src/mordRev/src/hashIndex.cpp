@@ -9,12 +9,13 @@ constexpr size_t leastSize = 16;
 
 } // namespace
 
-void HashIndex::Reserve() {
-    if (2 * (m_used + 1) <= m_slots.size()) {
+void HashIndex::Reserve(size_t more) {
+    const size_t needed = 2 * (m_used + more);
+    if (needed <= m_slots.size()) {
         return;
     }
     HashIndex larger;
-    const size_t size = std::max(leastSize, 2 * m_slots.size());
+    const size_t size = std::max(leastSize, std::bit_ceil(needed));
     larger.m_slots.resize(size);
     larger.m_filter.resize(size >> slotsOfAWordLog2);
     larger.m_shift = 32 - static_cast<unsigned>(std::countr_zero(size));

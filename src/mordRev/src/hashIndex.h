@@ -25,8 +25,8 @@ class HashIndex {
 public:
     static constexpr uint32_t none = 0xFFFFFFFF;
 
-    // Makes room for one more entry. The index is as it was when that fails.
-    void Reserve();
+    // Makes room for `more` entries. The index is as it was when that fails.
+    void Reserve(size_t more = 1);
 
     // Adds the entry `number`, which is not none, and for which there must be room. Hashes may come more than once.
     void Add(const MarkedHash& hash, uint32_t number) noexcept;

@@ -42,14 +42,24 @@ rapidjson::ParseResult ParseJson(JsonDocument& document, const char* text);
 // The same, with the text of strings left where it stands: `text` must outlive the document, and is destroyed.
 rapidjson::ParseResult ParseJsonInPlace(JsonDocument& document, char* text, size_t length);
 
-// Has `handler` take the parts of a text as the parser comes across them, without a document. Grammar and depth are
-// those of ParseJson, the text is destroyed, and the texts that the handler gets stay in it.
-template <typename Handler>
-rapidjson::ParseResult ReadJsonInPlace(char* text, size_t length, Handler& handler) {
-    InPlaceText stream(text, length);
+// Has `handler` take the parts of a text as the parser comes across them, without a document. The texts that the handler
+// gets stay where the stream has put them.
+template <unsigned flags, typename Stream, typename Handler>
+rapidjson::ParseResult ReadJsonBy(Stream& stream, Handler& handler) {
     rapidjson::GenericReader<rapidjson::UTF8<>, rapidjson::UTF8<>, JsonAllocator> reader(&jsonAllocator);
-    return reader.Parse<rapidjson::kParseDefaultFlags | rapidjson::kParseIterativeFlag | rapidjson::kParseInsituFlag>(
-        stream, handler);
+    return reader.Parse<rapidjson::kParseDefaultFlags | rapidjson::kParseInsituFlag | flags>(stream, handler);
+}
+
+// At any depth of nesting, as ParseJson.
+template <typename Stream, typename Handler>
+rapidjson::ParseResult ReadJson(Stream& stream, Handler& handler) {
+    return ReadJsonBy<rapidjson::kParseIterativeFlag>(stream, handler);
+}
+
+// Faster: the parser calls itself for each level. The handler must refuse an object or array that is nested too deep.
+template <typename Stream, typename Handler>
+rapidjson::ParseResult ReadShallowJson(Stream& stream, Handler& handler) {
+    return ReadJsonBy<rapidjson::kParseNoFlags>(stream, handler);
 }
 
 // The member of `object` with the name `name`, or null: also when it is no object.

@@ -5,6 +5,7 @@
 #include <map>
 #include <mutex>
 #include <string>
+#include <string_view>
 
 #include "frame/interfaces.h"
 #include "frame/objectImpl.h"
@@ -68,9 +69,9 @@ public:
     // on any failure; a later call tries again. Not for two threads at once.
     std::string GetLocalMid();
 
-    // Turns the host's answer into entries of `*table`, which is added to and not cleared. False for a text that is
-    // empty or no JSON. True says nothing of the members: a malformed rule ends the scan, and earlier ones stay.
-    bool ParseQueryResult(std::string text, QueryResultTable* table);
+    // Turns the host's answer into entries of `*table`, which is added to and not cleared. A NUL must stand behind
+    // `text`, which is not needed afterwards. False for a text that is empty or no JSON. True says nothing of the members: a malformed rule ends the scan, and earlier ones stay.
+    bool ParseQueryResult(std::string_view text, QueryResultTable* table);
 
     // Decides one rule. False, with `*reply` left alone, when it was not decided: null arguments, no host, not started.
     bool HandleEventInner(IEventRecord* event, IEventRecord* rule, QueryResultTable queryResult, uint32_t* reply);

@@ -11,28 +11,72 @@ inline bool IsPlainText(char character) {
     return static_cast<unsigned char>(character) >= 0x20 && character != '"' && character != '\\';
 }
 
-// The first character from `at` on that is not plain, or `end`. Looks at a machine word at a time.
+// What the functions below look at in one step.
+using TextWord = size_t;
+static_assert(std::endian::native == std::endian::little, "the first character is the lowest byte of a word");
+
+// Zero when all characters of a word are plain; otherwise its lowest bit that is set is in the first one that is not.
+inline TextWord MarksOf(TextWord word) {
+    constexpr TextWord each = ~TextWord{0} / 0xFF; // 1 in each byte
+    // A subtraction sets the highest bit of a byte that is too small, and borrows from the bytes behind it only then.
+    // Beyond ASCII all is plain.
+    const TextWord quote = (word ^ each * '"') - each;
+    const TextWord backslash = (word ^ each * '\\') - each;
+    const TextWord control = word - each * 0x20;
+    return (quote | backslash | control) & ~word & each * 0x80;
+}
+
+inline TextWord TextWordAt(const char* at) {
+    TextWord word = 0;
+    std::memcpy(&word, at, sizeof word);
+    return word;
+}
+
+// The first character from `at` on that is not plain, or `end`.
 inline const char* PassPlainText(const char* at, const char* end) {
-    using Word = size_t;
-    static_assert(std::endian::native == std::endian::little, "the first character is the lowest byte of a word");
-    constexpr Word each = ~Word{0} / 0xFF; // 1 in each byte
-    while (static_cast<size_t>(end - at) >= sizeof(Word)) {
-        Word word = 0;
-        std::memcpy(&word, at, sizeof word);
-        // What is added to the lower seven bits of a byte sets its highest one when a character is not the one asked
-        // for, and never carries into the next byte. Beyond ASCII all is plain.
-        const Word low = word & each * 0x7F;
-        const Word noQuote = (low ^ each * '"') + each * 0x7F;
-        const Word noBackslash = (low ^ each * '\\') + each * 0x7F;
-        const Word noControl = low + each * 0x60;
-        const Word plain = ((noQuote & noBackslash & noControl) | word) & each * 0x80;
-        if (plain != each * 0x80) {
-            return at + std::countr_zero(plain ^ each * 0x80) / CHAR_BIT;
+    while (static_cast<size_t>(end - at) >= sizeof(TextWord)) {
+        if (const TextWord marks = MarksOf(TextWordAt(at))) {
+            return at + std::countr_zero(marks) / CHAR_BIT;
         }
-        at += sizeof word;
+        at += sizeof(TextWord);
     }
     while (at != end && IsPlainText(*at)) {
         ++at;
     }
     return at;
+}
+
+// The same, with the characters before it copied to `to`, which has room for all up to `end`, and may be changed there.
+inline const char* CopyPlainText(const char* at, const char* end, char* to) {
+    while (static_cast<size_t>(end - at) >= sizeof(TextWord)) {
+        const TextWord word = TextWordAt(at);
+        std::memcpy(to, &word, sizeof word);
+        if (const TextWord marks = MarksOf(word)) {
+            return at + std::countr_zero(marks) / CHAR_BIT;
+        }
+        at += sizeof word;
+        to += sizeof word;
+    }
+    while (at != end && IsPlainText(*at)) {
+        *to++ = *at++;
+    }
+    return at;
+}
+
+// The characters before the first NUL of `text`, which has one among its first `most` + 1. The system's own function goes
+// byte by byte on Windows.
+inline size_t LengthOfText(const char* text, size_t most) {
+    constexpr TextWord each = ~TextWord{0} / 0xFF;
+    size_t length = 0;
+    while (most - length >= sizeof(TextWord)) {
+        const TextWord word = TextWordAt(text + length);
+        if (const TextWord nul = (word - each) & ~word & each * 0x80) {
+            return length + static_cast<size_t>(std::countr_zero(nul)) / CHAR_BIT;
+        }
+        length += sizeof word;
+    }
+    while (text[length] != '\0') {
+        ++length;
+    }
+    return length;
 }

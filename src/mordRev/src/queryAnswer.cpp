@@ -2,23 +2,27 @@
 
 #include <cstring>
 
+#include "mordRev/src/answerText.h"
 #include "mordRev/src/json.h"
 
-std::string DotAnswer::Copy() const {
+std::string_view DotAnswer::View() const {
     return {m_text, std::strlen(m_text)};
 }
 
 namespace {
 
-// Room for the answer of a usual event. Larger ones grow from here on.
-constexpr size_t firstRules = 8;
-constexpr size_t firstMids = 64;
+constexpr size_t usualLevels = 8; // an answer has three; those behind its values are of no use
 
 // Takes the answer as the parser comes across its parts. No value is kept beside what is asked for: a document of its
 // own would cost more than all the rest of a decision.
 class AnswerHandler : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, AnswerHandler> {
 public:
-    explicit AnswerHandler(QueryAnswer& answer) : m_answer(answer) {}
+    // Refuses an object or array that stands in `mostLevels` others.
+    AnswerHandler(BlockMemory& rules, BlockMemory& mids, size_t mostLevels)
+        : m_rules(rules), m_mids(mids), m_mostLevels(mostLevels) {}
+
+    // Whether one was refused.
+    bool WasTooDeep() const { return m_depth > m_mostLevels; }
 
     bool Default() { return TakeNumber({}); } // null, a boolean, a fraction, a string
     bool Int(int number) { return TakeNumber(number); }
@@ -30,7 +34,6 @@ public:
         if (m_depth == 0) {
             m_rootIsObject = true;
         } else if (m_next == Next::mids) {
-            m_answer.rules.back().mids = {m_answer.mids.size(), 0};
             m_inMids = true;
         }
         return Open();
@@ -38,8 +41,8 @@ public:
 
     bool EndObject(rapidjson::SizeType) {
         if (m_depth == midDepth && m_inMids) {
-            AnsweredRule::Mids& mids = *m_answer.rules.back().mids;
-            mids.count = m_answer.mids.size() - mids.first;
+            LastRule().mids = ItemsOf<std::string_view>(m_mids);
+            m_mids.Close();
             m_inMids = false;
         }
         return Close();
@@ -52,10 +55,10 @@ public:
         const std::string_view name(text, length);
         if (m_depth == midDepth) {
             if (m_inMids) {
-                m_answer.mids.push_back(name);
+                AddItem(m_mids, name);
             }
         } else if (m_rootIsObject && m_depth == rootDepth) {
-            m_answer.rules.push_back({name});
+            AddItem(m_rules, AnsweredRule{name});
             m_seen = {};
         } else if (m_rootIsObject && m_depth == ruleDepth) {
             if (name == "value" && !m_seen.value) {
@@ -84,9 +87,11 @@ private:
     static constexpr size_t ruleDepth = 2;
     static constexpr size_t midDepth = 3;
 
+    AnsweredRule& LastRule() { return ItemsOf<AnsweredRule>(m_rules).back(); }
+
     bool TakeNumber(std::optional<int64_t> number) {
         if (m_next == Next::value && number) {
-            m_answer.rules.back().value = *number == 0 ? AnsweredRule::Value::zero : AnsweredRule::Value::good;
+            LastRule().value = *number == 0 ? AnsweredRule::Value::zero : AnsweredRule::Value::good;
         }
         m_next = Next::other;
         return true;
@@ -94,8 +99,7 @@ private:
 
     bool Open() {
         m_next = Next::other;
-        ++m_depth;
-        return true;
+        return ++m_depth <= m_mostLevels;
     }
 
     bool Close() {
@@ -103,7 +107,9 @@ private:
         return true;
     }
 
-    QueryAnswer& m_answer;
+    BlockMemory& m_rules;
+    BlockMemory& m_mids; // the open piece has the ids of the last rule
+    const size_t m_mostLevels;
     size_t m_depth = 0; // containers that are open
     Next m_next = Next::other;
     bool m_rootIsObject = false;
@@ -113,9 +119,19 @@ private:
 
 } // namespace
 
-bool QueryAnswer::Read() {
-    rules.reserve(firstRules);
-    mids.reserve(firstMids);
-    AnswerHandler handler(*this);
-    return !ReadJsonInPlace(text.data(), text.size(), handler).IsError();
+bool QueryAnswer::Read(std::string_view text) {
+    {
+        AnswerHandler handler(m_rules, m_mids, usualLevels);
+        AnswerText stream(text, m_texts);
+        const bool isError = ReadShallowJson(stream, handler).IsError();
+        if (!handler.WasTooDeep()) {
+            return !isError;
+        }
+    }
+    m_rules.Clear();
+    m_mids.Clear();
+    m_texts.Clear();
+    AnswerHandler handler(m_rules, m_mids, static_cast<size_t>(-1));
+    AnswerText stream(text, m_texts);
+    return !ReadJson(stream, handler).IsError();
 }

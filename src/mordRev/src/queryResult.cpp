@@ -2,18 +2,19 @@
 #include "logging/logMacros.h"
 #include "mordRev/src/mordRev.h"
 #include "mordRev/src/queryAnswer.h"
+#include "mordRev/src/spareBlocks.h"
 
-bool CMordRecv::ParseQueryResult(std::string text, QueryResultTable* table) {
+bool CMordRecv::ParseQueryResult(std::string_view text, QueryResultTable* table) {
     if (text.empty()) {
         LOG_ERROR(WIDE("param error"));
         return false;
     }
-    const auto answer = std::make_shared<QueryAnswer>(std::move(text));
-    if (!answer->Read()) {
+    const auto answer = std::allocate_shared<QueryAnswer>(BlockAllocator<QueryAnswer>());
+    if (!answer->Read(text)) {
         LOG_ERROR(WIDE("data format error."));
         return false;
     }
-    for (const AnsweredRule& rule : answer->rules) {
+    for (const AnsweredRule& rule : answer->Rules()) {
         LOG_TRACE(WIDE("guid is:") << rule.guid.data());
 
         // A malformed rule ends the scan, and the document still counts as parsed; a value of 0 skips this rule alone.
@@ -29,11 +30,10 @@ bool CMordRecv::ParseQueryResult(std::string text, QueryResultTable* table) {
             LOG_ERROR(WIDE("The down_packet (mid)data error"));
             return true;
         }
-        const MidSet mids(answer->mids.data() + rule.mids->first, rule.mids->count);
-        for (const std::string_view mid : mids) {
+        for (const std::string_view mid : *rule.mids) {
             LOG_TRACE(WIDE("get mid=") << mid.data());
         }
-        table->Insert(rule.guid, mids, answer);
+        table->Insert(rule.guid, *rule.mids, answer);
     }
     return true;
 }

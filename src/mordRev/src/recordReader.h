@@ -9,6 +9,7 @@
 
 #include "frame/interfaces.h"
 #include "frame/values.h"
+#include "mordRev/src/plainText.h"
 
 // 0 when the read fails, even if the record wrote something.
 inline uint32_t ReadInt32(IEventRecord* record, const char* name) {
@@ -58,7 +59,7 @@ public:
         }
         buffer[capacity] = '\0';
         m_text = buffer;
-        m_length = std::strlen(buffer);
+        m_length = LengthOfText(buffer, capacity);
     }
 
     std::string_view View() const { return {m_text, m_length}; }

@@ -1,5 +1,6 @@
 #include "mordRev/src/seededHash.h"
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <cstddef>
@@ -66,30 +67,31 @@ uint64_t Product(uint32_t first, uint32_t second, uint32_t firstKey, uint32_t se
 uint32_t HashText(std::string_view text, const HashKey& key) {
     constexpr size_t pairSize = 2 * sizeof(uint32_t);
     uint64_t sum = Product(static_cast<uint32_t>(text.size()), 0, key.length[0], key.length[1]);
+    constexpr size_t longestBlock = sizeof key.words;
     const char* at = text.data();
-    size_t left = text.size();
-    size_t word = 0;
+    const char* const end = at + text.size();
+    const uint32_t* words = key.words.data();
     uint32_t pair[2];
-    while (left >= pairSize) {
-        if (word == key.words.size()) {
-            sum = Product(static_cast<uint32_t>(sum), static_cast<uint32_t>(sum >> 32), key.chain[0], key.chain[1]);
-            word = 0;
+    for (;;) {
+        const auto left = static_cast<size_t>(end - at);
+        for (const char* const last = at + std::min(left, longestBlock) / pairSize * pairSize; at != last;) {
+            std::memcpy(pair, at, pairSize);
+            sum += Product(pair[0], pair[1], words[0], words[1]);
+            at += pairSize;
+            words += 2;
         }
-        std::memcpy(pair, at, pairSize);
-        sum += Product(pair[0], pair[1], key.words[word], key.words[word + 1]);
-        at += pairSize;
-        left -= pairSize;
-        word += 2;
+        if (left <= longestBlock) {
+            break;
+        }
+        sum = Product(static_cast<uint32_t>(sum), static_cast<uint32_t>(sum >> 32), key.chain[0], key.chain[1]);
+        words = key.words.data();
     }
-    if (left != 0) {
-        if (word == key.words.size()) {
-            sum = Product(static_cast<uint32_t>(sum), static_cast<uint32_t>(sum >> 32), key.chain[0], key.chain[1]);
-            word = 0;
-        }
+    // A rest begins no block: one that is as long as a block leaves none.
+    if (at != end) {
         pair[0] = 0;
         pair[1] = 0;
-        std::memcpy(pair, at, left);
-        sum += Product(pair[0], pair[1], key.words[word], key.words[word + 1]);
+        std::memcpy(pair, at, static_cast<size_t>(end - at));
+        sum += Product(pair[0], pair[1], words[0], words[1]);
     }
     return static_cast<uint32_t>((sum * key.last) >> 32);
 }
