@@ -15,8 +15,8 @@ void MeasureEvents(IMordRev& receiver);
 // was free for long enough.
 void MeasureThreads(IMordRev& receiver);
 
-// A log record beside its floor, which appends the same bytes to a file. `receiver` has been initialised without logging;
-// an ini file is written to the log directory `logFolder`, and logging is on afterwards.
+// A log record beside its floor, which appends the same bytes to a file. `receiver` has been initialised without
+// logging; an ini file is written to the log directory `logFolder`, and logging is on afterwards.
 void MeasureRecords(IMordRev& receiver, const std::filesystem::path& logFolder);
 
 // The resident size after a hundred thousand and after ten million events.

@@ -74,8 +74,8 @@ private:
         return fstat(file, &status) == 0 && S_ISREG(status.st_mode);
     }
 
-    // Asked for each time: the process may be limited at any time, and the question takes less than holding signals. The
-    // older one of the two system calls for it takes less than half of the time of the other.
+    // Asked for each time: the process may be limited at any time, and the question takes less than holding signals.
+    // The older one of the two system calls for it takes less than half of the time of the other.
     static bool SizeIsLimited() {
         unsigned long limits[2] = {}; // the one that holds, and the highest that may be set
         return syscall(SYS_getrlimit, RLIMIT_FSIZE, limits) != 0 || limits[0] != unlimited;

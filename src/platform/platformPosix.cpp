@@ -18,8 +18,8 @@ namespace platform {
 
 namespace {
 
-// The calling thread's number, or 0: a system call takes as long as the rest of a record's beginning. The model of access
-// needs no memory at the first use in a thread.
+// The calling thread's number, or 0: the system call for it takes a tenth of a record. The model of access needs no
+// memory at the first use in a thread.
 [[gnu::tls_model("initial-exec")]] thread_local uint32_t threadId = 0;
 
 // The one thread of a process that was forked has another number than the thread that forked it.

@@ -1,4 +1,4 @@
-// An answer is read as a document is: the strings that come out are those of a plain parse, and the text stays as it is.
+// An answer is read as a document is: its strings are those of a plain parse, and the text stays as it is.
 #include "mordRev/src/answerText.h"
 
 #include <random>

@@ -113,8 +113,8 @@ const std::string* AllowList::Match(const AllowQuery& query) const {
 
 namespace {
 
-// Appends what one entry of "mid_list" says. An entry without a "mid" that is a string and a "protocol" that is an array
-// is skipped, and so is an element of "protocol" that is not a string.
+// Appends what one entry of "mid_list" says. An entry without a "mid" that is a string and a "protocol" that is an
+// array is skipped, and so is an element of "protocol" that is not a string.
 void AppendEntry(std::vector<AllowedPair>& pairs, const JsonValue& entry) {
     const JsonValue* const mid = FindMember(entry, "mid");
     if (mid == nullptr || !mid->IsString()) {

@@ -42,8 +42,8 @@ rapidjson::ParseResult ParseJson(JsonDocument& document, const char* text);
 // The same, with the text of strings left where it stands: `text` must outlive the document, and is destroyed.
 rapidjson::ParseResult ParseJsonInPlace(JsonDocument& document, char* text, size_t length);
 
-// Has `handler` take the parts of a text as the parser comes across them, without a document. The texts that the handler
-// gets stay where the stream has put them.
+// Has `handler` take the parts of a text as the parser comes across them, without a document. The texts that the
+// handler gets stay where the stream has put them.
 template <unsigned flags, typename Stream, typename Handler>
 rapidjson::ParseResult ReadJsonBy(Stream& stream, Handler& handler) {
     rapidjson::GenericReader<rapidjson::UTF8<>, rapidjson::UTF8<>, JsonAllocator> reader(&jsonAllocator);

@@ -70,7 +70,8 @@ public:
     std::string GetLocalMid();
 
     // Turns the host's answer into entries of `*table`, which is added to and not cleared. A NUL must stand behind
-    // `text`, which is not needed afterwards. False for a text that is empty or no JSON. True says nothing of the members: a malformed rule ends the scan, and earlier ones stay.
+    // `text`, which is not needed afterwards. False for a text that is empty or no JSON. True says nothing of the
+    // members: a malformed rule ends the scan, and earlier ones stay.
     bool ParseQueryResult(std::string_view text, QueryResultTable* table);
 
     // Decides one rule. False, with `*reply` left alone, when it was not decided: null arguments, no host, not started.

@@ -63,8 +63,8 @@ inline const char* CopyPlainText(const char* at, const char* end, char* to) {
     return at;
 }
 
-// The characters before the first NUL of `text`, which has one among its first `most` + 1. The system's own function goes
-// byte by byte on Windows.
+// The characters before the first NUL of `text`, which has one among its first `most` + 1. The system's own function
+// goes byte by byte on Windows.
 inline size_t LengthOfText(const char* text, size_t most) {
     constexpr TextWord each = ~TextWord{0} / 0xFF;
     size_t length = 0;
