@@ -1,9 +1,8 @@
 // The floor: the JSON work of an operation that nobody can avoid, done by RapidJSON as it comes, with its default
 // flags, allocators and formats, and with nothing around it. It is what decisions are measured against.
 //
-// The texts are those that the library writes and parses, byte for byte (measureEvents.cpp compares them), and the
-// parts of a text that the library makes out of numbers are at hand here. No settings are made for RapidJSON, in this file or in
-// the build: the floor costs what it costs whoever writes the obvious lines.
+// The texts are those that the library writes and parses, byte for byte (measureEvents.cpp compares them). Numbers are
+// there as text already. No settings are made for RapidJSON, in this file or in the build.
 #pragma once
 
 #include <cstddef>

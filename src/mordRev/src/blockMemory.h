@@ -6,9 +6,9 @@
 #include <span>
 #include <type_traits>
 
-// Pieces follow one another, in memory of the owner first and then in blocks (spareBlocks.h); a piece that is larger than
-// a block has memory for itself. The last piece is open: it grows until it is closed. A closed piece is neither moved nor
-// freed before all of them are. For one thread at a time.
+// Pieces follow one another, in memory of the owner first and then in blocks (spareBlocks.h); a piece that is larger
+// than a block has memory for itself. The last piece is open: it grows until it is closed. A closed piece is neither
+// moved nor freed before all of them are. For one thread at a time.
 class BlockMemory {
 public:
     // Begins in `first`, of `size` bytes, which must outlive it and is aligned for what will stand in it.
