@@ -24,7 +24,7 @@ constexpr WideChar ntdllName[] = WIDE("ntdll.dll");
 constexpr uint32_t resolverPlace = 0x400; // within the module
 
 // An ntdll with one export, and the way to it: TEB, PEB and loader list.
-struct WideHalf {
+struct Half64 {
     Teb<uint64_t> teb{};
     Peb<uint64_t> peb{};
     PebLdrData<uint64_t> ldr{};
@@ -40,7 +40,7 @@ struct WideHalf {
         char name[sizeof resolverName] = {};
     } ntdll{};
 
-    WideHalf() {
+    Half64() {
         teb.ProcessEnvironmentBlock = Address(&peb);
         peb.Ldr = Address(&ldr);
         ldr.InLoadOrderModuleList.Flink = Address(&entry);
@@ -62,7 +62,7 @@ struct WideHalf {
     static uint64_t Address(const void* place) { return reinterpret_cast<uintptr_t>(place); }
 };
 
-const WideHalf wideHalf;
+const Half64 half64;
 
 thread_local uint32_t lastErrorSet = 0;
 thread_local uint32_t lastStatus = 0;
@@ -84,7 +84,7 @@ void MORD_STDCALL SetError(uint32_t error) {
 } // namespace
 
 uint64_t firstUse::NtdllBase() {
-    return WideHalf::Address(&wideHalf.ntdll);
+    return Half64::Address(&half64.ntdll);
 }
 
 uint32_t firstUse::LastErrorSet() {
@@ -208,6 +208,6 @@ bool GateCompare(const void* buffer, uint64_t address, uint32_t size) {
 }
 
 uint64_t GateThreadBlock() {
-    return WideHalf::Address(&wideHalf.teb);
+    return Half64::Address(&half64.teb);
 }
 }

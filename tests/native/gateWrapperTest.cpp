@@ -285,9 +285,9 @@ TEST_F(GateWrappers, WithoutA64BitNtdllAllGive0) {
 }
 
 TEST_F(GateWrappers, PseudoHandlesStayWhatTheyAre) {
-    EXPECT_EQ(WidenForGate(process), minusOne);
-    EXPECT_EQ(WidenForGate(thread), minusOne - 1);
-    EXPECT_EQ(WidenForGate(nullptr), 0u);
+    EXPECT_EQ(GateArgument(process), minusOne);
+    EXPECT_EQ(GateArgument(thread), minusOne - 1);
+    EXPECT_EQ(GateArgument(nullptr), 0u);
 }
 
 } // namespace

@@ -15,7 +15,7 @@ protected:
         return *m_native;
     }
 
-    static constexpr uint64_t high = Caller::isWide ? 0x700000000 : 0; // what of a high address reaches the system
+    static constexpr uint64_t high = Caller::is64Bit ? 0x700000000 : 0; // what of a high address reaches the system
 
 private:
     std::optional<Native> m_native;
@@ -60,7 +60,7 @@ TEST_F(NativeAccess, APartialReadIsToldWithItsCount) {
 
 TEST_F(NativeAccess, OfAddressAndSizeAReadUsesTheCallersWidth) {
     Object().ReadMemory(0x700005000, buffer.data(), 0x300000010, nullptr);
-    const std::string size = std::to_string(Caller::isWide ? 0x300000010 : 0x10);
+    const std::string size = std::to_string(Caller::is64Bit ? 0x300000010 : 0x10);
     EXPECT_EQ(system.TakeCalls().back(),
               "ReadProcessMemory(process 7, " + Hex(high + 0x5000) + ", buffer, " + size + ", null)");
 }
@@ -91,19 +91,19 @@ TEST_F(NativeAccess, AQueryOfMemoryPassesALengthOfItsOwnAndWhatTheCallersWidthTa
     target->regions = {{high + 0x5000, 0x1000, {}}};
     const uint64_t size = Caller::memoryBasicInformationSize;
     EXPECT_EQ(Object().QueryVirtualMemory(0x700005010, 0, buffer.data(), high + size),
-              Caller::isWide ? StatusFromWord(lengthMismatch) : STATUS_OF_SUCCESS);
+              Caller::is64Bit ? StatusFromWord(lengthMismatch) : STATUS_OF_SUCCESS);
     EXPECT_EQ(system.TakeCalls(), (Lines{"NtQueryVirtualMemory(process 7, " + Hex(high + 0x5010) +
                                          ", class 0, buffer, " + std::to_string(high + size) + ", length)"}));
 }
 
-TEST_F(NativeAccess, OfTheSizeOfAQueryOfMemoryANarrowCallerPassesTheLowHalf) {
+TEST_F(NativeAccess, OfTheSizeOfAQueryOfMemoryA32BitCallerPassesTheLowHalf) {
     target->regions = {{0x5000, 0x1000, {}}};
     const uint64_t size = 0x700000000 + Caller::memoryBasicInformationSize;
     const NtStatus status = Object().QueryVirtualMemory(0x5010, 0, buffer.data(), size);
-    EXPECT_EQ(status, Caller::isWide ? StatusFromWord(lengthMismatch) : STATUS_OF_SUCCESS);
+    EXPECT_EQ(status, Caller::is64Bit ? StatusFromWord(lengthMismatch) : STATUS_OF_SUCCESS);
     EXPECT_EQ(system.TakeCalls(),
               (Lines{"NtQueryVirtualMemory(process 7, 0x5010, class 0, buffer, " +
-                     std::to_string(Caller::isWide ? size : Caller::memoryBasicInformationSize) + ", length)"}));
+                     std::to_string(Caller::is64Bit ? size : Caller::memoryBasicInformationSize) + ", length)"}));
 }
 
 TEST_F(NativeAccess, AQueryOfTheSystemHandsEverythingOn) {

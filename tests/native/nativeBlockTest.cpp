@@ -8,8 +8,8 @@ namespace {
 
 using namespace scripted;
 
-constexpr size_t plainPebSize = Caller::isWide ? 904 : 592;
-constexpr size_t plainQuerySize = Caller::isWide ? 48 : 24;
+constexpr size_t plainPebSize = Caller::is64Bit ? 904 : 592;
+constexpr size_t plainQuerySize = Caller::is64Bit ? 48 : 24;
 
 class NativeBlock : public NativeFixture {
 protected:
@@ -27,8 +27,8 @@ protected:
     }
 
     // The PEB of a plain query, as the target has it and as it is returned.
-    static constexpr uint64_t plainPeb = Caller::isWide ? peb64 : peb32;
-    static constexpr uint64_t plainPebResult = Caller::isWide ? peb64 : 0xFFFFFFFF80310000;
+    static constexpr uint64_t plainPeb = Caller::is64Bit ? peb64 : peb32;
+    static constexpr uint64_t plainPebResult = Caller::is64Bit ? peb64 : 0xFFFFFFFF80310000;
 
     const std::string wow64Query = "NtQueryInformationProcess(process 7, class 26, buffer, 8, null)";
     const std::string threadQuery = "NtQueryInformationThread(thread 9, class 0, buffer, 48, length)";
@@ -259,7 +259,7 @@ TEST_F(NativeBlock, ReadTeb32WithoutItsFunctionIs8192AndReadTeb64Is0) {
     EXPECT_EQ(system.TakeCalls(), Lines{});
 }
 
-// The 32-bit TEB that a plain query tells, as the variants for narrower pairings take it
+// The 32-bit TEB that a plain query tells, as the variants for the other pairings take it
 
 class PlainBlocks : public Native {
 public:

@@ -179,7 +179,7 @@ TEST_P(ParameterString, TakesEightBytesForTheParametersPointerOnBothRoutes) {
         return;
     }
     const uint64_t whole = 0x300000000 + headerAddress;
-    if (Caller::isWide || CallerIsWow64()) { // the address goes to the system whole
+    if (Caller::is64Bit || CallerIsWow64()) { // the address goes to the system whole
         EXPECT_EQ(string, nullptr);
         EXPECT_EQ(system.TakeCalls().back(), ReadLines(whole, headerSize).back());
     } else { // of which a 32-bit machine takes the low half

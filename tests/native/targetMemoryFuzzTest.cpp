@@ -1,6 +1,6 @@
 // The fuzzer over memory of targets, without a fuzzing engine: every kept input, and a bounded number of random ones.
 //
-//     MORDREV_FUZZ_INPUTS=1000000 MORDREV_FUZZ_SEED=7 build/linux-asan/tests/targetMemoryFuzzNarrowTest
+//     MORDREV_FUZZ_INPUTS=1000000 MORDREV_FUZZ_SEED=7 build/linux-asan/tests/targetMemoryFuzz32Test
 //
 // runs more of them, and others. The input at which a program ended is left in the current folder, see InputFile.
 #include <algorithm>

@@ -25,7 +25,7 @@ TEST_F(TargetProcessObject, AsksForTheIdThenForMachineAndWidths) {
     std::erase_if(calls, [](const std::string& call) {
         return call.starts_with("GetModuleHandleW") || call.starts_with("GetProcAddress");
     });
-    if (Caller::isWide) { // can only be on a 64-bit machine, and is as wide as it
+    if (Caller::is64Bit) { // can only be on a 64-bit machine, and is as wide as it
         EXPECT_EQ(calls, (Lines{"GetProcessId(process 7)", "IsWow64Process(self)", "IsWow64Process(process 7)"}));
     } else {
         EXPECT_EQ(calls, (Lines{"GetProcessId(process 7)", "GetNativeSystemInfo()", "IsWow64Process(self)",

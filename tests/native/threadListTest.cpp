@@ -318,7 +318,7 @@ public:
     }
 };
 
-TEST_P(ThreadLists, TheBaseThatA32BitMachineTellsIsSignExtendedByTheWideReadAlone) {
+TEST_P(ThreadLists, TheBaseThatA32BitMachineTellsIsSignExtendedByThe64BitReadAlone) {
     askedAddresses.clear();
     TargetProcessAccess access{Target()};
     access.SetVariant(std::make_unique<AddressesOfQueries>(handle));

@@ -87,8 +87,8 @@ EXCEPTIONS: dict[tuple[str, str], str] = {
     ("tests/fuzz/iniFileCorpusTest.cpp", "fuzz/targets.h"): "replays kept inputs",
     ("tests/fuzz/receiverCorpusTest.cpp", "fuzz/targets.h"): "replays kept inputs",
     # The fuzzers use the model and the scripted systems of the tests.
-    ("fuzz/gatePlacesNarrow.cpp", "tests/native/published/queryLayouts.h"): "the scripted process",
-    ("fuzz/gatePlacesNarrow.cpp", "tests/native/scripted/gateHalf.h"): "the scripted process",
+    ("fuzz/gatePlaces32.cpp", "tests/native/published/queryLayouts.h"): "the scripted process",
+    ("fuzz/gatePlaces32.cpp", "tests/native/scripted/gateHalf.h"): "the scripted process",
     ("fuzz/memoryPlaces.h", "tests/native/scripted/processImage.h"): "the scripted process",
     ("fuzz/targetMemory.cpp", "tests/native/scripted/lowStack.h"): "the scripted process",
     ("fuzz/targetMemory.cpp", "tests/native/scripted/pairings.h"): "the scripted process",

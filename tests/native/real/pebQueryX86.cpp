@@ -10,8 +10,8 @@ namespace {
 NtStatus MORD_STDCALL QueryThroughGate(platform::Handle process, uint32_t informationClass, void* buffer, uint32_t size,
                                        uint32_t* returnedLength) {
     static const uint64_t function = GateResolve(GateNtdllBase(), "NtQueryInformationProcess");
-    return GateStatus(GateCall(function, 5, WidenForGate(process), uint64_t{informationClass}, WidenForGate(buffer),
-                               uint64_t{size}, WidenForGate(returnedLength)));
+    return GateStatus(GateCall(function, 5, GateArgument(process), uint64_t{informationClass}, GateArgument(buffer),
+                               uint64_t{size}, GateArgument(returnedLength)));
 }
 
 constexpr auto name = "NtWow64QueryInformationProcess64";

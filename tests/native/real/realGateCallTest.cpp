@@ -14,7 +14,7 @@
 
 #include "native/gate.h"
 #include "native/published/processLayouts.h"
-#include "native/real/wideFunctions.h"
+#include "native/real/functions64.h"
 
 namespace {
 
@@ -42,7 +42,7 @@ uint64_t CallWithCount(uint64_t function, int32_t count) {
 
 class RealGateCall : public testing::TestWithParam<int> {
 protected:
-    WideRecorder recorder;
+    Recorder64 recorder;
 };
 
 TEST_P(RealGateCall, PassesItsArgumentsAndGivesThe64BitResult) {
@@ -85,11 +85,11 @@ TEST_P(RealGateCall, HasItsStackAlignedWhereverThatOfTheCallerStands) {
 
 // The values that the count does not cover stand on the caller's stack, and stay there.
 TEST(RealGatePushes, AreNoneUpToFourArguments) {
-    WideRecorder recorder;
+    Recorder64 recorder;
     std::set<uint64_t> stacks;
     for (int32_t count = 0; count <= 4; ++count) {
         const MarkedCall call = CallGateMarked(recorder.Address(), count, values, 0);
-        const WideRecord& record = recorder.Record();
+        const Record64& record = recorder.Record();
         for (int32_t i = 0; i < 4; ++i) {
             EXPECT_EQ(record.arguments[i], i < count ? values[static_cast<size_t>(i)] : 0) << count << " " << i;
         }
@@ -102,8 +102,8 @@ TEST(RealGatePushes, AreNoneUpToFourArguments) {
     EXPECT_EQ(stacks.size(), 1u); // as far below the caller's for each count
 }
 
-TEST(RealGateWiden, ExtendsTheSign) {
-    const auto widened = [](uintptr_t value) { return WidenForGate(reinterpret_cast<const void*>(value)); };
+TEST(RealGateArgument, ExtendsTheSign) {
+    const auto widened = [](uintptr_t value) { return GateArgument(reinterpret_cast<const void*>(value)); };
     EXPECT_EQ(widened(0x80000000), 0xFFFFFFFF80000000u);
     EXPECT_EQ(widened(0xFFFFFFFF), 0xFFFFFFFFFFFFFFFFu); // a pseudo handle
     EXPECT_EQ(widened(0x7FFFFFFF), 0x7FFFFFFFu);
@@ -111,7 +111,7 @@ TEST(RealGateWiden, ExtendsTheSign) {
 }
 
 TEST(RealGateDisabled, TouchesNothingAndGives0) {
-    WideRecorder recorder;
+    Recorder64 recorder;
     GateEnabled = 0;
     EXPECT_EQ(GateCall(recorder.Address(), 2, values[0], values[1]), 0u);
     EXPECT_EQ(GateModuleBase(L"ntdll.dll"), 0u);
@@ -146,7 +146,7 @@ void ExpectSameState(const MarkedCall& call) {
 }
 
 TEST(RealGateState, IsIntactAcross100000Calls) {
-    WideRecorder recorder;
+    Recorder64 recorder;
     for (uint64_t i = 0; i < 100000; ++i) {
         const MarkedCall call = CallGateMarked(recorder.Address(), 2, {i, ~i}, 0);
         ASSERT_NO_FATAL_FAILURE(ExpectSameState(call)) << i;
@@ -163,7 +163,7 @@ TEST(RealGateState, IsIntactAcross100000Calls) {
 }
 
 TEST(RealGateState, IsIntactForEveryCount) {
-    WideRecorder recorder;
+    Recorder64 recorder;
     for (int32_t count = 0; count <= 6; ++count) {
         for (uint32_t i = 0; i < 1000; ++i) {
             const MarkedCall call = CallGateMarked(recorder.Address(), count, values, i % 4 * 4);
@@ -239,10 +239,10 @@ TEST(RealGateState, IsIntactAcrossAQuestionForTheThreadBlock) {
 TEST(RealGateThreads, TwoCallAtOnceEachOnItsOwnStack) {
     std::array<int, 2> wrong{};
     const auto work = [&](size_t which) {
-        WideRecorder recorder;
+        Recorder64 recorder;
         for (uint64_t i = 0; i < 50000; ++i) {
             const auto [before, after] = CallGateMarked(recorder.Address(), 2, {i, i + which}, 0);
-            const WideRecord& record = recorder.Record();
+            const Record64& record = recorder.Record();
             const auto own = reinterpret_cast<uintptr_t>(&recorder);
             const bool right = after.result == recorderResult && record.arguments[0] == i &&
                                record.arguments[1] == i + which && record.stack < own && record.stack > own - 0x2000 &&

@@ -103,10 +103,10 @@ TEST(RealGateExports, ANameThatIsNotThereIs0) {
 // The wrappers
 
 // A 64-bit CONTEXT: its flags at 0x30, the debug registers from 0x48 on, Rbx at 0x90, Rip at 0xF8.
-struct alignas(16) WideContext {
+struct alignas(16) Context64 {
     char bytes[1232] = {};
 
-    explicit WideContext(uint32_t flags) { std::memcpy(bytes + 0x30, &flags, sizeof flags); }
+    explicit Context64(uint32_t flags) { std::memcpy(bytes + 0x30, &flags, sizeof flags); }
     uint64_t Register(size_t offset) const {
         uint64_t value = 0;
         std::memcpy(&value, bytes + offset, sizeof value);
@@ -227,7 +227,7 @@ TEST(RealGateWrappers, ABadHandleIsToldByTheLastErrorOfEach) {
     const DWORD expected = ERROR_INVALID_HANDLE;
     char byte = 0;
     uint32_t old = 0;
-    WideContext context(controlOfX64);
+    Context64 context(controlOfX64);
     published::MemoryBasicInformation<uint64_t> information{};
     EXPECT_EQ(ErrorOf([&] { return GateReadMemory(bad, 0x10000, &byte, 1, nullptr); }), expected);
     EXPECT_EQ(ErrorOf([&] { return GateWriteMemory(bad, 0x10000, &byte, 1, nullptr); }), expected);
@@ -241,7 +241,7 @@ TEST(RealGateWrappers, ABadHandleIsToldByTheLastErrorOfEach) {
 
 TEST(RealGateWrappers, AHandleOfAnotherKindIsToldByTheLastError) {
     const ChildProcess child(32);
-    WideContext context(controlOfX64);
+    Context64 context(controlOfX64);
     EXPECT_EQ(ErrorOf([&] { return GateGetContext(child.Handle(), &context); }), DWORD{ERROR_INVALID_HANDLE});
     EXPECT_EQ(ErrorOf([&] { return GateSetContext(child.Handle(), &context); }), DWORD{ERROR_INVALID_HANDLE});
 }
@@ -259,17 +259,17 @@ TEST(RealGateWrappers, TheContextOfAThreadIsGotAndSet) {
     for (const int bits : {32, 64}) {
         ChildProcess child(bits);
         SuspendThread(child.MainThread());
-        WideContext control(controlOfX64);
+        Context64 control(controlOfX64);
         ASSERT_TRUE(GateGetContext(child.MainThread(), &control)) << bits;
         EXPECT_NE(control.Register(rip), 0u);
 
-        WideContext before(integersOfX64);
+        Context64 before(integersOfX64);
         ASSERT_TRUE(GateGetContext(child.MainThread(), &before)) << bits;
-        WideContext changed = before;
+        Context64 changed = before;
         const uint64_t wanted = before.Register(rbx) ^ 0x5A5A5A5A;
         changed.SetRegister(rbx, wanted);
         ASSERT_TRUE(GateSetContext(child.MainThread(), &changed));
-        WideContext after(integersOfX64);
+        Context64 after(integersOfX64);
         ASSERT_TRUE(GateGetContext(child.MainThread(), &after));
         EXPECT_EQ(after.Register(rbx), wanted) << bits;
 

@@ -45,8 +45,8 @@ NtStatus MORD_STDCALL QueryInformationThread(platform::Handle thread, uint32_t i
     constexpr auto name = "NtQueryInformationThread";
     Note([&] { return QueryLine(name, Name(thread), informationClass, buffer, size, returnedLength); });
     // The layer's base asks for the reply of a 64-bit system, whatever this program's caller is.
-    const bool wide = Caller::isWide || size == sizeof(published::ThreadBasicInformation<uint64_t>);
-    const auto query = wide ? &QueryThread<uint64_t> : &QueryThread<uint32_t>;
+    const bool is64Bit = Caller::is64Bit || size == sizeof(published::ThreadBasicInformation<uint64_t>);
+    const auto query = is64Bit ? &QueryThread<uint64_t> : &QueryThread<uint32_t>;
     return Told(query(name, thread, informationClass, buffer, size), returnedLength);
 }
 

@@ -48,7 +48,7 @@ std::vector<std::string> PairingFixture::PebLines() const {
 
 std::vector<std::string> PairingFixture::PebLinesOf32() const {
     const std::string query =
-        GetParam() == Pairing::WideCallerOf32 ? "class 26, buffer, 8, null)" : "class 0, buffer, 24, length)";
+        GetParam() == Pairing::Caller64Of32 ? "class 26, buffer, 8, null)" : "class 0, buffer, 24, length)";
     return {"NtQueryInformationProcess(process 7, " + query,
             "ReadProcessMemory(process 7, " + Hex(image32.pebAddress) + ", buffer, 592, null)"};
 }

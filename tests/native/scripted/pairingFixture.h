@@ -22,7 +22,7 @@ protected:
 
     void SetUp() override;
 
-    bool TargetIs32() const { return GetParam() != Pairing::Wow64CallerOf64 && GetParam() != Pairing::WideCallerOf64; }
+    bool TargetIs32() const { return GetParam() != Pairing::Wow64CallerOf64 && GetParam() != Pairing::Caller64Of64; }
     bool CallerIsWow64() const {
         return GetParam() == Pairing::Wow64CallerOf32 || GetParam() == Pairing::Wow64CallerOf64;
     }

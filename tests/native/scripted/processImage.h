@@ -21,8 +21,8 @@ struct LoadedModule {
 template <typename P>
 class ProcessImage {
 public:
-    static constexpr bool isWide = sizeof(P) == 8;
-    static constexpr P high = static_cast<P>(isWide ? 0x7FF600000000 : 0); // 64-bit addresses do not fit 32 bits
+    static constexpr bool is64Bit = sizeof(P) == 8;
+    static constexpr P high = static_cast<P>(is64Bit ? 0x7FF600000000 : 0); // 64-bit addresses do not fit 32 bits
 
     P pebAddress = high + 0x00310000;
     P parametersAddress = high + 0x00320010;

@@ -1,4 +1,4 @@
-#include "native/real/wideFunctions.h"
+#include "native/real/functions64.h"
 
 #include <cstring>
 #include <new>
@@ -10,25 +10,25 @@
 namespace {
 
 size_t CodeSize() {
-    return static_cast<size_t>(WideRecorderEnd - WideRecorderBegin);
+    return static_cast<size_t>(Recorder64End - Recorder64Begin);
 }
 
 } // namespace
 
-WideRecorder::WideRecorder()
+Recorder64::Recorder64()
     : m_code(static_cast<char*>(VirtualAlloc(nullptr, CodeSize(), MEM_RESERVE | MEM_COMMIT, PAGE_EXECUTE_READWRITE))) {
     if (m_code == nullptr) {
         throw std::bad_alloc();
     }
-    std::memcpy(m_code, WideRecorderBegin, CodeSize());
+    std::memcpy(m_code, Recorder64Begin, CodeSize());
 }
 
-WideRecorder::~WideRecorder() {
+Recorder64::~Recorder64() {
     VirtualFree(m_code, 0, MEM_RELEASE);
 }
 
-const WideRecord& WideRecorder::Record() const {
-    return *reinterpret_cast<const WideRecord*>(m_code + CodeSize() - sizeof(WideRecord));
+const Record64& Recorder64::Record() const {
+    return *reinterpret_cast<const Record64*>(m_code + CodeSize() - sizeof(Record64));
 }
 
 MarkedCall CallGateMarked(uint64_t function, int32_t count, const std::array<uint64_t, 6>& values,
@@ -47,5 +47,5 @@ MarkedCall CallGateMarked(uint64_t function, int32_t count, const std::array<uin
 static_assert(offsetof(MarkedState, flags) == 20 && offsetof(MarkedState, fs) == 24 && offsetof(MarkedState, cs) == 34);
 static_assert(offsetof(MarkedState, x87Control) == 36 && offsetof(MarkedState, sseControl) == 40);
 static_assert(offsetof(MarkedState, x87Stack) == 48 && offsetof(MarkedState, result) == 72);
-static_assert(offsetof(WideRecord, stack) == 48 && offsetof(WideRecord, fs) == 64 && offsetof(WideRecord, calls) == 72);
-static_assert(sizeof(WideRecord) == 80);
+static_assert(offsetof(Record64, stack) == 48 && offsetof(Record64, fs) == 64 && offsetof(Record64, calls) == 72);
+static_assert(sizeof(Record64) == 80);

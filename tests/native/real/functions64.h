@@ -1,4 +1,4 @@
-// 64-bit code for tests of the gate (wideFunctions.S), which a test copies into memory of its own.
+// 64-bit code for tests of the gate (functions64.S), which a test copies into memory of its own.
 #pragma once
 
 #include <array>
@@ -6,7 +6,7 @@
 #include <cstdint>
 
 // What the recorder notes at its entry.
-struct WideRecord {
+struct Record64 {
     uint64_t arguments[6]; // the four registers, and the first two words behind the home space
     uint64_t stack;        // RSP
     uint64_t flags;
@@ -32,9 +32,9 @@ struct MarkedState {
 
 extern "C" {
 
-// Position-independent 64-bit code, from begin to end. Its last bytes are the WideRecord that it fills.
-extern const char WideRecorderBegin[];
-extern const char WideRecorderEnd[];
+// Position-independent 64-bit code, from begin to end. Its last bytes are the Record64 that it fills.
+extern const char Recorder64Begin[];
+extern const char Recorder64End[];
 
 // Sets registers and floating-point state to known values, notes them in `before`, calls the C function `routine` with
 // the `count` words as its arguments, and notes them, with its result, in `after`. The stack pointer at the call lies
@@ -53,15 +53,15 @@ MarkedCall CallGateMarked(uint64_t function, int32_t count, const std::array<uin
                           uint32_t misalignment);
 
 // A copy of the recorder in executable memory below 4 GiB, with a record of its own.
-class WideRecorder {
+class Recorder64 {
 public:
-    WideRecorder();
-    ~WideRecorder();
-    WideRecorder(const WideRecorder&) = delete;
-    WideRecorder& operator=(const WideRecorder&) = delete;
+    Recorder64();
+    ~Recorder64();
+    Recorder64(const Recorder64&) = delete;
+    Recorder64& operator=(const Recorder64&) = delete;
 
     uint64_t Address() const { return reinterpret_cast<uintptr_t>(m_code); }
-    const WideRecord& Record() const;
+    const Record64& Record() const;
 
 private:
     char* m_code;

@@ -1,12 +1,12 @@
-/* Contracts: wideFunctions.h. */
+/* Contracts: functions64.h. */
 
         .text
 
 /* A 64-bit function that notes how it was called. */
         .code64
-        .globl  _WideRecorderBegin
+        .globl  _Recorder64Begin
         .p2align 4
-_WideRecorderBegin:
+_Recorder64Begin:
         leaq    .Lrecord(%rip), %rax
         movq    %rcx, 0(%rax)
         movq    %rdx, 8(%rax)
@@ -36,8 +36,8 @@ _WideRecorderBegin:
         .p2align 3
 .Lrecord:
         .space  80
-        .globl  _WideRecorderEnd
-_WideRecorderEnd:
+        .globl  _Recorder64End
+_Recorder64End:
 
 /* Notes the state in the MarkedState whose address is at `place` from EBP. Changes ECX and EAX. */
         .macro  noteState place
