@@ -1,14 +1,18 @@
 # The front door. Each target installs what is missing first (scripts/setup) and then calls the CMake presets.
 .DEFAULT_GOAL := help
-.PHONY: help setup build build-linux build-windows build-windows-x64 run run-linux test test-linux test-asan test-tsan test-windows coverage mutation soak fuzz fuzz-32 bench check clean
+.PHONY: help setup build build-linux build-windows build-windows-x64 run run-linux test test-linux test-asan test-tsan test-windows coverage mutation soak proof fuzz fuzz-32 bench check clean
 
 JOBS ?= $(shell nproc)
 CASES ?= 100000000
-SEED ?= 1
+# Of everything random in tests: SEED=NUMBER repeats a run.
+SEED ?= $(shell od -An -N4 -tu4 /dev/urandom | tr -d ' ')
+seed := $(SEED)
+export MORDREV_SEED := $(seed)
+PRESET ?= linux
 product := mordRev ZelkBase Ferrocore mordhost waiter32 waiter64
 configure = cmake --preset $(1) > build/$(1).configure.log || { cat build/$(1).configure.log; exit 1; }
 compile = cmake --build --preset $(1) -j $(JOBS) $(if $(2),--target $(2))
-ctest = ctest --preset $(1) -j $(JOBS) --progress --no-tests=error
+ctest = echo "MORDREV_SEED=$(seed)" && ctest --preset $(1) -j $(JOBS) --progress --no-tests=error
 # RECORD=1 has a long run leave its record in docs/runs.
 record = $(if $(RECORD),--record)
 
@@ -84,19 +88,27 @@ coverage: ## count the branches that the tests take; fail below what is promised
 	@$(call configure,linux-coverage)
 	@$(call compile,linux-coverage)
 	@rm -rf build/linux-coverage/profiles
-	@LLVM_PROFILE_FILE=$(CURDIR)/build/linux-coverage/profiles/%4m.profraw $(call ctest,linux-coverage)
+	@export LLVM_PROFILE_FILE=$(CURDIR)/build/linux-coverage/profiles/%4m.profraw; $(call ctest,linux-coverage)
 	@tools/coverage build/linux-coverage
 
 mutation: ## plant one change at a time into the library and see whether the tests notice (an hour or two)
 	@scripts/setup linux mutation
 	@tests/mutation/run.py
 
-soak: ## compare the library with its model on very many random cases: CASES=100000000, from SEED=1 on (RECORD=1)
-	@scripts/setup linux
+soak: ## compare the library with its model on very many random cases: CASES=100000000 PRESET=linux SEED=... (RECORD=1)
+	@scripts/setup linux $(if $(filter windows%,$(PRESET)),windows)
 	@mkdir -p build
-	@$(call configure,linux)
-	@$(call compile,linux,modelSoak)
-	@JOBS=$(JOBS) tools/soak $(record) $(CASES) $(SEED)
+	@$(call configure,$(PRESET))
+	@$(call compile,$(PRESET),modelSoak)
+	@JOBS=$(JOBS) PROGRAM=build/$(PRESET)/tests/modelSoak$(if $(filter windows%,$(PRESET)),.exe) \
+		tools/soak $(record) $(CASES) $(seed)
+
+proof: ## compare the library with its model on every combination of a small scope: PRESET=linux (RECORD=1)
+	@scripts/setup linux $(if $(filter windows%,$(PRESET)),windows)
+	@mkdir -p build
+	@$(call configure,$(PRESET))
+	@$(call compile,$(PRESET),modelProof)
+	@JOBS=$(JOBS) tools/proof $(record) --preset $(PRESET)
 
 # SECONDS for each target, RUNS instead of or beside them, TARGETS of all, FUZZ_JOBS processes for each.
 fuzz fuzz-32: preset = linux-fuzz$(patsubst fuzz%,%,$@)

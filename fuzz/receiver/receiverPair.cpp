@@ -25,7 +25,7 @@ ReceiverPair& ReceiverPair::Instance() {
 }
 
 ReceiverPair::ReceiverPair() : modelReceiver(m_trace, m_siblings, m_branches) {
-    m_siblings.logs = false;
+    m_siblings.writesLog = false;
     kit::takeRecord = TakeRecord;
     const std::pair<IMordRev*, HostSide*> both[] = {{&library, &librarySide}, {&modelReceiver, &modelSide}};
     for (const auto& [receiver, side] : both) {
@@ -34,6 +34,7 @@ ReceiverPair::ReceiverPair() : modelReceiver(m_trace, m_siblings, m_branches) {
     }
     LogFileEnabled = false;
     ForgetRecords();
+    m_trace = model::Trace(); // the start of the siblings
     ResetTables();
     RequireTheSame();
     m_knownList = modelReceiver.AllowList();
@@ -42,7 +43,7 @@ ReceiverPair::ReceiverPair() : modelReceiver(m_trace, m_siblings, m_branches) {
 
 void ReceiverPair::Begin(bool logs) {
     LogFileEnabled = false;
-    m_siblings.logs = false;
+    modelReceiver.SetLogging(false);
     for (IMordRev* const receiver : {static_cast<IMordRev*>(&library), static_cast<IMordRev*>(&modelReceiver)}) {
         receiver->Start();
         SetMode(*receiver, PROP_DEFENDER_MODE, MODE_ACTION_TABLE);
@@ -53,7 +54,7 @@ void ReceiverPair::Begin(bool logs) {
     }
     m_logs = logs;
     LogFileEnabled = logs;
-    m_siblings.logs = logs;
+    modelReceiver.SetLogging(logs);
     librarySide.Begin({}, {nullptr, 0});
     modelSide.Begin({}, {nullptr, 0});
 }

@@ -7,7 +7,7 @@
 
 #include "kit/host/productFixture.h"
 #include "kit/text/startLine.h"
-#include "model/directSiblings.h"
+#include "race/directSiblings.h"
 #include "text/textConvert.h"
 
 namespace {
@@ -31,7 +31,7 @@ void AtOnce(const Step& step) {
 }
 
 TEST(FirstUse, ConverterIsFoundByEveryThread) {
-    model::UseDirectSiblings(false);
+    race::UseDirectSiblings(false);
     std::vector<std::basic_string<WideChar>> texts(threadCount);
     AtOnce([&texts](size_t i) { texts[i] = Utf8ToWide("text"); });
     EXPECT_EQ(texts, (std::vector<std::basic_string<WideChar>>(threadCount, WIDE("text"))));

@@ -21,7 +21,7 @@ void TakeBack() {
     lent = nullptr;
 }
 
-class ThreadRecords final : public model::RecordTaker {
+class ThreadRecords final : public RecordTaker {
 public:
     void Take(int32_t, std::basic_string_view<WideChar> record) override {
         // The message stands behind function and thread, which are in brackets with a blank between them.
@@ -91,9 +91,9 @@ Outcome HandleOneEvent(IMordRev& receiver) {
     RaceRecord rule({{"guid", "g"}, {"type", "dns"}});
     IEventRecord* rules[] = {&rule};
     current = &outcome;
-    model::TakeRecords(&records);
+    TakeRecords(&records);
     outcome.result = receiver.HandleEvent(&event, rules, 1, &outcome.reply);
-    model::TakeRecords(nullptr);
+    TakeRecords(nullptr);
     current = nullptr;
     TakeBack();
     return outcome;

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "frame/interfaces.h"
-#include "model/directSiblings.h"
+#include "race/directSiblings.h"
 
 namespace race {
 

@@ -1,4 +1,4 @@
-#include "model/directSiblings.h"
+#include "race/directSiblings.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -12,14 +12,12 @@
 #include "kit/siblings/dynamicLibrary.h"
 #include "kit/siblings/plainServices.h"
 #include "kit/text/utf.h"
+#include "logging/logState.h"
+#include "mordRev/src/mordRev.h"
 
-namespace model {
+namespace race {
 namespace {
 
-constexpr uint32_t refused = 0x80004002;
-
-const SiblingState defaultState;
-const SiblingState* state = &defaultState;
 thread_local RecordTaker* recordTaker = nullptr;
 
 class Finder final : public kit::PlainService<IModuleFinder> {
@@ -31,18 +29,16 @@ public:
 class MachineId final : public kit::PlainService<IMachineIdService> {
 public:
     int32_t GetMachineId(MachineIdRecord* record) override {
-        std::copy(state->machineId.begin(), state->machineId.end(), record->machineId);
-        return state->machineIdResult;
+        constexpr std::basic_string_view<WideChar> id = WIDE("HOST");
+        std::copy(id.begin(), id.end(), record->machineId);
+        return 0;
     }
 };
 
 class LogConfig final : public kit::PlainService<ILogConfig> {
 public:
-    const WideChar* GetConfigText(uint32_t, uint32_t) override {
-        return (state->tellsSettings ? directory : emptyDirectory).c_str();
-    }
+    const WideChar* GetConfigText(uint32_t, uint32_t) override { return directory.c_str(); }
     std::basic_string<WideChar> directory;
-    std::basic_string<WideChar> emptyDirectory;
 };
 
 class LogWriter final : public kit::PlainService<ILogWriter> {
@@ -69,7 +65,7 @@ struct Services {
     kit::PlainService<ISmartUnknown> others;
 };
 
-// Never destroyed: the receiver holds services to the end of the process.
+// Never destroyed: the library keeps services to the end of the process.
 Services& TheServices() {
     static Services* const services = new Services;
     return *services;
@@ -85,9 +81,6 @@ uint32_t MORD_CDECL Create(const GUID* iid, void** out) {
     } else if (is(SID_MachineId)) {
         *out = static_cast<IMachineIdService*>(&services.machineId);
     } else if (is(SID_LogConfig)) {
-        if (!state->settlesLogging) {
-            return refused;
-        }
         *out = static_cast<ILogConfig*>(&services.logConfig);
     } else if (is(SID_LogWriter)) {
         *out = static_cast<ILogWriter*>(&services.logWriter);
@@ -119,21 +112,24 @@ void UseDirectSiblings(bool logs) {
         services.ferrocore = LoadRelay("Ferrocore");
         services.finder.module = services.zelkBase.Handle();
         std::random_device random;
-        services.directory = std::filesystem::temp_directory_path() / ("mordRevModel" + std::to_string(random()));
+        services.directory = std::filesystem::temp_directory_path() / ("mordRevRace" + std::to_string(random()));
         std::filesystem::create_directories(services.directory);
         std::atexit(RemoveDirectory);
         services.logConfig.directory = kit::ToWide((services.directory / "").string());
-        services.logConfig.emptyDirectory = kit::ToWide((services.directory / "none" / "").string());
     }
     std::ofstream(services.directory / "Zelklog.ini") << "[OUTLOG]\nWriteLog=" << (logs ? 1 : 0) << "\n";
 }
 
-void AnswerBy(const SiblingState* newState) {
-    state = newState == nullptr ? &defaultState : newState;
+void PrepareLibrary(bool logs) {
+    LogFileEnabled = false;
+    LogDebugViewEnabled = false;
+    LoggerObject.Reset();
+    UseDirectSiblings(logs);
+    CMordRecv().InitLogMoudle(); // sets the flags
 }
 
 void TakeRecords(RecordTaker* taker) {
     recordTaker = taker;
 }
 
-} // namespace model
+} // namespace race

@@ -1,12 +1,12 @@
-// modelSoak SEED CASES: the library and the model, side by side on so many random cases of a seed, every tenth without
-// logging. Says how many came out differently, and ends with 1 when one did or a branch was taken too seldom.
+// modelSoak SEED CASES: compares the library with the model on random cases of a seed, in one process. Prints
+// differences, branches taken too seldom and a result line. Exit codes: 0 no difference, 1 a difference or a branch taken
+// too seldom, 2 wrong use, 3 a case without end.
 #include <charconv>
 #include <chrono>
 #include <cstring>
 #include <iostream>
 
 #include "model/caseRun.h"
-#include "model/comparison.h"
 
 namespace {
 
@@ -26,22 +26,10 @@ int main(int count, char** arguments) {
         std::cerr << "modelSoak SEED CASES\n";
         return 2;
     }
-    constexpr uint64_t shown = 5;
     const auto begin = std::chrono::steady_clock::now();
-    const uint64_t withLogging = cases - cases / 10;
     BranchCounts branches;
-    uint64_t differences = 0;
-    for (uint64_t number = 0; number < cases; ++number) {
-        const bool logs = number < withLogging;
-        if (number == 0 || number == withLogging) {
-            PrepareLibrary(logs);
-        }
-        const std::string difference = CompareOnCase(seed, number, logs, branches);
-        if (!difference.empty() && ++differences <= shown) {
-            std::cout << difference;
-        }
-    }
-    const std::string starved = branches.Starved(cases);
+    const uint64_t differences = RunCases({seed, 0, cases}, branches, std::cout);
+    const std::string starved = differences == 0 ? branches.Starved(cases) : "";
     if (!starved.empty()) {
         std::cout << "seed " << seed << ": taken too seldom\n" << starved;
     }

@@ -1,30 +1,9 @@
-#include "model/libraryRecords.h"
+#include "model/libraryRecord.h"
 
 #include <algorithm>
 
 namespace model {
 namespace {
-
-// One byte for each unit, as the siblings' converter widened them.
-void Narrow(std::basic_string_view<WideChar> record, std::string& bytes) {
-    bytes.resize(record.size());
-    uint32_t all = 0;
-    for (size_t i = 0; i < record.size(); ++i) {
-        all |= static_cast<uint32_t>(record[i]);
-        bytes[i] = static_cast<char>(static_cast<unsigned char>(record[i]));
-    }
-    if (all < 0x100) {
-        return;
-    }
-    bytes.clear();
-    for (const WideChar unit : record) {
-        if (unit < 0x100) {
-            bytes += static_cast<char>(static_cast<unsigned char>(unit));
-        } else {
-            bytes += "\\w" + std::to_string(static_cast<uint32_t>(unit));
-        }
-    }
-}
 
 bool DecimalDigit(char c) {
     return c >= '0' && c <= '9';
@@ -51,7 +30,7 @@ bool TakeNumber(std::string_view& text) {
     return length > 0;
 }
 
-// What stands before `end`, which is taken too.
+// Takes the text before `end`, and `end`.
 bool TakeUntil(std::string_view& text, std::string_view end, std::string_view& found) {
     const size_t at = text.find(end);
     if (at == std::string_view::npos) {
@@ -62,7 +41,7 @@ bool TakeUntil(std::string_view& text, std::string_view end, std::string_view& f
     return true;
 }
 
-// The system's reason for a process that could not be opened is not the receiver's affair.
+// The system gives the reason why a process could not be opened; the model does not know it.
 std::string WithoutReason(std::string_view message) {
     constexpr std::string_view words = " ,lasterror=";
     const size_t at = message.find(words);
@@ -77,25 +56,46 @@ std::string WithoutReason(std::string_view message) {
 
 } // namespace
 
-void LibraryRecords::Take(int32_t level, std::basic_string_view<WideChar> record) {
-    Narrow(record, m_bytes);
-    std::string_view rest = m_bytes;
+std::string Narrow(std::basic_string_view<WideChar> text) {
+    std::string bytes(text.size(), '\0');
+    uint32_t all = 0;
+    for (size_t i = 0; i < text.size(); ++i) {
+        all |= static_cast<uint32_t>(text[i]);
+        bytes[i] = static_cast<char>(static_cast<unsigned char>(text[i]));
+    }
+    if (all < 0x100) {
+        return bytes;
+    }
+    bytes.clear();
+    for (const WideChar unit : text) {
+        if (unit < 0x100) {
+            bytes += static_cast<char>(static_cast<unsigned char>(unit));
+        } else {
+            bytes += "\\w" + std::to_string(static_cast<uint32_t>(unit));
+        }
+    }
+    return bytes;
+}
+
+void AddRecord(int32_t level, std::basic_string_view<WideChar> record, Trace& trace) {
+    const std::string bytes = Narrow(record);
+    std::string_view rest = bytes;
     std::string_view file;
     std::string_view function;
-    const bool whole = (level == 30 || level == 35) && TakeForm(rest, "9999-99-99 99:99:99 [") &&
-                       TakeForm(rest, level == 30 ? "TRACE][" : "ERROR][") && TakeUntil(rest, " ", file) &&
-                       TakeNumber(rest) && TakeForm(rest, "][") && TakeUntil(rest, "] [", function) &&
-                       TakeNumber(rest) && TakeForm(rest, "] ") && rest.ends_with("\r\n") && !file.empty() &&
-                       file.find_first_of("/\\") == std::string_view::npos;
-    if (!whole) {
-        m_trace.Add({"not a record, level ", Decimal(level), ": ", m_bytes});
+    const bool complete = (level == 30 || level == 35) && TakeForm(rest, "9999-99-99 99:99:99 [") &&
+                          TakeForm(rest, level == 30 ? "TRACE][" : "ERROR][") && TakeUntil(rest, " ", file) &&
+                          TakeNumber(rest) && TakeForm(rest, "][") && TakeUntil(rest, "] [", function) &&
+                          TakeNumber(rest) && TakeForm(rest, "] ") && rest.ends_with("\r\n") && !file.empty() &&
+                          file.find_first_of("/\\") == std::string_view::npos;
+    if (!complete) {
+        trace.Add({"not a record, level ", Decimal(level), ": ", bytes});
         return;
     }
     rest.remove_suffix(2);
     if (function == "CMordRecv::GetProcPathByPid") {
-        m_trace.AddLog(level, "", function, {WithoutReason(rest)});
+        trace.AddLog(level, "", function, {WithoutReason(rest)});
     } else {
-        m_trace.AddLog(level, "", function, {rest});
+        trace.AddLog(level, "", function, {rest});
     }
 }
 
