@@ -8,8 +8,8 @@
 
 namespace model {
 
-// Each name is a branch of the decision, a kind of document or a kind of input. The number is its least share: how often
-// 10,000 new receivers, or 10,000 random cases, must take it. It is about half of what they usually do.
+// Each name is a branch of the decision, a kind of document or a kind of input. The number is its least share: how
+// often 10,000 new receivers, or 10,000 random cases, must take it. It is about half of what they usually do.
 #define MODEL_BRANCHES_OF_RECEIVERS(X)                                                                                 \
     X(InitFresh, 5000)                                                                                                 \
     X(MidServiceFailed, 800)                                                                                           \

@@ -11,8 +11,8 @@ namespace model {
 // rules, answers beyond 64 KiB.
 constexpr uint64_t casesOfALargeOne = 1000;
 
-// Depends on the arguments alone. `place` counts the cases before it on the same receiver; `logs` is false for a receiver
-// that never logs.
+// Depends on the arguments alone. `place` counts the cases before it on the same receiver; `logs` is false for a
+// receiver that never logs.
 TestCase MakeCase(uint64_t seed, uint64_t number, uint64_t place, bool logs);
 
 } // namespace model

@@ -14,8 +14,8 @@ struct CaseRange {
     uint64_t end;
 };
 
-// Runs the cases and returns how many differ; the cases behind a difference on the same receiver are left out. Writes the
-// first five differences to `out`, with their inputs and the command that repeats them.
+// Runs the cases and returns how many differ; skips the cases after a difference on the same receiver. Writes the first
+// five differences to `out`, with their inputs and the command that repeats them.
 uint64_t RunCases(const CaseRange& range, BranchCounts& branches, std::ostream& out);
 
 // Runs one case, after those before it on the same receiver, and writes what happens to `out`. Returns whether it

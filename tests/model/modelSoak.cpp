@@ -1,6 +1,6 @@
 // modelSoak SEED CASES: compares the library with the model on random cases of a seed, in one process. Prints
-// differences, branches taken too seldom and a result line. Exit codes: 0 no difference, 1 a difference or a branch taken
-// too seldom, 2 wrong use, 3 a case without end.
+// differences, branches taken too seldom and a result line. Exit codes: 0 no difference, 1 a difference or a branch
+// taken too seldom, 2 wrong use, 3 a case without end.
 #include <charconv>
 #include <chrono>
 #include <cstring>

@@ -21,12 +21,12 @@ constexpr uint64_t casesOfAReceiver = keepsLibraries ? 500 : 25;
 // Each object loads the library anew: its receiver has no past. One at a time.
 class Product {
 public:
-    // The siblings answer by `state` and write into `trace`; both must outlive the object. Throws std::runtime_error with
-    // the system's reason.
+    // The siblings answer by `state` and write into `trace`; both must outlive the object. Throws std::runtime_error
+    // with the system's reason.
     Product(const SiblingState& state, Trace& trace);
 
-    // Destroys the receiver and unloads the library. With `keepsLibraries` it stays loaded, because the leak checker does
-    // not see the pointers of an unloaded library; each further object then loads a copy of the file.
+    // Destroys the receiver and unloads the library. With `keepsLibraries` it stays loaded, because the leak checker
+    // does not see the pointers of an unloaded library; each further object then loads a copy of the file.
     ~Product();
 
     Product(const Product&) = delete;

@@ -18,9 +18,9 @@ void LoadSiblings();
 // A folder of this process, removed at its end.
 std::filesystem::path ScratchFolder();
 
-// For a library that was just loaded: its services answer by `state` and write the receiver's requests into `trace`: log
-// records, the start of a logger, the machine id, each conversion to narrow text. A wrong argument, and a conversion to
-// wide text without a logger, add a line too. Both pointers must stay valid until the library is unloaded.
+// Call it before a library is loaded. The services answer by `state` and write the receiver's requests into `trace`:
+// log records, the start of a logger, the machine id, each conversion to narrow text. A wrong argument adds a line too,
+// and so does a conversion to wide text without a logger. Both pointers must stay valid until the library is unloaded.
 //
 // The converter turns each byte into one unit and back: a record shows which bytes the receiver converted.
 void UseSiblings(const SiblingState* state, Trace* trace);

@@ -178,7 +178,7 @@ private:
         }
     }
 
-    // An event with this result and answer of the query, which stands for so many combinations and makes so many queries.
+    // An event with this result and answer of the query. It stands for `combinations` and must make `queries`.
     void RunEvent(int32_t result, const std::string* answer, bool unreadable, uint64_t combinations, uint64_t queries) {
         EventScript& event = Event();
         event.queryResult = result;

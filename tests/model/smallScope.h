@@ -1,8 +1,9 @@
 // Compares the library with the model on every combination of a small scope.
 //
 // A combination has:
-//   started or stopped; defender mode 1, 2 (unknown), 3, 4 or 5; exception mode 1, 2 or 3 (unknown); report sink or none;
-//   action of the first rule's type: no row, 0 or 1 (the other types have the opposite); flags 0, 4, 0x10 or 0x14;
+//   started or stopped; defender mode 1, 2 (unknown), 3, 4 or 5; exception mode 1, 2 or 3 (unknown);
+//   report sink or none; flags 0, 4, 0x10 or 0x14;
+//   action of the first rule's type: no row, 0 or 1 (the other types have the opposite);
 //   one to N rules with different guids. A type is "web" or another word; all patterns of equal and different types;
 //   allow list: empty, or for each key of the rules no entry, another id or the id that matches;
 //   result of the query: 0, 1007 or another error;

@@ -39,8 +39,8 @@ public:
     void Add(Parts parts);
     void Add(std::string_view line) { Add({line}); }
 
-    // A log record, without time, file, line and thread, which differ from run to run. Its function is `scope`, which is
-    // empty or ends in "::", and `function`.
+    // A log record, without time, file, line and thread, which differ from run to run. Its function is `scope`, which
+    // is empty or ends in "::", and `function`.
     void AddLog(int32_t level, std::string_view scope, std::string_view function, Parts message);
 
     std::vector<std::string> Lines() const;

@@ -5,8 +5,8 @@
 
 namespace model {
 
-// Starts the watch; `unit` and `seed` go into its message. A case that takes more than two minutes ends the process with
-// exit code 3. A fault or an abort still ends it as usual, after the message.
+// Starts the watch; `unit` and `seed` go into its message. A case that takes more than two minutes ends the process
+// with exit code 3. A fault or an abort still ends it as usual, after the message.
 void StartWatch(const char* unit, uint64_t seed);
 
 // The case that begins now.

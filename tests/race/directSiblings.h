@@ -17,8 +17,8 @@ public:
 };
 
 // Loads relays in the place of ZelkBase and Ferrocore and provides the services below. Call it before the receiver is
-// used. With `logs` the next start of the receiver turns its log file on; otherwise it leaves the log as it is. A second
-// call changes only that.
+// used. With `logs` the next start of the receiver turns its log file on; otherwise it leaves the log as it is. A
+// second call changes only that.
 //
 // The converter turns each byte into one unit and back. The logger passes each record to the RecordTaker of the calling
 // thread, if there is one.

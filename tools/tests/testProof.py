@@ -51,7 +51,7 @@ class Proof(FakeProgramTest):
 
     def test_fails_when_a_process_ends_early_or_differs(self) -> None:
         for code in ("    say(result + ', 0 differences, 1 s' if share else 'working')\n",
-                     "    say(result + f', {share == 3} differences, 1 s'.replace('True', '1').replace('False', '0'))\n",
+                     "    say(result + f', {int(share == 3)} differences, 1 s')\n",
                      "    say(result.replace('1', '2') + ', 0 differences, 1 s')\n",
                      "    say(result + ', 0 differences, 1 s'); sys.exit(share == 7)\n"):
             done = self.proof(PASSES + code)

@@ -117,9 +117,9 @@ class Soak(FakeProgramTest):
         entries = json.loads(records.read_text())
         self.assertEqual(2, len(entries))
         self.assertRegex(entries[0].pop("date"), r"^\d{4}-\d\d-\d\d$")
-        self.assertEqual({"preset": "linux", "commit": self.git("rev-parse", "--short", "HEAD"), "library": "none", "firstSeed": 3,
-                          "lastSeed": 5, "casesOfASeed": 10, "cases": 25, "differences": 0, "failedPieces": 0},
-                         entries[0])
+        self.assertEqual({"preset": "linux", "commit": self.git("rev-parse", "--short", "HEAD"), "library": "none",
+                          "firstSeed": 3, "lastSeed": 5, "casesOfASeed": 10, "cases": 25, "differences": 0,
+                          "failedPieces": 0}, entries[0])
 
     def test_records_nothing_of_a_tree_with_changes(self) -> None:
         self.git("init", "-q")

@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include "kit/text/runSeed.h"
 #include "unit/mordRev/keyWords.h"
 
 namespace {
@@ -59,7 +60,7 @@ uint32_t Defined(const std::string& text, const HashKey& key) {
 }
 
 TEST(SeededHash, IsAsDefinedForEachLength) {
-    std::mt19937 random(1);
+    std::mt19937 random(static_cast<uint32_t>(kit::RunSeed()));
     for (size_t length = 0; length <= 400; ++length) {
         for (unsigned seed = 0; seed < 5; ++seed) {
             const std::string text = SomeText(random, length);

@@ -1,6 +1,6 @@
 // The fuzzer over memory of targets, without a fuzzing engine: every kept input, and a bounded number of random ones.
 //
-//     MORDREV_FUZZ_INPUTS=1000000 MORDREV_FUZZ_SEED=7 build/linux-asan/tests/targetMemoryFuzz32Test
+//     MORDREV_FUZZ_INPUTS=1000000 MORDREV_SEED=7 build/linux-asan/tests/targetMemoryFuzz32Test
 //
 // runs more of them, and others. The input at which a program ended is left in the current folder, see InputFile.
 #include <algorithm>
@@ -17,6 +17,8 @@
 
 #include <gtest/gtest.h>
 #include <unistd.h>
+
+#include "kit/text/runSeed.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size);
 
@@ -126,7 +128,7 @@ TEST(TargetMemoryFuzz, EveryKeptInputPasses) {
 }
 
 TEST(TargetMemoryFuzz, ABoundedNumberOfRandomInputsPasses) {
-    const uint64_t seed = FromEnvironment("MORDREV_FUZZ_SEED", 1);
+    const uint64_t seed = kit::RunSeed();
     RandomInputs inputs(seed, KeptInputs());
     InputFile file;
     for (uint64_t count = FromEnvironment("MORDREV_FUZZ_INPUTS", 5000); count > 0; --count) {
