@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <ostream>
+#include <string>
 
 #include "model/caseGenerator.h"
 #include "model/product.h"
@@ -32,7 +33,7 @@ std::string Details(uint64_t seed, uint64_t number) {
 } // namespace
 
 uint64_t RunCases(const CaseRange& range, BranchCounts& branches, std::ostream& out) {
-    StartWatch("case", range.seed);
+    StartWatch("seed " + std::to_string(range.seed));
     uint64_t differences = 0;
     for (uint64_t first = range.first; first < range.end; first += casesOfAReceiver) {
         uint64_t number = first;
@@ -55,7 +56,7 @@ uint64_t RunCases(const CaseRange& range, BranchCounts& branches, std::ostream& 
 }
 
 bool RunOneCase(uint64_t seed, uint64_t number, std::ostream& out) {
-    StartWatch("case", seed);
+    StartWatch("seed " + std::to_string(seed));
     WatchCase(number);
     const std::string difference = Details(seed, number);
     out << "case " << number << " of seed " << seed << (difference.empty() ? ": no difference\n" : "\n") << difference;

@@ -215,7 +215,7 @@ private:
 } // namespace
 
 ScopeCounts RunSmallScope(uint32_t rules, uint32_t share, uint32_t shares, BranchCounts& branches, std::ostream& out) {
-    StartWatch("run", rules);
+    StartWatch("the scope of " + std::to_string(rules) + " rules, share " + std::to_string(share));
     std::vector<Texts> patterns;
     std::vector<uint32_t> types;
     AddPatterns(rules, types, 0, patterns);

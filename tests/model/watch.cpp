@@ -12,13 +12,12 @@ namespace {
 
 constexpr int secondsOfACase = 120;
 
-const char* watchedUnit = "";
-uint64_t watchedSeed = 0;
+std::string watchedRun;
 std::atomic<uint64_t> current = 0;
 
 void Tell(const char* what) {
-    std::fprintf(stderr, "%s at %s %llu of seed %llu\n", what, watchedUnit,
-                 static_cast<unsigned long long>(current.load()), static_cast<unsigned long long>(watchedSeed));
+    std::fprintf(stderr, "%s at case %llu of %s\n", what, static_cast<unsigned long long>(current.load()),
+                 watchedRun.c_str());
     std::fflush(stderr);
 }
 
@@ -44,9 +43,8 @@ void Watch() {
 
 } // namespace
 
-void StartWatch(const char* unit, uint64_t seed) {
-    watchedUnit = unit;
-    watchedSeed = seed;
+void StartWatch(const std::string& run) {
+    watchedRun = run;
     static const bool started = [] {
         for (const int number : {SIGSEGV, SIGABRT, SIGFPE, SIGILL}) {
             std::signal(number, OnSignal);
