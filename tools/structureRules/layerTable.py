@@ -49,7 +49,7 @@ MAY_INCLUDE: dict[str, list[str]] = {
     # Tests: the kit, then a row for each subsystem
     "tests": [],
     "tests/kit/text": ["src/platform"],
-    "tests/kit/heap": [],
+    "tests/kit/heap": ["tests/kit/system"],
     "tests/kit/siblings": ["tests/kit/text", "src/frame", "src/platform"],
     "tests/kit/system": ["tests/kit/siblings", "tests/kit/text", "src/mordRev", "src/native", "src/logging",
                          "src/frame", "src/platform"],
