@@ -6,9 +6,9 @@
 // library can tell is then asked for. What must hold beside the sanitizers' rules is tested in Require.
 #include "fuzz/input.h"
 #include "fuzz/memoryPlaces.h"
+#include "kit/system/scriptedProcess/lowStack.h"
+#include "kit/system/scriptedProcess/pairings.h"
 #include "native/devicePath.h"
-#include "native/scripted/lowStack.h"
-#include "native/scripted/pairings.h"
 #include "native/targetProcess.h"
 
 #include <cstdlib>
@@ -145,7 +145,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const Pairing pairing = pairings[input.Take<uint8_t>() % pairings.size()];
     system.architecture = pairing == Pairing::Machine32 ? 0 : 9;
     system.callerIsWow64 = pairing == Pairing::Wow64CallerOf32 || pairing == Pairing::Wow64CallerOf64 ? 1 : 0;
-    target.isWow64 = pairing == Pairing::Wow64CallerOf32 || pairing == Pairing::WideCallerOf32 ? 1 : 0;
+    target.isWow64 = pairing == Pairing::Wow64CallerOf32 || pairing == Pairing::Caller64Of32 ? 1 : 0;
     FillSystem(input, system, target);
     const auto address = input.Take<uint64_t>();
     const auto path = input.TakeText(64);

@@ -43,14 +43,14 @@ private:
 
     static NtStatus MORD_STDCALL PlainQuery(platform::Handle process, uint32_t informationClass, void* buffer,
                                             uint32_t size, uint32_t* returnedLength);
-    static NtStatus MORD_STDCALL WideQuery(platform::Handle process, uint32_t informationClass, void* buffer,
-                                           uint32_t size, uint32_t* returnedLength);
-    static NtStatus MORD_STDCALL WideRead(platform::Handle process, uint64_t address, void* buffer, uint64_t size,
-                                          uint64_t* bytesRead);
+    static NtStatus MORD_STDCALL Query64(platform::Handle process, uint32_t informationClass, void* buffer,
+                                         uint32_t size, uint32_t* returnedLength);
+    static NtStatus MORD_STDCALL Read64(platform::Handle process, uint64_t address, void* buffer, uint64_t size,
+                                        uint64_t* bytesRead);
 
     Entry m_plainQuery;
-    Entry m_wideQuery;
-    Entry m_wideRead;
+    Entry m_query64;
+    Entry m_read64;
     std::optional<NtStatus> m_query;
     std::optional<NtStatus> m_read;
 };

@@ -10,12 +10,12 @@ struct CallerOf;
 
 template <>
 struct CallerOf<32> : Bits32 {
-    static constexpr bool isWide = false;
+    static constexpr bool is64Bit = false;
 };
 
 template <>
 struct CallerOf<64> : Bits64 {
-    static constexpr bool isWide = true;
+    static constexpr bool is64Bit = true;
 };
 
 #ifdef MORDREV_CALLER_BITS
@@ -30,7 +30,7 @@ constexpr uintptr_t CutToCaller(uint64_t value) {
 }
 
 // An address of the caller's width as a 64-bit one, sign-extended.
-constexpr uint64_t WidenAddress(Caller::Pointer address) {
-    return Caller::isWide ? static_cast<uint64_t>(address)
-                          : static_cast<uint64_t>(static_cast<int64_t>(static_cast<int32_t>(address)));
+constexpr uint64_t To64BitAddress(Caller::Pointer address) {
+    return Caller::is64Bit ? static_cast<uint64_t>(address)
+                           : static_cast<uint64_t>(static_cast<int64_t>(static_cast<int32_t>(address)));
 }

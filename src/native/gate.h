@@ -26,7 +26,7 @@ void GateRecordStatus(uint64_t status);
 
 // A 32-bit handle or pointer as the gate takes it: sign-extended, so that the pseudo handles stay what they are. A
 // pointer at or above 2 GiB becomes a wrong address; this design accepts that.
-inline uint64_t WidenForGate(const void* value) {
+inline uint64_t GateArgument(const void* value) {
     return static_cast<uint64_t>(static_cast<int64_t>(reinterpret_cast<intptr_t>(value)));
 }
 

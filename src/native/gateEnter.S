@@ -11,9 +11,9 @@
 /* From 32-bit to 64-bit mode. Leaves the stack as it was. */
         .macro  enter64
         pushl   $selector64
-        pushl   $.Lwide\@
+        pushl   $.Lcode64\@
         lretl                           /* takes both words */
-.Lwide\@:
+.Lcode64\@:
         .code64
         movl    %esp, %esp              /* the upper halves are not to be relied on after a change of mode */
         movl    %ebp, %ebp
@@ -24,9 +24,9 @@
         call    .Lhere\@                /* the address of the next instruction, in eight bytes */
 .Lhere\@:
         movl    $selector32, 4(%rsp)    /* its upper word becomes the selector, */
-        addl    $.Lnarrow\@ - .Lhere\@, (%rsp) /* its lower word moves past the far return */
+        addl    $.Lcode32\@ - .Lhere\@, (%rsp) /* its lower word moves past the far return */
         lretl
-.Lnarrow\@:
+.Lcode32\@:
         .code32
         .endm
 
@@ -151,16 +151,16 @@ _GateCall:
         ret
 
 /* Arguments of GateCopyIn and GateCompare, from EBP */
-        .set    narrowPointer, 8
-        .set    wideAddress, 12
+        .set    pointer32, 8
+        .set    address64, 12
         .set    byteCount, 20
 
 /* Jumps to `away` if one of the three is null or 0. */
         .macro  refuseNothing away
-        cmpl    $0, narrowPointer(%ebp)
+        cmpl    $0, pointer32(%ebp)
         je      \away
-        movl    wideAddress(%ebp), %eax
-        orl     wideAddress+4(%ebp), %eax
+        movl    address64(%ebp), %eax
+        orl     address64+4(%ebp), %eax
         jz      \away
         cmpl    $0, byteCount(%ebp)
         je      \away
@@ -177,8 +177,8 @@ _GateCopyIn:
         enter64
         pushq   %rdi
         pushq   %rsi
-        movl    narrowPointer(%rbp), %edi
-        movq    wideAddress(%rbp), %rsi
+        movl    pointer32(%rbp), %edi
+        movq    address64(%rbp), %rsi
         movl    byteCount(%rbp), %ecx
         shrl    $2, %ecx
         rep movsl
@@ -211,8 +211,8 @@ _GateCompare:
         pushq   %rdi
         pushq   %rsi
         xorl    %edx, %edx              /* the answer */
-        movl    narrowPointer(%rbp), %edi
-        movq    wideAddress(%rbp), %rsi
+        movl    pointer32(%rbp), %edi
+        movq    address64(%rbp), %rsi
         movl    byteCount(%rbp), %ecx
         movl    %ecx, %eax
         shrl    $2, %ecx

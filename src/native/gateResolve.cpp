@@ -29,9 +29,9 @@ uint64_t GateResolve(uint64_t module, const char* name) {
     gateLayouts::AnsiString text{};
     text.Length = static_cast<uint16_t>(std::strlen(name));
     text.MaximumLength = static_cast<uint16_t>(text.Length + 1);
-    text.Buffer = WidenForGate(name);
+    text.Buffer = GateArgument(name);
     uint64_t address = 0; // stays 0 on failure; the status is not looked at
-    GateCall(resolver, 4, module, WidenForGate(&text), uint64_t{0}, WidenForGate(&address));
+    GateCall(resolver, 4, module, GateArgument(&text), uint64_t{0}, GateArgument(&address));
     return address;
 }
 

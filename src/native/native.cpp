@@ -170,7 +170,7 @@ uint64_t Native::ReadPlainPeb(void* destination) {
     if (destination != nullptr) {
         platform::ReadProcessMemory(processHandle, CutToCaller(address), destination, Caller::pebSize, nullptr);
     }
-    return WidenAddress(address);
+    return To64BitAddress(address);
 }
 
 uint64_t Native::ReadPlainTeb32(platform::Handle thread, void* destination) {

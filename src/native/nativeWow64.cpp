@@ -33,7 +33,7 @@ NtStatus NativeWow64::QueryThreadInformation(platform::Handle thread, uint32_t i
     if (function == 0) {
         return STATUS_OF_MISSING_FUNCTION;
     }
-    return GateStatus(GateCall(function, 5, WidenForGate(thread), uint64_t{informationClass}, WidenForGate(buffer),
+    return GateStatus(GateCall(function, 5, GateArgument(thread), uint64_t{informationClass}, GateArgument(buffer),
                                size, uint64_t{0}));
 }
 
@@ -42,8 +42,8 @@ NtStatus NativeWow64::QueryVirtualMemory(uint64_t address, uint32_t informationC
     if (function == 0) {
         return STATUS_OF_MISSING_FUNCTION;
     }
-    return GateStatus(GateCall(function, 6, WidenForGate(processHandle), address, uint64_t{informationClass},
-                               WidenForGate(buffer), size, uint64_t{0}));
+    return GateStatus(GateCall(function, 6, GateArgument(processHandle), address, uint64_t{informationClass},
+                               GateArgument(buffer), size, uint64_t{0}));
 }
 
 NtStatus NativeWow64::GetThreadContext32(platform::Handle thread, void* context) {
@@ -58,7 +58,7 @@ NtStatus NativeWow64::GetThreadContext64(platform::Handle thread, void* context)
     if (function == 0) {
         return STATUS_OF_MISSING_FUNCTION;
     }
-    return GateStatus(GateCall(function, 2, WidenForGate(thread), WidenForGate(context)));
+    return GateStatus(GateCall(function, 2, GateArgument(thread), GateArgument(context)));
 }
 
 // The query's status is not looked at: that it returned something is the test.
@@ -90,8 +90,8 @@ uint64_t NativeWow64::ReadTeb64(platform::Handle thread, void* destination) {
     }
     SystemBuffer<Bits64::threadBasicInformationSize> block;
     uint32_t returnedLength = 0;
-    GateCall(function, 5, WidenForGate(thread), uint64_t{ThreadBasicInformationClass}, WidenForGate(block.bytes),
-             uint64_t{sizeof block.bytes}, WidenForGate(&returnedLength));
+    GateCall(function, 5, GateArgument(thread), uint64_t{ThreadBasicInformationClass}, GateArgument(block.bytes),
+             uint64_t{sizeof block.bytes}, GateArgument(&returnedLength));
     if (returnedLength == 0) {
         return 0;
     }

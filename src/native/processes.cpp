@@ -54,11 +54,11 @@ TargetProcess::ProcessList TargetProcess::ListProcesses() {
 
 uint32_t TargetProcess::GetParentProcessId() {
     SystemBuffer<Bits64::processBasicInformationSize> block;
-    const bool narrow = native->IsX86System();
-    const uint32_t size = narrow ? Bits32::processBasicInformationSize : Bits64::processBasicInformationSize;
+    const bool machineIs32Bit = native->IsX86System();
+    const uint32_t size = machineIs32Bit ? Bits32::processBasicInformationSize : Bits64::processBasicInformationSize;
     if (Failed(native->QueryProcessInformation(ProcessBasicInformationClass, block.bytes, size, nullptr))) {
         return 0;
     }
-    return LoadField<uint32_t>(block.bytes, narrow ? Bits32::processBasicInheritedFromUniqueProcessId
-                                                   : Bits64::processBasicInheritedFromUniqueProcessId);
+    return LoadField<uint32_t>(block.bytes, machineIs32Bit ? Bits32::processBasicInheritedFromUniqueProcessId
+                                                           : Bits64::processBasicInheritedFromUniqueProcessId);
 }

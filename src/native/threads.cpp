@@ -28,13 +28,12 @@ std::basic_string<WideChar> TextOfReply(const char (&reply)[mappedFileNameSize])
     return text;
 }
 
-// The name in the reply of a machine that is `narrow` or not, for a target of width `Bits`. The routine for 32-bit
-// targets follows the layout of the reply; the one for 64-bit targets has one place for the address, on a 32-bit
-// machine too.
+// Returns the name in `reply`, for a target of width `Bits`. For 32-bit targets the offset of the text address follows
+// the machine's layout; for 64-bit targets it is the same on both kinds of machine.
 template <typename Bits>
-std::basic_string<WideChar> NameInReply(const char (&reply)[mappedFileNameSize], bool narrow) {
+std::basic_string<WideChar> NameInReply(const char (&reply)[mappedFileNameSize], bool machineIs32Bit) {
     if constexpr (sizeof(typename Bits::Pointer) == 4) {
-        if (narrow) {
+        if (machineIs32Bit) {
             return TextOfReply<Bits32>(reply);
         }
     }
@@ -100,16 +99,16 @@ std::shared_ptr<const TheradData> TargetProcess::ReadThreadOf(uint32_t threadId)
         return nullptr;
     }
     // Replies have the layout of the machine, whatever the target's width.
-    const bool narrow = native->IsX86System();
+    const bool machineIs32Bit = native->IsX86System();
     SystemBuffer<Bits64::memoryBasicInformationSize> memory;
-    const size_t memorySize = narrow ? Bits32::memoryBasicInformationSize : Bits64::memoryBasicInformationSize;
+    const size_t memorySize = machineIs32Bit ? Bits32::memoryBasicInformationSize : Bits64::memoryBasicInformationSize;
     if (Failed(native->QueryVirtualMemory(start, MemoryBasicInformationClass, memory.bytes, memorySize))) {
         return nullptr;
     }
     using SignedPointer = std::make_signed_t<typename Bits::Pointer>;
-    const uint64_t base = narrow ? static_cast<typename Bits::Pointer>(
-                                       SignedPointer{LoadField<int32_t>(memory.bytes, memoryBasicBaseAddress)})
-                                 : LoadField<uint64_t>(memory.bytes, memoryBasicBaseAddress);
+    const uint64_t base = machineIs32Bit ? static_cast<typename Bits::Pointer>(
+                                               SignedPointer{LoadField<int32_t>(memory.bytes, memoryBasicBaseAddress)})
+                                         : LoadField<uint64_t>(memory.bytes, memoryBasicBaseAddress);
     if (base == 0) {
         return nullptr;
     }
@@ -118,7 +117,7 @@ std::shared_ptr<const TheradData> TargetProcess::ReadThreadOf(uint32_t threadId)
             native->QueryVirtualMemory(base, MemoryMappedFilenameInformationClass, reply.bytes, sizeof reply.bytes))) {
         return nullptr;
     }
-    auto path = DevicePathToDosPath(NameInReply<Bits>(reply.bytes, narrow));
+    auto path = DevicePathToDosPath(NameInReply<Bits>(reply.bytes, machineIs32Bit));
     if (path.empty()) {
         return nullptr;
     }

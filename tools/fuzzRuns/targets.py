@@ -2,8 +2,8 @@
 
 from pathlib import Path
 
-TARGETS = ("allowList", "actionTable", "queryResult", "hostRecords", "hostAnswers", "iniFile", "targetMemoryNarrow",
-           "targetMemoryWide")
+TARGETS = ("allowList", "actionTable", "queryResult", "hostRecords", "hostAnswers", "iniFile", "targetMemory32",
+           "targetMemory64")
 
 
 class Target:
@@ -13,7 +13,7 @@ class Target:
         build = root / "build" / preset
         self.name = name
         self.program = build / "fuzz" / name
-        self.kept = root / "fuzz" / "corpus" / name.removesuffix("Narrow").removesuffix("Wide")
+        self.kept = root / "fuzz" / "corpus" / name.removesuffix("32").removesuffix("64")
         self.fresh = build / "corpus" / name  # new inputs, for the next run
         self.findings = build / "findings"
         self.logs = build / "logs" / name

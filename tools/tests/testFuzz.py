@@ -71,17 +71,17 @@ class Fuzz(FakeProgramTest):
                          r"^\d{4}-\d\d-\d\dT\d\d:\d\d:\d\dZ linux-fuzz allowList unknown 1000 \d+ passed\n")
 
     def test_hands_the_engine_what_it_needs(self) -> None:
-        self.engine("targetMemoryWide", ENGINE + "    say('\\n'.join(sys.argv[1:])); end()\n", "linux-fuzz-32")
+        self.engine("targetMemory64", ENGINE + "    say('\\n'.join(sys.argv[1:])); end()\n", "linux-fuzz-32")
         (self.tree / "fuzz").mkdir()
-        (self.tree / "fuzz/targetMemoryWide.dict").write_text("")
-        self.assertEqual(0, self.fuzz("--preset", "linux-fuzz-32", "--seconds", "5", "targetMemoryWide").returncode)
+        (self.tree / "fuzz/targetMemory64.dict").write_text("")
+        self.assertEqual(0, self.fuzz("--preset", "linux-fuzz-32", "--seconds", "5", "targetMemory64").returncode)
         build = self.tree / "build/linux-fuzz-32"
         self.assertEqual(
             ["-max_len=512", "-timeout=20", "-rss_limit_mb=2048", "-entropic=0",
-             f"-artifact_prefix={build}/findings/targetMemoryWide-", "-print_final_stats=1",
-             f"-dict={self.tree}/fuzz/targetMemoryWide.dict", "-detect_leaks=0", "-max_total_time=5",
-             f"{build}/corpus/targetMemoryWide", f"{self.tree}/fuzz/corpus/targetMemory"],
-            (build / "logs/targetMemoryWide/0").read_text().splitlines()[:11])
+             f"-artifact_prefix={build}/findings/targetMemory64-", "-print_final_stats=1",
+             f"-dict={self.tree}/fuzz/targetMemory64.dict", "-detect_leaks=0", "-max_total_time=5",
+             f"{build}/corpus/targetMemory64", f"{self.tree}/fuzz/corpus/targetMemory"],
+            (build / "logs/targetMemory64/0").read_text().splitlines()[:11])
 
     def test_reports_a_crash_and_fails(self) -> None:
         self.engine("allowList", CRASH)
