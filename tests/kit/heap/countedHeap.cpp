@@ -29,15 +29,18 @@ std::atomic<uint32_t> watchedThread{0};
 std::atomic<bool> counting{false};
 std::atomic<size_t> allocationsToFailure{0}; // the failing one included; 0: none fails
 std::atomic<bool> failing{false};            // every allocation
-std::atomic<size_t> failingSize{0};          // 0: none
+std::atomic<bool> failsNewAlone{false};
+std::atomic<size_t> failingSize{0}; // 0: none
 std::atomic<int> failureDelay{0};
 std::atomic<long> blocksHeld{0};
+std::atomic<long> newBlocksHeld{0};
 
 // Used by the watched thread alone.
 constexpr size_t keptSizes = 64;
 size_t calls = 0;
 size_t bytes = 0;
-size_t sizes[keptSizes];
+size_t callsOfNew = 0;
+size_t sizesOfNew[keptSizes];
 bool failureLasts = false;
 kit::AllocationKind firstFailure = kit::AllocationKind::None;
 
@@ -59,11 +62,17 @@ bool Account(kit::AllocationKind kind, size_t size) {
         return true;
     }
     if (counting) {
-        if (calls < keptSizes) {
-            sizes[calls] = size;
+        if (kind == kit::AllocationKind::New) {
+            if (callsOfNew < keptSizes) {
+                sizesOfNew[callsOfNew] = size;
+            }
+            ++callsOfNew;
         }
         ++calls;
         bytes += size;
+    }
+    if (failsNewAlone && kind != kit::AllocationKind::New) {
+        return true;
     }
     if (failing) {
         return false;
@@ -82,7 +91,9 @@ void* Held(void* memory) {
 }
 
 void* AllocateForNew(size_t size) {
-    return Account(kit::AllocationKind::New, size) ? Held(__real_malloc(size == 0 ? 1 : size)) : nullptr;
+    void* const memory = Account(kit::AllocationKind::New, size) ? Held(__real_malloc(size == 0 ? 1 : size)) : nullptr;
+    newBlocksHeld += memory != nullptr ? 1 : 0;
+    return memory;
 }
 
 void* AllocateOrThrow(size_t size) {
@@ -90,6 +101,11 @@ void* AllocateOrThrow(size_t size) {
         return memory;
     }
     throw std::bad_alloc();
+}
+
+void Delete(void* memory) {
+    newBlocksHeld -= memory != nullptr ? 1 : 0;
+    __wrap_free(memory);
 }
 
 } // namespace
@@ -129,16 +145,16 @@ __attribute__((weak)) void* operator new[](size_t size, const std::nothrow_t&) n
     return AllocateForNew(size);
 }
 void operator delete(void* memory) noexcept {
-    __wrap_free(memory);
+    Delete(memory);
 }
 void operator delete[](void* memory) noexcept {
-    __wrap_free(memory);
+    Delete(memory);
 }
 void operator delete(void* memory, size_t) noexcept {
-    __wrap_free(memory);
+    Delete(memory);
 }
 void operator delete[](void* memory, size_t) noexcept {
-    __wrap_free(memory);
+    Delete(memory);
 }
 
 namespace kit {
@@ -147,6 +163,7 @@ AllocationCounter::AllocationCounter() {
     watchedThread = ThreadId();
     calls = 0;
     bytes = 0;
+    callsOfNew = 0;
     counting = true;
 }
 
@@ -164,19 +181,25 @@ size_t AllocationCounter::Bytes() const {
 
 std::vector<size_t> AllocationCounter::Sizes() {
     counting = false;
-    return {sizes, sizes + std::min(calls, keptSizes)};
+    return {sizesOfNew, sizesOfNew + std::min(callsOfNew, keptSizes)};
 }
 
 FailingAllocations::FailingAllocations(size_t nth, bool lasting) {
     watchedThread = ThreadId();
     firstFailure = AllocationKind::None;
     failureLasts = lasting;
+    failsNewAlone = false;
     allocationsToFailure = nth;
+}
+
+FailingNew::FailingNew(size_t nth) : FailingAllocations(nth) {
+    failsNewAlone = true;
 }
 
 void FailingAllocations::Stop() {
     allocationsToFailure = 0;
     failing = false;
+    failsNewAlone = false;
 }
 
 AllocationKind FailingAllocations::Failed() const {
@@ -190,6 +213,10 @@ void FailNextOf(size_t size, int milliseconds) {
 
 long BlocksHeld() {
     return blocksHeld;
+}
+
+long NewBlocksHeld() {
+    return newBlocksHeld;
 }
 
 } // namespace kit

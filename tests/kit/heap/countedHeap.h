@@ -28,7 +28,7 @@ public:
     size_t Calls() const; // of any kind
     size_t Bytes() const; // requested
 
-    // Ends the counting and returns the requested sizes in order, 64 at most.
+    // Ends the counting and returns the sizes that operator new was asked for, in order, 64 at most.
     std::vector<size_t> Sizes();
 };
 
@@ -48,10 +48,19 @@ public:
     AllocationKind Failed() const;
 };
 
+// The same for operator new alone: the runtime of some systems allocates within the code under test, and not by new.
+class FailingNew : public FailingAllocations {
+public:
+    explicit FailingNew(size_t nth);
+};
+
 // The next allocation of at least `size` bytes, on any thread, fails `milliseconds` after it was requested.
 void FailNextOf(size_t size, int milliseconds);
 
 // The number of blocks that the program holds, of those that it allocated in a way that is counted.
 long BlocksHeld();
+
+// The same of operator new alone.
+long NewBlocksHeld();
 
 } // namespace kit

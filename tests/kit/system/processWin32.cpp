@@ -101,8 +101,9 @@ public:
     PseudoConsole() {
         // The system's import libraries do not all have these.
         const HMODULE library = GetModuleHandleW(L"kernelbase.dll");
-        const auto create = reinterpret_cast<Create*>(GetProcAddress(library, "CreatePseudoConsole"));
-        m_close = reinterpret_cast<Close*>(GetProcAddress(library, "ClosePseudoConsole"));
+        const auto create =
+            reinterpret_cast<Create*>(reinterpret_cast<void*>(GetProcAddress(library, "CreatePseudoConsole")));
+        m_close = reinterpret_cast<Close*>(reinterpret_cast<void*>(GetProcAddress(library, "ClosePseudoConsole")));
         if (create == nullptr || m_close == nullptr ||
             create({80, 25}, m_input.reading.get(), m_output.writing.get(), 0, &m_console) != S_OK) {
             throw std::runtime_error("no pseudo console");
@@ -211,7 +212,7 @@ BackgroundProcess::~BackgroundProcess() {
 
 // A process on the same console does what the keyboard would.
 void BackgroundProcess::Interrupt() const {
-    const ProcessSetup setup = {MORDHOST_ODD_PROGRAMS "/interrupts" MORDHOST_PROGRAM_ENDING, {}, "", ""};
+    const ProcessSetup setup = {TEST_KIT_INTERRUPTS, {}, "", ""};
     CodeOf(Start(setup, &m_state->console, nullptr, nullptr, nullptr).get());
 }
 

@@ -13,7 +13,7 @@ extern "C" uint32_t MORD_CDECL CreateZelkObject(const GUID* iid, void** out);
 namespace {
 
 using kit::AllocationCounter;
-using kit::FailingAllocations;
+using kit::FailingNew;
 
 int32_t ReferenceCount(void* interface) {
     return MordRevFields(static_cast<CMordRecv&>(*static_cast<IMordRev*>(interface))).ReferenceCount();
@@ -59,7 +59,7 @@ TEST(Creation, ExhaustedMemoryIsThrownToTheCallerAndALaterCallSucceeds) {
     void* out = nullptr;
     for (int attempt = 0; attempt < 3; ++attempt) {
         {
-            const FailingAllocations failing(1);
+            const FailingNew failing(1);
             EXPECT_THROW(CreateZelkObject(&IID_IMordRev, &out), std::bad_alloc);
         }
         EXPECT_EQ(out, nullptr);

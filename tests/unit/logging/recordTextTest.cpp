@@ -9,7 +9,7 @@
 namespace {
 
 using kit::AllocationCounter;
-using kit::FailingAllocations;
+using kit::FailingNew;
 using Text = std::basic_string<WideChar>;
 
 // The way to what a stream buffer does when it is full, as any class derived from one has it.
@@ -26,7 +26,7 @@ size_t RoomWithoutTheHeap() {
     size_t count = 0;
     for (;; ++count) {
         {
-            const FailingAllocations failing(1);
+            const FailingNew failing(1);
             stream.put(WIDE('x'));
         }
         if (!stream.good()) {
@@ -71,7 +71,7 @@ TEST(RecordText, ACharacterForWhichThereIsNoMemoryFailsTheStreamAndLeavesTheText
     stream.Append(full);
     EXPECT_TRUE(stream.good());
     {
-        const FailingAllocations failing(1);
+        const FailingNew failing(1);
         stream.put(WIDE('b'));
         EXPECT_EQ(failing.Failed(), kit::AllocationKind::New);
     }
@@ -90,7 +90,7 @@ TEST(RecordText, ATextForWhichThereIsNoMemoryIsLeftOutWholeAndSoIsWhatFollows) {
     stream.Append(WIDE("before"));
     const Text large(10 * RoomWithoutTheHeap(), WIDE('a'));
     {
-        const FailingAllocations failing(1);
+        const FailingNew failing(1);
         stream.Append(large);
         EXPECT_EQ(failing.Failed(), kit::AllocationKind::New);
     }

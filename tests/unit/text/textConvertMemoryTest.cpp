@@ -11,8 +11,8 @@
 namespace {
 
 using kit::AllocationCounter;
-using kit::BlocksHeld;
-using kit::FailingAllocations;
+using kit::FailingNew;
+using kit::NewBlocksHeld;
 using Sizes = std::vector<size_t>;
 using Wide = std::basic_string<WideChar>;
 
@@ -75,26 +75,26 @@ TEST_F(TextConvertMemory, WideTextOf1025UnitsTakesFourBytesForEachFromTheHeap) {
 TEST_F(TextConvertMemory, HeapBufferIsGivenBack) {
     const std::string narrow(5000, 's');
     const Wide wide(5000, WideChar{'s'});
-    const long before = BlocksHeld();
+    const long before = NewBlocksHeld();
     Utf8ToWide(narrow.c_str());
     WideToUtf8(wide.c_str());
-    EXPECT_EQ(BlocksHeld(), before);
+    EXPECT_EQ(NewBlocksHeld(), before);
 }
 
 TEST_F(TextConvertMemory, ExhaustedMemoryForTheBufferPassesThroughAndNothingIsHeld) {
     const std::string narrow(5000, 's');
     const Wide wide(5000, WideChar{'s'});
-    const long before = BlocksHeld();
+    const long before = NewBlocksHeld();
     {
-        const FailingAllocations failing(1);
+        const FailingNew failing(1);
         EXPECT_THROW(Utf8ToWide(narrow.c_str()), std::bad_alloc);
     }
     {
-        const FailingAllocations failing(1);
+        const FailingNew failing(1);
         EXPECT_THROW(WideToUtf8(wide.c_str()), std::bad_alloc);
     }
     EXPECT_EQ(siblings.ConverterReferences(), 0);
-    EXPECT_EQ(BlocksHeld(), before);
+    EXPECT_EQ(NewBlocksHeld(), before);
 }
 
 TEST_F(TextConvertMemory, ExhaustedMemoryForTheResultGivesReferenceAndBufferBack) {
@@ -104,13 +104,13 @@ TEST_F(TextConvertMemory, ExhaustedMemoryForTheResultGivesReferenceAndBufferBack
         return std::optional(0);
     };
     const Wide wide(5000, WideChar{'s'});
-    const long before = BlocksHeld();
+    const long before = NewBlocksHeld();
     {
-        const FailingAllocations failing(2); // the first is the buffer
+        const FailingNew failing(2); // the first is the buffer
         EXPECT_THROW(WideToUtf8(wide.c_str()), std::bad_alloc);
     }
     EXPECT_EQ(siblings.ConverterReferences(), 0);
-    EXPECT_EQ(BlocksHeld(), before);
+    EXPECT_EQ(NewBlocksHeld(), before);
     EXPECT_EQ(WideToUtf8(wide.c_str()), std::string(500, 'x'));
 }
 
@@ -121,10 +121,10 @@ TEST(TextConvertMemoryWithoutConverter, HeapBufferIsGivenBack) {
     const std::string narrow(5000, 's');
     const Wide wide(5000, WideChar{'s'});
     EXPECT_EQ(Utf8ToWide(narrow.c_str()), Wide());
-    const long before = BlocksHeld();
+    const long before = NewBlocksHeld();
     EXPECT_EQ(Utf8ToWide(narrow.c_str()), Wide());
     EXPECT_EQ(WideToUtf8(wide.c_str()), "");
-    EXPECT_EQ(BlocksHeld(), before);
+    EXPECT_EQ(NewBlocksHeld(), before);
 }
 
 } // namespace
