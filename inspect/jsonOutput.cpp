@@ -127,7 +127,7 @@ void Value(Writer& json, const Listing<T>& list) {
     }
 }
 
-// The lists that are not whole, each with the reason.
+// Writes the incomplete lists, each with its reason.
 void Incomplete(Writer& json, const Inspection& inspection) {
     const std::pair<const char*, const std::optional<Refusal>&> lists[] = {
         {"modules_32", inspection.modules32.cut},

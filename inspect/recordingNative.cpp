@@ -67,8 +67,8 @@ NtStatus RecordingNative::Recorded(Step step, uint64_t bytes, const Work& work) 
     return status;
 }
 
-// A block read by ReadProcessMemory leaves its failure as the last-status value of this thread, as a variant does that
-// has no such block.
+// ReadProcessMemory leaves the status of a failed block read as the last-status value of this thread; a variant without
+// such a block leaves its refusal there.
 template <typename Work>
 uint64_t RecordingNative::RecordedPeb(uint64_t bytes, const Work& work) {
     if (!AdmitsStep(Step::pebAddress, bytes)) {

@@ -6,8 +6,8 @@ namespace siblings {
 
 namespace {
 
-// The text that `ask` writes into a buffer of so many units. It returns the length without the NUL, or, when the buffer
-// is too small, the room needed with it.
+// Returns the text that `ask` writes to a buffer with room for the given number of units. `ask` returns the length
+// without the NUL or, if the buffer is too small, the required size with it.
 template <typename Ask>
 WideString AskForText(Ask ask) {
     WideString text(MAX_PATH, L'\0');

@@ -14,8 +14,8 @@ namespace siblings {
 
 namespace {
 
-// Keeps from the process, for the time of a write, the signals that a failing one raises on the thread: a log that
-// reaches the limit of file sizes, or is a pipe without a reader, costs the record and not the process.
+// Blocks, during a write, the signals that a failing write raises on the thread: at the limit of file sizes, or on a
+// pipe without a reader, the record is lost and the process goes on.
 class WriteSignalsHeld {
 public:
     WriteSignalsHeld() {
@@ -23,7 +23,7 @@ public:
         sigset_t pending;
         sigpending(&pending);
         for (const int signal : {SIGPIPE, SIGXFSZ}) {
-            if (sigismember(&pending, signal) == 0) { // one that waits already is not ours to take
+            if (sigismember(&pending, signal) == 0) { // a signal that is already pending belongs to the process
                 sigaddset(&m_signals, signal);
             }
         }
@@ -35,7 +35,7 @@ public:
     WriteSignalsHeld(const WriteSignalsHeld&) = delete;
     WriteSignalsHeld& operator=(const WriteSignalsHeld&) = delete;
 
-    // Takes off what a failed write has raised.
+    // Discards the signals that a failed write has raised.
     void Discard() {
         constexpr timespec now{};
         while (sigtimedwait(&m_signals, nullptr, &now) > 0) {
@@ -73,7 +73,7 @@ private:
         return fstat(file, &status) == 0 && S_ISREG(status.st_mode);
     }
 
-    // Asked for each time: the process may be limited at any time, and the question takes less than holding signals.
+    // Checked at each write, since the process can be limited at any time. The check is cheaper than blocking signals.
     static bool SizeIsLimited() {
         rlimit limit{};
         return getrlimit(RLIMIT_FSIZE, &limit) != 0 || limit.rlim_cur != RLIM_INFINITY;
@@ -94,7 +94,7 @@ private:
 } // namespace
 
 std::unique_ptr<AppendStream> OpenLogFile(const WideString& path) {
-    // Not blocking: what stands at the path could be a pipe, and no event waits for its reader.
+    // Non-blocking: `path` can be a pipe, and no event may wait for its reader.
     const int file = open(ToUtf8(path).c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NOCTTY | O_NONBLOCK,
                           S_IRUSR | S_IWUSR | S_IRGRP);
     if (file < 0) {

@@ -10,7 +10,7 @@ namespace siblings {
 
 namespace {
 
-// The bytes of a record. Those of a usual one take no memory from the heap.
+// A record as UTF-8. A usual one (up to 512 units) needs no heap memory.
 class RecordBytes {
 public:
     explicit RecordBytes(WideView text) {
@@ -72,7 +72,7 @@ int32_t LogWriter::WriteRecord(const WideChar* text, int32_t level) {
         return Signed(RESULT_OK);
     }
     return Signed(Guarded([this, text] {
-        const RecordBytes bytes(text); // not under the lock
+        const RecordBytes bytes(text); // outside the lock
         const std::lock_guard guard(m_lock);
         if (!m_stream) {
             return RESULT_NOT_STARTED;
@@ -80,7 +80,7 @@ int32_t LogWriter::WriteRecord(const WideChar* text, int32_t level) {
         std::string_view record = bytes.View();
         std::string behindTornOne;
         if (m_torn) {
-            behindTornOne = "\r\n" + std::string(record); // a record never goes on in the line of a torn one
+            behindTornOne = "\r\n" + std::string(record); // a record starts on its own line
             record = behindTornOne;
         }
         const size_t written = m_stream->Append(record);

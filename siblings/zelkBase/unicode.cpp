@@ -8,10 +8,10 @@ namespace {
 
 constexpr char32_t replacement = 0xFFFD;
 
-// What may follow a leading byte: the number of trailing bytes, and the bounds of the first of them. The bounds are
-// what keeps out overlong forms (E0, F0), surrogates (ED) and values beyond U+10FFFF (F4).
+// What can follow a leading byte: the number of trailing bytes, and the range of the first one. The ranges exclude
+// overlong forms (E0, F0), surrogates (ED) and values beyond U+10FFFF (F4).
 struct Lead {
-    int trailing; // 0: no leading byte
+    int trailing; // 0: not a leading byte
     unsigned char low;
     unsigned char high;
 };
@@ -75,7 +75,7 @@ char32_t TakeCodePoint(std::string_view& text) {
     unsigned char low = lead.low;
     unsigned char high = lead.high;
     for (int i = 0; i < lead.trailing; ++i) {
-        // A byte that does not fit is not taken: it may begin a character of its own.
+        // A byte that does not fit is not consumed: it can start a character.
         const auto byte = text.empty() ? static_cast<unsigned char>(0) : static_cast<unsigned char>(text.front());
         if (byte < low || byte > high) {
             return replacement;

@@ -43,8 +43,8 @@ constexpr const char* kernel32Names[] = {
     "GetProcessDEPPolicy",   "QueryFullProcessImageNameW",
 };
 
-// Guards NativeTableLoaded and the load. It spins, since the load is short and happens once, and since a mutex needs
-// memory at its first use on some platforms and reports the lack of it in its own way.
+// Guards NativeTableLoaded and the load. A spin lock, since the load is short and happens once, and since a std::mutex
+// allocates at its first use on some platforms and does not report a failure as std::bad_alloc.
 class LoadGuard {
 public:
     LoadGuard() {
@@ -72,7 +72,7 @@ NativeFunctionTable& GetNativeFunctionTable() {
 void LoadNativeFunctionsOnce() {
     const LoadGuard guard;
     if (!NativeTableLoaded) {
-        NativeTableLoaded = true; // before the load, so that it is never begun twice
+        NativeTableLoaded = true; // before the load, so that a failed one is not repeated
         LoadNativeFunctions();
     }
 }

@@ -32,11 +32,11 @@ MarkedHash AllowList::HashOfPair(uint32_t protocolHash, std::string_view mid) {
     return MarkedHash(protocolHash ^ HashText(mid, ProcessHashKeys().mid));
 }
 
-// What can fail comes first: room for the pair, then the element of the table. A key comes into the table together with
-// its first machine id.
+// Strong exception guarantee: everything that can throw comes first, the insertion into the table last. A key enters
+// the table together with its first machine id.
 void AllowList::Add(std::string protocol, std::string mid) {
     const MarkedHash hash = HashOfPair(HashOfProtocol(protocol), mid);
-    m_pairs.emplace_back(); // by the vector's own growth: reserve() takes no more than it is asked for
+    m_pairs.emplace_back(); // grows geometrically, unlike reserve()
     m_pairs.pop_back();
     m_index.Reserve();
 
@@ -120,7 +120,7 @@ bool CMordRecv::SetAllowList(const char* text) {
     } else if (midList == nullptr) {
         LOG_ERROR(WIDE("format error"));
     } else {
-        m_allowList.Clear(); // the old list is gone from here on, whatever follows
+        m_allowList.Clear(); // the old list is lost from here on, as required
         if (!midList->IsArray()) {
             LOG_TRACE(WIDE("mid list is empty")); // sic: a value of another kind logs this, an empty array does not
         } else {

@@ -14,7 +14,7 @@ uint32_t CountDistinct(MidSet mids) {
 } // namespace
 
 bool CMordRecv::IsMatchmid(std::string protocolKey, MidSet queryMids, std::string* midMatchOutput) {
-    const AllowQuery query(protocolKey, queryMids); // before the lock, which is then held for the look-ups alone
+    const AllowQuery query(protocolKey, queryMids); // hashes before the lock is taken
 
     const std::lock_guard lock(m_lock);
     if (queryMids.empty() || m_allowList.Table().empty()) {
