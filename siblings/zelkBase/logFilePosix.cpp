@@ -16,9 +16,9 @@ namespace {
 
 // Blocks, during a write, the signals that a failing write raises on the thread: at the limit of file sizes, or on a
 // pipe without a reader, the record is lost and the process goes on.
-class WriteSignalsHeld {
+class BlockedWriteSignals {
 public:
-    WriteSignalsHeld() {
+    BlockedWriteSignals() {
         sigemptyset(&m_signals);
         sigset_t pending;
         sigpending(&pending);
@@ -30,10 +30,10 @@ public:
         pthread_sigmask(SIG_BLOCK, &m_signals, &m_former);
     }
 
-    ~WriteSignalsHeld() { pthread_sigmask(SIG_SETMASK, &m_former, nullptr); }
+    ~BlockedWriteSignals() { pthread_sigmask(SIG_SETMASK, &m_former, nullptr); }
 
-    WriteSignalsHeld(const WriteSignalsHeld&) = delete;
-    WriteSignalsHeld& operator=(const WriteSignalsHeld&) = delete;
+    BlockedWriteSignals(const BlockedWriteSignals&) = delete;
+    BlockedWriteSignals& operator=(const BlockedWriteSignals&) = delete;
 
     // Discards the signals that a failed write has raised.
     void Discard() {
@@ -58,7 +58,7 @@ public:
         if (m_isRegular && !SizeIsLimited()) {
             return static_cast<size_t>(std::max(Write(bytes), ssize_t{0})); // raises no signal
         }
-        WriteSignalsHeld signals;
+        BlockedWriteSignals signals;
         const ssize_t written = Write(bytes);
         if (written < 0) {
             signals.Discard();

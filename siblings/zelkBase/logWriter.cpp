@@ -14,11 +14,11 @@ namespace {
 class RecordBytes {
 public:
     explicit RecordBytes(WideView text) {
-        if (Utf8Capacity(text.size()) <= sizeof m_few) {
-            m_bytes = {m_few, WriteUtf8(text, m_few)};
+        if (Utf8Capacity(text.size()) <= sizeof m_inline) {
+            m_bytes = {m_inline, WriteUtf8(text, m_inline)};
         } else {
-            m_many = ToUtf8(text);
-            m_bytes = m_many;
+            m_heap = ToUtf8(text);
+            m_bytes = m_heap;
         }
     }
     RecordBytes(const RecordBytes&) = delete;
@@ -27,8 +27,8 @@ public:
     std::string_view View() const { return m_bytes; }
 
 private:
-    char m_few[1536];
-    std::string m_many;
+    char m_inline[1536];
+    std::string m_heap;
     std::string_view m_bytes;
 };
 
@@ -48,7 +48,7 @@ int32_t LogWriter::Start(const WideChar* moduleName, uint32_t) {
     return Signed(Guarded([this, moduleName] {
         const std::lock_guard guard(m_lock);
         m_stream.reset();
-        m_torn = false;
+        m_endsInPartialRecord = false;
         if (moduleName == nullptr || !IsFileName(moduleName)) {
             return RESULT_INVALID_ARGUMENT;
         }
@@ -78,17 +78,17 @@ int32_t LogWriter::WriteRecord(const WideChar* text, int32_t level) {
             return RESULT_NOT_STARTED;
         }
         std::string_view record = bytes.View();
-        std::string behindTornOne;
-        if (m_torn) {
-            behindTornOne = "\r\n" + std::string(record); // a record starts on its own line
-            record = behindTornOne;
+        std::string onNewLine;
+        if (m_endsInPartialRecord) {
+            onNewLine = "\r\n" + std::string(record); // a record starts on its own line
+            record = onNewLine;
         }
         const size_t written = m_stream->Append(record);
         if (written == record.size()) {
-            m_torn = false;
+            m_endsInPartialRecord = false;
             return RESULT_OK;
         }
-        m_torn = m_torn || written != 0;
+        m_endsInPartialRecord = m_endsInPartialRecord || written != 0;
         return RESULT_FAILED;
     }));
 }

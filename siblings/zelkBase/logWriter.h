@@ -44,7 +44,7 @@ private:
 
     std::mutex m_lock; // guards the fields below
     std::unique_ptr<AppendStream> m_stream;
-    bool m_torn = false; // the file ends with a part of a record
+    bool m_endsInPartialRecord = false; // the file ends with a part of a record
 };
 
 } // namespace siblings

@@ -10,13 +10,13 @@ constexpr char32_t replacement = 0xFFFD;
 
 // What can follow a leading byte: the number of trailing bytes, and the range of the first one. The ranges exclude
 // overlong forms (E0, F0), surrogates (ED) and values beyond U+10FFFF (F4).
-struct Lead {
+struct LeadByte {
     int trailing; // 0: not a leading byte
     unsigned char low;
     unsigned char high;
 };
 
-constexpr Lead DescribeLead(unsigned char byte) {
+constexpr LeadByte DescribeLeadByte(unsigned char byte) {
     if (byte >= 0xC2 && byte <= 0xDF) {
         return {1, 0x80, 0xBF};
     }
@@ -67,7 +67,7 @@ char32_t TakeCodePoint(std::string_view& text) {
     if (first < 0x80) {
         return first;
     }
-    const Lead lead = DescribeLead(first);
+    const LeadByte lead = DescribeLeadByte(first);
     if (lead.trailing == 0) {
         return replacement;
     }

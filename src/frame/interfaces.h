@@ -24,7 +24,7 @@
 
 // Object model
 
-// Root of all components and services. The order differs from COM: QueryInterface comes last. Any thread may call.
+// Root of all components and services. Note the order: QueryInterface comes last. Any thread may call.
 class ISmartUnknown {
 public:
     virtual int32_t AddRef() = 0;  // 0

@@ -9,7 +9,7 @@
 namespace {
 
 struct TebAddress {
-    bool known;       // the query succeeded
+    bool valid;       // the query succeeded
     uint64_t address; // as the query left it; initially 0
 };
 
@@ -138,20 +138,21 @@ uint64_t Native::ReadPeb32(void* destination) {
 
 uint64_t Native::ReadTeb64(platform::Handle thread, void* destination) {
     const TebAddress teb = QueryTeb<Bits64>(thread);
-    if (teb.known && destination != nullptr) {
+    if (teb.valid && destination != nullptr) {
         platform::ReadProcessMemory(processHandle, CutToCaller(teb.address), destination, Bits64::tebSize, nullptr);
     }
     return teb.address;
 }
 
-// A failed query of a 32-bit target gives the offset alone, 8192. Callers rely on that value, and it is not a TEB.
+// If the query for a 32-bit target fails, the result is the bare offset, 8192, as required. Callers must not take it
+// for a TEB.
 uint64_t Native::ReadTeb32(platform::Handle thread, void* destination) {
     if (!targetIsWow64) {
         return 0;
     }
     const TebAddress teb64 = QueryTeb<Bits64>(thread);
     const uint64_t address = teb64.address + teb32AboveTeb64;
-    if (teb64.known && destination != nullptr) {
+    if (teb64.valid && destination != nullptr) {
         platform::ReadProcessMemory(processHandle, CutToCaller(address), destination, Bits32::tebSize, nullptr);
     }
     return address;
@@ -176,7 +177,7 @@ uint64_t Native::ReadPlainPeb(void* destination) {
 
 uint64_t Native::ReadPlainTeb32(platform::Handle thread, void* destination) {
     const TebAddress teb = QueryTeb<Bits32>(thread);
-    if (teb.known && destination != nullptr) {
+    if (teb.valid && destination != nullptr) {
         platform::ReadProcessMemory(processHandle, CutToCaller(teb.address), destination, Bits32::tebSize, nullptr);
     }
     return teb.address;

@@ -9,7 +9,7 @@
 
 namespace {
 
-struct FreeArea {
+struct VirtualFreeDeleter {
     void operator()(char* area) const { platform::VirtualFree(area); }
 };
 
@@ -32,7 +32,7 @@ TargetProcess::ProcessList TargetProcess::ListProcesses() {
     if (!Failed(native->QuerySystemInformation(SystemExtendedProcessInformationClass, nullptr, 0, &size))) {
         return list;
     }
-    const std::unique_ptr<char, FreeArea> area(static_cast<char*>(platform::VirtualAlloc(size)));
+    const std::unique_ptr<char, VirtualFreeDeleter> area(static_cast<char*>(platform::VirtualAlloc(size)));
     if (area == nullptr ||
         Failed(native->QuerySystemInformation(SystemExtendedProcessInformationClass, area.get(), size, &size))) {
         return list; // not repeated if the list grew since the first call

@@ -10,6 +10,7 @@
 
 namespace {
 
+// More than the queries need, but the required rights.
 constexpr uint32_t threadAllAccess = 0x1FFFFF;
 
 // Returns the text of the UNICODE_STRING of bitness `Bits` at the start of `reply`. Its address must point into the

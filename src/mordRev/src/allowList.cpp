@@ -64,8 +64,8 @@ void AllowList::Clear() noexcept {
 }
 
 const std::string* AllowList::Match(const AllowQuery& query) const {
-    // Most ids are not in the list, and most queries end here. The loop does the same few steps for each id: the longer
-    // the receiver's lock is held, the more often another thread is put to sleep for it.
+    // Most ids are not in the list, and most queries end here. The loop takes the same few steps for every id: a longer
+    // hold of the receiver's lock puts other threads to sleep more often.
     bool mayMatch = false;
     for (size_t i = 0; i < query.m_mids.size(); ++i) {
         mayMatch |= m_index.MayHold(query.m_pairs[i]);
@@ -88,8 +88,8 @@ const std::string* AllowList::Match(const AllowQuery& query) const {
 
 namespace {
 
-// Adds what one entry of "mid_list" says. An entry without a "mid" that is a string and a "protocol" that is an array
-// is skipped, and so is an element of "protocol" that is not a string.
+// Adds one entry of "mid_list". Skips an entry without a string "mid" and an array "protocol", and every element of
+// "protocol" that is not a string.
 void AddEntry(AllowList& list, const JsonValue& entry) {
     const JsonValue* const mid = FindMember(entry, "mid");
     if (mid == nullptr || !mid->IsString()) {

@@ -1,4 +1,4 @@
-// Matching of machine ids: equality of whole strings, nothing else.
+// Matching of machine ids: whole strings, byte by byte.
 #include <set>
 #include <string_view>
 
@@ -18,7 +18,7 @@ bool CMordRecv::IsMatchmid(std::string protocolKey, MidSet queryMids, std::strin
 
     const std::lock_guard lock(m_lock);
     if (queryMids.empty() || m_allowList.Table().empty()) {
-        // The numbers are those of protocol keys and of distinct ids.
+        // The numbers of protocol keys and of distinct ids.
         LOG_ERROR(WIDE("CMordRecv::IsMatchmid fail")
                   << WIDE("allow_list_size:") << static_cast<uint32_t>(m_allowList.Table().size())
                   << WIDE("query_mids_size:") << CountDistinct(queryMids));

@@ -74,6 +74,7 @@ bool CMordRecv::Init(IDotHost* host) {
     if (m_inited) {
         return true;
     }
+    // The log comes first: a null host fails with logging already started.
     if (!InitLogMoudle() || host == nullptr) {
         return false;
     }

@@ -21,7 +21,7 @@ public:
     explicit Mixer(uint64_t state) : m_state(state) {}
 
     // Mixes `value` into the state.
-    void Stir(uint64_t value) {
+    void Mix(uint64_t value) {
         m_state ^= value;
         m_state = Next();
     }
@@ -38,14 +38,14 @@ private:
     uint64_t m_state;
 };
 
-void FillFromProcess(HashKeys& keys) noexcept {
+void DeriveFromProcess(HashKeys& keys) noexcept {
     static std::atomic<uint32_t> draws = 0;
     Mixer mixer(draws.fetch_add(1, std::memory_order_relaxed));
-    mixer.Stir(static_cast<uint64_t>(std::chrono::system_clock::now().time_since_epoch().count()));
-    mixer.Stir(static_cast<uint64_t>(std::chrono::steady_clock::now().time_since_epoch().count()));
-    mixer.Stir(platform::GetCurrentThreadId());
-    mixer.Stir(reinterpret_cast<uintptr_t>(&draws)); // the address of the library
-    mixer.Stir(reinterpret_cast<uintptr_t>(&keys));  // and that of the stack or the heap
+    mixer.Mix(static_cast<uint64_t>(std::chrono::system_clock::now().time_since_epoch().count()));
+    mixer.Mix(static_cast<uint64_t>(std::chrono::steady_clock::now().time_since_epoch().count()));
+    mixer.Mix(platform::GetCurrentThreadId());
+    mixer.Mix(reinterpret_cast<uintptr_t>(&draws)); // the address of the library
+    mixer.Mix(reinterpret_cast<uintptr_t>(&keys));  // and that of the stack or the heap
     auto* const bytes = reinterpret_cast<unsigned char*>(&keys);
     for (size_t at = 0; at < sizeof keys; at += sizeof(uint64_t)) {
         const uint64_t next = mixer.Next();
@@ -98,7 +98,7 @@ uint32_t HashText(std::string_view text, const HashKey& key) {
 HashKeys DrawHashKeys() noexcept {
     HashKeys keys{};
     if (!platform::FillRandom(&keys, sizeof keys)) {
-        FillFromProcess(keys);
+        DeriveFromProcess(keys);
     }
     for (HashKey* const key : {&keys.mid, &keys.protocol, &keys.guid}) {
         key->last |= 1;
