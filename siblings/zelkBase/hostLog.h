@@ -11,7 +11,8 @@ class IHostLog : public ISmartUnknown {
 public:
     // From now on the factory returns `writer`, with a reference for the caller, for SID_LogWriter instead of a new
     // writer; null ends that. Returns 0. Must not be called while a writer is created, as Init of mordRev does.
-    // Otherwise any thread may call.
+    // Otherwise any thread may call. `writer` must meet the contract of ILogWriter: mordRev calls it from several
+    // threads, some of them with its lock held.
     //
     // ZelkBase holds no reference: the host keeps `writer` until it has ended the replacement. A caller that got the
     // writer holds a reference and can release it as late as at the end of the process.

@@ -7,11 +7,11 @@
 //
 // Ownership. Components and services (what derives from ISmartUnknown) are reference-counted and given back with
 // Release. The component neither counts nor releases the interfaces of the host (IDotHost, IEventRecord, IReportSink):
-// the host keeps each of them valid for the time given at its declaration. No text or array that a call receives is
-// kept, unless the operation says so.
+// the host keeps each of them valid for the time given at its declaration. A text or an array that an operation
+// receives is valid during the call and not kept.
 //
-// Threads. The component starts no thread: it calls the host on the thread that called the component, and never with
-// its lock held. Operations that several threads may call at once say so.
+// Threads. The component starts no thread: it calls the host's interfaces on the thread that called the component, and
+// never with its lock held. Operations that several threads may call at once say so.
 //
 // Errors. Operations report a failure through their result; many also log it. The component throws std::bad_alloc when
 // memory runs out, and nothing else; it catches nothing, so an exception of the host passes through it.
@@ -156,13 +156,14 @@ public:
     virtual bool Start() = 0; // 8: lets rules match; returns true
     virtual bool Stop() = 0;  // 9: stops that; always returns false, which is no failure
 
-    // Decides one connection event. `rules` holds `ruleCount` rule records, tried in array order until one allows.
-    // `*reply` receives the verdict, a ReplyCode.
+    // Decides one connection event. `rules` holds `ruleCount` rule records, none of them null, tried in array order
+    // until one allows. `*reply` receives the verdict, a ReplyCode.
     //
     // The result is not the verdict. It is true if a rule allowed the event or no rule was needed (emergency mode,
-    // disconnect, network error, MODE_ALL_FORBID). It is false if no rule allowed it, for a query error, an answer that
-    // is not JSON, and a parameter error. A null `event` or `rules` or a `ruleCount` of 0 sets `*reply` to 0. A null
-    // `reply`, or a call before Init, changes nothing. Parameter errors are logged and not reported.
+    // disconnect, network error, MODE_ALL_FORBID with an answered query). It is false if no rule allowed it, for a
+    // query error, an answer that is not JSON, and a parameter error. A null `event` or `rules` or a `ruleCount` of 0
+    // sets `*reply` to 0. A null `reply`, or a call before Init, changes nothing. Parameter errors are logged and not
+    // reported.
     //
     // Calls QueryDot, FreeResult, DeleteDot and Report on the calling thread, without a lock, and takes as long as they
     // do.
@@ -214,7 +215,8 @@ public:
 };
 constexpr uint32_t LOG_CONFIG_DIRECTORY = 0x200002;
 
-// The logger. Several threads call WriteRecord at once. The component ignores all results.
+// The logger. Several threads call WriteRecord at once, some of them with the component's lock held: it must not call
+// the component. The component ignores all results.
 class ILogWriter : public ISmartUnknown {
 public:
     virtual int32_t Start(const WideChar* moduleName, uint32_t zero) = 0; // 3: starts the logger under that name
@@ -238,7 +240,8 @@ struct TextConversionRequest {
 };
 static_assert(sizeof(void*) != 4 || sizeof(TextConversionRequest) == 24, "six words of 32 bits");
 
-// Converts text. Several threads call it at once.
+// Converts text. Several threads call it at once, some of them with the component's lock held: it must not call the
+// component.
 class ITextConverter : public ISmartUnknown {
 public:
     // Converts in the direction `command` and leaves a NUL-terminated text in the destination, whose previous content

@@ -32,7 +32,7 @@ public:
     Native& operator=(const Native&) = delete;
 
     // Copies `size` bytes at `address` to `destination`, and stores the number of bytes copied in `*bytesRead`, which
-    // may be null.
+    // may be null. The system function of a 32-bit caller can store only its low 32 bits: clear it before the call.
     virtual NtStatus ReadMemory(uint64_t address, void* destination, uint64_t size, uint64_t* bytesRead);
 
     // The NT queries, with their information classes (ntFunctions.h). `size` is that of `buffer` in bytes;
@@ -46,6 +46,8 @@ public:
                                             uint32_t* returnedLength);
 
     // Get a thread's 32-bit or 64-bit CONTEXT. `context` is a record of that bitness with its ContextFlags set.
+    // Native::GetThreadContext32 succeeds without effect for a 64-bit target and on a system without
+    // Wow64GetThreadContext.
     virtual NtStatus GetThreadContext32(platform::Handle thread, void* context);
     virtual NtStatus GetThreadContext64(platform::Handle thread, void* context);
 
