@@ -50,7 +50,7 @@ bool StartLogger(const WideChar* moduleName) {
         return false;
     }
     const LogSettings settings = ReadSettings(IniPath(config.Get()));
-    LogDebugViewEnabled = settings.debugView; // remains even if the rest fails, as required
+    LogDebugViewEnabled = settings.debugView; // remains even if the rest fails, by design
     if (!settings.writeLog || moduleName == nullptr) {
         return true;
     }

@@ -101,7 +101,7 @@ uint64_t GateLoaderResolver() {
         return 0;
     }
     const Image<exportDirectorySize> directory(base + directoryAddress);
-    // The ordinal table is read, and the names are searched, up to the number of functions, as required; the search
+    // The ordinal table is read, and the names are searched, up to the number of functions, by design; the search
     // ends at the match.
     Table<uint32_t> functions(directory.At<uint32_t>(exportNumberOfFunctions));
     Table<uint16_t> ordinals(functions.count);

@@ -32,7 +32,7 @@ TargetProcess::ModuleList TargetProcess::ListModules64() {
     return ListModulesOf<Bits64>();
 }
 
-// A failed read of an entry is ignored, as required: the record then has base 0, size 0 and no path.
+// A failed read of an entry is ignored, by design: the record then has base 0, size 0 and no path.
 template <typename Bits>
 TargetProcess::ModuleList TargetProcess::ListModulesOf() {
     using Pointer = typename Bits::Pointer;
@@ -44,7 +44,7 @@ TargetProcess::ModuleList TargetProcess::ListModulesOf() {
     const uint64_t ldr = LoadField<Pointer>(peb.bytes, Bits::pebLdr);
     SystemBuffer<Bits::ldrDataSize> ldrData;
     const NtStatus read = native->ReadMemory(ldr, ldrData.bytes, sizeof ldrData.bytes, nullptr);
-    if (read != STATUS_OF_SUCCESS) { // required: warnings end the walk here, unlike at the other reads
+    if (read != STATUS_OF_SUCCESS) { // by design: warnings end the walk here, unlike at the other reads
         return list;
     }
     const auto head = static_cast<Pointer>(ldr + Bits::ldrInLoadOrderModuleList);

@@ -99,7 +99,7 @@ NtStatus Native::QuerySystemInformation(uint32_t informationClass, void* buffer,
     return query(informationClass, buffer, size, returnedLength);
 }
 
-// For a 64-bit target this succeeds without any effect, as required. It also returns success if the system lacks
+// For a 64-bit target this succeeds without any effect, by design. It also returns success if the system lacks
 // Wow64GetThreadContext.
 NtStatus Native::GetThreadContext32(platform::Handle thread, void* context) {
     if (!targetIsWow64) {
@@ -144,7 +144,7 @@ uint64_t Native::ReadTeb64(platform::Handle thread, void* destination) {
     return teb.address;
 }
 
-// If the query for a 32-bit target fails, the result is the bare offset, 8192, as required. Callers must not take it
+// If the query for a 32-bit target fails, the result is the bare offset, 8192, by design. Callers must not take it
 // for a TEB.
 uint64_t Native::ReadTeb32(platform::Handle thread, void* destination) {
     if (!targetIsWow64) {

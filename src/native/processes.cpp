@@ -48,7 +48,7 @@ TargetProcess::ProcessList TargetProcess::ListProcesses() {
         }
         entry += next;
     }
-    std::sort(list.begin(), list.end()); // by the addresses of the records, as required: no useful order
+    std::sort(list.begin(), list.end()); // by the addresses of the records, by design: no useful order
     return list;
 }
 

@@ -10,7 +10,7 @@
 
 namespace {
 
-// More than the queries need, but the required rights.
+// More rights than the queries need, by design.
 constexpr uint32_t threadAllAccess = 0x1FFFFF;
 
 // Returns the text of the UNICODE_STRING of bitness `Bits` at the start of `reply`. Its address must point into the
@@ -59,7 +59,7 @@ TargetProcess::ThreadList
 TargetProcess::ListThreadsBy(std::shared_ptr<const TheradData> (TargetProcess::*readThread)(uint32_t)) {
     ThreadList list;
     const ScopedHandle snapshot(platform::CreateToolhelp32Snapshot(platform::TH32CS_SNAPTHREAD_FLAG, 0));
-    if (!snapshot) { // only null is a failure here, as required
+    if (!snapshot) { // only null is a failure here, by design
         return list;
     }
     platform::ThreadEntry entry{};

@@ -120,7 +120,7 @@ bool CMordRecv::SetAllowList(const char* text) {
     } else if (midList == nullptr) {
         LOG_ERROR(WIDE("format error"));
     } else {
-        m_allowList.Clear(); // the old list is lost from here on, as required
+        m_allowList.Clear(); // the old list is lost from here on, by design
         if (!midList->IsArray()) {
             LOG_TRACE(WIDE("mid list is empty")); // sic: a value of another kind logs this, an empty array does not
         } else {

@@ -66,7 +66,7 @@ bool CMordRecv::HandleEvent(IEventRecord* event, IEventRecord** rules, uint32_t 
             answer.GiveBack();
             result = false;
         } else if (m_defenderMode.load(std::memory_order_relaxed) == MODE_ALL_FORBID) {
-            answer.Keep(); // required: only on this path the host never gets its buffer back
+            answer.Keep(); // by design: only on this path the host never gets its buffer back
             *reply = REPLY_BLOCK;
             LOG_TRACE(WIDE(" defender mode is all forbid, reply=") << *reply);
         } else if (!ParseQueryResult(answer.Copy(), &queryResult)) {

@@ -31,7 +31,7 @@ CMordRecv::CMordRecv() {
 }
 
 // Not reached in a running system, since the process-wide object is never destroyed. Host and report sink are not
-// released. The action table is cleared first, as required; the rest follows in reverse order of declaration.
+// released. The action table is cleared first, by design; the rest follows in reverse order of declaration.
 CMordRecv::~CMordRecv() {
     m_started = false;
     m_inited = false;

@@ -27,7 +27,7 @@ bool CMordRecv::GetProcPathByPid(uint32_t pid, std::string* path) {
     const auto imagePath = target.ReadImagePath();
     if (imagePath == nullptr) {
         LOG_ERROR(WIDE("get process path fail, pid=") << pid);
-        process.Close(); // before the objects that use it are destroyed, as required
+        process.Close(); // before the objects that use it are destroyed, by design
         return false;
     }
     *path = WideToUtf8(imagePath->buffer.get());

@@ -17,7 +17,7 @@ inline uint32_t ReadInt32(IEventRecord* record, const char* name) {
     return record->GetInt32(name, &value) == RECORD_DELIVERED ? static_cast<uint32_t>(value) : 0;
 }
 
-// Returns what the record stored, initially 0; the result code is ignored, as required.
+// Returns what the record stored, initially 0; the result code is ignored, by design.
 inline int64_t ReadInt64(IEventRecord* record, const char* name) {
     int64_t value = 0;
     record->GetInt64(name, &value);
