@@ -6,11 +6,11 @@
 
 #include "frame/servicePointer.h"
 
-extern bool LogFileEnabled;      // records go to LoggerObject, which has been started
+extern bool LogFileEnabled;      // records go to LoggerObject unless that is null; set by the first logger
 extern bool LogDebugViewEnabled; // records go to OutputDebugStringW
 
-// The component's logger, null before the first start. The static destructor releases it when the component is
-// unloaded.
+// The component's logger, started. Null before the first start, and after a start whose new logger was refused. The
+// static destructor releases it when the component is unloaded.
 extern ServicePointer<ILogWriter> LoggerObject;
 
 // Returns whether records are written anywhere. The level does not matter: only the logger filters by it.
