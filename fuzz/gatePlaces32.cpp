@@ -1,9 +1,9 @@
 // The 64-bit half of a 32-bit caller.
 #include "fuzz/memoryPlaces.h"
+#include "kit/system/published/queryLayouts.h"
+#include "kit/system/scriptedProcess/gateHalf.h"
 #include "native/gate.h"
 #include "native/nativeWow64.h"
-#include "native/published/queryLayouts.h"
-#include "native/scripted/gateHalf.h"
 
 using namespace scripted;
 

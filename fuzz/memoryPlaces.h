@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "fuzz/input.h"
-#include "native/scripted/processImage.h"
+#include "kit/system/scriptedProcess/processImage.h"
 
 // Finds, once, what the library keeps for the life of the process, while everything is well-formed: a finding then
 // depends on its input alone.

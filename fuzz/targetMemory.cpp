@@ -6,9 +6,9 @@
 // library can tell is then asked for. What must hold beside the sanitizers' rules is tested in Require.
 #include "fuzz/input.h"
 #include "fuzz/memoryPlaces.h"
+#include "kit/system/scriptedProcess/lowStack.h"
+#include "kit/system/scriptedProcess/pairings.h"
 #include "native/devicePath.h"
-#include "native/scripted/lowStack.h"
-#include "native/scripted/pairings.h"
 #include "native/targetProcess.h"
 
 #include <cstdlib>

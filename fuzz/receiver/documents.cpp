@@ -10,7 +10,7 @@
 #include "fuzz/receiver/vocabulary.h"
 #include "fuzz/require.h"
 #include "fuzz/targets.h"
-#include "hostKit/midSets.h"
+#include "kit/host/midSets.h"
 
 namespace {
 
@@ -49,7 +49,7 @@ void RequireTheAnswerOfTheModel(const model::ReceiverModel::Answer& expected, co
     Require(table.Size() == expected.size(), "as many guids as the model says");
     for (const auto& [guid, mids] : expected) {
         const MidSet* const found = table.Find(guid);
-        Require(found != nullptr && hostKit::TextsOf(*found) == std::set<std::string>(mids.begin(), mids.end()),
+        Require(found != nullptr && kit::TextsOf(*found) == std::set<std::string>(mids.begin(), mids.end()),
                 "a guid with the machine ids that the model says");
     }
 }

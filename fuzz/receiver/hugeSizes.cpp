@@ -1,6 +1,6 @@
 // A size that a record claims and that is out of all reason finds no memory, at once and on every machine. A program
 // that links this is linked with calloc and malloc wrapped.
-#include "mordRev/systemAllocator.h"
+#include "kit/heap/systemAllocator.h"
 
 #include <cstddef>
 

@@ -10,7 +10,7 @@
 #include "fuzz/receiver/records.h"
 #include "fuzz/receiver/vocabulary.h"
 #include "fuzz/require.h"
-#include "hostKit/quietSystem.h"
+#include "kit/system/quietSystem.h"
 #include "logging/logState.h"
 
 namespace {
@@ -26,7 +26,7 @@ ReceiverPair& ReceiverPair::Instance() {
 
 ReceiverPair::ReceiverPair() : modelReceiver(m_trace, m_siblings, m_branches) {
     m_siblings.logs = false;
-    hostKit::takeRecord = TakeRecord;
+    kit::takeRecord = TakeRecord;
     const std::pair<IMordRev*, HostSide*> both[] = {{&library, &librarySide}, {&modelReceiver, &modelSide}};
     for (const auto& [receiver, side] : both) {
         Require(receiver->Init(side), "a receiver is initialised");

@@ -6,7 +6,7 @@
 
 #include "fuzz/input.h"
 #include "fuzz/receiver/hostSide.h"
-#include "hostKit/receiverFields.h"
+#include "kit/host/receiverFields.h"
 #include "model/receiverModel.h"
 #include "model/siblingState.h"
 #include "model/trace.h"

@@ -9,9 +9,9 @@
 #include <string>
 
 #include "frame/interfaces.h"
-#include "hostKit/dynamicLibrary.h"
-#include "hostKit/plainServices.h"
-#include "hostKit/utf.h"
+#include "kit/siblings/dynamicLibrary.h"
+#include "kit/siblings/plainServices.h"
+#include "kit/text/utf.h"
 
 namespace model {
 namespace {
@@ -22,13 +22,13 @@ const SiblingState defaultState;
 const SiblingState* state = &defaultState;
 thread_local RecordTaker* recordTaker = nullptr;
 
-class Finder final : public hostKit::PlainService<IModuleFinder> {
+class Finder final : public kit::PlainService<IModuleFinder> {
 public:
     void* FindModule(const WideChar*) override { return module; }
     void* module = nullptr;
 };
 
-class MachineId final : public hostKit::PlainService<IMachineIdService> {
+class MachineId final : public kit::PlainService<IMachineIdService> {
 public:
     int32_t GetMachineId(MachineIdRecord* record) override {
         std::copy(state->machineId.begin(), state->machineId.end(), record->machineId);
@@ -36,7 +36,7 @@ public:
     }
 };
 
-class LogConfig final : public hostKit::PlainService<ILogConfig> {
+class LogConfig final : public kit::PlainService<ILogConfig> {
 public:
     const WideChar* GetConfigText(uint32_t, uint32_t) override {
         return (state->tellsSettings ? directory : emptyDirectory).c_str();
@@ -45,7 +45,7 @@ public:
     std::basic_string<WideChar> emptyDirectory;
 };
 
-class LogWriter final : public hostKit::PlainService<ILogWriter> {
+class LogWriter final : public kit::PlainService<ILogWriter> {
 public:
     int32_t Start(const WideChar*, uint32_t) override { return 0; }
     int32_t SetLevel(uint32_t) override { return 0; }
@@ -58,15 +58,15 @@ public:
 };
 
 struct Services {
-    hostKit::DynamicLibrary zelkBase;
-    hostKit::DynamicLibrary ferrocore;
+    kit::DynamicLibrary zelkBase;
+    kit::DynamicLibrary ferrocore;
     std::filesystem::path directory;
     Finder finder;
-    hostKit::ByteConverter converter;
+    kit::ByteConverter converter;
     MachineId machineId;
     LogConfig logConfig;
     LogWriter logWriter;
-    hostKit::PlainService<ISmartUnknown> others;
+    kit::PlainService<ISmartUnknown> others;
 };
 
 // Never destroyed: the receiver holds services to the end of the process.
@@ -97,8 +97,8 @@ uint32_t MORD_CDECL Create(const GUID* iid, void** out) {
     return 0;
 }
 
-hostKit::DynamicLibrary LoadRelay(const char* name) {
-    hostKit::DynamicLibrary relay(hostKit::ProgramFolder() / "siblings" / hostKit::LibraryFile(name));
+kit::DynamicLibrary LoadRelay(const char* name) {
+    kit::DynamicLibrary relay(kit::ProgramFolder() / "siblings" / kit::LibraryFile(name));
     const auto setTarget =
         reinterpret_cast<void(MORD_CDECL*)(CreateZelkObjectFunction)>(relay.Symbol("SetRelayTarget"));
     setTarget(Create);
@@ -122,8 +122,8 @@ void UseDirectSiblings(bool logs) {
         services.directory = std::filesystem::temp_directory_path() / ("mordRevModel" + std::to_string(random()));
         std::filesystem::create_directories(services.directory);
         std::atexit(RemoveDirectory);
-        services.logConfig.directory = hostKit::ToWide((services.directory / "").string());
-        services.logConfig.emptyDirectory = hostKit::ToWide((services.directory / "none" / "").string());
+        services.logConfig.directory = kit::ToWide((services.directory / "").string());
+        services.logConfig.emptyDirectory = kit::ToWide((services.directory / "none" / "").string());
     }
     std::ofstream(services.directory / "Zelklog.ini") << "[OUTLOG]\nWriteLog=" << (logs ? 1 : 0) << "\n";
 }

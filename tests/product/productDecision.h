@@ -4,8 +4,8 @@
 #include <deque>
 #include <ostream>
 
-#include "hostKit/decisionSamples.h"
-#include "hostKit/productFixture.h"
+#include "kit/host/decisionSamples.h"
+#include "kit/host/productFixture.h"
 
 // What a call of HandleEvent gave.
 struct Verdict {
@@ -18,10 +18,10 @@ struct Verdict {
     }
 };
 
-class ProductDecision : public hostKit::ProductFixture {
+class ProductDecision : public kit::ProductFixture {
 protected:
-    using FakeRecord = hostKit::FakeRecord;
-    using Lines = hostKit::Lines;
+    using FakeRecord = kit::FakeRecord;
+    using Lines = kit::Lines;
 
     static constexpr uint32_t unwritten = 0xDEADBEEF;
 
@@ -40,13 +40,13 @@ protected:
     }
 
     void AddRule(const std::string& guid, const std::string& type) {
-        rulePointers.push_back(&rules.emplace_back(hostKit::MakeRule(guid, type)));
+        rulePointers.push_back(&rules.emplace_back(kit::MakeRule(guid, type)));
     }
 
     bool SetNumber(uint32_t key, uint32_t value) { return receiver->SetProperty(key, &value, sizeof value); }
     bool SetText(uint32_t key, std::string text) { return receiver->SetProperty(key, text.data(), 1); }
     void Allow(const std::string& mid, const Lines& protocols) {
-        ASSERT_TRUE(receiver->SetAllowList(hostKit::AllowText(mid, protocols).c_str()));
+        ASSERT_TRUE(receiver->SetAllowList(kit::AllowText(mid, protocols).c_str()));
         siblings.TakeRecordTexts();
     }
 
@@ -67,14 +67,14 @@ protected:
     }
 
     // A report of the one rule "GUID-1".
-    static hostKit::ExpectedReport Report(bool block, bool blockModified = false) {
+    static kit::ExpectedReport Report(bool block, bool blockModified = false) {
         return {.guids = {"GUID-1"}, .type = "TYPE-1", .block = block, .blockModified = blockModified};
     }
 
     IMordRev* receiver = nullptr;
-    FakeRecord event = hostKit::SampleEvent();
+    FakeRecord event = kit::SampleEvent();
     std::deque<FakeRecord> rules;
     std::vector<IEventRecord*> rulePointers;
     const std::string localMid = "SCRIPTED-MACHINE"; // as the machine id service gives it
-    const std::string query = hostKit::QueryCall({"GUID-1"}, localMid);
+    const std::string query = kit::QueryCall({"GUID-1"}, localMid);
 };

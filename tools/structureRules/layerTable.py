@@ -11,6 +11,8 @@ PUBLIC_HEADERS: list[str] = [
     "src/frame/values.h",
 ]
 
+KIT = ["tests/kit/host", "tests/kit/siblings", "tests/kit/system", "tests/kit/heap", "tests/kit/text"]
+
 # One row per folder: what its files may include besides files of the same row. A file belongs to the row with the
 # longest matching folder. An entry is the folder of another row (without the rows below it), a single header, or PUBLIC
 # for the headers above. A file that belongs to no row is an error.
@@ -46,27 +48,32 @@ MAY_INCLUDE: dict[str, list[str]] = {
                  "host/events", "host/document", "host/system", "PUBLIC"],
     # Tests: the kit, then a row for each subsystem
     "tests": [],
-    "tests/hostKit": ["src/mordRev", "src/logging", "src/frame", "src/platform"],
-    "tests/platform": ["src/platform"],
-    "tests/frame": ["tests/hostKit", "src/frame", "src/logging", "src/platform"],
-    "tests/text": ["tests/hostKit", "src/text"],
-    "tests/logging": ["tests/hostKit", "src/mordRev", "src/logging", "src/platform"],
-    "tests/native": ["tests/hostKit", "tests/fuzz", "src/mordRev", "src/native", "src/logging", "src/frame",
-                     "src/platform"],
-    "tests/mordRev": ["tests/hostKit", "tests/host", "src/mordRev", "src/logging", "src/frame"],
-    "tests/siblings": ["tests/hostKit", "siblings", "siblings/zelkBase", "src/frame", "src/platform"],
-    "tests/host": ["tests/hostKit", "host/app", "host/live", "host/programs", "host/output", "host/decide",
-                   "host/library", "host/policy", "host/dots", "host/events", "host/document", "host/net",
-                   "host/system", "PUBLIC", "siblings/zelkBase/hostLog.h"],
-    "tests/inspect": ["tests/native", "tests/host", "inspect", "src/native"],
-    # The model uses the interfaces and no internal header of the library.
-    "tests/model": ["tests/hostKit", "src/frame/interfaces.h", "src/platform/wideChar.h"],
-    "tests/race": ["tests/hostKit", "tests/model", "src/mordRev", "src/text", "src/frame"],
-    "tests/product": ["tests/hostKit", "tests/native"],
-    # The test of the binary interface has its own declarations; one file includes both.
-    "tests/abi": ["tests/hostKit", "src/frame/interfaces.h"],
-    "tests/docs": ["tests/hostKit"],
-    "tests/schema": ["tests/docs", "tests/hostKit"],
+    "tests/kit/text": ["src/platform"],
+    "tests/kit/heap": ["tests/kit/system"],
+    "tests/kit/siblings": ["tests/kit/text", "src/frame", "src/platform"],
+    "tests/kit/system": ["tests/kit/siblings", "tests/kit/text", "src/mordRev", "src/native", "src/logging",
+                         "src/frame", "src/platform"],
+    "tests/kit/host": ["tests/kit/siblings", "tests/kit/system", "tests/kit/text", "src/mordRev", "src/logging",
+                       "src/frame", "src/platform"],
+    "tests/unit/platform": ["src/platform"],
+    "tests/unit/frame": [*KIT, "src/frame", "src/logging", "src/platform"],
+    "tests/unit/text": [*KIT, "src/text"],
+    "tests/unit/logging": [*KIT, "src/mordRev", "src/logging", "src/platform"],
+    "tests/unit/native": [*KIT, "tests/fuzz", "src/mordRev", "src/native", "src/logging", "src/frame", "src/platform"],
+    "tests/unit/mordRev": [*KIT, "src/mordRev", "src/logging", "src/frame"],
+    "tests/unit/siblings": [*KIT, "siblings", "siblings/zelkBase", "src/frame", "src/platform"],
+    "tests/unit/host": [*KIT, "host/app", "host/live", "host/programs", "host/output", "host/decide",
+                        "host/library", "host/policy", "host/dots", "host/events", "host/document", "host/net",
+                        "host/system", "PUBLIC", "siblings/zelkBase/hostLog.h"],
+    "tests/unit/inspect": [*KIT, "tests/unit/native", "inspect", "src/native"],
+    # The model knows the interfaces and nothing of the library's inside.
+    "tests/model": [*KIT, "src/frame/interfaces.h", "src/platform/wideChar.h"],
+    "tests/race": [*KIT, "tests/model", "src/mordRev", "src/text", "src/frame"],
+    "tests/product": [*KIT, "tests/unit/native"],
+    # The test of the binary interface shares no header with the library; one file checks that both agree.
+    "tests/abi": ["tests/kit/siblings", "src/frame/interfaces.h"],
+    "tests/docs": KIT,
+    "tests/docs/schema": ["tests/docs", *KIT],
     "tests/fuzz": [],
     # Fuzzers, benches, examples
     "fuzz": ["src/native", "src/platform"],
@@ -87,19 +94,19 @@ EXCEPTIONS: dict[tuple[str, str], str] = {
     ("tests/fuzz/iniFileCorpusTest.cpp", "fuzz/targets.h"): "replays kept inputs",
     ("tests/fuzz/receiverCorpusTest.cpp", "fuzz/targets.h"): "replays kept inputs",
     # The fuzzers use the model and the scripted systems of the tests.
-    ("fuzz/gatePlaces32.cpp", "tests/native/published/queryLayouts.h"): "the scripted process",
-    ("fuzz/gatePlaces32.cpp", "tests/native/scripted/gateHalf.h"): "the scripted process",
-    ("fuzz/memoryPlaces.h", "tests/native/scripted/processImage.h"): "the scripted process",
-    ("fuzz/targetMemory.cpp", "tests/native/scripted/lowStack.h"): "the scripted process",
-    ("fuzz/targetMemory.cpp", "tests/native/scripted/pairings.h"): "the scripted process",
-    ("fuzz/receiver/documents.cpp", "tests/hostKit/midSets.h"): "the model's side of a comparison",
-    ("fuzz/receiver/receiverPair.cpp", "tests/hostKit/quietSystem.h"): "the model's side of a comparison",
-    ("fuzz/receiver/receiverPair.h", "tests/hostKit/receiverFields.h"): "the model's side of a comparison",
+    ("fuzz/gatePlaces32.cpp", "tests/kit/system/published/queryLayouts.h"): "the scripted process",
+    ("fuzz/gatePlaces32.cpp", "tests/kit/system/scriptedProcess/gateHalf.h"): "the scripted process",
+    ("fuzz/memoryPlaces.h", "tests/kit/system/scriptedProcess/processImage.h"): "the scripted process",
+    ("fuzz/targetMemory.cpp", "tests/kit/system/scriptedProcess/lowStack.h"): "the scripted process",
+    ("fuzz/targetMemory.cpp", "tests/kit/system/scriptedProcess/pairings.h"): "the scripted process",
+    ("fuzz/receiver/documents.cpp", "tests/kit/host/midSets.h"): "the model's side of a comparison",
+    ("fuzz/receiver/receiverPair.cpp", "tests/kit/system/quietSystem.h"): "the model's side of a comparison",
+    ("fuzz/receiver/receiverPair.h", "tests/kit/host/receiverFields.h"): "the model's side of a comparison",
     ("fuzz/receiver/receiverPair.h", "tests/model/receiverModel.h"): "the model's side of a comparison",
     ("fuzz/receiver/receiverPair.h", "tests/model/siblingState.h"): "the model's side of a comparison",
     ("fuzz/receiver/receiverPair.h", "tests/model/trace.h"): "the model's side of a comparison",
     ("fuzz/receiver/records.h", "tests/model/trace.h"): "the model's side of a comparison",
-    ("fuzz/receiver/hugeSizes.cpp", "tests/mordRev/systemAllocator.h"): "refuses huge sizes",
+    ("fuzz/receiver/hugeSizes.cpp", "tests/kit/heap/systemAllocator.h"): "refuses huge sizes",
 }
 
 # The folders to search for a quoted include, in this order, by the folder of the including file; the longest match

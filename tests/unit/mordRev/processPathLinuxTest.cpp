@@ -1,0 +1,162 @@
+// The process behind a connection, on Linux: its path comes from the system's process table.
+#include "unit/mordRev/processPathFixture.h"
+
+#include <cerrno>
+#include <csignal>
+#include <system_error>
+
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+using namespace kit;
+
+namespace {
+
+constexpr RecordSite inGetProcPath{"procPathLinux.cpp CMordRecv::GetProcPathByPid"};
+
+// No process has it: it lies above the greatest number that Linux gives out.
+constexpr int32_t noProcess = 0x7FFFFFF0;
+
+std::string OwnPathInLowerCase() {
+    std::string path = std::filesystem::read_symlink("/proc/self/exe");
+    for (char& c : path) {
+        c = c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
+    }
+    return path;
+}
+
+// A child process. It is ended and waited for with the object.
+class Child {
+public:
+    Child(const std::string& program, const char* argument) {
+        std::string name = program;
+        std::string text = argument;
+        char* arguments[] = {name.data(), text.data(), nullptr};
+        if (const int error = posix_spawn(&m_pid, program.c_str(), nullptr, nullptr, arguments, environ)) {
+            throw std::system_error(error, std::generic_category(), program);
+        }
+    }
+    ~Child() {
+        kill(m_pid, SIGKILL);
+        waitpid(m_pid, nullptr, 0);
+    }
+    Child(const Child&) = delete;
+    Child& operator=(const Child&) = delete;
+
+    int32_t Pid() const { return m_pid; }
+
+    // Waits until it has ended of itself; its entry in the process table stays.
+    void AwaitEnd() const {
+        siginfo_t info;
+        while (waitid(P_PID, static_cast<id_t>(m_pid), &info, WEXITED | WNOWAIT) != 0 && errno == EINTR) {
+        }
+    }
+
+private:
+    pid_t m_pid = 0;
+};
+
+using ProcessPath = ProcessPathFixture;
+
+TEST_F(ProcessPath, OfALivingProcessIsInLowerCase) {
+    event.Int32("pid", getpid());
+    Send();
+    const std::string path = OwnPathInLowerCase();
+    const ExpectedReport report = Expected(path.substr(path.rfind('/') + 1), path);
+    EXPECT_EQ(sink.Reports(), Lines{report.Text()});
+    EXPECT_EQ(TakeRecords(), ReportRecords(report));
+    EXPECT_NE(path, std::filesystem::read_symlink("/proc/self/exe").native()); // the test program's name has capitals
+}
+
+// A name with the separators of both systems, as a path of the other system would be.
+TEST_F(ProcessPath, IsEscapedAndItsNameStandsBehindTheLastSeparatorOfEitherKind) {
+    const std::string folder = std::filesystem::canonical(siblings.LogDirectory());
+    const std::string program = folder + R"(/C:\Dir "\Client.EXE)";
+    std::filesystem::copy_file("/bin/sleep", program);
+    const Child child(program, "60");
+    event.Int32("pid", child.Pid());
+    Send();
+    std::string lowerFolder = folder;
+    for (char& c : lowerFolder) {
+        c = c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
+    }
+    EXPECT_EQ(sink.Reports(), Lines{Expected("client.exe", lowerFolder + R"(/c:\\dir \"\\client.exe)").Text()});
+}
+
+TEST_F(ProcessPath, OfAProcessThatHasEndedIsEmpty) {
+    const Child child("/bin/sleep", "0");
+    child.AwaitEnd();
+    event.Int32("pid", child.Pid());
+    Send();
+    EXPECT_EQ(sink.Reports(), Lines{Expected("", "").Text()});
+    EXPECT_EQ(TakeRecords(),
+              RecordsWithError(inGetProcPath.Error("get process path fail, pid=" + std::to_string(child.Pid()))));
+}
+
+TEST_F(ProcessPath, ThatCannotBeHadIsReportedAllTheSameWithLoggingOff) {
+    const Child child("/bin/sleep", "0");
+    child.AwaitEnd();
+    LogFileEnabled = false;
+    for (const int32_t pid : {child.Pid(), noProcess}) {
+        std::string path = "before";
+        EXPECT_FALSE(CMordRecv::GetProcPathByPid(static_cast<uint32_t>(pid), &path));
+        EXPECT_EQ(path, "");
+        event.Int32("pid", pid);
+        Send();
+    }
+    const std::string report = Expected("", "").Text();
+    EXPECT_EQ(sink.Reports(), (Lines{report, report}));
+    EXPECT_EQ(TakeRecords(), Lines{});
+}
+
+TEST_F(ProcessPath, OfPid0IsEmptyAndTheReportGoesOutAllTheSame) {
+    event.Int32("pid", 0);
+    Send();
+    EXPECT_EQ(sink.Reports(), Lines{Expected("", "").Text()});
+    EXPECT_EQ(TakeRecords(), RecordsWithError(inGetProcPath.Error("Open process failed! pid=0 ,lasterror=3")));
+}
+
+TEST_F(ProcessPath, WithoutAPidIsLookedUpFor0) {
+    FakeRecord bare;
+    receiver->ReportEventHandleRes(&bare, rulePointers.data(), 1, REPLY_BLOCK, false);
+    EXPECT_EQ(sink.Reports(), Lines{ExpectedOfNothing().Text()});
+    EXPECT_EQ(TakeRecords(),
+              RecordsWithError(inGetProcPath.Error("Open process failed! pid=0 ,lasterror=3"), ExpectedOfNothing()));
+}
+
+TEST_F(ProcessPath, OfAPidWhoseReadFailsIsLookedUpFor0) {
+    event.FailingInt32("pid", 4, 1);
+    Send();
+    EXPECT_EQ(sink.Reports(), Lines{Expected("", "").Text()});
+    EXPECT_EQ(TakeRecords(), RecordsWithError(inGetProcPath.Error("Open process failed! pid=0 ,lasterror=3")));
+}
+
+TEST_F(ProcessPath, OfAProcessThatDoesNotExistIsEmpty) {
+    event.Int32("pid", noProcess);
+    Send();
+    EXPECT_EQ(sink.Reports(), Lines{Expected("", "").Text()});
+    EXPECT_EQ(TakeRecords(), RecordsWithError(inGetProcPath.Error("Open process failed! pid=2147483632 ,lasterror=3")));
+}
+
+TEST_F(ProcessPath, OfANegativePidIsLookedUpAsAnUnsignedNumber) {
+    event.Int32("pid", -1);
+    Send();
+    EXPECT_EQ(TakeRecords(), RecordsWithError(inGetProcPath.Error("Open process failed! pid=4294967295 ,lasterror=3")));
+}
+
+TEST_F(ProcessPath, IsEmptiedWhereTheLookUpFails) {
+    std::string path = "before";
+    EXPECT_FALSE(CMordRecv::GetProcPathByPid(noProcess, &path));
+    EXPECT_EQ(path, "");
+    EXPECT_TRUE(CMordRecv::GetProcPathByPid(static_cast<uint32_t>(getpid()), &path));
+    EXPECT_EQ(path, OwnPathInLowerCase());
+}
+
+TEST_F(ProcessPath, IsNotLookedUpForPid4) {
+    Send();
+    EXPECT_EQ(sink.Reports(), Lines{Expected("System", "System").Text()});
+    EXPECT_EQ(TakeRecords(), ReportRecords(Expected("System", "System")));
+}
+
+} // namespace
