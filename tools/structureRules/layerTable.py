@@ -66,7 +66,7 @@ MAY_INCLUDE: dict[str, list[str]] = {
                         "host/library", "host/policy", "host/dots", "host/events", "host/document", "host/net",
                         "host/system", "PUBLIC", "siblings/zelkBase/hostLog.h"],
     "tests/unit/inspect": [*KIT, "tests/unit/native", "inspect", "src/native"],
-    # The model knows the interfaces and nothing of the library's inside.
+    # The model uses the interfaces and no internal header of the library.
     "tests/model": [*KIT, "src/frame/interfaces.h", "src/platform/wideChar.h"],
     "tests/race": [*KIT, "tests/model", "src/mordRev", "src/text", "src/frame"],
     "tests/product": [*KIT, "tests/unit/native"],
