@@ -1,8 +1,8 @@
-"""The layers of the tree as data: which folder may include what. Edit this file when a folder comes, goes or moves."""
+"""The layers of the tree as data: which folder may include what. Edit it when a folder is added, removed or moved."""
 
 from dataclasses import dataclass, field
 
-# What a host includes. These headers get installed.
+# The headers for hosts, which are installed.
 PUBLIC_HEADERS: list[str] = [
     "src/platform/wideChar.h",
     "src/platform/callConv.h",
@@ -15,7 +15,7 @@ KIT = ["tests/kit/host", "tests/kit/siblings", "tests/kit/system", "tests/kit/he
 
 # One row per folder: what its files may include besides files of the same row. A file belongs to the row with the
 # longest matching folder. An entry is the folder of another row (without the rows below it), a single header, or PUBLIC
-# for the headers above. A file that belongs to no row is reported.
+# for the headers above. A file that belongs to no row is an error.
 MAY_INCLUDE: dict[str, list[str]] = {
     # The library
     "src/platform": [],
@@ -66,7 +66,7 @@ MAY_INCLUDE: dict[str, list[str]] = {
                         "host/library", "host/policy", "host/dots", "host/events", "host/document", "host/net",
                         "host/system", "PUBLIC", "siblings/zelkBase/hostLog.h"],
     "tests/unit/inspect": [*KIT, "tests/unit/native", "inspect", "src/native"],
-    # The model knows the interfaces and nothing of the library's inside.
+    # The model uses the interfaces and no internal header of the library.
     "tests/model": [*KIT, "src/frame/interfaces.h", "src/platform/wideChar.h"],
     "tests/race": [*KIT, "tests/model", "src/mordRev", "src/text", "src/frame"],
     "tests/product": [*KIT, "tests/unit/native"],
@@ -84,8 +84,8 @@ MAY_INCLUDE: dict[str, list[str]] = {
     "examples": ["PUBLIC"],
 }
 
-# Includes that the rows forbid and the tree has all the same, each with its reason: (file, what it includes) to reason.
-# The list is to shrink. An entry that the tree no longer needs is reported.
+# The includes that break a row, each with its reason: (file, included file) to reason. The list should shrink. An entry
+# that the tree no longer needs is an error.
 EXCEPTIONS: dict[tuple[str, str], str] = {
     ("src/frame/createZelkObject.cpp", "src/mordRev/src/mordRev.h"): "the export makes the receiver",
     ("tests/model/caseRun.cpp", "src/mordRev/src/mordRev.h"): "runs a case on the library",
@@ -109,8 +109,9 @@ EXCEPTIONS: dict[tuple[str, str], str] = {
     ("fuzz/receiver/hugeSizes.cpp", "tests/kit/heap/systemAllocator.h"): "refuses huge sizes",
 }
 
-# Where a quoted include is looked for, in this order, by the folder of the file that has it; the longest match counts.
-# "." is the file's own folder, "" the root of the tree. The library's own includes are paths from src.
+# The folders to search for a quoted include, in this order, by the folder of the including file; the longest match
+# counts. "." is the file's own folder, "" the root of the tree. The library includes its own headers by their path from
+# src.
 SEARCHED: dict[str, list[str]] = {
     "src": ["src"],
     "siblings": [".", "siblings", "src"],
@@ -135,7 +136,7 @@ JSON_HEADER = "src/mordRev/src/json.h"
 
 @dataclass(frozen=True)
 class LayerTable:
-    """All of the above, for the rules; the tests of the rules have tables of their own."""
+    """The tables above, as the rules use them. The tests of the rules pass their own tables."""
 
     may_include: dict[str, list[str]] = field(default_factory=lambda: MAY_INCLUDE)
     exceptions: dict[tuple[str, str], str] = field(default_factory=lambda: EXCEPTIONS)

@@ -1,4 +1,4 @@
-"""A small tree that the tests of the structure rules plant breaches into."""
+"""A small tree that the tests of the structure rules change."""
 
 import tempfile
 import unittest
@@ -8,7 +8,7 @@ from structureRules.layerTable import LayerTable
 from structureRules.sourceTree import SourceTree
 from structureRules.treeCheck import check
 
-# A table with the kinds of rows that the real one has.
+# A table with the same kinds of rows as the real one.
 TABLE = LayerTable(
     may_include={
         "src/platform": [],
@@ -35,7 +35,7 @@ TABLE = LayerTable(
     json_header="src/mordRev/src/json.h",
 )
 
-# A file in each row, none of which breaks a rule.
+# One file in each row; none breaks a rule.
 FILES = {
     "src/platform/wideChar.h": "#ifdef _WIN32\n#endif\n",
     "src/platform/platform.h": "",

@@ -1,4 +1,4 @@
-"""The real layer table fits together and fits the tree."""
+"""The real layer table is consistent and matches the tree."""
 
 import unittest
 from pathlib import Path
