@@ -152,7 +152,7 @@ TEST_F(ProgramReplay, AProgramThatIsNotThereEndsTheRunBehindWhatWasDecidedBefore
     EXPECT_EQ(result.code, 1);
     const auto lines = Lines(result.output);
     ASSERT_EQ(lines.size(), 2U) << "the event and the summary";
-    EXPECT_EQ(lines[1]["summary"]["events"], 1U);
+    EXPECT_EQ(lines[1]["summary"]["events"].GetUint(), 1U);
     EXPECT_EQ(Slashed(result.error).rfind(Message("cannot start ", "none", ": "), 0), 0U) << result.error;
 }
 
