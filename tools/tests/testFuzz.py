@@ -1,4 +1,4 @@
-"""tools/fuzz with programs that stand in for the fuzzers."""
+"""tools/fuzz with programs in place of the fuzzers."""
 
 import json
 import os
@@ -11,7 +11,7 @@ from pathlib import Path
 
 from tests.fakeProgram import TOOLS, FakeProgramTest
 
-# Does what it is asked for: so many inputs, or 1,000 in so many seconds, which it only says.
+# Claims to run the number of inputs that it is asked for, or 1,000 in the number of seconds.
 ENGINE = """
     options = dict(argument[1:].split("=", 1) for argument in sys.argv[1:] if argument.startswith("-"))
     runs, seconds = int(options.get("runs", 1000)), int(options.get("max_total_time", 3))
