@@ -36,10 +36,10 @@ public:
     InputBytes Next() { return Below(2) == 0 ? RandomBytes() : ChangedInput(); }
 
 private:
-    static constexpr uint64_t mostRandomBytes = 300;
-    static constexpr uint64_t mostChanges = 6;
+    static constexpr size_t mostRandomBytes = 300;
+    static constexpr size_t mostChanges = 6;
 
-    uint64_t Below(uint64_t bound) { return m_engine() % bound; }
+    size_t Below(size_t bound) { return static_cast<size_t>(m_engine() % bound); }
     uint8_t Byte() { return static_cast<uint8_t>(m_engine()); }
 
     InputBytes RandomBytes() {
@@ -50,7 +50,7 @@ private:
 
     InputBytes ChangedInput() {
         InputBytes input = m_kept[Below(m_kept.size())];
-        for (uint64_t changes = Below(mostChanges); changes > 0; --changes) {
+        for (size_t changes = Below(mostChanges); changes > 0; --changes) {
             Change(input);
         }
         return input;

@@ -27,6 +27,6 @@ INSTANTIATE_TEST_SUITE_P(Of, ReceiverCorpus,
                                          ReceiverTarget{"queryResult", FuzzQueryResult},
                                          ReceiverTarget{"hostRecords", FuzzHostRecords},
                                          ReceiverTarget{"hostAnswers", FuzzHostAnswers}),
-                         [](const auto& info) { return info.param.name; });
+                         [](const auto& target) { return target.param.name; });
 
 } // namespace
