@@ -59,7 +59,7 @@ MAY_INCLUDE: dict[str, list[str]] = {
     "tests/unit/frame": [*KIT, "src/frame", "src/logging", "src/platform"],
     "tests/unit/text": [*KIT, "src/text"],
     "tests/unit/logging": [*KIT, "src/mordRev", "src/logging", "src/platform"],
-    "tests/unit/native": [*KIT, "tests/fuzz", "src/mordRev", "src/native", "src/logging", "src/frame", "src/platform"],
+    "tests/unit/native": [*KIT, "src/mordRev", "src/native", "src/logging", "src/frame", "src/platform"],
     "tests/unit/mordRev": [*KIT, "src/mordRev", "src/logging", "src/frame"],
     "tests/unit/siblings": [*KIT, "siblings", "siblings/zelkBase", "src/frame", "src/platform"],
     "tests/unit/host": [*KIT, "host/app", "host/live", "host/programs", "host/output", "host/decide",
@@ -74,11 +74,13 @@ MAY_INCLUDE: dict[str, list[str]] = {
     "tests/abi": ["tests/kit/siblings", "src/frame/interfaces.h"],
     "tests/docs": KIT,
     "tests/docs/schema": ["tests/docs", *KIT],
-    "tests/fuzz": [],
-    # Fuzzers, benches, examples
-    "fuzz": ["src/native", "src/platform"],
-    "fuzz/iniFile": ["fuzz", "src/platform"],
-    "fuzz/receiver": ["fuzz", "src/mordRev", "src/logging", "src/frame", "src/platform"],
+    # The fuzzers compare with the model, and use the scripted process. Nothing includes them.
+    "tests/fuzz": ["src/platform"],
+    "tests/fuzz/iniFile": ["tests/fuzz", "src/platform"],
+    "tests/fuzz/receiver": ["tests/fuzz", "tests/model", *KIT, "src/mordRev", "src/logging", "src/frame",
+                            "src/platform"],
+    "tests/fuzz/targetMemory": ["tests/fuzz", *KIT, "src/native", "src/platform"],
+    # Benches, examples
     "bench": ["host/library", "host/policy", "host/dots", "host/events", "host/document", "host/system",
               "siblings/zelkBase/hostLog.h", "src/mordRev", "src/frame"],
     "examples": ["PUBLIC"],
@@ -90,23 +92,6 @@ EXCEPTIONS: dict[tuple[str, str], str] = {
     ("src/frame/createZelkObject.cpp", "src/mordRev/src/mordRev.h"): "the export makes the receiver",
     ("tests/model/caseRun.cpp", "src/mordRev/src/mordRev.h"): "runs a case on the library",
     ("tests/model/caseRun.cpp", "src/logging/logState.h"): "runs a case with and without logging",
-    # The tests replay the inputs of the fuzzers.
-    ("tests/fuzz/iniFileCorpusTest.cpp", "fuzz/targets.h"): "replays kept inputs",
-    ("tests/fuzz/receiverCorpusTest.cpp", "fuzz/targets.h"): "replays kept inputs",
-    # The fuzzers use the model and the scripted systems of the tests.
-    ("fuzz/gatePlaces32.cpp", "tests/kit/system/published/queryLayouts.h"): "the scripted process",
-    ("fuzz/gatePlaces32.cpp", "tests/kit/system/scriptedProcess/gateHalf.h"): "the scripted process",
-    ("fuzz/memoryPlaces.h", "tests/kit/system/scriptedProcess/processImage.h"): "the scripted process",
-    ("fuzz/targetMemory.cpp", "tests/kit/system/scriptedProcess/lowStack.h"): "the scripted process",
-    ("fuzz/targetMemory.cpp", "tests/kit/system/scriptedProcess/pairings.h"): "the scripted process",
-    ("fuzz/receiver/documents.cpp", "tests/kit/host/midSets.h"): "the model's side of a comparison",
-    ("fuzz/receiver/receiverPair.cpp", "tests/kit/system/quietSystem.h"): "the model's side of a comparison",
-    ("fuzz/receiver/receiverPair.h", "tests/kit/host/receiverFields.h"): "the model's side of a comparison",
-    ("fuzz/receiver/receiverPair.h", "tests/model/receiverModel.h"): "the model's side of a comparison",
-    ("fuzz/receiver/receiverPair.h", "tests/model/siblingState.h"): "the model's side of a comparison",
-    ("fuzz/receiver/receiverPair.h", "tests/model/trace.h"): "the model's side of a comparison",
-    ("fuzz/receiver/records.h", "tests/model/trace.h"): "the model's side of a comparison",
-    ("fuzz/receiver/hugeSizes.cpp", "tests/kit/heap/systemAllocator.h"): "refuses huge sizes",
 }
 
 # The folders to search for a quoted include, in this order, by the folder of the including file; the longest match
@@ -119,13 +104,12 @@ SEARCHED: dict[str, list[str]] = {
     "inspect": [".", "inspect", "src"],
     "tests": [".", "tests", "", "src", "host", "siblings", "inspect"],
     "tests/abi": [".", "tests", "", "src", "tests/abi/linux"],  # a folder of the same headers for each system
-    "fuzz": [".", "", "tests", "src"],
     "bench": [".", "bench", "host", "src", "siblings"],
     "examples": [".", "src"],
 }
 
 # The folders that are checked.
-CHECKED: list[str] = ["src", "siblings", "host", "inspect", "tests", "bench", "fuzz", "examples", "tools"]
+CHECKED: list[str] = ["src", "siblings", "host", "inspect", "tests", "bench", "examples", "tools"]
 
 # The two headers that may test the platform.
 PLATFORM_TESTS: list[str] = ["src/platform/wideChar.h", "src/platform/callConv.h"]
