@@ -123,7 +123,7 @@ TEST_F(Arguments, ALibraryWithoutTheExportEndsWithFour) {
     std::filesystem::copy_file(built / LibraryFile("Ferrocore"), directory.Path() / LibraryFile("mordRev"));
     const ProcessResult result = Replay(policy, "{}\n", {"--libraries", directory.Name("")});
     EXPECT_EQ(result.code, 4);
-    EXPECT_EQ(result.error, "mordhost: the library mordRev does not make its object\n");
+    EXPECT_EQ(result.error, "mordhost: the library mordRev does not create its object\n");
 }
 
 TEST_F(Arguments, NamesMayBeAnyUnicodeText) {

@@ -1,12 +1,12 @@
-#include "events/connectionEvent.h"
+#include "policy/connectionEvent.h"
 
 #include <sstream>
 
 #include <gtest/gtest.h>
 
-#include "events/eventLine.h"
-#include "events/eventReader.h"
 #include "host/refusal.h"
+#include "policy/eventReader.h"
+#include "policy/plainEvent.h"
 
 using namespace mordhost;
 using mordhostTest::RefusalOf;
@@ -168,16 +168,16 @@ TEST(ConnectionEvent, NumbersReachToTheirBounds) {
 TEST(ConnectionEvent, WhatIsNoEventIsRefusedAtItsPlace) {
     EXPECT_EQ(EventRefusal("[]"), "e.jsonl:3:1: an event must be an object, and this is an array");
     EXPECT_EQ(EventRefusal(R"({"flags":"4"})"), "e.jsonl:3:10: \"flags\" must be a number, and this is a string");
-    EXPECT_EQ(EventRefusal(R"({"remote_addr_ip":"localhost"})"), "e.jsonl:3:19: \"localhost\" is no IP address");
-    EXPECT_EQ(EventRefusal(R"({"local_addr_ip":""})"), "e.jsonl:3:18: \"\" is no IP address");
+    EXPECT_EQ(EventRefusal(R"({"remote_addr_ip":"localhost"})"), "e.jsonl:3:19: \"localhost\" is not an IP address");
+    EXPECT_EQ(EventRefusal(R"({"local_addr_ip":""})"), "e.jsonl:3:18: \"\" is not an IP address");
     EXPECT_EQ(EventRefusal(R"({"time":"yesterday"})"),
-              "e.jsonl:3:9: \"yesterday\" is no time such as \"2025-11-20T09:54:12.345Z\"");
-    EXPECT_EQ(EventRefusal(R"({"time":""})"), "e.jsonl:3:9: \"\" is no time such as \"2025-11-20T09:54:12.345Z\"");
+              "e.jsonl:3:9: \"yesterday\" is not a time such as \"2025-11-20T09:54:12.345Z\"");
+    EXPECT_EQ(EventRefusal(R"({"time":""})"), "e.jsonl:3:9: \"\" is not a time such as \"2025-11-20T09:54:12.345Z\"");
     EXPECT_EQ(
         EventRefusal(R"({"Flags":4})"),
         "e.jsonl:3:2: unknown key \"Flags\"; known here: \"time\", \"name\", \"process\", \"flags\", \"pid\", "
         "\"program\", \"remote_addr_ip\", \"remote_addr_port\", \"local_addr_ip\", \"local_addr_port\", \"net_drv\"");
-    EXPECT_EQ(EventRefusal(R"({"pid":1,"pid":1})"), "e.jsonl:3:10: \"pid\" stands here a second time");
+    EXPECT_EQ(EventRefusal(R"({"pid":1,"pid":1})"), "e.jsonl:3:10: \"pid\" is repeated");
     EXPECT_EQ(EventRefusal("{"), "e.jsonl:3:2: Missing a name for object member.");
 }
 

@@ -9,9 +9,9 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
-#include "events/timestamp.h"
 #include "host/loopback.h"
 #include "live/processOwners.h"
+#include "policy/timestamp.h"
 
 using namespace mordhost;
 using mordhostTest::LoopbackSocket;

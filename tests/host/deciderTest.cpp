@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "dots/memoryDotStore.h"
 #include "host/fakeBase.h"
 #include "host/fakeReceiver.h"
+#include "policy/memoryDotStore.h"
 
 using namespace mordhost;
 using mordhostTest::FakeBase;

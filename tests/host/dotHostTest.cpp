@@ -1,10 +1,9 @@
-#include "library/dotHost.h"
+#include "decide/dotHost.h"
 
 #include <gtest/gtest.h>
 
-#include "dots/memoryDotStore.h"
-#include "dots/queryAnswer.h"
 #include "frame/values.h"
+#include "policy/memoryDotStore.h"
 
 using namespace mordhost;
 
@@ -12,15 +11,22 @@ namespace {
 
 constexpr auto request = R"({"guid": ["G1", "G2"]})";
 
-std::string Answer(const DotTable& dots, const char* query) {
-    const MemoryDotStore store(dots);
-    QueryAnswerer answerer(store);
-    answerer.Answer(R"({"guid": ["G9", "G1"]})"); // of which nothing must be left
-    const std::string* const answer = answerer.Answer(query);
-    return answer == nullptr ? "none" : *answer;
-}
+// A store that fails.
+class FailingStore final : public DotStore {
+public:
+    explicit FailingStore(Result result) : m_result(result) {}
 
-// Asks, and gives the answer back unless it is to be kept.
+    Result Find(const std::vector<std::string_view>&, std::vector<const std::string*>&) override { return m_result; }
+    bool Delete(const std::string&) noexcept override { return false; }
+    size_t Size() const override { return 0; }
+    const std::string& Trouble() const override { return m_trouble; }
+
+private:
+    const Result m_result;
+    const std::string m_trouble;
+};
+
+// Queries the host and frees the answer.
 struct Asked {
     int32_t code = -1;
     std::string text = "null";
@@ -35,42 +41,24 @@ struct Asked {
 
 } // namespace
 
-TEST(QueryAnswer, HasAMemberForEachGuidWithADot) {
-    EXPECT_EQ(Answer({{"G2", {"M2", "M1"}}, {"G1", {}}, {"G9", {"M9"}}}, R"({"guid": ["G1", "G2", "G3"]})"),
-              R"({"G1":{"value":1,"mid":{}},"G2":{"value":1,"mid":{"M1":1,"M2":1}}})");
-}
-
-TEST(QueryAnswer, WithoutAnyDotIsAnEmptyObject) {
-    EXPECT_EQ(Answer({}, request), "{}");
-}
-
-TEST(QueryAnswer, AGuidThatIsAskedForTwiceIsAnsweredOnce) {
-    EXPECT_EQ(Answer({{"G1", {"M1"}}}, R"({"guid": ["G1", "G1"]})"), R"({"G1":{"value":1,"mid":{"M1":1}}})");
-}
-
-TEST(QueryAnswer, TextsAreEscaped) {
-    EXPECT_EQ(Answer({{"G\"", {"M\n"}}}, R"({"guid": ["G\""]})"), R"({"G\"":{"value":1,"mid":{"M\n":1}}})");
-}
-
-TEST(QueryAnswer, AnEmptyGuidIsAGuid) {
-    EXPECT_EQ(Answer({{"", {"M"}}}, R"({"guid": [""]})"), R"({"":{"value":1,"mid":{"M":1}}})");
-}
-
-TEST(QueryAnswer, WhatIsNoRequestGetsNone) {
-    for (const char* text :
-         {"", "{", "[]", "{}", "\"guid\"", R"({"guid": 1})", R"({"guid": "G1"})", R"({"guid": {}})", R"({"guid": [1]})",
-          R"({"guid": [["G1"]]})", R"({"guid": [{}]})", R"({"guid": ["G1", null]})", R"({"guid": ["G1"]} x)",
-          R"({"guid": ["G1"], "guid": ["G1"]})", R"({"guid": ["G1"])", R"({"mid": ["G1"]})", R"([{"guid": ["G1"]}])"}) {
-        EXPECT_EQ(Answer({{"G1", {"M1"}}}, text), "none") << text;
-    }
-}
-
 TEST(DotHost, AnswersFromItsStore) {
     MemoryDotStore store(DotTable{{"G1", {"M1"}}});
     DotHost host(store);
     const Asked asked(host);
     EXPECT_EQ(asked.code, DOT_QUERY_ANSWERED);
     EXPECT_EQ(asked.text, R"({"G1":{"value":1,"mid":{"M1":1}}})");
+}
+
+TEST(DotHost, AnErrorOfTheStoreIsTheErrorOfTheQuery) {
+    FailingStore unreachable(DotStore::Result::networkError);
+    DotHost host(unreachable);
+    EXPECT_EQ(Asked(host).code, DOT_QUERY_NETWORK_ERROR);
+    FailingStore broken(DotStore::Result::failed);
+    DotHost other(broken);
+    const Asked asked(other);
+    EXPECT_NE(asked.code, DOT_QUERY_ANSWERED);
+    EXPECT_NE(asked.code, DOT_QUERY_NETWORK_ERROR);
+    EXPECT_EQ(asked.text, "null");
 }
 
 TEST(DotHost, APrescribedNetworkErrorHasItsCodeAndNoText) {

@@ -3,8 +3,8 @@
 #include <regex>
 #include <sstream>
 
-#include "document/filePath.h"
 #include "host/toldPath.h"
+#include "system/filePath.h"
 
 namespace mordhostTest {
 

@@ -9,9 +9,9 @@
 #include "host/exampleHere.h"
 #include "host/process.h"
 #include "policy/policyReader.h"
+#include "system/inputStream.h"
 
 using mordhost::PathOf;
-using mordhost::ReadWholeFile;
 using mordhost::Utf8Of;
 using mordhostTest::MaskDirectories;
 using mordhostTest::MaskIds;
@@ -53,8 +53,9 @@ ProcessResult Replay(const std::string& policy, const std::vector<std::string>& 
 std::string Expected(const std::string& policy, const std::string& ending) {
     const size_t slash = policy.rfind('/');
     const std::string name = policy.substr(slash + 1, policy.rfind('.') - slash - 1);
-    return ReadWholeFile(std::string(MORDHOST_SOURCE_DIRECTORY) + "/" + policy.substr(0, slash) + "/expected/" + name +
-                         ending);
+    return mordhost::InputStream(std::string(MORDHOST_SOURCE_DIRECTORY) + "/" + policy.substr(0, slash) + "/expected/" +
+                                 name + ending)
+        .ReadAll();
 }
 
 // Whether the events of the policy come from processes that the replay starts.

@@ -4,8 +4,8 @@
 #include <cstring>
 #include <string>
 
+#include "decide/service.h"
 #include "frame/values.h"
-#include "library/service.h"
 #include "zelkBase/hostLog.h"
 
 namespace mordhostTest {

@@ -75,7 +75,7 @@ TEST_F(Interruption, DoesNotWaitForAProgramToGetReady) {
 TEST_F(Interruption, BreaksOffTheWaitForTheNextEvent) {
     const ProcessResult result = OfReplay("{}\n{\"pid\": ", 1, usualPolicy);
     EXPECT_EQ(result.code, 1);
-    EXPECT_EQ(result.error, "mordhost: interrupted by " + Cause() + ": the events behind these are not decided\n")
+    EXPECT_EQ(result.error, "mordhost: interrupted by " + Cause() + ": the following events are not decided\n")
         << "and nothing about the line that was cut";
     EXPECT_NE(result.output.find("\"summary\":{\"events\":1,"), std::string::npos) << result.output;
     ExpectNothingIsLeft();

@@ -41,7 +41,7 @@ TEST(JsonAccess, AnUnknownKeyIsRefusedWithTheKnownOnes) {
 TEST(JsonAccess, AKeyThatStandsTwiceIsRefusedAtItsSecondPlace) {
     const Parsed parsed("{\"a\": 1, \"a\": 2}");
     EXPECT_EQ(RefusalOf([&] { RequireKnownMembers(parsed.source, parsed.root, {"a"}); }),
-              "a.json:1:10: \"a\" stands here a second time");
+              "a.json:1:10: \"a\" is repeated");
 }
 
 TEST(JsonAccess, AMissingKeyIsRefusedAtItsObject) {

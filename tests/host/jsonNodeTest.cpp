@@ -101,7 +101,7 @@ TEST(JsonNode, InvalidUtf8IsRefused) {
 }
 
 TEST(JsonNode, ARawNulIsRefused) {
-    const std::string reason = "a NUL byte stands in the text: the file is no text, or it is damaged";
+    const std::string reason = "the text contains a NUL byte: the file is not a text, or it is damaged";
     EXPECT_EQ(Refusal(std::string("[1]\0[2]", 7)), "a.json:1:4: " + reason);
     EXPECT_EQ(Refusal(std::string("[1, \0]", 6)), "a.json:1:5: " + reason);
     EXPECT_EQ(Refusal(std::string("[\"a\0\"]", 6)), "a.json:1:4: " + reason);

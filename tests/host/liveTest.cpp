@@ -2,9 +2,9 @@
 #include <chrono>
 #include <thread>
 
-#include "events/connectionEvent.h"
 #include "host/loopback.h"
 #include "host/mordhostFixture.h"
+#include "policy/connectionEvent.h"
 
 using mordhostTest::BackgroundProcess;
 using mordhostTest::LoopbackSocket;

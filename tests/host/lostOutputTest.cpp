@@ -72,7 +72,7 @@ TEST_F(LostOutput, OfDotsIsAFailure) {
     EXPECT_NE(result.output.find("machine M is allowed for smb, its dot could not be deleted"), std::string::npos);
     EXPECT_NE(result.output.find("\n2 events: "), std::string::npos) << "the run goes on to its end";
     EXPECT_EQ(Plain(result.error)
-                  .rfind("mordhost: the dots that are left could not be kept: cannot write "
+                  .rfind("mordhost: the remaining dots could not be written: cannot write "
                          "there/dots.json: ",
                          0),
               0U)

@@ -5,6 +5,7 @@
 #include "host/temporaryDirectory.h"
 #include "output/outputFile.h"
 #include "output/progressBar.h"
+#include "system/fileError.h"
 
 using namespace mordhost;
 using mordhostTest::TemporaryDirectory;

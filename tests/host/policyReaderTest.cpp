@@ -4,6 +4,7 @@
 
 #include "host/refusal.h"
 #include "host/temporaryDirectory.h"
+#include "system/fileError.h"
 
 using namespace mordhost;
 using mordhostTest::RefusalOf;
@@ -66,10 +67,10 @@ TEST(Policy, AModeIsANameOrANumber) {
 
 TEST(Policy, AModeThatIsNoneIsRefused) {
     EXPECT_EQ(PolicyRefusal(R"({"defender_mode": "Emergency", "rules": []})"),
-              "p.json:1:19: \"Emergency\" is none of \"all-forbid\", \"action-table\", \"allow-after-decision\", "
+              "p.json:1:19: \"Emergency\" is not one of \"all-forbid\", \"action-table\", \"allow-after-decision\", "
               "\"emergency\"");
     EXPECT_EQ(PolicyRefusal(R"({"exception_mode": "deny", "rules": []})"),
-              "p.json:1:20: \"deny\" is none of \"allow\", \"block\"");
+              "p.json:1:20: \"deny\" is not one of \"allow\", \"block\"");
     EXPECT_EQ(PolicyRefusal(R"({"defender_mode": -1, "rules": []})"),
               "p.json:1:19: \"defender_mode\" must be a whole number from 0 to 4294967295, and this is -1");
     EXPECT_EQ(PolicyRefusal(R"({"defender_mode": true, "rules": []})"),
@@ -133,7 +134,7 @@ TEST(Policy, AnAllowListThatTheLibraryWouldPassOverIsRefused) {
     EXPECT_EQ(refusal(R"({"mid_list": [{"mid": "M", "protocol": ["a\u0000"]}]})"),
               "p.json:2:41: a protocol key must not hold a NUL character");
     EXPECT_EQ(refusal(R"({"mid_list": [{"mid": "M", "mid": "N", "protocol": []}]})"),
-              "p.json:2:28: \"mid\" stands here a second time");
+              "p.json:2:28: \"mid\" is repeated");
     EXPECT_EQ(refusal(R"({"mid_list": [{"mid": "", "protocol": [""], "note": 1}], "note": 2})"), "accepted");
 }
 
@@ -149,7 +150,7 @@ TEST(Policy, AnActionDocumentThatTheLibraryWouldPassOverIsRefused) {
     EXPECT_EQ(refusal(R"({"ssh": 2147483648})"),
               "p.json:2:9: an action must be a whole number from -2147483648 to 2147483647, and this is 2147483648");
     EXPECT_EQ(refusal(R"({"": 1})"), "p.json:2:2: a rule type must not be empty here");
-    EXPECT_EQ(refusal(R"({"ssh": 1, "ssh": 0})"), "p.json:2:12: \"ssh\" stands here a second time");
+    EXPECT_EQ(refusal(R"({"ssh": 1, "ssh": 0})"), "p.json:2:12: \"ssh\" is repeated");
     EXPECT_EQ(refusal(R"({"ssh": -2147483648, "smb": 0})"), "accepted");
 }
 
@@ -195,22 +196,22 @@ TEST(Policy, APortThatIsNoneIsRefused) {
     EXPECT_EQ(PolicyRefusal(RuleWith("\"local_ports\": 445")),
               "p.json:1:53: \"local_ports\" must be an array, and this is a number");
     EXPECT_EQ(PolicyRefusal(RuleWith("\"local_ports\": []")),
-              "p.json:1:53: \"local_ports\" must not be empty: leave the key out where anything will do");
+              "p.json:1:53: \"local_ports\" must not be empty: omit the key to accept every value");
     EXPECT_EQ(PolicyRefusal(RuleWith("\"local_ports\": [65536]")),
               "p.json:1:54: a port must be a whole number from 0 to 65535, and this is 65536");
     EXPECT_EQ(PolicyRefusal(RuleWith("\"local_ports\": [null]")),
               "p.json:1:54: a port must be a number, or a string such as \"8000-8080\", and this is null");
     for (const std::string text : {"", "445", "-", "1-", "-1", "2-1", "1-65536", "a-b", "1-2-3", "1 - 2", "+1-2"}) {
         EXPECT_EQ(PolicyRefusal(RuleWith("\"local_ports\": [\"" + text + "\"]")),
-                  "p.json:1:54: \"" + text + "\" is no range of ports such as \"8000-8080\"");
+                  "p.json:1:54: \"" + text + "\" is not a port range such as \"8000-8080\"");
     }
 }
 
 TEST(Policy, AnAddressRangeThatIsNoneIsRefused) {
     EXPECT_EQ(PolicyRefusal(RuleWith("\"local_addresses\": []")),
-              "p.json:1:57: \"local_addresses\" must not be empty: leave the key out where anything will do");
+              "p.json:1:57: \"local_addresses\" must not be empty: omit the key to accept every value");
     EXPECT_EQ(PolicyRefusal(RuleWith("\"remote_addresses\": [\"10.0.0.1/8\"]")),
-              "p.json:1:59: 10.0.0.1 has bits set behind the first 8");
+              "p.json:1:59: 10.0.0.1 has bits set after the first 8");
     EXPECT_EQ(PolicyRefusal(RuleWith("\"remote_addresses\": [1]")),
               "p.json:1:59: an address range must be a string, and this is a number");
 }
@@ -228,13 +229,13 @@ TEST(Policy, AFailureIsPrescribedByTheNameOfItsEvent) {
 
 TEST(Policy, AFailureThatIsNoneIsRefused) {
     EXPECT_EQ(PolicyRefusal(R"({"rules": [], "failures": {"a": "network error"}})"),
-              "p.json:1:33: \"network error\" is none of \"network-error\", \"query-error\", \"broken-answer\"");
+              "p.json:1:33: \"network error\" is not one of \"network-error\", \"query-error\", \"broken-answer\"");
     EXPECT_EQ(PolicyRefusal(R"({"rules": [], "failures": {"a": 1}})"),
               "p.json:1:33: a failure must be a string, and this is a number");
     EXPECT_EQ(PolicyRefusal(R"({"rules": [], "failures": ["a"]})"),
               "p.json:1:27: \"failures\" must be an object, and this is an array");
     EXPECT_EQ(PolicyRefusal(R"({"rules": [], "failures": {"a": "query-error", "a": "query-error"}})"),
-              "p.json:1:48: \"a\" stands here a second time");
+              "p.json:1:48: \"a\" is repeated");
 }
 
 TEST(Policy, AProgramIsAFileByItsName) {
@@ -261,8 +262,7 @@ TEST(Policy, AProgramThatIsNoneIsRefused) {
               "p.json:1:33: the file of a program must have a name");
     EXPECT_EQ(PolicyRefusal(R"({"rules": [], "programs": {"a": "x\u0000"}})"),
               "p.json:1:33: the file of a program must not hold a NUL character");
-    EXPECT_EQ(PolicyRefusal(R"({"rules": [], "programs": {"a": "x", "a": "x"}})"),
-              "p.json:1:38: \"a\" stands here a second time");
+    EXPECT_EQ(PolicyRefusal(R"({"rules": [], "programs": {"a": "x", "a": "x"}})"), "p.json:1:38: \"a\" is repeated");
 }
 
 TEST(Policy, AnUnknownKeyIsRefused) {
@@ -288,13 +288,13 @@ TEST(Policy, AGuidIsThatOfOneRule) {
                                                        "  {\"guid\": \"B\", \"type\": \"x\"},\n"
                                                        "  {\"type\": \"y\", \"guid\": \"A\"}]}");
     EXPECT_EQ(RefusalOf([&] { ReadPolicy(name); }),
-              name + ":4:25: the guid \"A\" is that of another rule: " + name + ":2:12");
+              name + ":4:25: the guid \"A\" is the guid of another rule: " + name + ":2:12");
     EXPECT_EQ(PolicyFrom(R"({"rules": [{"guid": "A", "type": "x"}, {"guid": "a", "type": "x"},
                                            {"guid": "A ", "type": "x"}]})")
                   .rules.size(),
               3U);
     EXPECT_EQ(PolicyRefusal(R"({"rules": [{"guid": "A", "type": "x"}, {"guid": "\u0041", "type": "x"}]})"),
-              "p.json:1:49: the guid \"A\" is that of another rule: p.json:1:21")
+              "p.json:1:49: the guid \"A\" is the guid of another rule: p.json:1:21")
         << "however it is written";
 }
 

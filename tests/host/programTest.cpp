@@ -1,5 +1,5 @@
 // Programs that are started for events: ready, named, and gone afterwards.
-#include "programs/programs.h"
+#include "policy/policyPrograms.h"
 
 #include <memory>
 #include <set>
@@ -123,7 +123,7 @@ TEST(Programs, AreStartedOncePerNameAtTheFirstEvent) {
     policy.programs = {{"a", "waiter32"}, {"b", "waiter32"}, {"c", "not/there"}};
     std::set<uint32_t> ids;
     {
-        Programs programs(policy, PathOf(MORDHOST_PROGRAMS));
+        PolicyPrograms programs(policy, PathOf(MORDHOST_PROGRAMS));
         ConnectionEvent first = EventOf("a");
         ConnectionEvent second = EventOf("b");
         ConnectionEvent third = EventOf("a");
@@ -145,7 +145,7 @@ TEST(Programs, AreStartedOncePerNameAtTheFirstEvent) {
 
 TEST(Programs, LeaveOtherEventsAsTheyAre) {
     const Policy policy;
-    Programs programs(policy, PathOf(MORDHOST_PROGRAMS));
+    PolicyPrograms programs(policy, PathOf(MORDHOST_PROGRAMS));
     ConnectionEvent event;
     programs.GiveId(event);
     EXPECT_EQ(event.pid, std::nullopt);
@@ -157,7 +157,7 @@ TEST(Programs, LeaveOtherEventsAsTheyAre) {
 TEST(Programs, AreLookedForInTheirDirectoryUnlessTheyHaveOne) {
     Policy policy;
     policy.programs = {{"near", "x.bin"}, {"far", "there/x.bin"}};
-    const Programs programs(policy, "here");
+    const PolicyPrograms programs(policy, "here");
     EXPECT_EQ(programs.FileOf({"near", {}}), std::filesystem::path("here") / "x.bin");
     EXPECT_EQ(programs.FileOf({"far", {}}), "there/x.bin");
 }
@@ -165,7 +165,7 @@ TEST(Programs, AreLookedForInTheirDirectoryUnlessTheyHaveOne) {
 TEST(Programs, OfAnotherNameAreRefusedWhereTheEventNamesThem) {
     Policy policy;
     policy.programs = {{"a", "waiter32"}};
-    Programs programs(policy, PathOf(MORDHOST_PROGRAMS));
+    PolicyPrograms programs(policy, PathOf(MORDHOST_PROGRAMS));
     ConnectionEvent event = EventOf("A");
     EXPECT_EQ(RefusalOf([&] { programs.GiveId(event); }), "e.jsonl:7:12: the policy has no program \"A\"");
     EXPECT_EQ(RefusalOf([&] { programs.FileOf(*event.program); }), "e.jsonl:7:12: the policy has no program \"A\"");

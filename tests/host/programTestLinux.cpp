@@ -6,7 +6,7 @@
 #include <unistd.h>
 
 #include "host/temporaryDirectory.h"
-#include "programs/program.h"
+#include "system/program.h"
 
 using namespace mordhost;
 

@@ -1,15 +1,15 @@
-#include "library/receiver.h"
+#include "decide/receiver.h"
 
 #include <thread>
 
 #include <gtest/gtest.h>
 
-#include "dots/memoryDotStore.h"
+#include "decide/dotHost.h"
+#include "decide/libraries.h"
+#include "decide/reportSink.h"
 #include "host/fakeReceiver.h"
 #include "host/refusal.h"
-#include "library/dotHost.h"
-#include "library/libraries.h"
-#include "library/reportSink.h"
+#include "policy/memoryDotStore.h"
 
 using namespace mordhost;
 using mordhostTest::FakeReceiver;

@@ -1,13 +1,14 @@
-#include "library/recordLog.h"
+#include "decide/recordLog.h"
 
 #include <filesystem>
 
 #include <gtest/gtest.h>
 
-#include "document/filePath.h"
+#include "decide/libraries.h"
 #include "host/environment.h"
 #include "host/fakeBase.h"
-#include "library/libraries.h"
+#include "system/filePath.h"
+#include "system/inputStream.h"
 
 using namespace mordhost;
 using mordhostTest::FakeBase;
@@ -33,12 +34,14 @@ WrittenRecords Taken(RecordLog& log) {
 TEST(RecordLog, TellsTheLibraryToWriteByADirectoryOfItsOwn) {
     const RecordLog log(FakeBase::Factory(), true);
     ASSERT_TRUE(std::filesystem::is_directory(LogDirectory()));
-    EXPECT_EQ(ReadWholeFile(Utf8Of(LogDirectory() / "Zelklog.ini")), "[OUTLOG]\nWriteLog=1\nDebugView=0\nLogLevel=0\n");
+    EXPECT_EQ(InputStream(Utf8Of(LogDirectory() / "Zelklog.ini")).ReadAll(),
+              "[OUTLOG]\nWriteLog=1\nDebugView=0\nLogLevel=0\n");
 }
 
 TEST(RecordLog, TellsTheLibraryToBeSilent) {
     RecordLog log(ServiceFactory(nullptr), false);
-    EXPECT_EQ(ReadWholeFile(Utf8Of(LogDirectory() / "Zelklog.ini")), "[OUTLOG]\nWriteLog=0\nDebugView=0\nLogLevel=0\n");
+    EXPECT_EQ(InputStream(Utf8Of(LogDirectory() / "Zelklog.ini")).ReadAll(),
+              "[OUTLOG]\nWriteLog=0\nDebugView=0\nLogLevel=0\n");
     const WrittenRecords records = Taken(log);
     EXPECT_EQ(records.text, "");
     EXPECT_TRUE(records.ends.empty());

@@ -1,11 +1,11 @@
-#include "library/records.h"
+#include "decide/records.h"
 
 #include <vector>
 
 #include <gtest/gtest.h>
 
+#include "decide/reportSink.h"
 #include "frame/values.h"
-#include "library/reportSink.h"
 
 using namespace mordhost;
 

@@ -23,7 +23,7 @@ protected:
 
 TEST_F(Refusal, NamesTheLineAndColumnInThePolicy) {
     EXPECT_EQ(Of(Replay("{\n  \"rules\": [],\n  \"defender_mode\": \"none\"\n}", "")),
-              "mordhost: p.json:3:20: \"none\" is none of \"all-forbid\", \"action-table\", "
+              "mordhost: p.json:3:20: \"none\" is not one of \"all-forbid\", \"action-table\", "
               "\"allow-after-decision\", \"emergency\"\n");
     EXPECT_EQ(Of(Replay("{\n  \"rules\": [}", "")), "mordhost: p.json:2:13: Invalid value.\n");
 }
@@ -77,10 +77,10 @@ TEST_F(Refusal, OfAnEventInAnotherEncodingNamesIt) {
     EXPECT_EQ(Of(Replay(oneRule, std::string("\xFF\xFE{\0}\0\n\0", 8))),
               "mordhost: e.jsonl:1:1: the text is UTF-16, and JSON is UTF-8: save the file as UTF-8\n");
     EXPECT_EQ(Of(Replay(oneRule, std::string(1000, '\0'))),
-              "mordhost: e.jsonl:1:1: a NUL byte stands in the text: the file is no text, or it is damaged\n");
+              "mordhost: e.jsonl:1:1: the text contains a NUL byte: the file is not a text, or it is damaged\n");
 }
 
 TEST_F(Refusal, OfAGuidThatTwoRulesHaveNamesBoth) {
     EXPECT_EQ(Of(Replay("{\"rules\": [{\"guid\": \"G\", \"type\": \"a\"},\n{\"guid\": \"G\", \"type\": \"b\"}]}", "")),
-              "mordhost: p.json:2:10: the guid \"G\" is that of another rule: p.json:1:21\n");
+              "mordhost: p.json:2:10: the guid \"G\" is the guid of another rule: p.json:1:21\n");
 }

@@ -1,4 +1,4 @@
-#include "document/replaceFile.h"
+#include "system/replaceFile.h"
 
 #include <gtest/gtest.h>
 

@@ -3,8 +3,8 @@
 
 #include <string>
 
-#include "document/filePath.h"
-#include "document/replaceFile.h"
+#include "system/fileError.h"
+#include "system/replaceFile.h"
 
 namespace mordhostTest {
 

@@ -62,8 +62,7 @@ TEST_F(Signals, EachRequestEndsAReplayWithItsSummary) {
         process.Send(signal.number);
         const ProcessResult result = process.Wait();
         EXPECT_EQ(result.code, 1) << signal.name;
-        EXPECT_EQ(result.error,
-                  "mordhost: interrupted by " + signal.name + ": the events behind these are not decided\n");
+        EXPECT_EQ(result.error, "mordhost: interrupted by " + signal.name + ": the following events are not decided\n");
         EXPECT_NE(result.output.find("\n1 event: 1 block\n"), std::string::npos) << signal.name;
         ExpectNothingIsLeft();
     }
@@ -87,8 +86,7 @@ TEST_F(Signals, EachRequestEndsABusyReplayBehindTheEventThatIsDecided) {
         process.Send(signal.number);
         const ProcessResult result = process.Wait();
         EXPECT_EQ(result.code, 1) << signal.name;
-        EXPECT_EQ(result.error,
-                  "mordhost: interrupted by " + signal.name + ": the events behind these are not decided\n");
+        EXPECT_EQ(result.error, "mordhost: interrupted by " + signal.name + ": the following events are not decided\n");
         EXPECT_NE(result.output.find("\ntime per decision"), std::string::npos) << signal.name;
         EXPECT_EQ(result.output.find("3000 events"), std::string::npos) << "it was broken off";
         ExpectNothingIsLeft();
@@ -131,7 +129,7 @@ TEST_F(Signals, ARequestWhileAPipeIsReadTellsSo) {
         EXPECT_EQ(result.code, 1);
         EXPECT_EQ(Plain(result.error),
                   isPolicy ? "mordhost: interrupted by SIGTERM while reading pipe\n"
-                           : "mordhost: interrupted by SIGTERM: the events behind these are not decided\n");
+                           : "mordhost: interrupted by SIGTERM: the following events are not decided\n");
         ExpectNothingIsLeft();
     }
 }
@@ -203,7 +201,7 @@ TEST_F(Signals, WhoeverIsToOutliveItsTerminalDoes) {
     process.Send(SIGTERM);
     const ProcessResult result = process.Wait();
     EXPECT_EQ(result.code, 1);
-    EXPECT_EQ(result.error, "mordhost: interrupted by SIGTERM: the events behind these are not decided\n");
+    EXPECT_EQ(result.error, "mordhost: interrupted by SIGTERM: the following events are not decided\n");
 }
 
 TEST_F(Signals, StartedProgramsDoNotInheritWhatIsHeld) {

@@ -7,7 +7,7 @@
 #include <random>
 #include <string>
 
-#include "document/filePath.h"
+#include "system/filePath.h"
 
 namespace mordhostTest {
 

@@ -1,4 +1,4 @@
-#include "events/timestamp.h"
+#include "policy/timestamp.h"
 
 #include <gtest/gtest.h>
 

@@ -2,8 +2,8 @@
 
 #include <windows.h>
 
-#include "document/filePath.h"
 #include "host/toldPath.h"
+#include "system/filePath.h"
 
 namespace mordhostTest {
 
