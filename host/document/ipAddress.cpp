@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <climits>
 #include <cstring>
 
 namespace mordhost {
@@ -10,27 +11,39 @@ namespace {
 
 constexpr int mappedPrefixBits = 96; // ::ffff:0:0/96 holds the v4 addresses
 
-bool IsDigit(char c) {
+bool IsDecimalDigit(char c) {
     return c >= '0' && c <= '9';
 }
 
-// Whether every system reads the text as an address or as none. What only some systems accept is excluded: zones,
+// The characters of addresses.
+constexpr auto isPlain = [] {
+    std::array<bool, UCHAR_MAX + 1> table{};
+    for (const char c : std::string_view("0123456789abcdefABCDEF:.")) {
+        table[static_cast<unsigned char>(c)] = true;
+    }
+    return table;
+}();
+
+// Whether every system reads the text as the same address, or as none. Excludes what only some systems accept: zones,
 // brackets, ports, and leading zeros in a dotted part.
 bool IsPortable(std::string_view text) {
-    if (text.find_first_not_of("0123456789abcdefABCDEF:.") != std::string_view::npos) {
-        return false;
-    }
-    const std::string_view dotted = text.substr(text.rfind(':') + 1); // the whole text if it has no colon
-    if (dotted.find('.') == std::string_view::npos) {
-        return true;
-    }
-    for (size_t i = 0; i + 1 < dotted.size(); ++i) {
-        const bool startsPart = i == 0 || dotted[i - 1] == '.';
-        if (startsPart && dotted[i] == '0' && IsDigit(dotted[i + 1])) {
+    bool isDotted = false; // of the characters since the last colon
+    bool hasLeadingZero = false;
+    bool startsPart = true; // the current character
+    bool afterZero = false; // the part consists of a zero so far
+    for (const char c : text) {
+        if (!isPlain[static_cast<unsigned char>(c)]) {
             return false;
         }
+        if (c == ':') {
+            isDotted = hasLeadingZero = false;
+        }
+        isDotted |= c == '.';
+        hasLeadingZero |= afterZero && IsDecimalDigit(c);
+        afterZero = startsPart && c == '0';
+        startsPart = c == ':' || c == '.';
     }
-    return true;
+    return !(isDotted && hasLeadingZero);
 }
 
 // Reads the address as written: a mapped address stays v6.
@@ -75,7 +88,8 @@ std::optional<int> ParsePrefixLength(std::string_view text, int most) {
     int bits = 0;
     const char* const end = text.data() + text.size();
     const auto [stop, error] = std::from_chars(text.data(), end, bits);
-    const bool isNumber = error == std::errc() && stop == end && text.size() <= mostDigits && IsDigit(text.front());
+    const bool isNumber =
+        error == std::errc() && stop == end && text.size() <= mostDigits && IsDecimalDigit(text.front());
     return isNumber && bits <= most ? std::optional(bits) : std::nullopt;
 }
 

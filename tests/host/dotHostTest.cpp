@@ -80,7 +80,7 @@ TEST(DotHost, APrescribedQueryErrorHasAnotherCodeAndNoText) {
     EXPECT_EQ(asked.text, "null");
 }
 
-TEST(DotHost, APrescribedBrokenAnswerIsCutShort) {
+TEST(DotHost, APrescribedBrokenAnswerIsTruncated) {
     MemoryDotStore store(DotTable{{"G1", {"M1"}}});
     DotHost host(store);
     host.Prescribe(Failure::brokenAnswer);
@@ -89,7 +89,7 @@ TEST(DotHost, APrescribedBrokenAnswerIsCutShort) {
     EXPECT_EQ(asked.text, R"({"G1":{"value":1,"mid":{"M1":1}})");
 }
 
-TEST(DotHost, APrescriptionCanBeTakenBack) {
+TEST(DotHost, APrescriptionCanBeRemoved) {
     MemoryDotStore store(DotTable{});
     DotHost host(store);
     host.Prescribe(Failure::networkError);
@@ -97,7 +97,7 @@ TEST(DotHost, APrescriptionCanBeTakenBack) {
     EXPECT_EQ(Asked(host).code, DOT_QUERY_ANSWERED);
 }
 
-TEST(DotHost, WhatIsNoRequestIsAQueryError) {
+TEST(DotHost, AnInvalidRequestIsAQueryError) {
     MemoryDotStore store(DotTable{});
     DotHost host(store);
     const Asked asked(host, "nonsense");
@@ -105,7 +105,7 @@ TEST(DotHost, WhatIsNoRequestIsAQueryError) {
     EXPECT_EQ(asked.text, "null");
 }
 
-TEST(DotHost, ADeletionTakesTheDotOutOfTheStore) {
+TEST(DotHost, ADeletionRemovesTheDotFromTheStore) {
     MemoryDotStore store(DotTable{{"G1", {"M1"}}});
     DotHost host(store);
     EXPECT_EQ(host.DeleteDot("G1", "HOST", 2, "smb"), 0);
@@ -117,14 +117,14 @@ TEST(DotHost, ADeletionTakesTheDotOutOfTheStore) {
     EXPECT_EQ(host.TakeDeletion().guid, "") << "taken once";
 }
 
-TEST(DotHost, ADeletionOfNoDotFails) {
+TEST(DotHost, ADeletionOfAnUnknownDotFails) {
     MemoryDotStore store(DotTable{});
     DotHost host(store);
     EXPECT_NE(host.DeleteDot("G1", "HOST", 2, "smb"), 0);
     EXPECT_FALSE(host.TakeDeletion().done);
 }
 
-TEST(DotHost, KeepsAccountOfEveryCall) {
+TEST(DotHost, CountsEveryCall) {
     MemoryDotStore store(DotTable{{"G1", {"M1"}}});
     DotHost host(store);
     char* kept = nullptr;
@@ -142,7 +142,7 @@ TEST(DotHost, KeepsAccountOfEveryCall) {
     EXPECT_EQ(host.Calls().failedDeletes, 1U);
 }
 
-TEST(DotHost, TakesNullAndKnowsWhatIsNotItsOwn) {
+TEST(DotHost, AcceptsNullAndDetectsForeignPointers) {
     MemoryDotStore store(DotTable{});
     DotHost host(store);
     char foreign[] = "{}";
@@ -151,7 +151,7 @@ TEST(DotHost, TakesNullAndKnowsWhatIsNotItsOwn) {
     EXPECT_EQ(host.Calls().strayReturns, 1U);
 }
 
-TEST(DotHost, AnAnswerComesBackOnlyOnce) {
+TEST(DotHost, AnAnswerIsFreedOnlyOnce) {
     MemoryDotStore store(DotTable{});
     DotHost host(store);
     char* answer = nullptr;

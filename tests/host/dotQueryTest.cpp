@@ -8,44 +8,44 @@ using namespace mordhost;
 
 namespace {
 
-constexpr auto request = R"({"guid": ["G1", "G2"]})";
+constexpr auto queryOfTwo = R"({"guid": ["G1", "G2"]})";
 
-std::string Answer(const DotTable& dots, const char* query) {
+std::string AnswerOf(const DotTable& dots, const char* query) {
     MemoryDotStore store(dots);
-    DotQuery answerer(store);
+    DotQuery answering(store);
     std::string_view answer;
-    answerer.Answer(R"({"guid": ["G9", "G1"]})", answer); // must leave nothing for the next query
-    return answerer.Answer(query, answer) == DotStore::Result::answered ? std::string(answer) : "none";
+    answering.Answer(R"({"guid": ["G9", "G1"]})", answer); // must leave nothing for the next query
+    return answering.Answer(query, answer) == DotStore::Result::answered ? std::string(answer) : "none";
 }
 
 } // namespace
 
-TEST(DotQuery, HasAMemberForEachGuidWithADot) {
-    EXPECT_EQ(Answer({{"G2", {"M2", "M1"}}, {"G1", {}}, {"G9", {"M9"}}}, R"({"guid": ["G1", "G2", "G3"]})"),
+TEST(DotQuery, TheAnswerHasAMemberForEachGuidWithADot) {
+    EXPECT_EQ(AnswerOf({{"G2", {"M2", "M1"}}, {"G1", {}}, {"G9", {"M9"}}}, R"({"guid": ["G1", "G2", "G3"]})"),
               R"({"G1":{"value":1,"mid":{}},"G2":{"value":1,"mid":{"M1":1,"M2":1}}})");
 }
 
-TEST(DotQuery, WithoutAnyDotIsAnEmptyObject) {
-    EXPECT_EQ(Answer({}, request), "{}");
+TEST(DotQuery, TheAnswerWithoutDotsIsAnEmptyObject) {
+    EXPECT_EQ(AnswerOf({}, queryOfTwo), "{}");
 }
 
-TEST(DotQuery, AGuidThatIsAskedForTwiceIsAnsweredOnce) {
-    EXPECT_EQ(Answer({{"G1", {"M1"}}}, R"({"guid": ["G1", "G1"]})"), R"({"G1":{"value":1,"mid":{"M1":1}}})");
+TEST(DotQuery, ARepeatedGuidIsAnsweredOnce) {
+    EXPECT_EQ(AnswerOf({{"G1", {"M1"}}}, R"({"guid": ["G1", "G1"]})"), R"({"G1":{"value":1,"mid":{"M1":1}}})");
 }
 
 TEST(DotQuery, TextsAreEscaped) {
-    EXPECT_EQ(Answer({{"G\"", {"M\n"}}}, R"({"guid": ["G\""]})"), R"({"G\"":{"value":1,"mid":{"M\n":1}}})");
+    EXPECT_EQ(AnswerOf({{"G\"", {"M\n"}}}, R"({"guid": ["G\""]})"), R"({"G\"":{"value":1,"mid":{"M\n":1}}})");
 }
 
 TEST(DotQuery, AnEmptyGuidIsAGuid) {
-    EXPECT_EQ(Answer({{"", {"M"}}}, R"({"guid": [""]})"), R"({"":{"value":1,"mid":{"M":1}}})");
+    EXPECT_EQ(AnswerOf({{"", {"M"}}}, R"({"guid": [""]})"), R"({"":{"value":1,"mid":{"M":1}}})");
 }
 
-TEST(DotQuery, WhatIsNoRequestGetsNone) {
+TEST(DotQuery, AnInvalidRequestFails) {
     for (const char* text :
          {"", "{", "[]", "{}", "\"guid\"", R"({"guid": 1})", R"({"guid": "G1"})", R"({"guid": {}})", R"({"guid": [1]})",
           R"({"guid": [["G1"]]})", R"({"guid": [{}]})", R"({"guid": ["G1", null]})", R"({"guid": ["G1"]} x)",
           R"({"guid": ["G1"], "guid": ["G1"]})", R"({"guid": ["G1"])", R"({"mid": ["G1"]})", R"([{"guid": ["G1"]}])"}) {
-        EXPECT_EQ(Answer({{"G1", {"M1"}}}, text), "none") << text;
+        EXPECT_EQ(AnswerOf({{"G1", {"M1"}}}, text), "none") << text;
     }
 }

@@ -31,12 +31,12 @@ TEST(DotTable, IsReadAsItIsWritten) {
     EXPECT_EQ(ReadDots(DotsText(dots)), dots);
 }
 
-TEST(DotTable, AnEmptyOneIsADocumentToo) {
+TEST(DotTable, AnEmptyTableIsAValidDocument) {
     EXPECT_EQ(DotsText({}), "{}\n");
     EXPECT_EQ(ReadDots(DotsText({})), DotTable());
 }
 
-TEST(DotTable, WhatIsNoTableIsRefusedAtItsPlace) {
+TEST(DotTable, AnInvalidTableIsRefusedWithItsPosition) {
     EXPECT_EQ(DotsRefusal("[]"), "d.json:1:1: the table of dots must be an object, and this is an array");
     EXPECT_EQ(DotsRefusal(R"({"G": "M"})"),
               "d.json:1:7: the machine ids of a dot must be an array, and this is a string");

@@ -11,7 +11,7 @@ using mordhostTest::TemporaryDirectory;
 namespace {
 
 // The message of the FileError at the opening of the file, or "opened".
-std::string FileErrorOf(const std::string& name) {
+std::string OpeningErrorOf(const std::string& name) {
     try {
         InputStream input(name);
     } catch (const FileError& error) {
@@ -49,7 +49,7 @@ TEST(InputStream, ReadsTheRestAfterALine) {
 
 TEST(InputStream, FailsForAMissingFileAndForADirectory) {
     const TemporaryDirectory directory;
-    EXPECT_EQ(FileErrorOf(directory.Name("none")),
+    EXPECT_EQ(OpeningErrorOf(directory.Name("none")),
               "cannot read " + directory.Name("none") + ": No such file or directory");
-    EXPECT_EQ(FileErrorOf(directory.Name("")), "cannot read " + directory.Name("") + ": it is a directory");
+    EXPECT_EQ(OpeningErrorOf(directory.Name("")), "cannot read " + directory.Name("") + ": it is a directory");
 }

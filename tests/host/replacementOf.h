@@ -1,4 +1,4 @@
-// What comes of replacing a file.
+// The result of the replacement of a file.
 #pragma once
 
 #include <string>

@@ -1,4 +1,4 @@
-// A directory for one test.
+// The temporary directory of a test.
 #pragma once
 
 #include <filesystem>
@@ -14,7 +14,7 @@ namespace mordhostTest {
 class TemporaryDirectory {
 public:
     TemporaryDirectory() {
-        // Where the first one was, whatever a test does to the environment later.
+        // Static, because a test may change the environment.
         static const std::filesystem::path parent = std::filesystem::temp_directory_path();
         std::random_device random;
         do {
@@ -30,7 +30,7 @@ public:
 
     const std::filesystem::path& Path() const { return m_path; }
 
-    // The name of a file in it, in UTF-8 and with slashes alone.
+    // The name of a file in the directory, in UTF-8 and with forward slashes.
     std::string Name(const std::string& file) const {
         const std::u8string name = (m_path / mordhost::PathOf(file)).generic_u8string();
         return {name.begin(), name.end()};
@@ -43,7 +43,7 @@ public:
         return name;
     }
 
-    // The text of the file; empty when there is none.
+    // The text of the file; empty if it does not exist.
     std::string Read(const std::string& file) const {
         std::ifstream stream(mordhost::PathOf(Name(file)), std::ios::binary);
         return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
