@@ -10,10 +10,9 @@
 namespace mordhost {
 
 bool PauseBeforeLook(std::chrono::milliseconds pause, int handle, const std::function<bool()>& collect) {
-    using Clock = std::chrono::steady_clock;
-    const Clock::time_point due = Clock::now() + pause;
+    const auto due = std::chrono::steady_clock::now() + pause;
     while (!StopRequested()) {
-        const auto left = std::chrono::ceil<std::chrono::milliseconds>(due - Clock::now());
+        const auto left = std::chrono::ceil<std::chrono::milliseconds>(due - std::chrono::steady_clock::now());
         if (left <= std::chrono::milliseconds(0)) {
             return true;
         }
