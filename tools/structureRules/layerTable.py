@@ -32,20 +32,12 @@ MAY_INCLUDE: dict[str, list[str]] = {
     "inspect": ["src/native", "src/platform"],
     # mordhost, from the lowest layer to the highest
     "host/system": [],
-    "host/net": [],
     "host/document": ["host/system"],
-    "host/events": ["host/document", "host/net"],
-    "host/dots": ["host/document"],
-    "host/policy": ["host/dots", "host/events", "host/document", "host/net", "PUBLIC"],
-    "host/library": ["host/policy", "host/dots", "host/events", "host/document", "host/system", "PUBLIC",
-                     "siblings/zelkBase/hostLog.h"],
-    "host/decide": ["host/library", "host/policy", "host/events", "PUBLIC"],
-    "host/output": ["host/decide", "host/library", "host/policy", "host/events", "host/document", "host/system",
-                    "PUBLIC"],
-    "host/programs": ["host/policy", "host/events", "host/document", "host/system"],
-    "host/live": ["host/events", "host/net", "host/system", "PUBLIC"],
-    "host/app": ["host/live", "host/programs", "host/output", "host/decide", "host/library", "host/policy", "host/dots",
-                 "host/events", "host/document", "host/system", "PUBLIC"],
+    "host/policy": ["host/document", "host/system", "PUBLIC"],
+    "host/decide": ["host/policy", "host/document", "host/system", "PUBLIC", "siblings/zelkBase/hostLog.h"],
+    "host/output": ["host/decide", "host/policy", "host/document", "host/system", "PUBLIC"],
+    "host/live": ["host/policy", "host/document", "host/system", "PUBLIC"],
+    "host/cli": ["host/live", "host/output", "host/decide", "host/policy", "host/document", "host/system", "PUBLIC"],
     # Tests: the kit, then a row for each subsystem
     "tests": [],
     "tests/kit/text": ["src/platform"],
@@ -62,8 +54,7 @@ MAY_INCLUDE: dict[str, list[str]] = {
     "tests/unit/native": [*KIT, "src/mordRev", "src/native", "src/logging", "src/frame", "src/platform"],
     "tests/unit/mordRev": [*KIT, "src/mordRev", "src/logging", "src/frame"],
     "tests/unit/siblings": [*KIT, "siblings", "siblings/zelkBase", "src/frame", "src/platform"],
-    "tests/unit/host": [*KIT, "host/app", "host/live", "host/programs", "host/output", "host/decide",
-                        "host/library", "host/policy", "host/dots", "host/events", "host/document", "host/net",
+    "tests/unit/host": [*KIT, "host/cli", "host/live", "host/output", "host/decide", "host/policy", "host/document",
                         "host/system", "PUBLIC", "siblings/zelkBase/hostLog.h"],
     "tests/unit/inspect": [*KIT, "tests/unit/native", "inspect", "src/native"],
     # The model uses the interfaces and no internal header of the library.
@@ -81,8 +72,8 @@ MAY_INCLUDE: dict[str, list[str]] = {
                             "src/platform"],
     "tests/fuzz/targetMemory": ["tests/fuzz", *KIT, "src/native", "src/platform"],
     # Benches, examples
-    "bench": ["host/library", "host/policy", "host/dots", "host/events", "host/document", "host/system",
-              "siblings/zelkBase/hostLog.h", "src/mordRev", "src/frame"],
+    "bench": ["host/decide", "host/policy", "host/document", "host/system", "siblings/zelkBase/hostLog.h",
+              "src/mordRev", "src/frame"],
     "examples": ["PUBLIC"],
 }
 

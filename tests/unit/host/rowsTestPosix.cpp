@@ -1,4 +1,4 @@
-// Rows that do not wait for more of them. Posix alone.
+// Rows appear without later rows. Posix only.
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -15,9 +15,9 @@ class RowsPosix : public TidyMordhostTest {};
 
 } // namespace
 
-TEST_F(RowsPosix, AppearWhileALaterEventTakesItsTime) {
-    // Reports of many kilobytes go into a pipe that nobody reads. After a few events it is full, and the replay waits:
-    // so early that its rows are far from filling a buffer.
+TEST_F(RowsPosix, AppearDuringASlowLaterEvent) {
+    // Large reports go to a pipe that nobody reads. It is full after a few events. The replay then blocks, long before
+    // its rows fill a buffer.
     const std::string pipe = directory.Name("pipe");
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
     const int reader = open(pipe.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
