@@ -140,10 +140,6 @@ void* operator new[](size_t size) {
 void* operator new(size_t size, const std::nothrow_t&) noexcept {
     return AllocateForNew(size);
 }
-// Weak: the scripted process has an operator of its own, which limits the size.
-__attribute__((weak)) void* operator new[](size_t size, const std::nothrow_t&) noexcept {
-    return AllocateForNew(size);
-}
 void operator delete(void* memory) noexcept {
     Delete(memory);
 }
