@@ -6,7 +6,7 @@ namespace mordinspect {
 
 namespace {
 
-PebSteps* current = nullptr; // the functions of the system have no place for it
+PebSteps* current = nullptr; // the replaced functions have no context parameter
 
 template <typename Function, typename... Arguments>
 NtStatus CallOriginal(void* original, Arguments... arguments) {

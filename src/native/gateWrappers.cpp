@@ -5,15 +5,15 @@
 
 namespace {
 
-// One NT function of the 64-bit half, found at its first use.
+// An NT function of the 64-bit half, looked up at its first use.
 class GateFunction {
 public:
     constexpr explicit GateFunction(const char* name) : m_name(name) {}
 
-    // Whether the system has it; a failure is tried again.
+    // Returns whether the system has it. A failed look-up is repeated at the next call.
     bool Find() { return Address() != 0; }
 
-    // Calls it after Find. True for the status 0; any other is recorded.
+    // Calls the function; Find must have succeeded. Returns true for the status 0 and records any other as last error.
     template <typename... Arguments>
     bool Call(Arguments... arguments) {
         const uint64_t status = GateCall(Address(), sizeof...(arguments), static_cast<uint64_t>(arguments)...);
@@ -41,7 +41,7 @@ constinit GateFunction freeMemory("NtFreeVirtualMemory");
 constinit GateFunction protectMemory("NtProtectVirtualMemory");
 constinit GateFunction queryMemory("NtQueryVirtualMemory");
 
-// Reading and writing alike: the count starts from the caller's and goes back on success.
+// Reads or writes. The local count starts at the caller's value, which changes on success only.
 bool Transfer(GateFunction& function, platform::Handle process, uint64_t address, const void* local, uint32_t size,
               uint64_t* count) {
     if (!function.Find()) {

@@ -14,7 +14,7 @@ NtStatus NativeWow64::ReadMemory(uint64_t address, void* destination, uint64_t s
     if (read == nullptr) {
         return STATUS_OF_MISSING_FUNCTION;
     }
-    uint64_t count = 0; // the function wants a place for it
+    uint64_t count = 0; // the function requires a place for it
     return read(processHandle, address, destination, size, bytesRead != nullptr ? bytesRead : &count);
 }
 
@@ -61,7 +61,7 @@ NtStatus NativeWow64::GetThreadContext64(platform::Handle thread, void* context)
     return GateStatus(GateCall(function, 2, GateArgument(thread), GateArgument(context)));
 }
 
-// The query's status is not looked at: that it returned something is the test.
+// The status of the query is ignored: the required test is that the query returned data.
 uint64_t NativeWow64::ReadPeb64(void* destination) {
     const auto query = FindNativeFunction<NtQueryInformationProcessFunction>("NtWow64QueryInformationProcess64");
     if (query == nullptr) {
@@ -77,7 +77,7 @@ uint64_t NativeWow64::ReadPeb64(void* destination) {
                      Bits64::pebSize);
 }
 
-// A 32-bit caller's view of a 32-bit target is the plain one.
+// For a 32-bit caller the plain query describes the 32-bit PEB of a 32-bit target.
 uint64_t NativeWow64::ReadPeb32(void* destination) {
     return targetIsWow64 ? ReadPlainPeb(destination) : 0;
 }

@@ -1,4 +1,4 @@
-// The threads of a target, and the file behind the start of each.
+// The threads of a target, and the file at the start address of each.
 #include <algorithm>
 
 #include "native/devicePath.h"
@@ -10,10 +10,11 @@
 
 namespace {
 
+// More rights than the queries need, by design.
 constexpr uint32_t threadAllAccess = 0x1FFFFF;
 
-// The text of the UNICODE_STRING of width `Bits` at the start of `reply`. Its address leads further into the same
-// reply; what it tells beyond the reply's end is cut.
+// Returns the text of the UNICODE_STRING of bitness `Bits` at the start of `reply`. Its address must point into the
+// same reply; the text is truncated at the end of the reply.
 template <typename Bits>
 std::basic_string<WideChar> TextOfReply(const char (&reply)[mappedFileNameSize]) {
     const auto begin = reinterpret_cast<uintptr_t>(reply);
@@ -28,8 +29,8 @@ std::basic_string<WideChar> TextOfReply(const char (&reply)[mappedFileNameSize])
     return text;
 }
 
-// Returns the name in `reply`, for a target of width `Bits`. For 32-bit targets the offset of the text address follows
-// the machine's layout; for 64-bit targets it is the same on both kinds of machine.
+// Returns the name in `reply`, for a target of bitness `Bits`. The reply has the layout of the machine; only on a
+// 32-bit machine does a 32-bit target get the 32-bit one.
 template <typename Bits>
 std::basic_string<WideChar> NameInReply(const char (&reply)[mappedFileNameSize], bool machineIs32Bit) {
     if constexpr (sizeof(typename Bits::Pointer) == 4) {
@@ -58,7 +59,7 @@ TargetProcess::ThreadList
 TargetProcess::ListThreadsBy(std::shared_ptr<const TheradData> (TargetProcess::*readThread)(uint32_t)) {
     ThreadList list;
     const ScopedHandle snapshot(platform::CreateToolhelp32Snapshot(platform::TH32CS_SNAPTHREAD_FLAG, 0));
-    if (!snapshot) { // the one result that counts as failure
+    if (!snapshot) { // only null is a failure here, by design
         return list;
     }
     platform::ThreadEntry entry{};
@@ -98,7 +99,7 @@ std::shared_ptr<const TheradData> TargetProcess::ReadThreadOf(uint32_t threadId)
             native->QueryThreadInformation(thread.Get(), ThreadQuerySetWin32StartAddressClass, &start, sizeof start))) {
         return nullptr;
     }
-    // Replies have the layout of the machine, whatever the target's width.
+    // Replies have the layout of the machine, whatever the target's bitness.
     const bool machineIs32Bit = native->IsX86System();
     SystemBuffer<Bits64::memoryBasicInformationSize> memory;
     const size_t memorySize = machineIs32Bit ? Bits32::memoryBasicInformationSize : Bits64::memoryBasicInformationSize;

@@ -1,4 +1,4 @@
-"""What is added up over programs, and what is kept apart."""
+"""The counts that are added up over programs, and those that stay separate."""
 
 import re
 import unittest
@@ -21,7 +21,7 @@ class Counting(unittest.TestCase):
         return count
 
     def missed(self, *programs: list[dict]) -> list[tuple[str, str, bool]]:
-        """Row, function and outcome of what was never taken."""
+        """Row, function and outcome of each branch that was never taken."""
         count = self.count(*programs)
         return sorted((branch.place.row, branch.place.function, branch.outcome)
                       for branch, times in count.taken.items() if times == 0)

@@ -1,4 +1,4 @@
-"""tools/coverage over a small tree, with stand-ins for the compiler's tools."""
+"""tools/coverage on a small tree, with substitutes for the compiler's tools."""
 
 import json
 import os
@@ -9,7 +9,7 @@ import sys
 from tests.countedFunction import counted
 from tests.fakeProgram import TOOLS, FakeProgramTest
 
-# A profile holds the build id of its program in its first line, and behind it what was counted.
+# A profile has the build id of its program in its first line, followed by the counts.
 PROFDATA = """
     if sys.argv[1] == "show":
         say("Binary IDs:")
@@ -64,7 +64,7 @@ class Command(FakeProgramTest):
         (self.build / f"profiles/{name}.profraw").write_text(str(digit) * 40 + "\n" + counts)
 
     def sees(self, code: int, *lines: str) -> None:
-        """The exit code, and lines that are printed among others."""
+        """Checks the exit code, and that these lines are printed among others."""
         path = f"{self.folder}/bin:{os.environ['PATH']}"
         done = subprocess.run([sys.executable, self.tree / "tools/coverage", self.build], capture_output=True,
                               text=True, env=os.environ | {"PATH": path, "DUMP": str(self.dump)})

@@ -32,11 +32,11 @@ MarkedHash AllowList::HashOfPair(uint32_t protocolHash, std::string_view mid) {
     return MarkedHash(protocolHash ^ HashText(mid, ProcessHashKeys().mid));
 }
 
-// What can fail comes first: room for the pair, then the element of the table. A key comes into the table together with
-// its first machine id.
+// Strong exception guarantee: everything that can throw comes first, the insertion into the table last. A key enters
+// the table together with its first machine id.
 void AllowList::Add(std::string protocol, std::string mid) {
     const MarkedHash hash = HashOfPair(HashOfProtocol(protocol), mid);
-    m_pairs.emplace_back(); // by the vector's own growth: reserve() takes no more than it is asked for
+    m_pairs.emplace_back(); // grows geometrically, unlike reserve()
     m_pairs.pop_back();
     m_index.Reserve();
 
@@ -64,8 +64,8 @@ void AllowList::Clear() noexcept {
 }
 
 const std::string* AllowList::Match(const AllowQuery& query) const {
-    // Most ids are not in the list, and most queries end here. The loop does the same few steps for each id: the longer
-    // the receiver's lock is held, the more often another thread is put to sleep for it.
+    // Most ids are not in the list, and most queries end here. The loop takes the same few steps for every id: a longer
+    // hold of the receiver's lock puts other threads to sleep more often.
     bool mayMatch = false;
     for (size_t i = 0; i < query.m_mids.size(); ++i) {
         mayMatch |= m_index.MayHold(query.m_pairs[i]);
@@ -88,8 +88,8 @@ const std::string* AllowList::Match(const AllowQuery& query) const {
 
 namespace {
 
-// Adds what one entry of "mid_list" says. An entry without a "mid" that is a string and a "protocol" that is an array
-// is skipped, and so is an element of "protocol" that is not a string.
+// Adds one entry of "mid_list". Skips an entry without a string "mid" and an array "protocol", and every element of
+// "protocol" that is not a string.
 void AddEntry(AllowList& list, const JsonValue& entry) {
     const JsonValue* const mid = FindMember(entry, "mid");
     if (mid == nullptr || !mid->IsString()) {
@@ -120,7 +120,7 @@ bool CMordRecv::SetAllowList(const char* text) {
     } else if (midList == nullptr) {
         LOG_ERROR(WIDE("format error"));
     } else {
-        m_allowList.Clear(); // the old list is gone from here on, whatever follows
+        m_allowList.Clear(); // the old list is lost from here on, by design
         if (!midList->IsArray()) {
             LOG_TRACE(WIDE("mid list is empty")); // sic: a value of another kind logs this, an empty array does not
         } else {

@@ -5,16 +5,17 @@
 
 namespace {
 
-constexpr size_t leastSize = 16;
+constexpr size_t minimumSlots = 16;
 
 } // namespace
 
 void HashIndex::Reserve() {
+    // The table is at most half full, so that a search always ends at a free slot.
     if (2 * (m_used + 1) <= m_slots.size()) {
         return;
     }
     HashIndex larger;
-    const size_t size = std::max(leastSize, 2 * m_slots.size());
+    const size_t size = std::max(minimumSlots, 2 * m_slots.size());
     larger.m_slots.resize(size);
     larger.m_filter.resize(size >> slotsOfAWordLog2);
     larger.m_shift = 32 - static_cast<unsigned>(std::countr_zero(size));

@@ -1,4 +1,4 @@
-// The characters of a JSON string that stand for themselves.
+// The plain characters of a JSON string: those that need no escape.
 #pragma once
 
 #include <bit>
@@ -6,12 +6,13 @@
 #include <cstddef>
 #include <cstring>
 
-// Whether a character ends a JSON string, must be escaped in it or may not stand in it.
+// Returns whether `character` may appear unescaped within a JSON string: no control character, quote or backslash.
 inline bool IsPlainText(char character) {
     return static_cast<unsigned char>(character) >= 0x20 && character != '"' && character != '\\';
 }
 
-// The first character from `at` on that is not plain, or `end`. Looks at a machine word at a time.
+// Returns the first character from `at` on that is not plain, or `end`. Scans a machine word at a time and reads
+// nothing outside the range.
 inline const char* PassPlainText(const char* at, const char* end) {
     using Word = size_t;
     static_assert(std::endian::native == std::endian::little, "the first character is the lowest byte of a word");
@@ -19,8 +20,8 @@ inline const char* PassPlainText(const char* at, const char* end) {
     while (static_cast<size_t>(end - at) >= sizeof(Word)) {
         Word word = 0;
         std::memcpy(&word, at, sizeof word);
-        // What is added to the lower seven bits of a byte sets its highest one when a character is not the one asked
-        // for, and never carries into the next byte. Beyond ASCII all is plain.
+        // Each sum sets the highest bit of a byte unless the byte is the character in question. A sum of the lower
+        // seven bits never carries into the next byte. Bytes beyond ASCII are always plain.
         const Word low = word & each * 0x7F;
         const Word noQuote = (low ^ each * '"') + each * 0x7F;
         const Word noBackslash = (low ^ each * '\\') + each * 0x7F;

@@ -1,4 +1,4 @@
-// The host's answer to a query: its buffer, and what it says.
+// The host's answer to a query: ownership of its buffer, and its parsed content.
 //
 // An answer is {"GUID": {"value": 1, "mid": {"MID-1": …, "MID-2": …}}, …}.
 #pragma once
@@ -12,8 +12,8 @@
 
 #include "frame/interfaces.h"
 
-// Owns the buffer that IDotHost::QueryDot delivers, null or not. It goes back to the host by GiveBack, unless it is
-// kept; where an exception passes before either, the end of the scope gives it back.
+// Owns the buffer that IDotHost::QueryDot delivers, null or not. GiveBack returns it to the host, Keep leaves it;
+// otherwise the destructor returns it, for example after an exception. Belongs to one thread.
 class DotAnswer {
 public:
     explicit DotAnswer(IDotHost* host) : m_host(host) {}
@@ -21,15 +21,15 @@ public:
     DotAnswer(const DotAnswer&) = delete;
     DotAnswer& operator=(const DotAnswer&) = delete;
 
-    // Where QueryDot stores its answer; null before.
+    // The place for QueryDot to store its answer; null before.
     char** Out() { return &m_text; }
     const char* Text() const { return m_text; }
 
-    // The text, which must not be null, for a reader that outlives the buffer.
+    // Copies the text, which must not be null, for a reader that outlives the buffer. Throws std::bad_alloc.
     std::string Copy() const;
 
-    // Calls FreeResult, once in the life of the object: a host that throws there is not asked again. Its exception
-    // passes; at the end of the scope it ends the process.
+    // Calls FreeResult, at most once in the life of the object, even if the host throws. That exception passes through;
+    // thrown from the destructor it ends the process.
     void GiveBack() {
         char* const text = std::exchange(m_text, nullptr);
         if (IDotHost* const host = std::exchange(m_host, nullptr)) {
@@ -37,7 +37,7 @@ public:
         }
     }
 
-    // The buffer never goes back.
+    // Never returns the buffer to the host.
     void Keep() { m_host = nullptr; }
 
 private:
@@ -45,11 +45,11 @@ private:
     char* m_text = nullptr;
 };
 
-// What an answer says of one rule: a member of the root.
+// The content of an answer for one rule: a member of the root.
 struct AnsweredRule {
-    enum class Value { malformed, zero, good }; // malformed: missing, or no number that fits 32 signed bits
+    enum class Value { malformed, zero, good }; // malformed: missing, or not a signed 32-bit number
 
-    // The members of "mid", which stand side by side in QueryAnswer::mids.
+    // The members of "mid": a range of QueryAnswer::mids.
     struct Mids {
         size_t first;
         size_t count;
@@ -57,20 +57,21 @@ struct AnsweredRule {
 
     std::string_view guid;
     Value value = Value::malformed;
-    std::optional<Mids> mids = std::nullopt; // none: "mid" is missing, or no object
+    std::optional<Mids> mids = std::nullopt; // none: "mid" is missing or not an object
 };
 
-// Owns the text that the views point into, and so must stay where it is. A NUL stands behind each of these texts.
+// A parsed answer. Owns the text that its views point into, so it must not move. A NUL follows each of these texts.
 struct QueryAnswer {
     explicit QueryAnswer(std::string document) : text(std::move(document)) {}
     QueryAnswer(const QueryAnswer&) = delete;
     QueryAnswer& operator=(const QueryAnswer&) = delete;
 
-    // Reads `text` up to its first NUL and destroys it on the way. False when it is no JSON. A root that is no object
-    // is one without members. Of the members of a rule with the same name the first counts.
+    // Parses `text` up to its first NUL and overwrites it. Returns false if it is not JSON; rules and mids are then
+    // undefined. A root that is not an object has no members. If a rule has several members of the same name, the first
+    // counts. Throws std::bad_alloc. Logs nothing.
     bool Read();
 
     std::string text;
-    std::vector<AnsweredRule> rules;    // in document order, which is also that of mids
+    std::vector<AnsweredRule> rules;    // in document order, like mids
     std::vector<std::string_view> mids; // of all rules
 };

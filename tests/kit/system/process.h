@@ -1,4 +1,4 @@
-// Programs that a test runs.
+// Runs programs.
 #pragma once
 
 #include <chrono>
@@ -13,36 +13,37 @@
 namespace mordhostTest {
 
 struct ProcessResult {
-    int code = -1; // exit code; -1 for a process that did not end by itself
+    int code = -1; // exit code; -1 for a process that was killed
     std::string output;
     std::string error;
 };
 
-// What the standard output of a process is.
+// The standard output of a process.
 enum class StandardOutput {
-    file,       // whose text the result has
-    closed,     // not open at all
+    file,       // its text is in the result
+    closed,     // not open
     readOnly,   // open, but not for writing
     unreadPipe, // a pipe whose other end is closed
-    fullPipe,   // a pipe from which nobody takes anything, so that it is full soon
+    fullPipe,   // a pipe that nobody reads, which is full soon
 };
 
 struct ProcessSetup {
     std::string program; // UTF-8, as all texts here
     std::vector<std::string> arguments;
-    std::string input;     // what it reads from its standard input
-    std::string directory; // in which it runs; empty: that of the test
+    std::string input;     // the text of its standard input
+    std::string directory; // working directory; empty: that of the test
     StandardOutput output = StandardOutput::file;
-    bool inputStaysOpen = false; // it reads no end behind the input, as long as it runs
+    bool inputStaysOpen = false; // the standard input does not end after `input`
 };
 
-// Runs the program to its end. None outlives its test for long: after four minutes it is ended.
+// Runs the program to its end, for at most four minutes. The process does not outlive the test.
 ProcessResult RunProcess(const ProcessSetup& setup);
 
-// Whether the process with this id is there and has not ended.
+// Whether the process with this id exists and has not ended.
 bool IsRunning(uint32_t id);
 
-// A process with files for its standard streams that runs while the test goes on.
+// A process that runs concurrently with the test, with files as its standard streams. The destructor kills it. It does
+// not outlive the test, also if that is killed.
 class BackgroundProcess {
 public:
     explicit BackgroundProcess(const ProcessSetup& setup);
@@ -50,14 +51,14 @@ public:
     BackgroundProcess(const BackgroundProcess&) = delete;
     BackgroundProcess& operator=(const BackgroundProcess&) = delete;
 
-    // What it has written so far.
+    // The output so far.
     std::string Output() const { return m_directory.Read("output"); }
     std::string Error() const { return m_directory.Read("error"); }
 
-    // Sends it an interruption, as the user would: SIGINT, or Ctrl-C from its console.
+    // Sends an interruption: SIGINT, or Ctrl-C on its console.
     void Interrupt() const;
 
-    // Posix alone: sends it another signal; its process id.
+    // Posix only: send another signal; the process id.
     void Send(int signal) const;
     uint32_t Id() const;
 
@@ -70,7 +71,7 @@ private:
     std::unique_ptr<State> m_state;
 };
 
-// Waits until `isSo` is, two minutes at most, and returns whether it is.
+// Waits until `isSo` returns true, at most two minutes, and returns the last result.
 template <typename IsSo>
 bool WaitUntil(IsSo isSo) {
     constexpr std::chrono::milliseconds pause(10);

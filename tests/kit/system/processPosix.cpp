@@ -3,6 +3,7 @@
 #include <vector>
 
 #include <fcntl.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -23,7 +24,7 @@ std::vector<char*> Pointers(std::vector<std::string>& words) {
     return pointers;
 }
 
-// The standard input: a file, or a pipe of which `staysOpen` is the other end.
+// Opens the standard input: a file, or a pipe whose other end is `staysOpen`.
 int OpenInput(const ProcessSetup& setup, const TemporaryDirectory& files, int& staysOpen) {
     if (!setup.inputStaysOpen) {
         return open(files.Write("input", setup.input).c_str(), O_RDONLY | O_CLOEXEC);
@@ -37,7 +38,7 @@ int OpenInput(const ProcessSetup& setup, const TemporaryDirectory& files, int& s
     return ends[0];
 }
 
-// The standard output; `untaken` is the other end of a pipe from which nobody takes anything.
+// Opens the standard output. `untaken` is the other end of a pipe that nobody reads.
 int OpenOutput(const ProcessSetup& setup, const std::string& file, int& untaken) {
     int ends[2] = {-1, -1};
     switch (setup.output) {
@@ -76,15 +77,20 @@ BackgroundProcess::BackgroundProcess(const ProcessSetup& setup) : m_state(std::m
     const int input = OpenInput(setup, m_directory, m_state->inputStaysOpen);
     const int output = OpenOutput(setup, m_directory.Write("output", ""), m_state->untakenOutput);
     const int error = open(m_directory.Write("error", "").c_str(), O_WRONLY | O_CLOEXEC);
+    const pid_t test = getpid();
     m_state->process = fork();
     if (m_state->process == 0) {
         dup2(input, STDIN_FILENO);
         close(STDOUT_FILENO);
-        dup2(output, STDOUT_FILENO); // of -1 it leaves the stream closed
+        dup2(output, STDOUT_FILENO); // of -1 fails and leaves the stream closed
         dup2(error, STDERR_FILENO);
         if (setup.directory.empty() || chdir(setup.directory.c_str()) == 0) {
-            alarm(longestRun); // outlives the call below
-            execv(pointers[0], pointers.data());
+            // Both survive execv. The child ends with the test, also when that is killed.
+            prctl(PR_SET_PDEATHSIG, SIGKILL);
+            alarm(longestRun);
+            if (getppid() == test) { // the test may have ended before prctl
+                execv(pointers[0], pointers.data());
+            }
         }
         _exit(127);
     }

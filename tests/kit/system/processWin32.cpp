@@ -11,14 +11,14 @@ namespace {
 
 constexpr DWORD longestRun = 240000; // milliseconds
 
-// One argument by the rules by which the C runtime and the shell take a command line apart.
+// Quotes an argument by the rules of the C runtime and the shell.
 std::wstring Quoted(const std::string& argument) {
     const std::filesystem::path text = PathOfUtf8(argument);
     std::wstring quoted = L"\"";
     size_t backslashes = 0;
     for (const wchar_t c : text.native()) {
         if (c == L'"') {
-            quoted.append(backslashes + 1, L'\\'); // so that the quote stands for itself
+            quoted.append(backslashes + 1, L'\\'); // escape the quotation mark
         }
         backslashes = c == L'\\' ? backslashes + 1 : 0;
         quoted += c;
@@ -60,7 +60,7 @@ OwnedHandle OpenForChild(const std::string& name, DWORD access) {
                                    OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
 }
 
-// The standard input: a file, or a pipe of which `staysOpen` is the other end.
+// Opens the standard input: a file, or a pipe whose other end is `staysOpen`.
 OwnedHandle OpenInput(const ProcessSetup& setup, const TemporaryDirectory& files, OwnedHandle& staysOpen) {
     if (!setup.inputStaysOpen) {
         return OpenForChild(files.Write("input", setup.input), GENERIC_READ);
@@ -73,7 +73,7 @@ OwnedHandle OpenInput(const ProcessSetup& setup, const TemporaryDirectory& files
     return std::move(pipe.reading);
 }
 
-// The standard output; `untaken` is the other end of a pipe from which nobody takes anything.
+// Opens the standard output. `untaken` is the other end of a pipe that nobody reads.
 OwnedHandle OpenOutput(const ProcessSetup& setup, const std::string& file, OwnedHandle& untaken) {
     switch (setup.output) {
     case StandardOutput::file:
@@ -95,14 +95,15 @@ OwnedHandle OpenOutput(const ProcessSetup& setup, const std::string& file, Owned
     return nullptr;
 }
 
-// A console for processes whose window nobody sees.
+// A console without a window.
 class PseudoConsole {
 public:
     PseudoConsole() {
-        // The system's import libraries do not all have these.
+        // Not every import library has these functions.
         const HMODULE library = GetModuleHandleW(L"kernelbase.dll");
-        const auto create = reinterpret_cast<Create*>(GetProcAddress(library, "CreatePseudoConsole"));
-        m_close = reinterpret_cast<Close*>(GetProcAddress(library, "ClosePseudoConsole"));
+        const auto create =
+            reinterpret_cast<Create*>(reinterpret_cast<void*>(GetProcAddress(library, "CreatePseudoConsole")));
+        m_close = reinterpret_cast<Close*>(reinterpret_cast<void*>(GetProcAddress(library, "ClosePseudoConsole")));
         if (create == nullptr || m_close == nullptr ||
             create({80, 25}, m_input.reading.get(), m_output.writing.get(), 0, &m_console) != S_OK) {
             throw std::runtime_error("no pseudo console");
@@ -122,7 +123,7 @@ public:
     PseudoConsole(const PseudoConsole&) = delete;
     PseudoConsole& operator=(const PseudoConsole&) = delete;
 
-    // For processes that are to have this console.
+    // The attributes of a process on this console.
     LPPROC_THREAD_ATTRIBUTE_LIST Attributes() {
         return reinterpret_cast<LPPROC_THREAD_ATTRIBUTE_LIST>(m_memory.data());
     }
@@ -147,7 +148,19 @@ std::wstring CommandLine(const ProcessSetup& setup) {
     return command;
 }
 
-// Starts the process on the console, or without one where that is null, and returns its handle.
+// A job that ends its processes when this process ends, also when that is killed.
+HANDLE JobOfTest() {
+    static const HANDLE job = [] {
+        const HANDLE made = CreateJobObjectW(nullptr, nullptr);
+        JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits{};
+        limits.BasicLimitInformation.LimitFlags = JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE;
+        SetInformationJobObject(made, JobObjectExtendedLimitInformation, &limits, sizeof limits);
+        return made;
+    }();
+    return job;
+}
+
+// Starts the process on the console, or without one if that is null, and returns its handle.
 OwnedHandle Start(const ProcessSetup& setup, PseudoConsole* console, HANDLE input, HANDLE output, HANDLE error) {
     STARTUPINFOEXW start{};
     start.StartupInfo.cb = sizeof start;
@@ -163,11 +176,12 @@ OwnedHandle Start(const ProcessSetup& setup, PseudoConsole* console, HANDLE inpu
                         directory.empty() ? nullptr : directory.c_str(), &start.StartupInfo, &process)) {
         throw std::runtime_error("cannot start " + setup.program + ": error " + std::to_string(GetLastError()));
     }
+    AssignProcessToJobObject(JobOfTest(), process.hProcess);
     CloseHandle(process.hThread);
     return OwnedHandle(process.hProcess);
 }
 
-// The exit code of the process, which is waited for; one that does not end is ended, and has none.
+// Waits for the process and returns its exit code. Kills a process that does not end and returns -1.
 int CodeOf(HANDLE process) {
     DWORD code = 0;
     if (WaitForSingleObject(process, longestRun) == WAIT_OBJECT_0 && GetExitCodeProcess(process, &code)) {
@@ -177,13 +191,13 @@ int CodeOf(HANDLE process) {
     return -1;
 }
 
-// The ends of pipes that stay with the test.
+// The ends of the pipes that the test keeps.
 struct OwnEnds {
     OwnedHandle input;
     OwnedHandle output;
 };
 
-// Starts the process with its streams in `files`.
+// Starts the process with its streams in files of `files`.
 OwnedHandle StartWithFiles(const ProcessSetup& setup, PseudoConsole* console, const TemporaryDirectory& files,
                            OwnEnds& own) {
     const OwnedHandle input = OpenInput(setup, files, own.input);
@@ -209,9 +223,9 @@ BackgroundProcess::~BackgroundProcess() {
     WaitForSingleObject(m_state->process.get(), INFINITE);
 }
 
-// A process on the same console does what the keyboard would.
+// Another process on the same console sends Ctrl-C.
 void BackgroundProcess::Interrupt() const {
-    const ProcessSetup setup = {MORDHOST_ODD_PROGRAMS "/interrupts" MORDHOST_PROGRAM_ENDING, {}, "", ""};
+    const ProcessSetup setup = {TEST_KIT_INTERRUPTS, {}, "", ""};
     CodeOf(Start(setup, &m_state->console, nullptr, nullptr, nullptr).get());
 }
 

@@ -1,4 +1,4 @@
-// A directory for one test.
+// The temporary directory of a test.
 #pragma once
 
 #include <filesystem>
@@ -17,7 +17,7 @@ inline std::filesystem::path PathOfUtf8(const std::string& text) {
 class TemporaryDirectory {
 public:
     TemporaryDirectory() {
-        // Where the first one was, whatever a test does to the environment later.
+        // Static, because a test may change the environment.
         static const std::filesystem::path parent = std::filesystem::temp_directory_path();
         std::random_device random;
         do {
@@ -33,7 +33,7 @@ public:
 
     const std::filesystem::path& Path() const { return m_path; }
 
-    // The name of a file in it, in UTF-8 and with slashes alone.
+    // The name of a file in the directory, in UTF-8 and with forward slashes.
     std::string Name(const std::string& file) const {
         const std::u8string name = (m_path / PathOfUtf8(file)).generic_u8string();
         return {name.begin(), name.end()};
@@ -46,7 +46,7 @@ public:
         return name;
     }
 
-    // The text of the file; empty when there is none.
+    // The text of the file; empty if it does not exist.
     std::string Read(const std::string& file) const {
         std::ifstream stream(PathOfUtf8(Name(file)), std::ios::binary);
         return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};

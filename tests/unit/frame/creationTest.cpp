@@ -12,7 +12,8 @@ extern "C" uint32_t MORD_CDECL CreateZelkObject(const GUID* iid, void** out);
 
 namespace {
 
-namespace allocations = kit::allocations;
+using kit::AllocationCounter;
+using kit::FailingNew;
 
 int32_t ReferenceCount(void* interface) {
     return MordRevFields(static_cast<CMordRecv&>(*static_cast<IMordRev*>(interface))).ReferenceCount();
@@ -20,10 +21,10 @@ int32_t ReferenceCount(void* interface) {
 
 TEST(Creation, RefusedIdentifierCreatesNoObject) {
     void* out = nullptr;
-    allocations::Begin();
+    AllocationCounter counter;
     const uint32_t second = CreateZelkObject(&IID_IMordRevSecond, &out);
     const uint32_t unknown = CreateZelkObject(&SID_ModuleFinder, &out);
-    const std::vector<size_t> sizes = allocations::End();
+    const std::vector<size_t> sizes = counter.Sizes();
     EXPECT_EQ(sizes, std::vector<size_t>());
     EXPECT_EQ(second, RESULT_NO_INTERFACE);
     EXPECT_EQ(unknown, RESULT_NO_INTERFACE);
@@ -32,14 +33,16 @@ TEST(Creation, RefusedIdentifierCreatesNoObject) {
 
 TEST(Creation, FirstCallAllocatesTheObjectAndLaterOnesNothing) {
     void* out = nullptr;
-    allocations::Begin();
+    {
+        AllocationCounter counter;
+        CreateZelkObject(&IID_IMordRev, &out);
+        const std::vector<size_t> sizes = counter.Sizes();
+        EXPECT_EQ(sizes, std::vector<size_t>{sizeof(CMordRecv)});
+    }
+    AllocationCounter counter;
     CreateZelkObject(&IID_IMordRev, &out);
-    const std::vector<size_t> first = allocations::End();
-    allocations::Begin();
-    CreateZelkObject(&IID_IMordRev, &out);
-    const std::vector<size_t> second = allocations::End();
-    EXPECT_EQ(first, std::vector<size_t>{sizeof(CMordRecv)});
-    EXPECT_EQ(second, std::vector<size_t>());
+    const std::vector<size_t> sizes = counter.Sizes();
+    EXPECT_EQ(sizes, std::vector<size_t>());
 }
 
 TEST(Creation, EveryCallRaisesTheReferenceCountByOne) {
@@ -55,9 +58,10 @@ TEST(Creation, EveryCallRaisesTheReferenceCountByOne) {
 TEST(Creation, ExhaustedMemoryIsThrownToTheCallerAndALaterCallSucceeds) {
     void* out = nullptr;
     for (int attempt = 0; attempt < 3; ++attempt) {
-        allocations::Begin(0);
-        EXPECT_THROW(CreateZelkObject(&IID_IMordRev, &out), std::bad_alloc);
-        allocations::End();
+        {
+            const FailingNew failing(1);
+            EXPECT_THROW(CreateZelkObject(&IID_IMordRev, &out), std::bad_alloc);
+        }
         EXPECT_EQ(out, nullptr);
     }
     EXPECT_EQ(CreateZelkObject(&IID_IMordRev, &out), RESULT_OK);
@@ -89,7 +93,7 @@ TEST(Creation, ConcurrentCallersWaitAndOneOfThemTriesAgainWhenTheFirstFails) {
     while (ready < callers) {
         std::this_thread::yield();
     }
-    allocations::FailNextOf(sizeof(CMordRecv), 50);
+    kit::FailNextOf(sizeof(CMordRecv), 50);
     ++ready; // now all go
     for (auto& thread : threads) {
         thread.join();

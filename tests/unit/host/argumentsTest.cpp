@@ -13,7 +13,7 @@ constexpr auto policy = R"({"rules": [{"guid": "G", "type": "smb"}]})";
 
 class Arguments : public MordhostTest {
 protected:
-    // The name of a file that stands where the library or a sibling of it is looked for.
+    // The file name of the library or of a sibling.
     static std::string LibraryFile(const std::string& name) {
         return MORDHOST_LIBRARY_PREFIX + name + MORDHOST_LIBRARY_SUFFIX;
     }
@@ -21,7 +21,7 @@ protected:
 
 } // namespace
 
-TEST_F(Arguments, HelpGoesToTheStandardOutputAndIsNoError) {
+TEST_F(Arguments, HelpIsWrittenToTheStandardOutputAndSucceeds) {
     const ProcessResult result = Mordhost({"--help"});
     EXPECT_EQ(result.code, 0);
     EXPECT_NE(result.output.find("Usage: mordhost"), std::string::npos);
@@ -38,13 +38,13 @@ TEST_F(Arguments, ASubcommandHasItsOwnHelp) {
     }
 }
 
-TEST_F(Arguments, TheVersionIsTold) {
+TEST_F(Arguments, VersionIsWrittenAndSucceeds) {
     const ProcessResult result = Mordhost({"--version"});
     EXPECT_EQ(result.code, 0);
     EXPECT_EQ(result.output.rfind("mordhost ", 0), 0U) << result.output;
 }
 
-TEST_F(Arguments, BadOnesEndWithTwoAndAMessage) {
+TEST_F(Arguments, InvalidOnesExitWithTwoAndAMessage) {
     const std::string name = directory.Write("p.json", policy);
     const std::string events = directory.Write("e.jsonl", "{}\n");
     const std::vector<std::vector<std::string>> cases = {
@@ -65,7 +65,7 @@ TEST_F(Arguments, BadOnesEndWithTwoAndAMessage) {
     }
 }
 
-TEST_F(Arguments, AFileThatCannotBeReadEndsWithTwo) {
+TEST_F(Arguments, AFileThatCannotBeReadExitsWithTwo) {
     const ProcessResult noPolicy = Mordhost({"replay", directory.Name("none.json"), directory.Write("e.jsonl", "")});
     EXPECT_EQ(noPolicy.code, 2);
     EXPECT_EQ(Plain(noPolicy.error), "mordhost: cannot read none.json: No such file or directory\n");
@@ -78,7 +78,7 @@ TEST_F(Arguments, AFileThatCannotBeReadEndsWithTwo) {
     EXPECT_EQ(Plain(noFile.error), "mordhost: cannot read : it is a directory\n");
 }
 
-TEST_F(Arguments, AFileThatCannotBeWrittenEndsWithTwo) {
+TEST_F(Arguments, AFileThatCannotBeWrittenExitsWithTwo) {
     for (const char* option : {"--reports", "--log", "--dots"}) {
         const ProcessResult result = Replay(policy, "{}\n", {option, directory.Name("no/such/file")});
         EXPECT_EQ(result.code, 2) << option;
@@ -87,7 +87,7 @@ TEST_F(Arguments, AFileThatCannotBeWrittenEndsWithTwo) {
     }
 }
 
-TEST_F(Arguments, ALibraryThatIsNotThereEndsWithFour) {
+TEST_F(Arguments, AMissingLibraryExitsWithFour) {
     const ProcessResult result = Replay(policy, "{}\n", {"--libraries", directory.Name("")});
     EXPECT_EQ(result.code, 4);
     EXPECT_EQ(result.error.rfind("mordhost: cannot load ", 0), 0U) << result.error;
@@ -95,7 +95,7 @@ TEST_F(Arguments, ALibraryThatIsNotThereEndsWithFour) {
     EXPECT_EQ(result.output, "");
 }
 
-TEST_F(Arguments, ALibraryThatIsNoneEndsWithFour) {
+TEST_F(Arguments, AFileThatIsNotALibraryExitsWithFour) {
     directory.Write(LibraryFile("ZelkBase"), "no library");
     const ProcessResult result = Replay(policy, "{}\n", {"--libraries", directory.Name("")});
     EXPECT_EQ(result.code, 4);
@@ -114,16 +114,16 @@ TEST_F(Arguments, EachMissingLibraryIsNamed) {
     EXPECT_EQ(Replay(policy, "{}\n", {"--libraries", directory.Name("")}).code, 0);
 }
 
-TEST_F(Arguments, ALibraryWithoutTheExportEndsWithFour) {
+TEST_F(Arguments, ALibraryWithoutTheExportExitsWithFour) {
     const std::filesystem::path built = mordhost::PathOf(MORDHOST_LIBRARY_DIRECTORY);
     for (const std::string name : {"ZelkBase", "Ferrocore"}) {
         std::filesystem::copy_file(built / LibraryFile(name), directory.Path() / LibraryFile(name));
     }
-    // A sibling has the export, but does not know the receiver.
+    // A sibling has the export but cannot create the receiver.
     std::filesystem::copy_file(built / LibraryFile("Ferrocore"), directory.Path() / LibraryFile("mordRev"));
     const ProcessResult result = Replay(policy, "{}\n", {"--libraries", directory.Name("")});
     EXPECT_EQ(result.code, 4);
-    EXPECT_EQ(result.error, "mordhost: the library mordRev does not make its object\n");
+    EXPECT_EQ(result.error, "mordhost: the library mordRev does not create its object\n");
 }
 
 TEST_F(Arguments, NamesMayBeAnyUnicodeText) {
@@ -137,7 +137,7 @@ TEST_F(Arguments, NamesMayBeAnyUnicodeText) {
     EXPECT_TRUE(directory.Has("r\xD0\x96.txt"));
 }
 
-TEST_F(Arguments, ATemporaryDirectoryThatCannotBeUsedIsNamed) {
+TEST_F(Arguments, TheMessageNamesATemporaryDirectoryThatCannotBeUsed) {
     const std::string variable = std::string(MORDHOST_PROGRAM_ENDING).empty() ? "TMPDIR" : "TMP";
     const std::string advice = "; set " + variable + " to a directory that can be written\n";
     directory.Write("file", "");

@@ -4,7 +4,7 @@
 
 using namespace mordhost;
 
-TEST(BoundedText, IsWrittenBehindWhatIsThere) {
+TEST(BoundedText, IsAppended) {
     std::string out = "before ";
     BoundedText text(out, 5);
     text.Add("ab");
@@ -15,7 +15,7 @@ TEST(BoundedText, IsWrittenBehindWhatIsThere) {
     EXPECT_FALSE(text.IsCut());
 }
 
-TEST(BoundedText, IsCutWithASignWhereItIsTooWide) {
+TEST(BoundedText, IsTruncatedWithAnEllipsis) {
     std::string out = "before ";
     BoundedText text(out, 5);
     text.Add("abc");
@@ -27,13 +27,13 @@ TEST(BoundedText, IsCutWithASignWhereItIsTooWide) {
     EXPECT_EQ(out, "before abcd\u2026") << "and stays so";
 }
 
-TEST(BoundedText, IsCutBetweenCharacters) {
+TEST(BoundedText, IsTruncatedBetweenCharacters) {
     EXPECT_EQ(Printable("\u20AC\u20AC\u20AC", 3), "\u20AC\u20AC\u20AC");
     EXPECT_EQ(Printable("\u20AC\u20AC\u20AC\u00E4", 3), "\u20AC\u20AC\u2026");
     EXPECT_EQ(Printable("ab", 1), "\u2026");
 }
 
-TEST(BoundedText, IsCutBetweenCharactersOfSeveralTexts) {
+TEST(BoundedText, IsTruncatedBetweenCharactersOfSeveralTexts) {
     const auto cut = [](const std::vector<std::string>& texts) {
         std::string out;
         BoundedText text(out, 3);
@@ -51,7 +51,7 @@ TEST(BoundedText, IsCutBetweenCharactersOfSeveralTexts) {
     EXPECT_EQ(cut({"\n\u20AC\n", "x"}), "?\u20AC\u2026");
 }
 
-TEST(BoundedText, SteersNoTerminal) {
+TEST(BoundedText, ContainsNoControlCharacters) {
     EXPECT_EQ(Printable("a\x1b[31mb\nc\x7F\td"), "a?[31mb?c??d");
     EXPECT_EQ(Printable("\xC2\x9B"
                         "31m"),

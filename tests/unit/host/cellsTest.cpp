@@ -50,7 +50,7 @@ TEST(Cells, AnEndIsAddressAndPort) {
     EXPECT_EQ(end({}, {}), "-:-");
 }
 
-TEST(Cells, TheLongestEndIsNotCut) {
+TEST(Cells, TheLongestEndIsNotTruncated) {
     Decision decision;
     decision.event.remoteAddress = "1111:2222:3333:4444:5555:6666:255.255.255.255";
     decision.event.remotePort = 65535;
@@ -75,14 +75,14 @@ TEST(Cells, RulesAreShownByTheirTypes) {
     EXPECT_EQ(RulesCell({""}), "\"\"");
 }
 
-TEST(Cells, RulesAreCountedWholeWhereverTheyStand) {
+TEST(Cells, RulesOfATypeAreCountedAtAllPositions) {
     std::vector<std::string> types(1000, "web");
     types.emplace_back("smb");
     types.emplace_back("web");
     EXPECT_EQ(RulesCell(types), "web x1001, smb");
 }
 
-TEST(Cells, WhatIsTooWideIsCutWithASign) {
+TEST(Cells, AWideCellIsTruncatedWithAnEllipsis) {
     Decision decision;
     decision.reason = std::string(160, 'r');
     EXPECT_EQ(Cell(decision, Column::reason), decision.reason);
@@ -92,7 +92,7 @@ TEST(Cells, WhatIsTooWideIsCutWithASign) {
     EXPECT_EQ(Cell(decision, Column::process), std::string(31, 'p') + "\u2026");
 }
 
-TEST(Cells, HoweverManyRulesApplyTheirCellIsBounded) {
+TEST(Cells, TheCellOfManyRulesIsBounded) {
     std::vector<std::string> types;
     for (int i = 0; i < 20000; ++i) {
         types.push_back("type-" + std::to_string(i));
@@ -103,6 +103,6 @@ TEST(Cells, HoweverManyRulesApplyTheirCellIsBounded) {
     EXPECT_EQ(RulesCell({std::string(100000, 't')}), std::string(39, 't') + "\u2026");
 }
 
-TEST(Cells, NothingInARowSteersATerminal) {
+TEST(Cells, NoCellContainsControlCharacters) {
     EXPECT_EQ(RulesCell({"\x1b]0;x\a"}), "?]0;x?");
 }

@@ -1,4 +1,4 @@
-// Standard streams that are closed when the process starts. Posix alone.
+// Standard streams that are closed at the start of the process. Posix only.
 #include <cerrno>
 
 #include <fcntl.h>
@@ -10,7 +10,7 @@
 
 namespace {
 
-// What is the first thing in a process without these streams that is not as it should be; 0 when all is.
+// Runs in a process without these streams. Returns 0, or the number of the first failed check.
 int FaultWithout(const std::vector<int>& streams) {
     for (const int stream : streams) {
         close(stream);
@@ -18,20 +18,20 @@ int FaultWithout(const std::vector<int>& streams) {
     mordhost::PrepareStreams();
     const int file = open("/dev/zero", O_RDWR | O_CLOEXEC);
     if (file <= STDERR_FILENO) {
-        return 1; // a file took the place of a stream
+        return 1; // a file reused the descriptor of a stream
     }
     for (const int stream : streams) {
         char byte = 0;
         errno = 0;
         const ssize_t done = stream == STDIN_FILENO ? read(stream, &byte, 1) : write(stream, &byte, 1);
         if (done != -1 || errno != EBADF) {
-            return 2; // what it is for does not fail
+            return 2; // the use of the stream does not fail
         }
     }
     return 0;
 }
 
-// The same, in a process of its own.
+// The same in a child process.
 int FaultOf(const std::vector<int>& streams) {
     const pid_t process = fork();
     if (process == 0) {
@@ -44,7 +44,7 @@ int FaultOf(const std::vector<int>& streams) {
 
 } // namespace
 
-TEST(ClosedStreams, AreTakenByNoFileAndFail) {
+TEST(ClosedStreams, AreNotReusedForFilesAndFail) {
     EXPECT_EQ(FaultOf({STDIN_FILENO}), 0);
     EXPECT_EQ(FaultOf({STDOUT_FILENO}), 0);
     EXPECT_EQ(FaultOf({STDERR_FILENO}), 0);

@@ -1,11 +1,11 @@
-#include "events/connectionEvent.h"
+#include "policy/connectionEvent.h"
 
 #include <sstream>
 
 #include <gtest/gtest.h>
 
-#include "events/eventLine.h"
-#include "events/eventReader.h"
+#include "policy/eventReader.h"
+#include "policy/plainEvent.h"
 #include "unit/host/refusal.h"
 
 using namespace mordhost;
@@ -36,10 +36,10 @@ public:
 private:
     std::istringstream m_stream;
     EventReader m_reader{m_stream, "e.jsonl"};
-    ConnectionEvent m_event; // one for all, as a replay has it
+    ConnectionEvent m_event; // reused for all events, as in a replay
 };
 
-// The first fifteen are plain.
+// The fast reader accepts the first fifteen.
 const std::vector<std::string> linesOfAllKinds = {
     wholeLine,
     "{}",
@@ -106,7 +106,7 @@ const std::vector<std::string> linesOfAllKinds = {
 
 } // namespace
 
-TEST(ConnectionEvent, EveryKeyIsRead) {
+TEST(ConnectionEvent, ReadsEveryKey) {
     const ConnectionEvent event = ReadEvent(wholeLine);
     EXPECT_EQ(event.time, "2025-11-20T09:54:12.345Z");
     EXPECT_EQ(event.name, "connection-1");
@@ -121,12 +121,12 @@ TEST(ConnectionEvent, EveryKeyIsRead) {
     EXPECT_EQ(event.line, 3U);
 }
 
-TEST(ConnectionEvent, IsWrittenAsItWasRead) {
+TEST(ConnectionEvent, IsWrittenAsItIsRead) {
     EXPECT_EQ(EventLine(ReadEvent(wholeLine)), wholeLine);
     EXPECT_EQ(EventLine(ReadEvent("{}")), "{}");
 }
 
-TEST(ConnectionEvent, NamesAProgramInThePlaceOfAnId) {
+TEST(ConnectionEvent, NamesAProgramInsteadOfAnId) {
     const ConnectionEvent event = ReadEvent(R"({"flags":4, "program":"web server"})");
     ASSERT_TRUE(event.program);
     EXPECT_EQ(event.program->name, "web server");
@@ -149,7 +149,7 @@ TEST(ConnectionEvent, AKeyThatIsAbsentStaysAbsent) {
                  event.localPort || event.netDrv || event.program);
 }
 
-TEST(ConnectionEvent, NumbersReachToTheirBounds) {
+TEST(ConnectionEvent, NumbersAreAcceptedUpToTheirBounds) {
     const ConnectionEvent event = ReadEvent(R"({"flags":4294967295,"pid":4294967295,"local_addr_port":65535,)"
                                             R"("net_drv":-9223372036854775808})");
     EXPECT_EQ(event.flags, 4294967295U);
@@ -165,23 +165,23 @@ TEST(ConnectionEvent, NumbersReachToTheirBounds) {
               "this is 9223372036854775808");
 }
 
-TEST(ConnectionEvent, WhatIsNoEventIsRefusedAtItsPlace) {
+TEST(ConnectionEvent, AnInvalidEventIsRefusedWithItsPosition) {
     EXPECT_EQ(EventRefusal("[]"), "e.jsonl:3:1: an event must be an object, and this is an array");
     EXPECT_EQ(EventRefusal(R"({"flags":"4"})"), "e.jsonl:3:10: \"flags\" must be a number, and this is a string");
-    EXPECT_EQ(EventRefusal(R"({"remote_addr_ip":"localhost"})"), "e.jsonl:3:19: \"localhost\" is no IP address");
-    EXPECT_EQ(EventRefusal(R"({"local_addr_ip":""})"), "e.jsonl:3:18: \"\" is no IP address");
+    EXPECT_EQ(EventRefusal(R"({"remote_addr_ip":"localhost"})"), "e.jsonl:3:19: \"localhost\" is not an IP address");
+    EXPECT_EQ(EventRefusal(R"({"local_addr_ip":""})"), "e.jsonl:3:18: \"\" is not an IP address");
     EXPECT_EQ(EventRefusal(R"({"time":"yesterday"})"),
-              "e.jsonl:3:9: \"yesterday\" is no time such as \"2025-11-20T09:54:12.345Z\"");
-    EXPECT_EQ(EventRefusal(R"({"time":""})"), "e.jsonl:3:9: \"\" is no time such as \"2025-11-20T09:54:12.345Z\"");
+              "e.jsonl:3:9: \"yesterday\" is not a time such as \"2025-11-20T09:54:12.345Z\"");
+    EXPECT_EQ(EventRefusal(R"({"time":""})"), "e.jsonl:3:9: \"\" is not a time such as \"2025-11-20T09:54:12.345Z\"");
     EXPECT_EQ(
         EventRefusal(R"({"Flags":4})"),
         "e.jsonl:3:2: unknown key \"Flags\"; known here: \"time\", \"name\", \"process\", \"flags\", \"pid\", "
         "\"program\", \"remote_addr_ip\", \"remote_addr_port\", \"local_addr_ip\", \"local_addr_port\", \"net_drv\"");
-    EXPECT_EQ(EventRefusal(R"({"pid":1,"pid":1})"), "e.jsonl:3:10: \"pid\" stands here a second time");
+    EXPECT_EQ(EventRefusal(R"({"pid":1,"pid":1})"), "e.jsonl:3:10: \"pid\" is repeated");
     EXPECT_EQ(EventRefusal("{"), "e.jsonl:3:2: Missing a name for object member.");
 }
 
-TEST(EventReader, GivesOneEventForEachLine) {
+TEST(EventReader, ReturnsOneEventPerLine) {
     Lines lines("{\"pid\":1}\n{\"pid\":2}\r\n{\"pid\":3}");
     EXPECT_EQ(lines.Next()->pid, 1U);
     EXPECT_EQ(lines.Next()->pid, 2U);
@@ -191,25 +191,25 @@ TEST(EventReader, GivesOneEventForEachLine) {
     EXPECT_FALSE(lines.Next());
 }
 
-TEST(EventReader, LinesOfWhiteSpaceAreNoEventsButCount) {
+TEST(EventReader, SkipsButCountsLinesOfWhiteSpace) {
     Lines lines("\n \t\r\n{\"pid\":1}\n\n");
     EXPECT_EQ(lines.Next()->line, 3U);
     EXPECT_FALSE(lines.Next());
 }
 
-TEST(EventReader, ABadLineIsRefusedByItsNumber) {
+TEST(EventReader, AnInvalidLineIsRefusedWithItsNumber) {
     Lines lines("{}\n{}\n{\"pid\": x}\n");
     EXPECT_TRUE(lines.Next());
     EXPECT_TRUE(lines.Next());
     EXPECT_EQ(RefusalOf([&] { lines.Next(); }), "e.jsonl:3:9: Invalid value.");
 }
 
-TEST(EventReader, AnEventThatGoesOverTwoLinesIsRefused) {
+TEST(EventReader, AnEventOnTwoLinesIsRefused) {
     Lines lines("{\"pid\":\n1}\n");
     EXPECT_EQ(RefusalOf([&] { lines.Next(); }), "e.jsonl:1:8: Invalid value.");
 }
 
-TEST(EventReader, NothingOfAnEventIsLeftInTheNext) {
+TEST(EventReader, KeepsNoValueOfThePreviousEvent) {
     Lines lines(std::string(wholeLine) + "\n{}\n" + R"({"program":"a"})" + "\n" + R"({"pid":0})" + "\n");
     EXPECT_EQ(EventLine(*lines.Next()), wholeLine);
     EXPECT_EQ(EventLine(*lines.Next()), "{}");
@@ -217,8 +217,8 @@ TEST(EventReader, NothingOfAnEventIsLeftInTheNext) {
     EXPECT_EQ(EventLine(*lines.Next()), R"({"pid":0})");
 }
 
-// There are two ways to read a line, and the one that knows all places has the last word on what is an event.
-TEST(EventReader, TheQuickWayReadsWhatTheStrictOneDoesOrLeavesIt) {
+// The strict reader defines what an event is. The fast reader must agree with it.
+TEST(EventReader, TheFastReaderAgreesWithTheStrictOneOrDeclines) {
     size_t quick = 0;
     for (const std::string& line : linesOfAllKinds) {
         SCOPED_TRACE(line);
@@ -232,8 +232,8 @@ TEST(EventReader, TheQuickWayReadsWhatTheStrictOneDoesOrLeavesIt) {
     EXPECT_EQ(quick, 15U) << "the rest is refused, or left to the strict way";
 }
 
-// Each byte of a line replaced by each of these in turn, and each left out.
-TEST(EventReader, TheQuickWayAgreesOnDamagedLines) {
+// Replaces each byte of a line by each of these bytes, and removes each byte.
+TEST(EventReader, TheFastReaderAgreesOnDamagedLines) {
     const std::string replacements("\0\1\x1F \"\\,:{}[]0-.eu\x7F\x80\xC3", 20);
     size_t quick = 0;
     const auto compare = [&quick](std::string line) {

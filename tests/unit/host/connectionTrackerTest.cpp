@@ -16,7 +16,7 @@ TcpSocket Connection(uint64_t cookie, uint16_t localPort, const std::string& loc
     return {ParseIpAddress(local).value(), ParseIpAddress("127.0.0.2").value(), localPort, 40000, cookie, 0};
 }
 
-// "+1 +2 -1": the numbers of what came and went.
+// The changes as text: "+1 +2 -1".
 std::string Told(const std::vector<ConnectionChange>& changes) {
     std::string text;
     for (const ConnectionChange& change : changes) {
@@ -39,7 +39,7 @@ TEST(ConnectionTracker, AConnectionToAListenerComesAndGoesOnce) {
     EXPECT_EQ(Told(tracker.Look(listeners, {}, {})), "");
 }
 
-TEST(ConnectionTracker, WhatIsThereAtTheStartIsNotTold) {
+TEST(ConnectionTracker, ConnectionsThatExistAtTheStartAreNotReported) {
     const Sockets listeners = {Listener("127.0.0.1", 80)};
     ConnectionTracker tracker(listeners, {Connection(5, 80)});
     EXPECT_EQ(Told(tracker.Look(listeners, {Connection(5, 80), Connection(6, 80)}, {})), "+1");
@@ -53,7 +53,7 @@ TEST(ConnectionTracker, AConnectionWithoutAListenerIsNotInbound) {
     EXPECT_EQ(Told(tracker.Look(listeners, {}, {Connection(5, 40000)})), "");
 }
 
-TEST(ConnectionTracker, AListenerOnTheUnspecifiedAddressTakesAllOfItsVersion) {
+TEST(ConnectionTracker, AListenerOnTheUnspecifiedAddressAcceptsAllOfItsVersion) {
     const Sockets listeners = {Listener("0.0.0.0", 80), Listener("::", 81)};
     ConnectionTracker tracker(listeners, {});
     EXPECT_EQ(Told(tracker.Look(listeners, {Connection(1, 80), Connection(2, 80, "::1")}, {})), "+1");
@@ -62,7 +62,7 @@ TEST(ConnectionTracker, AListenerOnTheUnspecifiedAddressTakesAllOfItsVersion) {
         << "that of version 6 takes version 4 too";
 }
 
-TEST(ConnectionTracker, AListenerThatIsGoneCountsForOneLookMore) {
+TEST(ConnectionTracker, AClosedListenerCountsForOneMoreLook) {
     ConnectionTracker tracker({Listener("127.0.0.1", 80, 77)}, {});
     const auto changes = tracker.Look({}, {Connection(5, 80)}, {});
     ASSERT_EQ(Told(changes), "+1");
@@ -70,13 +70,13 @@ TEST(ConnectionTracker, AListenerThatIsGoneCountsForOneLookMore) {
     EXPECT_EQ(Told(tracker.Look({}, {Connection(5, 80), Connection(6, 80)}, {})), "");
 }
 
-TEST(ConnectionTracker, AConnectionBetweenTwoLooksIsToldWhenItsEndIsHeard) {
+TEST(ConnectionTracker, AConnectionBetweenTwoLooksIsReportedIfItsEndIsReported) {
     const Sockets listeners = {Listener("127.0.0.1", 80)};
     ConnectionTracker tracker(listeners, {});
     EXPECT_EQ(Told(tracker.Look(listeners, {}, {Connection(5, 80), Connection(6, 80)})), "+1 +2 -1 -2");
 }
 
-TEST(ConnectionTracker, AnEndThatIsSeenAndThenHeardIsToldOnce) {
+TEST(ConnectionTracker, AnEndThatIsSeenAndThenReportedCountsOnce) {
     const Sockets listeners = {Listener("127.0.0.1", 80)};
     ConnectionTracker tracker(listeners, {});
     tracker.Look(listeners, {Connection(5, 80)}, {});
@@ -84,20 +84,20 @@ TEST(ConnectionTracker, AnEndThatIsSeenAndThenHeardIsToldOnce) {
     EXPECT_EQ(Told(tracker.Look(listeners, {}, {Connection(5, 80)})), "");
 }
 
-TEST(ConnectionTracker, AnEndThatIsHeardGoesBeforeAListThatIsOlder) {
+TEST(ConnectionTracker, AReportedEndOverridesAnOlderList) {
     const Sockets listeners = {Listener("127.0.0.1", 80)};
     ConnectionTracker tracker(listeners, {});
     EXPECT_EQ(Told(tracker.Look(listeners, {Connection(5, 80)}, {Connection(5, 80)})), "+1 -1");
     EXPECT_EQ(Told(tracker.Look(listeners, {Connection(5, 80)}, {})), "");
 }
 
-TEST(ConnectionTracker, TheEndOfAListenerIsNoConnection) {
+TEST(ConnectionTracker, TheEndOfAListenerIsNotAConnection) {
     const Sockets listeners = {Listener("127.0.0.1", 80)};
     ConnectionTracker tracker(listeners, {});
     EXPECT_EQ(Told(tracker.Look({}, {}, listeners)), "");
 }
 
-TEST(ConnectionTracker, SeveralEndsStandInTheOrderOfTheirComing) {
+TEST(ConnectionTracker, EndsAreInTheOrderOfTheirConnections) {
     const Sockets listeners = {Listener("127.0.0.1", 80)};
     ConnectionTracker tracker(listeners, {});
     EXPECT_EQ(Told(tracker.Look(listeners, {Connection(9, 80), Connection(8, 80), Connection(7, 80)}, {})), "+1 +2 +3");

@@ -1,4 +1,4 @@
-// The kernel's own list of connections, with real ones on the loopback addresses.
+// Real connections on the loopback addresses.
 #include "live/connectionWatcher.h"
 
 #include <algorithm>
@@ -9,8 +9,8 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
-#include "events/timestamp.h"
 #include "live/processOwners.h"
+#include "policy/timestamp.h"
 #include "unit/host/loopback.h"
 
 using namespace mordhost;
@@ -18,14 +18,13 @@ using mordhostTest::LoopbackSocket;
 
 namespace {
 
-// The events at this port of what the machine does; others may be at work on it.
+// The events at this port. Other processes of the machine may have connections too.
 std::vector<ConnectionEvent> At(uint16_t port, std::vector<ConnectionEvent> events) {
     std::erase_if(events, [port](const ConnectionEvent& event) { return event.localPort != port; });
     return events;
 }
 
-// Looks until that many events have come at this port. The kernel closes connections, and tells of their ends, in
-// its own time.
+// Looks until there are `count` events at this port. The kernel closes connections and reports their ends with a delay.
 std::vector<ConnectionEvent> LookFor(size_t count, uint16_t port, ConnectionWatcher& watcher) {
     std::vector<ConnectionEvent> events = At(port, watcher.Look());
     for (int i = 0; i < 500 && events.size() < count; ++i) {
@@ -43,7 +42,7 @@ AddressRange Range(const std::string& text) {
 
 } // namespace
 
-TEST(ConnectionWatcher, TellsAConnectionAndItsEnd) {
+TEST(ConnectionWatcher, ReportsAConnectionAndItsEnd) {
     ConnectionWatcher watcher({});
     const LoopbackSocket listener = LoopbackSocket::Listen("127.0.0.1");
     std::vector<ConnectionEvent> came;
@@ -75,7 +74,7 @@ TEST(ConnectionWatcher, TellsAConnectionAndItsEnd) {
     EXPECT_EQ(went[0].remotePort, remotePort);
 }
 
-TEST(ConnectionWatcher, AConnectionThatNobodyHasAcceptedBelongsToWhoListens) {
+TEST(ConnectionWatcher, AConnectionThatIsNotAcceptedBelongsToTheListener) {
     ConnectionWatcher watcher({});
     const LoopbackSocket listener = LoopbackSocket::Listen("127.0.0.1");
     const LoopbackSocket client = LoopbackSocket::Connect("127.0.0.1", "127.0.0.1", listener.Port());
@@ -84,7 +83,7 @@ TEST(ConnectionWatcher, AConnectionThatNobodyHasAcceptedBelongsToWhoListens) {
     EXPECT_EQ(came[0].pid, static_cast<uint32_t>(getpid()));
 }
 
-TEST(ConnectionWatcher, AConnectionOfVersion6IsToldToo) {
+TEST(ConnectionWatcher, ReportsAConnectionOfVersion6) {
     ConnectionWatcher watcher({});
     const LoopbackSocket listener = LoopbackSocket::Listen("::1");
     const LoopbackSocket client = LoopbackSocket::Connect("::1", "::1", listener.Port());
@@ -94,7 +93,7 @@ TEST(ConnectionWatcher, AConnectionOfVersion6IsToldToo) {
     EXPECT_EQ(came[0].remoteAddress, "::1");
 }
 
-TEST(ConnectionWatcher, AMappedAddressIsWrittenAsThatOfVersion4) {
+TEST(ConnectionWatcher, AMappedAddressIsWrittenAsVersion4) {
     ConnectionWatcher watcher({});
     const LoopbackSocket listener = LoopbackSocket::Listen("::");
     const LoopbackSocket client = LoopbackSocket::Connect("127.0.0.4", "127.0.0.1", listener.Port());
@@ -104,7 +103,7 @@ TEST(ConnectionWatcher, AMappedAddressIsWrittenAsThatOfVersion4) {
     EXPECT_EQ(came[0].localAddress, "127.0.0.1");
 }
 
-TEST(ConnectionWatcher, FlaggedRemoteEndsBearTheFlagToTheirEnd) {
+TEST(ConnectionWatcher, ConnectionsFromFlaggedRangesAndTheirEndsHaveTheFlag) {
     ConnectionWatcher watcher({Range("127.0.0.8/29")});
     const LoopbackSocket listener = LoopbackSocket::Listen("127.0.0.1");
     {
@@ -121,7 +120,7 @@ TEST(ConnectionWatcher, FlaggedRemoteEndsBearTheFlagToTheirEnd) {
     EXPECT_EQ(LookFor(1, listener.Port(), watcher).at(0).flags, 0U);
 }
 
-TEST(ConnectionWatcher, AConnectionBetweenTwoLooksIsToldWhereTheKernelTellsOfEnds) {
+TEST(ConnectionWatcher, ReportsAConnectionBetweenTwoLooksIfTheKernelReportsEnds) {
     ConnectionWatcher watcher({});
     const LoopbackSocket listener = LoopbackSocket::Listen("127.0.0.1");
     watcher.Look();
@@ -134,7 +133,7 @@ TEST(ConnectionWatcher, AConnectionBetweenTwoLooksIsToldWhereTheKernelTellsOfEnd
     EXPECT_TRUE(At(listener.Port(), watcher.Look()).empty());
 }
 
-TEST(ProcessOwners, OfSocketsThatNobodyHasThereAreNone) {
+TEST(ProcessOwners, SocketsThatNoProcessHasOpenHaveNone) {
     EXPECT_TRUE(FindOwners({}).empty());
     EXPECT_TRUE(FindOwners({1}).empty());
 }

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "dots/memoryDotStore.h"
+#include "policy/memoryDotStore.h"
 #include "unit/host/fakeBase.h"
 #include "unit/host/fakeReceiver.h"
 
@@ -42,7 +42,7 @@ protected:
 
 } // namespace
 
-TEST_F(DeciderTest, TheLibraryIsAskedWithTheRulesThatApply) {
+TEST_F(DeciderTest, CallsTheLibraryWithTheRulesThatApply) {
     const Decision decision = Decide(OnPort(5));
     EXPECT_TRUE(decision.asked);
     EXPECT_EQ(decision.rules, (std::vector<size_t>{0, 1}));
@@ -50,7 +50,7 @@ TEST_F(DeciderTest, TheLibraryIsAskedWithTheRulesThatApply) {
     EXPECT_EQ(std::count(object.calls.begin(), object.calls.end(), "HandleEvent 0 A B"), 1);
 }
 
-TEST_F(DeciderTest, TheLibraryIsNotAskedWhenNoRuleApplies) {
+TEST_F(DeciderTest, DoesNotCallTheLibraryIfNoRuleApplies) {
     const Decision decision = Decide(OnPort(10));
     EXPECT_FALSE(decision.asked);
     EXPECT_EQ(VerdictOf(decision), "no rule");
@@ -60,7 +60,7 @@ TEST_F(DeciderTest, TheLibraryIsNotAskedWhenNoRuleApplies) {
     }
 }
 
-TEST_F(DeciderTest, TheVerdictIsTheReplyInWords) {
+TEST_F(DeciderTest, TheVerdictNamesTheReply) {
     const std::vector<std::string> words = {"block", "allow", "allow (flagged)", "reply 3"};
     for (uint32_t reply = 0; reply < 4; ++reply) {
         object.reply = reply;
@@ -72,7 +72,7 @@ TEST_F(DeciderTest, TheVerdictIsTheReplyInWords) {
     }
 }
 
-TEST_F(DeciderTest, AFailureIsPrescribedToTheNamedEventAlone) {
+TEST_F(DeciderTest, OnlyTheNamedEventFailsAsPrescribed) {
     std::vector<int32_t> codes;
     object.onEvent = [&codes](IDotHost* host, IReportSink*) {
         char* answer = nullptr;
@@ -87,7 +87,7 @@ TEST_F(DeciderTest, AFailureIsPrescribedToTheNamedEventAlone) {
     EXPECT_EQ(codes, (std::vector<int32_t>{DOT_QUERY_NETWORK_ERROR, DOT_QUERY_ANSWERED}));
 }
 
-TEST_F(DeciderTest, ReportsAndDeletionsAreThoseOfTheEvent) {
+TEST_F(DeciderTest, ReportsAndDeletionsBelongToTheEvent) {
     object.onEvent = [](IDotHost* host, IReportSink* target) {
         host->DeleteDot("A", "HOST", 2, "x");
         target->Report(1, report, static_cast<uint32_t>(std::string_view(report).size()));
@@ -100,7 +100,7 @@ TEST_F(DeciderTest, ReportsAndDeletionsAreThoseOfTheEvent) {
     EXPECT_EQ(second.deletedDot, std::nullopt) << "the dot was gone already";
 }
 
-TEST_F(DeciderTest, TheProcessIsThatOfTheEventOrElseThatOfTheReport) {
+TEST_F(DeciderTest, TheProcessIsTakenFromTheEventOrElseFromTheReport) {
     object.onEvent = [](IDotHost*, IReportSink* target) {
         target->Report(1, report, static_cast<uint32_t>(std::string_view(report).size()));
     };
@@ -112,13 +112,13 @@ TEST_F(DeciderTest, TheProcessIsThatOfTheEventOrElseThatOfTheReport) {
     EXPECT_EQ(Decide(OnPort(1)).process, "");
 }
 
-TEST_F(DeciderTest, ALibraryThatWritesNoRecordsGivesNoReason) {
+TEST_F(DeciderTest, WithoutLogRecordsThereIsNoReason) {
     const Decision decision = Decide(OnPort(1));
     EXPECT_EQ(decision.log.text, "");
     EXPECT_EQ(decision.reason, "");
 }
 
-TEST_F(DeciderTest, TheReasonIsThatOfTheEventsOwnRecords) {
+TEST_F(DeciderTest, TheReasonComesFromTheRecordsOfTheEvent) {
     constexpr auto head = WIDE("2026-11-16 14:03:07 [TRACE][x.cpp 1][f] [1] ");
     const auto write = [&](const WideChar* message) {
         FakeBase::writer->WriteRecord((std::basic_string<WideChar>(head) + message + WIDE("\r\n")).c_str(), 30);
@@ -139,8 +139,8 @@ TEST_F(DeciderTest, TheReasonIsThatOfTheEventsOwnRecords) {
     EXPECT_EQ(decider.Decide(OnPort(1)).reason, "");
 }
 
-// One decision uses the memory of the one before, and nothing else of it.
-TEST_F(DeciderTest, NothingOfADecisionIsLeftInTheNext) {
+// A decision reuses the memory of the previous one.
+TEST_F(DeciderTest, KeepsNothingOfThePreviousDecision) {
     RecordLog log(FakeBase::Factory(), true);
     Receiver receiver(object, policy, dots, sink);
     Decider decider(policy, receiver, dots, sink, log);

@@ -1,4 +1,4 @@
-#include "dots/dotTable.h"
+#include "policy/dotTable.h"
 
 #include <gtest/gtest.h>
 
@@ -31,17 +31,17 @@ TEST(DotTable, IsReadAsItIsWritten) {
     EXPECT_EQ(ReadDots(DotsText(dots)), dots);
 }
 
-TEST(DotTable, AnEmptyOneIsADocumentToo) {
+TEST(DotTable, AnEmptyTableIsAValidDocument) {
     EXPECT_EQ(DotsText({}), "{}\n");
     EXPECT_EQ(ReadDots(DotsText({})), DotTable());
 }
 
-TEST(DotTable, WhatIsNoTableIsRefusedAtItsPlace) {
+TEST(DotTable, AnInvalidTableIsRefusedWithItsPosition) {
     EXPECT_EQ(DotsRefusal("[]"), "d.json:1:1: the table of dots must be an object, and this is an array");
     EXPECT_EQ(DotsRefusal(R"({"G": "M"})"),
               "d.json:1:7: the machine ids of a dot must be an array, and this is a string");
     EXPECT_EQ(DotsRefusal(R"({"G": ["M", 1]})"), "d.json:1:13: a machine id must be a string, and this is a number");
-    EXPECT_EQ(DotsRefusal(R"({"G": [], "G": []})"), "d.json:1:11: \"G\" stands here a second time");
+    EXPECT_EQ(DotsRefusal(R"({"G": [], "G": []})"), "d.json:1:11: \"G\" is repeated");
     EXPECT_EQ(DotsRefusal(R"({"a\u0000": []})"), "d.json:1:2: a guid must not hold a NUL character");
     EXPECT_EQ(DotsRefusal(R"({"G": ["\u0000"]})"), "d.json:1:8: a machine id must not hold a NUL character");
 }

@@ -1,14 +1,14 @@
-// The environment of this process, for tests.
+// The environment variables of this process.
 #pragma once
 
 #include <string>
 
 namespace mordhostTest {
 
-// The variable in UTF-8; empty when it is not set.
+// The value in UTF-8; empty if the variable is not set.
 std::string EnvironmentText(const std::string& name);
 
-// Gives a variable another value as long as it lives, for this process and those that it starts.
+// Changes a variable of this process and its children until the end of the scope.
 class ScopedVariable {
 public:
     ScopedVariable(const std::string& name, const std::string& value);
@@ -17,7 +17,7 @@ public:
     ScopedVariable& operator=(const ScopedVariable&) = delete;
 
 private:
-    // Sets the variable, or takes it out of the environment when the value is empty.
+    // Sets the variable, or removes it if the value is empty.
     void Set(const std::string& value) const;
 
     const std::string m_name;

@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include "document/filePath.h"
+#include "system/filePath.h"
 #include "unit/host/environment.h"
 
 namespace mordhostTest {

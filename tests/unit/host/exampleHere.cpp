@@ -3,7 +3,7 @@
 #include <regex>
 #include <sstream>
 
-#include "document/filePath.h"
+#include "system/filePath.h"
 #include "unit/host/toldPath.h"
 
 namespace mordhostTest {
@@ -13,7 +13,7 @@ namespace {
 constexpr auto maskedId = "pid N";
 const std::string ending = MORDHOST_PROGRAM_ENDING;
 
-// The file name that a report has of the program, or nothing.
+// The file name of the program in a report, or an empty text.
 std::string NameHere(const std::string& program) {
     const std::string path = ToldPath(mordhost::PathOf(MORDHOST_PROGRAMS) / mordhost::PathOf(program + ending));
     return path.empty() ? path : path.substr(path.find_last_of("/\\") + 1);
@@ -28,7 +28,7 @@ std::string Padded(std::string text, size_t width, char filler) {
     return text;
 }
 
-// The cell of a row, told for this platform.
+// The cell of a row on this platform.
 std::string CellHere(const std::string& cell) {
     const std::string text = cell.substr(0, cell.find_last_not_of(' ') + 1);
     if (!IsProgram(text)) {
@@ -43,7 +43,7 @@ std::string CellHere(const std::string& cell) {
 std::string TableHere(const std::string& expected) {
     std::istringstream lines(expected);
     std::string here;
-    size_t column = std::string::npos; // of the process, within the table
+    size_t column = std::string::npos; // column of the process in the table
     size_t width = 0;
     for (std::string line; std::getline(lines, line);) {
         const size_t heading = line.find("PROCESS");

@@ -1,18 +1,18 @@
-// What an example whose events name programs shows on this platform, where "expected" tells what it shows on Linux.
+// Converts the expected output of an example with programs from Linux to this platform.
 #pragma once
 
 #include <string>
 
 namespace mordhostTest {
 
-// The table: the processes of the programs are named as this platform names them, or by a masked id where the library
-// does not tell their paths, and their column is as wide as that needs.
+// The table: with the process names of this platform, or masked ids if the library does not find the paths, and with
+// the width of their column adapted.
 std::string TableHere(const std::string& expected);
 
-// The reports, in which the directory of a program is masked.
+// The reports, with the directories of programs masked.
 std::string ReportsHere(const std::string& expected);
 
-// The table and the reports that came, with these masks.
+// Apply the same masks to actual tables and reports.
 std::string MaskIds(const std::string& table);
 std::string MaskDirectories(const std::string& reports);
 

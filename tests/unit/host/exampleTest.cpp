@@ -1,4 +1,4 @@
-// The examples: what they show is what is expected of them, on every platform.
+// The output of the examples is the expected one on every platform.
 #include <regex>
 #include <set>
 #include <vector>
@@ -8,11 +8,11 @@
 
 #include "kit/system/process.h"
 #include "policy/policyReader.h"
+#include "system/inputStream.h"
 #include "unit/host/exampleHere.h"
 #include "unit/host/temporaryDirectory.h"
 
 using mordhost::PathOf;
-using mordhost::ReadWholeFile;
 using mordhost::Utf8Of;
 using mordhostTest::MaskDirectories;
 using mordhostTest::MaskIds;
@@ -29,7 +29,7 @@ namespace fs = std::filesystem;
 // The policies of all examples, relative to the source tree: "examples/office/policy.json".
 std::vector<std::string> Policies() {
     const fs::path examples = PathOf(MORDHOST_SOURCE_DIRECTORY) / "examples";
-    std::set<std::string> policies; // in an order of their own
+    std::set<std::string> policies; // sorted
     for (const auto& example : fs::directory_iterator(examples)) {
         if (!fs::exists(example.path() / "events.jsonl")) {
             continue;
@@ -50,15 +50,16 @@ ProcessResult Replay(const std::string& policy, const std::vector<std::string>& 
     return RunProcess({MORDHOST_PROGRAM, arguments, "", MORDHOST_SOURCE_DIRECTORY});
 }
 
-// What is expected of a policy: the file "expected/NAME" beside it.
+// The expected output of a policy: the file "expected/NAME" beside it.
 std::string Expected(const std::string& policy, const std::string& ending) {
     const size_t slash = policy.rfind('/');
     const std::string name = policy.substr(slash + 1, policy.rfind('.') - slash - 1);
-    return ReadWholeFile(std::string(MORDHOST_SOURCE_DIRECTORY) + "/" + policy.substr(0, slash) + "/expected/" + name +
-                         ending);
+    return mordhost::InputStream(std::string(MORDHOST_SOURCE_DIRECTORY) + "/" + policy.substr(0, slash) + "/expected/" +
+                                 name + ending)
+        .ReadAll();
 }
 
-// Whether the events of the policy come from processes that the replay starts.
+// Whether the events of the policy name programs.
 bool HasPrograms(const std::string& policy) {
     return !mordhost::ReadPolicy(std::string(MORDHOST_SOURCE_DIRECTORY) + "/" + policy).programs.empty();
 }
@@ -68,7 +69,7 @@ std::string MaskTimes(const std::string& table) {
     return std::regex_replace(table, times, "median T, 99th percentile T");
 }
 
-// The library looks for a process by its id among those of today.
+// The library searches a process by its id among the present ones.
 std::string MaskProcesses(const std::string& reports) {
     static const std::regex processes("(\"proc_(name|path)\": \")[^\\n]*\"");
     return std::regex_replace(reports, processes, "$1P\"");
@@ -104,7 +105,7 @@ INSTANTIATE_TEST_SUITE_P(Examples, Example, testing::ValuesIn(Policies()), TestN
 
 namespace {
 
-// What the examples show between them.
+// The output of all examples.
 struct Shown {
     std::set<int> replies;
     std::set<std::string> reasons;
@@ -140,7 +141,7 @@ Shown ShowAll() {
 
 } // namespace
 
-TEST(Examples, ShowBetweenThemAllThatCanHappen) {
+TEST(Examples, CoverAllVerdictsAndReasons) {
     const Shown shown = ShowAll();
     EXPECT_EQ(shown.replies, (std::set<int>{0, 1, 2}));
     EXPECT_GE(shown.remoteEnds.size(), 8U);
@@ -157,7 +158,7 @@ TEST(Examples, ShowBetweenThemAllThatCanHappen) {
     }
 }
 
-TEST(Examples, HaveAProcessBehindEachEventThatNamesAProgram) {
+TEST(Examples, HaveAProcessForEachEventThatNamesAProgram) {
     const TemporaryDirectory directory;
     const std::string policy = "examples/processes/policy.json";
     EXPECT_TRUE(HasPrograms(policy));

@@ -1,20 +1,20 @@
-// A base library that a test scripts: its factory, and the two services that a host asks it for.
+// A scripted base library: its factory and the two services that a host uses.
 #pragma once
 
 #include <cstring>
 #include <string>
 
+#include "decide/service.h"
 #include "frame/values.h"
-#include "library/service.h"
 #include "zelkBase/hostLog.h"
 
 namespace mordhostTest {
 
-// One in the process: a factory is a plain function.
+// Static, because a factory is a plain function.
 class FakeBase final {
 public:
     static inline bool hasHostLog = true;
-    static inline ILogWriter* writer = nullptr; // that the host has set
+    static inline ILogWriter* writer = nullptr; // set by the host
 
     static mordhost::ServiceFactory Factory() { return mordhost::ServiceFactory(Create); }
 
@@ -60,7 +60,7 @@ private:
         }
     };
 
-    // Of wide text to narrow, ASCII as it is and a question mark of three bytes' width for the rest.
+    // Converts wide text to narrow text: keeps ASCII and replaces the rest by U+FFFD, which has three bytes.
     class Converter final : public Counted<ITextConverter> {
     public:
         int32_t Convert(uint32_t command, TextConversionRequest* request) override {

@@ -1,4 +1,4 @@
-// A receiver that a test scripts.
+// A scripted receiver.
 #pragma once
 
 #include <functional>
@@ -10,7 +10,7 @@
 
 namespace mordhostTest {
 
-// Notes every call in words, and answers as it is told.
+// Records every call as text and returns the results that the test sets.
 class FakeReceiver final : public IMordRev {
 public:
     std::vector<std::string> calls;

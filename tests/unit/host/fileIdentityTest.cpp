@@ -25,7 +25,7 @@ protected:
 
 } // namespace
 
-TEST_F(Identity, IsThatOfTheFileHoweverItIsNamed) {
+TEST_F(Identity, DoesNotDependOnTheSpellingOfTheName) {
     const FileIdentity file = IdentityOf(there / "inside");
     EXPECT_EQ(file.kind, FileIdentity::Kind::regular);
     EXPECT_TRUE(IsSameFile(file, IdentityOf(directory.Path() / "there" / "." / "inside")));
@@ -33,12 +33,12 @@ TEST_F(Identity, IsThatOfTheFileHoweverItIsNamed) {
     EXPECT_FALSE(IsSameFile(file, IdentityOf(directory.Path() / "here")));
 }
 
-TEST_F(Identity, OfAnotherNameOfOneFileIsTheSame) {
+TEST_F(Identity, IsTheSameForAHardLink) {
     std::filesystem::create_hard_link(directory.Path() / "here", there / "second");
     EXPECT_TRUE(IsSameFile(IdentityOf(directory.Path() / "here"), IdentityOf(there / "second")));
 }
 
-TEST_F(Identity, OfAFileThatIsNotThereIsItsNameInItsDirectory) {
+TEST_F(Identity, OfAnAbsentFileIsItsNameInItsDirectory) {
     const FileIdentity absent = IdentityOf(there / "new");
     EXPECT_EQ(absent.kind, FileIdentity::Kind::absent);
     EXPECT_TRUE(IsSameFile(absent, IdentityOf(there / ".." / "there" / "new")));
@@ -53,11 +53,11 @@ TEST_F(Identity, OfABareNameIsInTheCurrentDirectory) {
         IsSameFile(IdentityOf("mordhostTest-none"), IdentityOf(std::filesystem::current_path() / "mordhostTest-none")));
 }
 
-TEST_F(Identity, OfADirectoryTellsSo) {
+TEST_F(Identity, OfADirectoryHasItsKind) {
     EXPECT_EQ(IdentityOf(there).kind, FileIdentity::Kind::directory);
 }
 
-TEST_F(Identity, IsNotToBeHadWithoutADirectory) {
+TEST_F(Identity, FailsWithoutADirectory) {
     FileIdentity identity;
     EXPECT_EQ(Identify(directory.Path() / "no" / "such", identity).message(), "No such file or directory");
     EXPECT_TRUE(Identify(directory.Path() / "here" / "below", identity));

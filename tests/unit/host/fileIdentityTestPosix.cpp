@@ -1,4 +1,4 @@
-// Links, and names that differ in case alone. Posix alone.
+// Links, and names that differ only in case. Posix only.
 #include <gtest/gtest.h>
 
 #include "system/fileIdentity.h"
@@ -19,7 +19,7 @@ TEST(IdentityPosix, FollowsLinks) {
     EXPECT_TRUE(IsSameFile(IdentityOf(directory.Path() / "toNothing"), IdentityOf(directory.Path() / "way" / "none")));
 }
 
-TEST(IdentityPosix, NamesAreComparedWithTheirCase) {
+TEST(IdentityPosix, ComparesNamesWithTheirCase) {
     const mordhostTest::TemporaryDirectory directory;
     EXPECT_FALSE(IsSameFile(IdentityOf(directory.Path() / "new"), IdentityOf(directory.Path() / "NEW")));
 }

@@ -1,4 +1,4 @@
-// Names that differ in case alone, and names of devices. Windows alone.
+// Names that differ only in case, and names of devices. Windows only.
 #include <gtest/gtest.h>
 #include <windows.h>
 

@@ -1,4 +1,4 @@
-// Files that a run reads are not written, and none is written twice.
+// A run does not write a file that it reads, nor a file twice.
 #include "unit/host/mordhostFixture.h"
 
 using mordhostTest::MordhostTest;
@@ -15,7 +15,7 @@ protected:
         std::filesystem::create_directory(directory.Path() / "there");
     }
 
-    // A replay of these files in their directory.
+    // Replays the files in their directory.
     ProcessResult Replayed(const std::vector<std::string>& options, const std::string& events = "e.jsonl") const {
         std::vector<std::string> arguments = {"replay", "p.json", events};
         arguments.insert(arguments.end(), options.begin(), options.end());
@@ -48,7 +48,7 @@ protected:
 
 } // namespace
 
-TEST_F(FilesApart, NoOutputGoesToWhatIsRead) {
+TEST_F(FilesApart, NoOutputOverwritesAnInput) {
     for (const std::string option : {"--reports", "--log", "--dots"}) {
         for (const auto& [file, what] :
              std::vector<std::pair<std::string, std::string>>{{"p.json", "the policy p.json"},
@@ -66,12 +66,12 @@ TEST_F(FilesApart, NoOutputGoesToWhatIsRead) {
     }
 }
 
-TEST_F(FilesApart, NoOutputGoesToAnotherNameOfWhatIsRead) {
+TEST_F(FilesApart, NoOutputOverwritesAnInputUnderAnotherName) {
     std::filesystem::create_hard_link(directory.Path() / "e.jsonl", directory.Path() / "second");
     ExpectRefusal({"--reports", "second"}, "--reports second and the events e.jsonl are the same file");
 }
 
-TEST_F(FilesApart, NoTwoOutputsGoToOneFile) {
+TEST_F(FilesApart, NoTwoOutputsAreTheSameFile) {
     ExpectRefusal({"--reports", "new", "--log", "new"}, "--log new and --reports new are the same file");
     ExpectRefusal({"--reports", "there/new", "--log", "there/../there/new"},
                   "--log there/../there/new and --reports there/new are the same file");
@@ -82,18 +82,18 @@ TEST_F(FilesApart, NoTwoOutputsGoToOneFile) {
     ExpectRefusal({"--reports", "old", "--log", "./old"}, "--log ./old and --reports old are the same file");
 }
 
-TEST_F(FilesApart, DotsReplaceNothingButFiles) {
+TEST_F(FilesApart, DotsReplaceOnlyFiles) {
     ExpectRefusal({"--dots", "there"}, "cannot replace there: it is a directory, not a file");
     ExpectRefusal({"--dots", "there/none/new"}, "cannot write there/none/new: No such file or directory");
 }
 
-TEST_F(FilesApart, TheDotsOfThePolicyMayBeKeptInTheirFile) {
+TEST_F(FilesApart, TheDotsOfThePolicyMayBeReplaced) {
     const ProcessResult result = Replayed({"--dots", "there/../dots.json"});
     EXPECT_EQ(result.code, 0) << result.error;
     EXPECT_EQ(directory.Read("dots.json"), "{}\n");
 }
 
-TEST_F(FilesApart, DotsThatAreTheAllowListTooAreNotReplaced) {
+TEST_F(FilesApart, DotsThatAreAlsoTheAllowListAreNotReplaced) {
     directory.Write("allow.json", R"({"mid_list": []})");
     directory.Write("p.json", R"({"rules": [], "allow_list": "allow.json", "dots": "allow.json"})");
     const ProcessResult result = Replayed({"--dots", "allow.json"});
@@ -101,7 +101,7 @@ TEST_F(FilesApart, DotsThatAreTheAllowListTooAreNotReplaced) {
     EXPECT_EQ(result.error, "mordhost: --dots allow.json and the allow list allow.json are the same file\n");
 }
 
-TEST_F(FilesApart, FilesOfTheirOwnAreFine) {
+TEST_F(FilesApart, SeparateFilesAreAccepted) {
     const ProcessResult result = Replayed({"--reports", "there/new", "--log", "new", "--dots", "there/dots.json"});
     EXPECT_EQ(result.code, 0) << result.error;
     EXPECT_NE(directory.Read("there/new"), "");

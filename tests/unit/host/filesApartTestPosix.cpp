@@ -1,4 +1,4 @@
-// Standard streams that are files, devices that are no files, and links. Posix alone.
+// Standard streams that are files, devices, and links. Posix only.
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
 
@@ -16,7 +16,7 @@ protected:
         directory.Write("e.jsonl", "{}\n");
     }
 
-    // Runs mordhost by a shell, in the directory of the test.
+    // Runs mordhost from a shell in the directory of the test.
     ProcessResult Shell(const std::string& arguments) const {
         return mordhostTest::RunProcess(
             {"/bin/sh", {"-c", "exec \"$0\" " + arguments, MORDHOST_PROGRAM}, "", directory.Name("")});
@@ -32,7 +32,7 @@ protected:
 
 } // namespace
 
-TEST_F(FilesApartPosix, TheStandardStreamsCountAsFiles) {
+TEST_F(FilesApartPosix, TheStandardStreamsAreCheckedToo) {
     ExpectRefusal("replay p.json e.jsonl >> e.jsonl", "the standard output and the events e.jsonl are the same file");
     ExpectRefusal("replay p.json - < e.jsonl >> e.jsonl",
                   "the standard output and the standard input are the same file");
@@ -54,7 +54,7 @@ TEST_F(FilesApartPosix, MessagesDoNotGoToAnOutput) {
     EXPECT_EQ(Shell("replay p.json e.jsonl > both 2>&1").code, 0) << "they may go to the standard output";
 }
 
-TEST_F(FilesApartPosix, NoOutputOfAWatchGoesToWhatIsRead) {
+TEST_F(FilesApartPosix, NoOutputOfAWatchOverwritesAnInput) {
     ExpectRefusal("watch p.json --seconds 1 --reports p.json",
                   "--reports p.json and the policy p.json are the same file");
     ExpectRefusal("watch p.json --seconds 1 --dots p.json", "--dots p.json and the policy p.json are the same file");
@@ -62,7 +62,7 @@ TEST_F(FilesApartPosix, NoOutputOfAWatchGoesToWhatIsRead) {
     EXPECT_FALSE(directory.Has("new"));
 }
 
-TEST_F(FilesApartPosix, LinksLeadToWhatIsRead) {
+TEST_F(FilesApartPosix, NoOutputOverwritesAnInputThroughALink) {
     std::filesystem::create_symlink("e.jsonl", directory.Path() / "link");
     ExpectRefusal("replay p.json e.jsonl --log link", "--log link and the events e.jsonl are the same file");
     std::filesystem::create_symlink("none", directory.Path() / "first");
@@ -75,7 +75,7 @@ TEST_F(FilesApartPosix, LinksLeadToWhatIsRead) {
 TEST_F(FilesApartPosix, DotsReplaceNeitherDevicesNorPipes) {
     const std::string device = directory.Name("device");
     const std::string pipe = directory.Name("pipe");
-    ASSERT_EQ(mknod(device.c_str(), S_IFCHR | 0600, makedev(0, 0)), 0); // which nothing drives
+    ASSERT_EQ(mknod(device.c_str(), S_IFCHR | 0600, makedev(0, 0)), 0); // a device without a driver
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
     ExpectRefusal("replay p.json e.jsonl --dots device", "cannot replace device: it is a device, not a file");
     ExpectRefusal("watch p.json --seconds 1 --dots pipe", "cannot replace pipe: it is a pipe, not a file");
@@ -91,7 +91,7 @@ TEST_F(FilesApartPosix, EventsMayComeThroughANamedPipe) {
     const std::string pipe = directory.Name("pipe");
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
     mordhostTest::BackgroundProcess process({MORDHOST_PROGRAM, {"replay", directory.Name("p.json"), pipe}, "", ""});
-    std::ofstream(pipe) << "{}\n"; // opens when the other end does
+    std::ofstream(pipe) << "{}\n"; // opens when the other end is opened
     const ProcessResult result = process.Wait();
     EXPECT_EQ(result.code, 0) << result.error;
     EXPECT_NE(result.output.find("\n1 event: 1 block\n"), std::string::npos) << result.output;

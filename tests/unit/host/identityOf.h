@@ -1,4 +1,4 @@
-// Where a name leads.
+// The identity of a file that exists.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -7,7 +7,7 @@
 
 namespace mordhostTest {
 
-// The identity, which is expected to be found.
+// Reports a test failure if there is none.
 inline mordhost::FileIdentity IdentityOf(const std::filesystem::path& path) {
     mordhost::FileIdentity identity;
     const std::error_code error = mordhost::Identify(path, identity);

@@ -1,4 +1,4 @@
-// What an interruption leaves of a run.
+// Interrupted runs.
 #include <algorithm>
 #include <set>
 
@@ -15,15 +15,14 @@ namespace {
 
 constexpr auto usualPolicy = R"({"rules": [{"guid": "G", "type": "t"}]})";
 
-// Wine ends a process of 32 bits whose code runs when Ctrl-C comes, whatever it has asked for. So it comes here while
-// mordhost waits for something; what a busy one does is tested elsewhere.
+// Wine kills a 32-bit process that is running code at Ctrl-C, in spite of its handler. The interruption therefore comes
+// while mordhost waits. signalTest.cpp tests a busy process.
 class Interruption : public TidyMordhostTest {
 protected:
-    // How an interruption by the user is called here.
+    // The name of an interruption by the user on this platform.
     static std::string Cause() { return std::string(MORDHOST_PROGRAM_ENDING).empty() ? "SIGINT" : "Ctrl-C"; }
 
-    // Starts a replay of a standard input that does not end, interrupts it once it has shown so many events, and waits
-    // for its end.
+    // Starts a replay of a standard input that does not end, interrupts it after `events` rows and waits for its end.
     ProcessResult OfReplay(const std::string& events, size_t awaited, const std::string& policy,
                            const std::vector<std::string>& options = {}) const {
         std::vector<std::string> arguments = {"replay", directory.Write("p.json", policy), "-", "--json"};
@@ -34,7 +33,7 @@ protected:
             return static_cast<size_t>(std::count(output.begin(), output.end(), '\n'));
         };
         EXPECT_TRUE(WaitUntil([&] { return shown() == awaited; })) << process.Error();
-        std::this_thread::sleep_for(std::chrono::milliseconds(200)); // and waits for what comes then
+        std::this_thread::sleep_for(std::chrono::milliseconds(200)); // it waits for the next event
         process.Interrupt();
         return process.Wait();
     }
@@ -59,7 +58,7 @@ TEST_F(Interruption, EndsTheProgramsOfAReplay) {
     }
 }
 
-TEST_F(Interruption, DoesNotWaitForAProgramToGetReady) {
+TEST_F(Interruption, EndsTheWaitForAProgram) {
     const auto start = std::chrono::steady_clock::now();
     const ProcessResult result = OfReplay("{}\n{\"program\": \"a\"}\n", 1,
                                           R"({"rules": [{"guid": "G", "type": "t"}], "programs": {"a": "neverReady"}})",
@@ -72,10 +71,10 @@ TEST_F(Interruption, DoesNotWaitForAProgramToGetReady) {
     ExpectNothingIsLeft();
 }
 
-TEST_F(Interruption, BreaksOffTheWaitForTheNextEvent) {
+TEST_F(Interruption, EndsTheWaitForTheNextEvent) {
     const ProcessResult result = OfReplay("{}\n{\"pid\": ", 1, usualPolicy);
     EXPECT_EQ(result.code, 1);
-    EXPECT_EQ(result.error, "mordhost: interrupted by " + Cause() + ": the events behind these are not decided\n")
+    EXPECT_EQ(result.error, "mordhost: interrupted by " + Cause() + ": the following events are not decided\n")
         << "and nothing about the line that was cut";
     EXPECT_NE(result.output.find("\"summary\":{\"events\":1,"), std::string::npos) << result.output;
     ExpectNothingIsLeft();

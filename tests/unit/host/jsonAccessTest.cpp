@@ -23,14 +23,14 @@ std::string IntegerRefusal(const std::string& text) {
 
 } // namespace
 
-TEST(JsonAccess, AValueOfAnotherKindIsRefusedByBothNames) {
+TEST(JsonAccess, AValueOfAnotherKindIsRefusedWithBothKinds) {
     const Parsed parsed("[\n 1]");
     EXPECT_EQ(
         RefusalOf([&] { RequireKind(parsed.source, parsed.root.elements[0], JsonNode::Kind::string, "a machine id"); }),
         "a.json:2:2: a machine id must be a string, and this is a number");
 }
 
-TEST(JsonAccess, AnUnknownKeyIsRefusedWithTheKnownOnes) {
+TEST(JsonAccess, AnUnknownKeyIsRefusedWithTheKnownKeys) {
     const Parsed parsed("{\"guid\": 1,\n  \"tpye\": 2}");
     EXPECT_EQ(RefusalOf([&] {
                   RequireKnownMembers(parsed.source, parsed.root, {"guid", "type"});
@@ -38,10 +38,10 @@ TEST(JsonAccess, AnUnknownKeyIsRefusedWithTheKnownOnes) {
               "a.json:2:3: unknown key \"tpye\"; known here: \"guid\", \"type\"");
 }
 
-TEST(JsonAccess, AKeyThatStandsTwiceIsRefusedAtItsSecondPlace) {
+TEST(JsonAccess, ARepeatedKeyIsRefusedAtItsSecondPosition) {
     const Parsed parsed("{\"a\": 1, \"a\": 2}");
     EXPECT_EQ(RefusalOf([&] { RequireKnownMembers(parsed.source, parsed.root, {"a"}); }),
-              "a.json:1:10: \"a\" stands here a second time");
+              "a.json:1:10: \"a\" is repeated");
 }
 
 TEST(JsonAccess, AMissingKeyIsRefusedAtItsObject) {
@@ -56,14 +56,14 @@ TEST(JsonAccess, ATextWithANulIsRefused) {
               "a.json:1:1: a guid must not hold a NUL character");
 }
 
-TEST(JsonAccess, AnIntegerLiesWithinItsBounds) {
+TEST(JsonAccess, AnIntegerOutsideItsBoundsIsRefused) {
     EXPECT_EQ(IntegerRefusal("-5"), "accepted");
     EXPECT_EQ(IntegerRefusal("70"), "accepted");
     EXPECT_EQ(IntegerRefusal("-6"), "a.json:1:1: a level must be a whole number from -5 to 70, and this is -6");
     EXPECT_EQ(IntegerRefusal("71"), "a.json:1:1: a level must be a whole number from -5 to 70, and this is 71");
 }
 
-TEST(JsonAccess, AFractionOrAnExponentMakesNoInteger) {
+TEST(JsonAccess, AFractionOrAnExponentIsNotAnInteger) {
     EXPECT_EQ(IntegerRefusal("1.0"), "a.json:1:1: a level must be a whole number from -5 to 70, and this is 1.0");
     EXPECT_EQ(IntegerRefusal("1e1"), "a.json:1:1: a level must be a whole number from -5 to 70, and this is 1e1");
 }

@@ -39,7 +39,7 @@ TEST(JsonNode, EachKindKeepsItsValue) {
     EXPECT_EQ(root.elements[6].kind, JsonNode::Kind::object);
 }
 
-TEST(JsonNode, EachValueKnowsWhereItStands) {
+TEST(JsonNode, EachValueKnowsItsPosition) {
     const std::string text = " { \"a,:\" : [ 1 , {\"b\":\"x, y: z\"} ,true ], \"c\" :\n  null }  ";
     const JsonNode root = Parse(text);
     EXPECT_EQ(Slice(text, root), text.substr(1, text.size() - 3));
@@ -58,7 +58,7 @@ TEST(JsonNode, EachValueKnowsWhereItStands) {
     EXPECT_EQ(Slice(text, root.members[1].value), "null");
 }
 
-TEST(JsonNode, PlacesBehindEscapedTextAreThoseOfTheSource) {
+TEST(JsonNode, PositionsAfterEscapedTextAreThoseOfTheSource) {
     const std::string text = R"(["\u0041\"\\", 7])";
     const JsonNode root = Parse(text);
     EXPECT_EQ(Slice(text, root.elements[0]), R"("\u0041\"\\")");
@@ -71,7 +71,7 @@ TEST(JsonNode, ARootOfAnyKindIsAValue) {
     EXPECT_EQ(Parse("\"x\"").text, "x");
 }
 
-TEST(JsonNode, ANumberBeyondAllTypesKeepsItsSpelling) {
+TEST(JsonNode, AHugeNumberKeepsItsSpelling) {
     EXPECT_EQ(Parse("123456789012345678901234567890").text, "123456789012345678901234567890");
 }
 
@@ -83,13 +83,13 @@ TEST(JsonNode, MembersKeepTheirOrderAndTheirRepetitions) {
     EXPECT_EQ(root.members[2].value.text, "3");
 }
 
-TEST(JsonNode, AByteOrderMarkIsPassedOver) {
+TEST(JsonNode, AByteOrderMarkIsSkipped) {
     const std::string text = "\xEF\xBB\xBF{\"a\": x}";
     EXPECT_EQ(Refusal(text), "a.json:1:7: Invalid value.");
     EXPECT_EQ(Slice("\xEF\xBB\xBF[1]", Parse("\xEF\xBB\xBF[1]")), "[1]");
 }
 
-TEST(JsonNode, ASyntaxErrorIsRefusedAtItsPlace) {
+TEST(JsonNode, ASyntaxErrorIsRefusedWithItsPosition) {
     EXPECT_EQ(Refusal("{\n  \"a\": 1\n  \"b\": 2\n}"), "a.json:3:3: Missing a comma or '}' after an object member.");
     EXPECT_EQ(Refusal(""), "a.json:1:1: The document is empty.");
     EXPECT_EQ(Refusal("[1,]"), "a.json:1:4: Invalid value.");
@@ -101,7 +101,7 @@ TEST(JsonNode, InvalidUtf8IsRefused) {
 }
 
 TEST(JsonNode, ARawNulIsRefused) {
-    const std::string reason = "a NUL byte stands in the text: the file is no text, or it is damaged";
+    const std::string reason = "the text contains a NUL byte: the file is not a text, or it is damaged";
     EXPECT_EQ(Refusal(std::string("[1]\0[2]", 7)), "a.json:1:4: " + reason);
     EXPECT_EQ(Refusal(std::string("[1, \0]", 6)), "a.json:1:5: " + reason);
     EXPECT_EQ(Refusal(std::string("[\"a\0\"]", 6)), "a.json:1:4: " + reason);
@@ -109,7 +109,7 @@ TEST(JsonNode, ARawNulIsRefused) {
     EXPECT_EQ(Refusal(std::string("\xEF\xBB\xBF\0", 4)), "a.json:1:1: " + reason);
 }
 
-TEST(JsonNode, AnotherEncodingIsRefusedByItsName) {
+TEST(JsonNode, AnotherEncodingIsRefusedWithItsName) {
     const auto wide = [](const std::string& text, const std::string& before, const std::string& behind) {
         std::string bytes;
         for (const char c : text) {

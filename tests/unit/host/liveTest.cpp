@@ -1,8 +1,8 @@
-// mordhost record and mordhost watch, with real connections. Linux alone.
+// mordhost record and mordhost watch, with real connections. Linux only.
 #include <chrono>
 #include <thread>
 
-#include "events/connectionEvent.h"
+#include "policy/connectionEvent.h"
 #include "unit/host/loopback.h"
 #include "unit/host/mordhostFixture.h"
 
@@ -10,6 +10,8 @@ using mordhostTest::BackgroundProcess;
 using mordhostTest::LoopbackSocket;
 using mordhostTest::MordhostTest;
 using mordhostTest::ProcessResult;
+using mordhostTest::RunProcess;
+using mordhostTest::StandardOutput;
 
 namespace {
 
@@ -17,7 +19,7 @@ class Live : public MordhostTest {
 protected:
     static constexpr auto ready = "mordhost: watching inbound connections\n";
 
-    // Starts mordhost, waits until it watches, calls `act`, lets it notice and interrupts it.
+    // Starts mordhost, waits until it is ready, calls `act`, waits some looks and interrupts mordhost.
     template <typename Act>
     static ProcessResult Watching(const std::vector<std::string>& arguments, Act act) {
         BackgroundProcess process({MORDHOST_PROGRAM, arguments, "", ""});
@@ -30,7 +32,7 @@ protected:
         return process.Wait();
     }
 
-    // The events in this text that came to the port.
+    // The events at the local port `port` in a recording.
     static std::vector<mordhost::ConnectionEvent> EventsAt(uint16_t port, const std::string& text) {
         std::vector<mordhost::ConnectionEvent> events;
         for (size_t at = 0, end = 0; (end = text.find('\n', at)) != std::string::npos; at = end + 1) {
@@ -42,7 +44,7 @@ protected:
         return events;
     }
 
-    // A connection that is there for a while, and then its end.
+    // Opens a connection and closes it after `time`.
     void ConnectFor(std::chrono::milliseconds time) const {
         const LoopbackSocket client = LoopbackSocket::Connect("127.0.0.5", "127.0.0.1", listener.Port());
         const LoopbackSocket served = listener.Accept();
@@ -70,7 +72,7 @@ TEST_F(Live, RecordWritesConnectionsAndTheirEndsAsEvents) {
     EXPECT_EQ(events[1].remotePort, events[0].remotePort);
 }
 
-TEST_F(Live, RecordWritesToTheStandardOutputUnlessToldOtherwise) {
+TEST_F(Live, RecordWritesToTheStandardOutputByDefault) {
     const ProcessResult result = Watching({"record", "--flagged", "127.0.0.4/31"}, [this] { ConnectFor(aWhile); });
     EXPECT_EQ(result.code, 0);
     const auto events = EventsAt(listener.Port(), result.output);
@@ -79,7 +81,7 @@ TEST_F(Live, RecordWritesToTheStandardOutputUnlessToldOtherwise) {
     EXPECT_EQ(events[1].flags, 0x14U);
 }
 
-TEST_F(Live, WhatWasRecordedCanBeReplayed) {
+TEST_F(Live, ARecordingCanBeReplayed) {
     Watching({"record", "--out", directory.Name("e.jsonl")}, [this] { ConnectFor(aWhile); });
     const std::string port = std::to_string(listener.Port());
     const ProcessResult result = Mordhost(
@@ -115,7 +117,28 @@ TEST_F(Live, SecondsEndTheWatching) {
     EXPECT_EQ(Mordhost({"watch", directory.Write("p.json", R"({"rules": []})"), "--seconds", "1"}).code, 0);
 }
 
-TEST_F(Live, BadArgumentsEndWithTwo) {
+TEST_F(Live, EndsWhenTheReaderOfItsOutputIsGone) {
+    const std::string policy = directory.Write("p.json", R"({"rules": []})");
+    for (const std::vector<std::string>& arguments :
+         std::vector<std::vector<std::string>>{{"record"}, {"watch", policy, "--json"}}) {
+        const ProcessResult result = RunProcess({MORDHOST_PROGRAM, arguments, "", "", StandardOutput::unreadPipe});
+        EXPECT_EQ(result.code, 1) << arguments.front();
+        EXPECT_NE(result.error.find("mordhost: cannot write the standard output: its reader is gone\n"),
+                  std::string::npos)
+            << result.error;
+    }
+}
+
+TEST_F(Live, ARecordingToAFileNeedsNoReaderOfTheStandardOutput) {
+    const ProcessResult result = RunProcess({MORDHOST_PROGRAM,
+                                             {"record", "--seconds", "1", "--out", directory.Name("e.jsonl")},
+                                             "",
+                                             "",
+                                             StandardOutput::unreadPipe});
+    EXPECT_EQ(result.code, 0) << result.error;
+}
+
+TEST_F(Live, InvalidArgumentsExitWithTwo) {
     for (const std::vector<std::string>& options : std::vector<std::vector<std::string>>{
              {"--seconds", "0"}, {"--seconds", "-1"}, {"--seconds", "soon"}, {"--flagged", "10.0.0.1/8"}}) {
         std::vector<std::string> arguments = options;

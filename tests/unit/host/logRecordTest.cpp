@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::string_view head = "2026-11-16 14:03:07 [TRACE][mordRev.cpp 637][CMordRecv::InitLogMoudle] [4312] ";
 
-// The message that is found in a record with this one.
+// The message that MessageOf finds in a record with this message.
 std::string Found(std::string_view message, std::string_view end = "\r\n") {
     const std::string record = std::string(head).append(message).append(end);
     return std::string(MessageOf(record).value_or("no record"));
@@ -18,7 +18,7 @@ std::string Found(std::string_view message, std::string_view end = "\r\n") {
 
 } // namespace
 
-TEST(LogRecord, TheMessageIsAllThatStandsBehindTheHead) {
+TEST(LogRecord, TheMessageIsTheTextAfterTheHead) {
     EXPECT_EQ(MessageOf("2026-11-16 14:03:07 [TRACE][mordRev.cpp 637][CMordRecv::InitLogMoudle] [4312] "
                         "logger is ready\r\n"),
               "logger is ready");
@@ -36,11 +36,11 @@ TEST(LogRecord, AMessageMayHaveSeveralLines) {
         << "what looks like another record is text of this one";
 }
 
-TEST(LogRecord, OneWithoutItsLineEndCounts) {
+TEST(LogRecord, TheLineEndIsOptional) {
     EXPECT_EQ(Found("a", ""), "a");
 }
 
-TEST(LogRecord, ATextWithoutAThreadIsNone) {
+TEST(LogRecord, ATextWithoutAThreadIsNotARecord) {
     for (const char* text : {"", "\r\n", "] [", "today\r\n", "2026-11-16 14:03:07 [TRACE][x 1][f] m\r\n",
                              "2026-11-16 14:03:07 [TRACE]\r\n", "2026-11-16 14:03:07 [TRACE][x 1][f] [1]"}) {
         EXPECT_FALSE(MessageOf(text)) << text;

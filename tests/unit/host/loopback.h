@@ -1,4 +1,4 @@
-// Servers and clients on the loopback addresses, for tests. Linux alone.
+// TCP servers and clients on loopback addresses. Linux only.
 #pragma once
 
 #include <cstdint>
@@ -6,10 +6,10 @@
 
 namespace mordhostTest {
 
-// A TCP socket, closed with its object.
+// Closes its socket.
 class LoopbackSocket {
 public:
-    // Listens on `address` (of version 4 or 6), on a port that the system chooses.
+    // Listens at `address` (v4 or v6) and a port that the system selects.
     static LoopbackSocket Listen(const std::string& address);
 
     // Connects from `from` to the listener at `to`.
@@ -19,7 +19,7 @@ public:
     LoopbackSocket& operator=(LoopbackSocket&&) = delete;
     ~LoopbackSocket();
 
-    // The next connection to this listener.
+    // Accepts the next connection to this listener.
     LoopbackSocket Accept() const;
 
     uint16_t Port() const;

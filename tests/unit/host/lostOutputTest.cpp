@@ -1,4 +1,4 @@
-// Output that cannot be written: an exit code, a message, and nothing left behind.
+// Output that cannot be written: exit code, message, no temporary files.
 #include "unit/host/mordhostFixture.h"
 
 using mordhostTest::ProcessResult;
@@ -16,7 +16,7 @@ protected:
         return mordhostTest::RunProcess({MORDHOST_PROGRAM, arguments, "", "", output});
     }
 
-    // Runs that have nowhere to write to.
+    // Runs with an unusable standard output.
     void ExpectFailure(const std::vector<std::string>& arguments) const {
         for (const StandardOutput output :
              {StandardOutput::closed, StandardOutput::readOnly, StandardOutput::unreadPipe}) {
@@ -40,12 +40,12 @@ TEST_F(LostOutput, OfAReplayIsAFailure) {
     ExpectFailure({"replay", rules, directory.Write("none.jsonl", "")});
 }
 
-TEST_F(LostOutput, OfALongReplayEndsItBeforeItsEvents) {
+TEST_F(LostOutput, EndsALongReplayEarly) {
     std::string events;
     for (int i = 0; i < 5000; ++i) {
         events += "{}\n";
     }
-    events += "no event\n"; // is not come to
+    events += "no event\n"; // must not be reached
     const ProcessResult result =
         Run({"replay", directory.Write("p.json", rulePolicy), directory.Write("e.jsonl", events)},
             StandardOutput::unreadPipe);
@@ -60,7 +60,7 @@ TEST_F(LostOutput, OfHelpIsAFailure) {
 }
 
 TEST_F(LostOutput, OfDotsIsAFailure) {
-    // The directory of the dots goes while the replay runs.
+    // The program removes the directory of the dots during the replay.
     std::filesystem::create_directory(directory.Path() / "there");
     const ScopedVariable removed("MORDHOST_TEST_REMOVES", directory.Name("there"));
     const ProcessResult result = Replay(
@@ -72,7 +72,7 @@ TEST_F(LostOutput, OfDotsIsAFailure) {
     EXPECT_NE(result.output.find("machine M is allowed for smb, its dot could not be deleted"), std::string::npos);
     EXPECT_NE(result.output.find("\n2 events: "), std::string::npos) << "the run goes on to its end";
     EXPECT_EQ(Plain(result.error)
-                  .rfind("mordhost: the dots that are left could not be kept: cannot write "
+                  .rfind("mordhost: the remaining dots could not be written: cannot write "
                          "there/dots.json: ",
                          0),
               0U)

@@ -1,4 +1,4 @@
-// Output to a disk that is full, which a device stands for, and of what watches the machine. Linux alone.
+// Output to a full disk (/dev/full), and output of the commands that watch the machine. Linux only.
 #include "unit/host/loopback.h"
 #include "unit/host/mordhostFixture.h"
 
@@ -16,14 +16,14 @@ constexpr auto anyPolicy = R"({"rules": [{"guid": "G", "type": "t"}]})";
 
 class FullDisk : public MordhostTest {
 protected:
-    // Runs mordhost by a shell that sends its standard output there.
+    // Runs mordhost from a shell that redirects the standard output.
     static ProcessResult WithFullOutput(std::vector<std::string> arguments) {
         arguments.insert(arguments.begin(), {"-c", "exec \"$0\" \"$@\" > /dev/full", MORDHOST_PROGRAM});
         return mordhostTest::RunProcess({"/bin/sh", arguments, "", ""});
     }
 };
 
-// A recording or a watch, and a connection for it to write about.
+// Runs a recording or a watch with a connection to write.
 ProcessResult WithAConnection(const std::vector<std::string>& arguments, StandardOutput output) {
     const LoopbackSocket listener = LoopbackSocket::Listen("127.0.0.1");
     BackgroundProcess process({MORDHOST_PROGRAM, arguments, "", "", output});
@@ -33,7 +33,7 @@ ProcessResult WithAConnection(const std::vector<std::string>& arguments, Standar
     }));
     const LoopbackSocket client = LoopbackSocket::Connect("127.0.0.5", "127.0.0.1", listener.Port());
     const LoopbackSocket served = listener.Accept();
-    return process.Wait(); // it ends by itself
+    return process.Wait(); // without a stop request
 }
 
 } // namespace
@@ -79,7 +79,7 @@ TEST_F(FullDisk, EndsARecording) {
     EXPECT_NE(result.error.find("mordhost: recorded "), std::string::npos) << result.error;
 }
 
-TEST_F(FullDisk, AnOutputThatCannotBeWrittenEndsAWatchAndARecording) {
+TEST_F(FullDisk, AReadOnlyOutputEndsAWatchAndARecording) {
     const std::string rules = directory.Write("p.json", anyPolicy);
     for (const StandardOutput output : {StandardOutput::closed, StandardOutput::readOnly, StandardOutput::unreadPipe}) {
         for (const std::vector<std::string>& arguments :
@@ -92,8 +92,8 @@ TEST_F(FullDisk, AnOutputThatCannotBeWrittenEndsAWatchAndARecording) {
     }
 }
 
-// Without a standard output the next file that is opened would take its place.
-TEST_F(FullDisk, AClosedOutputIsTakenByNoFile) {
+// The next file that is opened must not reuse the descriptor of a closed standard output.
+TEST_F(FullDisk, AClosedOutputIsNotReusedForAFile) {
     const ProcessResult result =
         mordhostTest::RunProcess({MORDHOST_PROGRAM,
                                   {"replay", directory.Write("p.json", anyPolicy), directory.Write("e.jsonl", "{}\n"),

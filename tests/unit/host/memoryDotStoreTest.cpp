@@ -1,4 +1,4 @@
-#include "dots/memoryDotStore.h"
+#include "policy/memoryDotStore.h"
 
 #include <gtest/gtest.h>
 
@@ -7,31 +7,48 @@
 using namespace mordhost;
 using mordhostTest::TemporaryDirectory;
 
-TEST(MemoryDotStore, FindsWhatItWasLoadedWith) {
-    const MemoryDotStore store(DotTable{{"G1", {"M1", "M2"}}});
-    ASSERT_NE(store.Find("G1"), nullptr);
-    EXPECT_EQ(*store.Find("G1"), R"("G1":{"value":1,"mid":{"M1":1,"M2":1}})");
-    EXPECT_EQ(store.Find("g1"), nullptr);
-    EXPECT_EQ(store.Size(), 1U);
+namespace {
+
+// The values of the dots of these guids, with "none" for a guid without a dot.
+std::vector<std::string> ValuesOf(MemoryDotStore& store, const std::vector<std::string_view>& guids) {
+    std::vector<const std::string*> dots = {nullptr}; // to be replaced
+    EXPECT_EQ(store.Find(guids, dots), DotStore::Result::answered);
+    std::vector<std::string> values;
+    for (const std::string* const dot : dots) {
+        values.push_back(dot == nullptr ? "none" : *dot);
+    }
+    return values;
 }
 
-TEST(MemoryDotStore, ADeletedDotIsGoneAndCanBeDeletedOnce) {
+using DotValues = std::vector<std::string>;
+
+} // namespace
+
+TEST(MemoryDotStore, FindsItsDotsInTheOrderOfTheGuids) {
+    MemoryDotStore store(DotTable{{"G1", {"M1", "M2"}}, {"G2", {}}});
+    EXPECT_EQ(ValuesOf(store, {"G2", "g1", "G1"}),
+              (DotValues{R"({"value":1,"mid":{}})", "none", R"({"value":1,"mid":{"M1":1,"M2":1}})"}));
+    EXPECT_EQ(ValuesOf(store, {}), DotValues());
+    EXPECT_EQ(store.Size(), 2U);
+}
+
+TEST(MemoryDotStore, DeletesADotOnce) {
     MemoryDotStore store(DotTable{{"G1", {"M1"}}, {"G2", {"M1"}}});
     EXPECT_TRUE(store.Delete("G1"));
-    EXPECT_EQ(store.Find("G1"), nullptr);
+    EXPECT_EQ(ValuesOf(store, {"G1"}), DotValues{"none"});
     EXPECT_FALSE(store.Delete("G1"));
     EXPECT_EQ(store.Size(), 1U);
     EXPECT_EQ(store.Trouble(), "");
 }
 
-TEST(MemoryDotStore, WritesNoFileUnlessADotIsDeleted) {
+TEST(MemoryDotStore, WritesNoFileWithoutADeletion) {
     const TemporaryDirectory directory;
     MemoryDotStore store(DotTable{{"G1", {"M1"}}}, directory.Name("dots.json"));
     EXPECT_FALSE(store.Delete("other"));
     EXPECT_FALSE(directory.Has("dots.json"));
 }
 
-TEST(MemoryDotStore, TheFileHoldsWhatIsLeftAfterEachDeletion) {
+TEST(MemoryDotStore, WritesTheRemainingDotsAfterEachDeletion) {
     const TemporaryDirectory directory;
     MemoryDotStore store(DotTable{{"G1", {"M1"}}, {"G2", {"M2"}}}, directory.Name("dots.json"));
     store.Delete("G1");
@@ -40,11 +57,11 @@ TEST(MemoryDotStore, TheFileHoldsWhatIsLeftAfterEachDeletion) {
     EXPECT_EQ(directory.Read("dots.json"), "{}\n");
 }
 
-TEST(MemoryDotStore, ADeletionThatCannotBeWrittenFailsAndTheDotDoesNotServeAgain) {
+TEST(MemoryDotStore, ADeletionThatCannotBeWrittenFailsAndRemovesTheDot) {
     const TemporaryDirectory directory;
     const std::string name = directory.Name("no/such/directory/dots.json");
     MemoryDotStore store(DotTable{{"G1", {"M1"}}}, name);
     EXPECT_FALSE(store.Delete("G1"));
-    EXPECT_EQ(store.Find("G1"), nullptr);
+    EXPECT_EQ(ValuesOf(store, {"G1"}), DotValues{"none"});
     EXPECT_EQ(store.Trouble().rfind("cannot write " + name + ": ", 0), 0U) << store.Trouble();
 }

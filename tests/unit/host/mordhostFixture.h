@@ -1,4 +1,4 @@
-// The built program, run on documents that a test writes.
+// Runs the built program on documents of a test.
 #pragma once
 
 #include <string>
@@ -28,7 +28,7 @@ protected:
         return Mordhost(arguments);
     }
 
-    // The text without the name of the test's directory, so that it can be told beforehand.
+    // Removes the name of the directory of the test from the text.
     std::string Plain(std::string text) const {
         const std::string name = directory.Name("");
         for (size_t at = text.find(name); at != std::string::npos; at = text.find(name, at)) {
@@ -40,10 +40,10 @@ protected:
     TemporaryDirectory directory;
 };
 
-// The same, with the directory of the test for what mordhost keeps while it runs.
+// Also makes the directory of the test the one for temporary files.
 class TidyMordhostTest : public MordhostTest {
 protected:
-    // Expects that the test's directory has no other one in it.
+    // Expects that the directory of the test contains no directory.
     void ExpectNothingIsLeft() const {
         for (const auto& entry : std::filesystem::directory_iterator(directory.Path())) {
             EXPECT_FALSE(entry.is_directory()) << entry.path();

@@ -1,4 +1,4 @@
-// The commands that watch the machine exist on Linux alone.
+// The commands that watch the machine exist only on Linux.
 #include "unit/host/mordhostFixture.h"
 
 using mordhostTest::MordhostTest;

@@ -4,6 +4,7 @@
 
 #include "output/outputFile.h"
 #include "output/progressBar.h"
+#include "system/fileError.h"
 #include "unit/host/temporaryDirectory.h"
 
 using namespace mordhost;
@@ -28,7 +29,7 @@ TEST(ProgressBar, AShortRunShowsNone) {
     EXPECT_EQ(out.str(), "");
 }
 
-TEST(ProgressBar, ALongRunShowsHowFarItHasCome) {
+TEST(ProgressBar, ALongRunShowsItsProgress) {
     std::ostringstream out;
     ProgressBar bar(out, true, 1000, start);
     bar.Advance(500, 5, start + milliseconds(500));
@@ -45,7 +46,7 @@ TEST(ProgressBar, IsNotDrawnMoreThanTenTimesASecond) {
     EXPECT_EQ(out.str(), HalfBar("50%  5 events") + "\r[" + std::string(40, '#') + "] 100%  10 events");
 }
 
-TEST(ProgressBar, LeavesItsLineWhenItIsCleared) {
+TEST(ProgressBar, IsRemovedFromItsLine) {
     std::ostringstream out;
     ProgressBar bar(out, true, 1000, start);
     bar.Advance(500, 5, start + milliseconds(500));
@@ -55,7 +56,7 @@ TEST(ProgressBar, LeavesItsLineWhenItIsCleared) {
     EXPECT_EQ(out.str(), "\r\x1b[K");
 }
 
-TEST(ProgressBar, IsSilentWhereThereIsNoTerminal) {
+TEST(ProgressBar, IsNotDrawnWithoutATerminal) {
     std::ostringstream out;
     ProgressBar bar(out, false, 1000, start);
     bar.Advance(500, 5, start + milliseconds(5000));
@@ -63,7 +64,7 @@ TEST(ProgressBar, IsSilentWhereThereIsNoTerminal) {
     EXPECT_EQ(out.str(), "");
 }
 
-TEST(OutputFile, HoldsTheBytesAsTheyWereWritten) {
+TEST(OutputFile, HoldsTheWrittenBytes) {
     const TemporaryDirectory directory;
     const std::string name = directory.Write("out", "what stood there before");
     OutputFile file(name);
@@ -73,7 +74,7 @@ TEST(OutputFile, HoldsTheBytesAsTheyWereWritten) {
     EXPECT_EQ(directory.Read("out"), std::string("a\nb\r\n\0\x1A", 7));
 }
 
-TEST(OutputFile, OneThatCannotBeOpenedIsAnError) {
+TEST(OutputFile, FailsIfItCannotBeOpened) {
     const TemporaryDirectory directory;
     const std::string name = directory.Name("no/such/directory/out");
     try {

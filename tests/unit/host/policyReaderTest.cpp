@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "system/fileError.h"
 #include "unit/host/refusal.h"
 #include "unit/host/temporaryDirectory.h"
 
@@ -16,7 +17,7 @@ Policy PolicyFrom(const std::string& text) {
     return ReadPolicy(directory.Write("p.json", text));
 }
 
-// The refusal of a policy that stands in the file p.json, without the directory.
+// The error of a policy in the file p.json, without the directory.
 std::string PolicyRefusal(const std::string& text) {
     const TemporaryDirectory directory;
     const std::string name = directory.Write("p.json", text);
@@ -28,21 +29,21 @@ std::string PolicyRefusal(const std::string& text) {
     return refusal;
 }
 
-// A policy with the one rule {"guid": "G", "type": "T", MEMBER}, whose member begins in column 38.
+// A policy with the single rule {"guid": "G", "type": "T", MEMBER}, whose member begins in column 38.
 std::string RuleWith(const std::string& member) {
     return R"({"rules": [{"guid":"G", "type":"T",  )" + member + "}]}";
 }
 
 } // namespace
 
-TEST(Policy, NeedsNothingButItsRules) {
+TEST(Policy, NeedsOnlyRules) {
     const Policy policy = PolicyFrom(R"({"rules": []})");
     EXPECT_FALSE(policy.machineId || policy.defenderMode || policy.exceptionMode || policy.allowList || policy.actions);
     EXPECT_TRUE(policy.rules.empty() && policy.dots.empty() && policy.failures.empty());
     EXPECT_EQ(PolicyRefusal("{}"), "p.json:1:1: the key \"rules\" is missing in this object");
 }
 
-TEST(Policy, TheMachineIdIsOneOfItsOwnOrThatOfTheMachine) {
+TEST(Policy, TheMachineIdIsGivenOrTakenFromTheMachine) {
     EXPECT_EQ(PolicyFrom(R"({"machine_id": "HOST-A", "rules": []})").machineId, "HOST-A");
     EXPECT_EQ(PolicyFrom(R"({"machine_id": "from the machine", "rules": []})").machineId, std::nullopt);
     EXPECT_EQ(PolicyRefusal(R"({"machine_id": "", "rules": []})"), "p.json:1:16: \"machine_id\" must not be empty");
@@ -64,12 +65,12 @@ TEST(Policy, AModeIsANameOrANumber) {
     EXPECT_EQ(PolicyFrom(R"({"exception_mode": 4294967295, "rules": []})").exceptionMode, 4294967295U);
 }
 
-TEST(Policy, AModeThatIsNoneIsRefused) {
+TEST(Policy, AnInvalidModeIsRefused) {
     EXPECT_EQ(PolicyRefusal(R"({"defender_mode": "Emergency", "rules": []})"),
-              "p.json:1:19: \"Emergency\" is none of \"all-forbid\", \"action-table\", \"allow-after-decision\", "
+              "p.json:1:19: \"Emergency\" is not one of \"all-forbid\", \"action-table\", \"allow-after-decision\", "
               "\"emergency\"");
     EXPECT_EQ(PolicyRefusal(R"({"exception_mode": "deny", "rules": []})"),
-              "p.json:1:20: \"deny\" is none of \"allow\", \"block\"");
+              "p.json:1:20: \"deny\" is not one of \"allow\", \"block\"");
     EXPECT_EQ(PolicyRefusal(R"({"defender_mode": -1, "rules": []})"),
               "p.json:1:19: \"defender_mode\" must be a whole number from 0 to 4294967295, and this is -1");
     EXPECT_EQ(PolicyRefusal(R"({"defender_mode": true, "rules": []})"),
@@ -86,7 +87,7 @@ TEST(Policy, AnInlineDocumentKeepsItsTextByteForByte) {
     EXPECT_EQ(policy.actions->text, "{\"ssh\":1}");
 }
 
-TEST(Policy, ADocumentMayStandInAFileBesideThePolicy) {
+TEST(Policy, ADocumentMayBeAFileRelativeToThePolicy) {
     const TemporaryDirectory directory;
     std::filesystem::create_directory(directory.Path() / "lists");
     directory.Write("lists/allow.json", " {\"mid_list\": []}\n");
@@ -101,12 +102,12 @@ TEST(Policy, ADocumentMayStandInAFileBesideThePolicy) {
     EXPECT_EQ(policy.dots, (DotTable{{"G", {"M"}}}));
 }
 
-TEST(Policy, AFileThatIsNotThereIsRefusedWhereItIsNamed) {
+TEST(Policy, AMissingFileIsRefusedAtItsName) {
     EXPECT_EQ(PolicyRefusal("{\"rules\": [],\n \"actions\": \"none.json\"}"),
               "p.json:2:13: cannot read none.json: No such file or directory");
 }
 
-TEST(Policy, ARefusalWithinAFileNamesThatFile) {
+TEST(Policy, AnErrorInAFileNamesThatFile) {
     const TemporaryDirectory directory;
     directory.Write("allow.json", "{\n \"mid_list\": 1}");
     const std::string name = directory.Write("p.json", R"({"allow_list": "allow.json", "rules": []})");
@@ -114,7 +115,7 @@ TEST(Policy, ARefusalWithinAFileNamesThatFile) {
               directory.Name("allow.json") + ":2:14: \"mid_list\" must be an array, and this is a number");
 }
 
-TEST(Policy, AnAllowListThatTheLibraryWouldPassOverIsRefused) {
+TEST(Policy, AnAllowListWithErrorsThatTheLibraryIgnoresIsRefused) {
     const auto refusal = [](const std::string& document) {
         return PolicyRefusal("{\"rules\": [], \"allow_list\":\n" + document + "}");
     };
@@ -133,11 +134,11 @@ TEST(Policy, AnAllowListThatTheLibraryWouldPassOverIsRefused) {
     EXPECT_EQ(refusal(R"({"mid_list": [{"mid": "M", "protocol": ["a\u0000"]}]})"),
               "p.json:2:41: a protocol key must not hold a NUL character");
     EXPECT_EQ(refusal(R"({"mid_list": [{"mid": "M", "mid": "N", "protocol": []}]})"),
-              "p.json:2:28: \"mid\" stands here a second time");
+              "p.json:2:28: \"mid\" is repeated");
     EXPECT_EQ(refusal(R"({"mid_list": [{"mid": "", "protocol": [""], "note": 1}], "note": 2})"), "accepted");
 }
 
-TEST(Policy, AnActionDocumentThatTheLibraryWouldPassOverIsRefused) {
+TEST(Policy, AnActionDocumentWithErrorsThatTheLibraryIgnoresIsRefused) {
     const auto refusal = [](const std::string& document) {
         return PolicyRefusal("{\"rules\": [], \"actions\":\n" + document + "}");
     };
@@ -149,7 +150,7 @@ TEST(Policy, AnActionDocumentThatTheLibraryWouldPassOverIsRefused) {
     EXPECT_EQ(refusal(R"({"ssh": 2147483648})"),
               "p.json:2:9: an action must be a whole number from -2147483648 to 2147483647, and this is 2147483648");
     EXPECT_EQ(refusal(R"({"": 1})"), "p.json:2:2: a rule type must not be empty here");
-    EXPECT_EQ(refusal(R"({"ssh": 1, "ssh": 0})"), "p.json:2:12: \"ssh\" stands here a second time");
+    EXPECT_EQ(refusal(R"({"ssh": 1, "ssh": 0})"), "p.json:2:12: \"ssh\" is repeated");
     EXPECT_EQ(refusal(R"({"ssh": -2147483648, "smb": 0})"), "accepted");
 }
 
@@ -176,7 +177,7 @@ TEST(Policy, RulesKeepTheirOrder) {
     EXPECT_EQ(policy.rules[0].guid + policy.rules[1].guid + policy.rules[2].guid, "BAC");
 }
 
-TEST(Policy, ARuleThatIsNoneIsRefused) {
+TEST(Policy, AnInvalidRuleIsRefused) {
     EXPECT_EQ(PolicyRefusal(R"({"rules": {}})"), "p.json:1:11: \"rules\" must be an array, and this is an object");
     EXPECT_EQ(PolicyRefusal(R"({"rules": ["G"]})"), "p.json:1:12: a rule must be an object, and this is a string");
     EXPECT_EQ(PolicyRefusal(R"({"rules": [{"guid": "G"}]})"),
@@ -191,26 +192,26 @@ TEST(Policy, ARuleThatIsNoneIsRefused) {
               "p.json:1:21: \"guid\" must not hold a NUL character");
 }
 
-TEST(Policy, APortThatIsNoneIsRefused) {
+TEST(Policy, AnInvalidPortIsRefused) {
     EXPECT_EQ(PolicyRefusal(RuleWith("\"local_ports\": 445")),
               "p.json:1:53: \"local_ports\" must be an array, and this is a number");
     EXPECT_EQ(PolicyRefusal(RuleWith("\"local_ports\": []")),
-              "p.json:1:53: \"local_ports\" must not be empty: leave the key out where anything will do");
+              "p.json:1:53: \"local_ports\" must not be empty: omit the key to accept every value");
     EXPECT_EQ(PolicyRefusal(RuleWith("\"local_ports\": [65536]")),
               "p.json:1:54: a port must be a whole number from 0 to 65535, and this is 65536");
     EXPECT_EQ(PolicyRefusal(RuleWith("\"local_ports\": [null]")),
               "p.json:1:54: a port must be a number, or a string such as \"8000-8080\", and this is null");
     for (const std::string text : {"", "445", "-", "1-", "-1", "2-1", "1-65536", "a-b", "1-2-3", "1 - 2", "+1-2"}) {
         EXPECT_EQ(PolicyRefusal(RuleWith("\"local_ports\": [\"" + text + "\"]")),
-                  "p.json:1:54: \"" + text + "\" is no range of ports such as \"8000-8080\"");
+                  "p.json:1:54: \"" + text + "\" is not a port range such as \"8000-8080\"");
     }
 }
 
-TEST(Policy, AnAddressRangeThatIsNoneIsRefused) {
+TEST(Policy, AnInvalidAddressRangeIsRefused) {
     EXPECT_EQ(PolicyRefusal(RuleWith("\"local_addresses\": []")),
-              "p.json:1:57: \"local_addresses\" must not be empty: leave the key out where anything will do");
+              "p.json:1:57: \"local_addresses\" must not be empty: omit the key to accept every value");
     EXPECT_EQ(PolicyRefusal(RuleWith("\"remote_addresses\": [\"10.0.0.1/8\"]")),
-              "p.json:1:59: 10.0.0.1 has bits set behind the first 8");
+              "p.json:1:59: 10.0.0.1 has bits set after the first 8");
     EXPECT_EQ(PolicyRefusal(RuleWith("\"remote_addresses\": [1]")),
               "p.json:1:59: an address range must be a string, and this is a number");
 }
@@ -226,18 +227,18 @@ TEST(Policy, AFailureIsPrescribedByTheNameOfItsEvent) {
     EXPECT_EQ(policy.failures.at("c").failure, Failure::brokenAnswer);
 }
 
-TEST(Policy, AFailureThatIsNoneIsRefused) {
+TEST(Policy, AnInvalidFailureIsRefused) {
     EXPECT_EQ(PolicyRefusal(R"({"rules": [], "failures": {"a": "network error"}})"),
-              "p.json:1:33: \"network error\" is none of \"network-error\", \"query-error\", \"broken-answer\"");
+              "p.json:1:33: \"network error\" is not one of \"network-error\", \"query-error\", \"broken-answer\"");
     EXPECT_EQ(PolicyRefusal(R"({"rules": [], "failures": {"a": 1}})"),
               "p.json:1:33: a failure must be a string, and this is a number");
     EXPECT_EQ(PolicyRefusal(R"({"rules": [], "failures": ["a"]})"),
               "p.json:1:27: \"failures\" must be an object, and this is an array");
     EXPECT_EQ(PolicyRefusal(R"({"rules": [], "failures": {"a": "query-error", "a": "query-error"}})"),
-              "p.json:1:48: \"a\" stands here a second time");
+              "p.json:1:48: \"a\" is repeated");
 }
 
-TEST(Policy, AProgramIsAFileByItsName) {
+TEST(Policy, AProgramIsAFileUnderAName) {
     const TemporaryDirectory directory;
     const Policy policy = ReadPolicy(directory.Write(
         "p.json", R"({"rules": [], "programs": {"web server": "server", "": "bin/x.exe", "near": "./y"}})"));
@@ -250,7 +251,7 @@ TEST(Policy, AProgramIsAFileByItsName) {
     EXPECT_TRUE(PolicyFrom(R"({"rules": [], "programs": {}})").programs.empty());
 }
 
-TEST(Policy, AProgramThatIsNoneIsRefused) {
+TEST(Policy, AnInvalidProgramIsRefused) {
     EXPECT_EQ(PolicyRefusal(R"({"rules": [], "programs": ["a"]})"),
               "p.json:1:27: \"programs\" must be an object, and this is an array");
     EXPECT_EQ(PolicyRefusal("{\"rules\": [], \"programs\": {\n  \"a\": 1}}"),
@@ -261,8 +262,7 @@ TEST(Policy, AProgramThatIsNoneIsRefused) {
               "p.json:1:33: the file of a program must have a name");
     EXPECT_EQ(PolicyRefusal(R"({"rules": [], "programs": {"a": "x\u0000"}})"),
               "p.json:1:33: the file of a program must not hold a NUL character");
-    EXPECT_EQ(PolicyRefusal(R"({"rules": [], "programs": {"a": "x", "a": "x"}})"),
-              "p.json:1:38: \"a\" stands here a second time");
+    EXPECT_EQ(PolicyRefusal(R"({"rules": [], "programs": {"a": "x", "a": "x"}})"), "p.json:1:38: \"a\" is repeated");
 }
 
 TEST(Policy, AnUnknownKeyIsRefused) {
@@ -276,29 +276,29 @@ TEST(Policy, ASyntaxErrorIsRefused) {
     EXPECT_EQ(PolicyRefusal("[]"), "p.json:1:1: a policy must be an object, and this is an array");
 }
 
-TEST(Policy, AFileThatCannotBeReadIsNoRefusedDocument) {
+TEST(Policy, AnUnreadablePolicyIsAFileError) {
     const TemporaryDirectory directory;
     EXPECT_THROW(ReadPolicy(directory.Name("none.json")), FileError);
 }
 
-TEST(Policy, AGuidIsThatOfOneRule) {
+TEST(Policy, ARepeatedGuidIsRefused) {
     const TemporaryDirectory directory;
     const std::string name = directory.Write("p.json", "{\"rules\": [\n"
                                                        "  {\"guid\": \"A\", \"type\": \"x\"},\n"
                                                        "  {\"guid\": \"B\", \"type\": \"x\"},\n"
                                                        "  {\"type\": \"y\", \"guid\": \"A\"}]}");
     EXPECT_EQ(RefusalOf([&] { ReadPolicy(name); }),
-              name + ":4:25: the guid \"A\" is that of another rule: " + name + ":2:12");
+              name + ":4:25: the guid \"A\" is the guid of another rule: " + name + ":2:12");
     EXPECT_EQ(PolicyFrom(R"({"rules": [{"guid": "A", "type": "x"}, {"guid": "a", "type": "x"},
                                            {"guid": "A ", "type": "x"}]})")
                   .rules.size(),
               3U);
     EXPECT_EQ(PolicyRefusal(R"({"rules": [{"guid": "A", "type": "x"}, {"guid": "\u0041", "type": "x"}]})"),
-              "p.json:1:49: the guid \"A\" is that of another rule: p.json:1:21")
+              "p.json:1:49: the guid \"A\" is the guid of another rule: p.json:1:21")
         << "however it is written";
 }
 
-TEST(Policy, TellsTheFilesInWhichItStands) {
+TEST(Policy, ListsItsFiles) {
     const TemporaryDirectory directory;
     directory.Write("allow.json", R"({"mid_list": []})");
     directory.Write("actions.json", R"({"t": 1})");

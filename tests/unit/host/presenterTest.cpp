@@ -44,7 +44,7 @@ Decision WithReply(uint32_t reply) {
     return decision;
 }
 
-// What a presenter writes for these decisions and the summary.
+// The output of a presenter for these decisions and the summary.
 std::string Shown(std::ostringstream& out, Presenter& presenter, const std::vector<Decision>& decisions) {
     Statistics statistics;
     presenter.Begin();
@@ -94,7 +94,7 @@ TEST(TablePresenter, TheHeadingsFitIntoTheUsualWidths) {
                          "----------------------------------------\n");
 }
 
-TEST(TablePresenter, ACellThatIsTooWidePushesTheRestAside) {
+TEST(TablePresenter, AWideCellMovesTheRestOfItsRow) {
     std::ostringstream out;
     const Decision decision = Matched();
     mordhost::Table(out, Widths{}, false).Row(decision, TestPolicy());
@@ -102,7 +102,7 @@ TEST(TablePresenter, ACellThatIsTooWidePushesTheRestAside) {
                          "machine M is allowed for smb\n");
 }
 
-TEST(TablePresenter, ARowIsWrittenAtOnceAndHasABound) {
+TEST(TablePresenter, TheWidthOfARowIsBounded) {
     Policy policy;
     Decision decision = Matched();
     decision.rules.clear();
@@ -120,7 +120,7 @@ TEST(TablePresenter, ARowIsWrittenAtOnceAndHasABound) {
         << out.str();
 }
 
-TEST(TablePresenter, ColourIsForTheVerdictAndTheHeadings) {
+TEST(TablePresenter, VerdictsAndHeadingsAreColoured) {
     const auto row = [](const Decision& decision) {
         std::ostringstream out;
         mordhost::Table(out, Widths{}, true).Row(decision, TestPolicy());

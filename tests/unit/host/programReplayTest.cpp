@@ -1,4 +1,4 @@
-// Replays whose events name programs: these are started, shown, and gone at the end.
+// Replays whose events name programs.
 #include <algorithm>
 #include <sstream>
 
@@ -17,14 +17,14 @@ namespace {
 
 const std::string programEnding = MORDHOST_PROGRAM_ENDING;
 
-// A policy with a rule for all events and these programs.
+// A policy with these programs and one rule for all events.
 std::string PolicyOf(const std::string& programs) {
     return R"({"rules": [{"guid": "G", "type": "t"}], "programs": {)" + programs + "}}";
 }
 
 constexpr auto both = R"("narrow": "waiter32", "wide": "waiter64")";
 
-// The objects of JSON that stand one a line.
+// Parses JSON Lines.
 std::vector<rapidjson::Document> Lines(const std::string& text) {
     std::vector<rapidjson::Document> lines;
     std::istringstream stream(text);
@@ -35,7 +35,7 @@ std::vector<rapidjson::Document> Lines(const std::string& text) {
     return lines;
 }
 
-// The values of "proc_path" in the reports, in their order.
+// The values of "proc_path" in the reports, in order.
 std::vector<std::string> Paths(const std::string& reports) {
     std::vector<std::string> paths;
     for (size_t begin = 0; begin < reports.size();) {
@@ -55,12 +55,12 @@ std::string ToldOf(const std::string& program) {
 
 class ProgramReplay : public MordhostTest {
 protected:
-    // Such a message as mordhost ends with, about a program among those that do not do as they should.
+    // The error message of mordhost about a program in MORDHOST_ODD_PROGRAMS.
     static std::string Message(const std::string& before, const std::string& program, const std::string& behind) {
         return "mordhost: " + before + "the program " + MORDHOST_ODD_PROGRAMS + "/" + program + programEnding + behind;
     }
 
-    // With slashes alone, as the test names directories.
+    // With forward slashes.
     static std::string Slashed(std::string text) {
         std::replace(text.begin(), text.end(), '\\', '/');
         return text;
@@ -76,7 +76,7 @@ protected:
 
 } // namespace
 
-TEST_F(ProgramReplay, TheIdsStandInTheEventsAndThePathsInTheReports) {
+TEST_F(ProgramReplay, EventsHaveTheIdsAndReportsThePaths) {
     const ProcessResult result =
         Replay(PolicyOf(both),
                "{\"program\": \"narrow\"}\n{\"program\": \"wide\"}\n{\"pid\": 4}\n{\"program\": \"narrow\"}\n{}\n",
@@ -100,14 +100,14 @@ TEST_F(ProgramReplay, TheIdsStandInTheEventsAndThePathsInTheReports) {
     EXPECT_EQ(lines[1]["process"].IsString() ? lines[1]["process"].GetString() : "", wide);
 }
 
-TEST_F(ProgramReplay, TheProcessThatAnEventNamesGoesBeforeItsProgram) {
+TEST_F(ProgramReplay, TheProcessOfAnEventHasPriorityOverItsProgram) {
     const ProcessResult result = Replay(PolicyOf(both), R"({"program": "narrow", "process": "/usr/sbin/sshd"})",
                                         {"--json", "--reports", directory.Name("reports")});
     EXPECT_NE(result.output.find(R"("process":"/usr/sbin/sshd")"), std::string::npos) << result.output;
     EXPECT_EQ(Paths(directory.Read("reports")), std::vector<std::string>{ToldOf("waiter32")});
 }
 
-TEST_F(ProgramReplay, AProgramStandsBesideMordhostOrWhereItIsSaid) {
+TEST_F(ProgramReplay, AProgramIsSearchedBesideMordhostOrInTheGivenDirectory) {
     const std::string event = R"({"program": "p"})";
     const std::string file = "waiter32" + programEnding;
     std::filesystem::create_directory(directory.Path() / "bin");
@@ -120,7 +120,7 @@ TEST_F(ProgramReplay, AProgramStandsBesideMordhostOrWhereItIsSaid) {
     EXPECT_EQ(Replay(PolicyOf(R"("p": "waiter64")"), event, {"--programs", directory.Name("bin")}).code, 1);
 }
 
-TEST_F(ProgramReplay, AnUnknownNameIsRefusedBeforeAnythingIsDecided) {
+TEST_F(ProgramReplay, AnUnknownNameIsRefusedBeforeTheFirstDecision) {
     const ProcessResult result = Replay(PolicyOf(both), "{\"program\": \"narrow\"}\n{\"program\": \"slim\"}\n",
                                         {"--reports", directory.Name("reports")});
     EXPECT_EQ(result.code, 3);
@@ -129,7 +129,7 @@ TEST_F(ProgramReplay, AnUnknownNameIsRefusedBeforeAnythingIsDecided) {
     EXPECT_FALSE(directory.Has("reports"));
 }
 
-TEST_F(ProgramReplay, AnUnknownNameOnTheStandardInputIsRefusedWhenItComes) {
+TEST_F(ProgramReplay, AnUnknownNameOnTheStandardInputIsRefusedInItsTurn) {
     const ProcessResult result = Mordhost({"replay", directory.Write("p.json", PolicyOf(both)), "-", "--json"},
                                           "{\"program\": \"narrow\"}\n{ \"program\": \"\"}\n");
     EXPECT_EQ(result.code, 3);
@@ -146,28 +146,28 @@ TEST_F(ProgramReplay, AProgramBesideAnIdIsRefused) {
     EXPECT_EQ(Plain(result.error), "mordhost: e.jsonl:2:13: \"program\" and \"pid\" exclude each other\n");
 }
 
-TEST_F(ProgramReplay, AProgramThatIsNotThereEndsTheRunBehindWhatWasDecidedBefore) {
+TEST_F(ProgramReplay, AMissingProgramEndsTheRunAfterTheDecisionsBefore) {
     const ProcessResult result =
         ReplayOdd("none", "{\"flags\": 4}\n{\"program\": \"odd\"}\n{\"flags\": 4}\n", {"--json"});
     EXPECT_EQ(result.code, 1);
     const auto lines = Lines(result.output);
     ASSERT_EQ(lines.size(), 2U) << "the event and the summary";
-    EXPECT_EQ(lines[1]["summary"]["events"], 1U);
+    EXPECT_EQ(lines[1]["summary"]["events"].GetUint(), 1U);
     EXPECT_EQ(Slashed(result.error).rfind(Message("cannot start ", "none", ": "), 0), 0U) << result.error;
 }
 
-TEST_F(ProgramReplay, AProgramThatIsNotThereIsNotMissedByEventsThatDoNotNameIt) {
+TEST_F(ProgramReplay, AMissingProgramDoesNotAffectOtherEvents) {
     EXPECT_EQ(ReplayOdd("none", "{}\n").code, 0);
 }
 
-TEST_F(ProgramReplay, AProgramThatEndsWithoutItsLineEndsTheRun) {
+TEST_F(ProgramReplay, AProgramThatEndsBeforeItsLineEndsTheRun) {
     const ProcessResult result = ReplayOdd("endsAtOnce", "{\"program\": \"odd\"}\n");
     EXPECT_EQ(result.code, 1);
     EXPECT_EQ(Slashed(result.error),
               Message("", "endsAtOnce", " ended its output without a line that says that it is ready\n"));
 }
 
-TEST_F(ProgramReplay, AProgramThatDoesNotEndIsEndedByForce) {
+TEST_F(ProgramReplay, AProgramThatDoesNotEndIsKilled) {
     const ProcessResult result = ReplayOdd("staysOn", "{\"program\": \"odd\"}\n", {"--json"});
     EXPECT_EQ(result.code, 0);
     EXPECT_EQ(result.error, "");

@@ -1,5 +1,5 @@
-// Programs that are started for events: ready, named, and gone afterwards.
-#include "programs/programs.h"
+// Programs of events: start, readiness, end.
+#include "policy/policyPrograms.h"
 
 #include <memory>
 #include <set>
@@ -17,7 +17,7 @@ using mordhostTest::RefusalOf;
 
 namespace {
 
-// The built program of this name: waiter32, waiter64, and those in tests/host/programs.
+// The path of a test program: waiter32, waiter64, or one of the folder programs.
 std::filesystem::path File(const std::string& name) {
     return WithProgramEnding(PathOf(name.starts_with("waiter") ? MORDHOST_PROGRAMS : MORDHOST_ODD_PROGRAMS) /
                              PathOf(name));
@@ -63,7 +63,7 @@ TEST(Program, EndsWithItsObject) {
     EXPECT_FALSE(IsRunning(id));
 }
 
-TEST(Program, HoldsNoOtherOneByItsInput) {
+TEST(Program, DoesNotKeepTheInputOfAnotherProgramOpen) {
     Program first(File("waiter32"), much);
     Program second(File("waiter64"), much);
     Program third(File("staysOn"), little);
@@ -74,7 +74,7 @@ TEST(Program, HoldsNoOtherOneByItsInput) {
     EXPECT_TRUE(IsRunning(third.Id()));
 }
 
-TEST(Program, ThatDoesNotEndIsEndedByForce) {
+TEST(Program, ThatDoesNotEndIsKilled) {
     uint32_t id = 0;
     {
         Program program(File("staysOn"), little);
@@ -85,14 +85,14 @@ TEST(Program, ThatDoesNotEndIsEndedByForce) {
     EXPECT_FALSE(IsRunning(id));
 }
 
-TEST(Program, ThatIsNotThereCannotBeStarted) {
+TEST(Program, ThatIsMissingCannotBeStarted) {
     const std::filesystem::path file = File("none");
     const std::string failure = FailureOf(file, much);
     EXPECT_EQ(failure.rfind("cannot start the program " + Utf8Of(file) + ": ", 0), 0U) << failure;
     EXPECT_GT(failure.size(), ("cannot start the program " + Utf8Of(file) + ": ").size()) << "and why";
 }
 
-TEST(Program, ThatIsNoneCannotBeStarted) {
+TEST(Program, ThatIsNotExecutableCannotBeStarted) {
     const mordhostTest::TemporaryDirectory directory;
     const std::filesystem::path file = WithProgramEnding(PathOf(directory.Name("text")));
     directory.Write(Utf8Of(file.filename()), "no program");
@@ -106,25 +106,25 @@ TEST(Program, ThatEndsBeforeItsLineIsNotReady) {
               "the program " + Utf8Of(file) + " ended its output without a line that says that it is ready");
 }
 
-TEST(Program, ThatSaysNothingIsWaitedForNoLongerThanPatienceLasts) {
+TEST(Program, ThatWritesNothingIsNotAwaitedForLong) {
     const std::filesystem::path file = File("neverReady");
     EXPECT_EQ(FailureOf(file, little),
               "the program " + Utf8Of(file) + " did not write within 300 ms the line that says that it is ready");
 }
 
-TEST(Program, HasItsEndingOnWindowsAlone) {
+TEST(Program, HasAnExtensionOnlyOnWindows) {
     const std::string ending = MORDHOST_PROGRAM_ENDING;
     EXPECT_EQ(WithProgramEnding("bin/waiter"), "bin/waiter" + ending);
     EXPECT_EQ(WithProgramEnding("bin.old/waiter"), "bin.old/waiter" + ending);
     EXPECT_EQ(WithProgramEnding("waiter.com"), "waiter.com");
 }
 
-TEST(Programs, AreStartedOncePerNameAtTheFirstEvent) {
+TEST(Programs, StartOncePerNameAtTheFirstEvent) {
     Policy policy;
     policy.programs = {{"a", "waiter32"}, {"b", "waiter32"}, {"c", "not/there"}};
     std::set<uint32_t> ids;
     {
-        Programs programs(policy, PathOf(MORDHOST_PROGRAMS));
+        PolicyPrograms programs(policy, PathOf(MORDHOST_PROGRAMS));
         ConnectionEvent first = EventOf("a");
         ConnectionEvent second = EventOf("b");
         ConnectionEvent third = EventOf("a");
@@ -144,9 +144,9 @@ TEST(Programs, AreStartedOncePerNameAtTheFirstEvent) {
     }
 }
 
-TEST(Programs, LeaveOtherEventsAsTheyAre) {
+TEST(Programs, DoNotChangeOtherEvents) {
     const Policy policy;
-    Programs programs(policy, PathOf(MORDHOST_PROGRAMS));
+    PolicyPrograms programs(policy, PathOf(MORDHOST_PROGRAMS));
     ConnectionEvent event;
     programs.GiveId(event);
     EXPECT_EQ(event.pid, std::nullopt);
@@ -155,18 +155,18 @@ TEST(Programs, LeaveOtherEventsAsTheyAre) {
     EXPECT_EQ(event.pid, 4U);
 }
 
-TEST(Programs, AreLookedForInTheirDirectoryUnlessTheyHaveOne) {
+TEST(Programs, AreSearchedInTheGivenDirectoryUnlessTheyHaveOne) {
     Policy policy;
     policy.programs = {{"near", "x.bin"}, {"far", "there/x.bin"}};
-    const Programs programs(policy, "here");
+    const PolicyPrograms programs(policy, "here");
     EXPECT_EQ(programs.FileOf({"near", {}}), std::filesystem::path("here") / "x.bin");
     EXPECT_EQ(programs.FileOf({"far", {}}), "there/x.bin");
 }
 
-TEST(Programs, OfAnotherNameAreRefusedWhereTheEventNamesThem) {
+TEST(Programs, WithUnknownNamesAreRefusedAtThePositionInTheEvent) {
     Policy policy;
     policy.programs = {{"a", "waiter32"}};
-    Programs programs(policy, PathOf(MORDHOST_PROGRAMS));
+    PolicyPrograms programs(policy, PathOf(MORDHOST_PROGRAMS));
     ConnectionEvent event = EventOf("A");
     EXPECT_EQ(RefusalOf([&] { programs.GiveId(event); }), "e.jsonl:7:12: the policy has no program \"A\"");
     EXPECT_EQ(RefusalOf([&] { programs.FileOf(*event.program); }), "e.jsonl:7:12: the policy has no program \"A\"");

@@ -1,18 +1,18 @@
-// What a started program has of mordhost, as the kernel tells it.
+// What a started program inherits. Linux only.
 #include <fstream>
 #include <set>
 
 #include <gtest/gtest.h>
 #include <unistd.h>
 
-#include "programs/program.h"
+#include "system/program.h"
 #include "unit/host/temporaryDirectory.h"
 
 using namespace mordhost;
 
 namespace {
 
-// The descriptors that the process has open.
+// The open descriptors of the process.
 std::set<std::string> OpenDescriptors(uint32_t process) {
     std::set<std::string> names;
     for (const auto& entry : std::filesystem::directory_iterator("/proc/" + std::to_string(process) + "/fd")) {
@@ -23,9 +23,9 @@ std::set<std::string> OpenDescriptors(uint32_t process) {
 
 } // namespace
 
-TEST(ProgramOnLinux, HasItsStandardStreamsAloneOpen) {
+TEST(ProgramOnLinux, InheritsOnlyItsStandardStreams) {
     const mordhostTest::TemporaryDirectory directory;
-    std::ofstream open(directory.Name("open")); // which every program inherits unless that is prevented
+    std::ofstream open(directory.Name("open")); // programs inherit it by default
     const Program first(PathOf(MORDHOST_PROGRAMS) / "waiter32");
     const Program second(PathOf(MORDHOST_PROGRAMS) / "waiter64");
     const std::set<std::string> standard = {"0", "1", "2"};
@@ -34,7 +34,7 @@ TEST(ProgramOnLinux, HasItsStandardStreamsAloneOpen) {
     EXPECT_EQ(std::filesystem::read_symlink("/proc/" + std::to_string(first.Id()) + "/fd/2"), "/dev/null");
 }
 
-TEST(ProgramOnLinux, GetsNoSignalsOfTheTerminal) {
+TEST(ProgramOnLinux, ReceivesNoSignalsOfTheTerminal) {
     const Program program(PathOf(MORDHOST_PROGRAMS) / "waiter32");
     EXPECT_EQ(getpgid(static_cast<pid_t>(program.Id())), static_cast<pid_t>(program.Id()));
     EXPECT_NE(getpgrp(), static_cast<pid_t>(program.Id()));

@@ -1,4 +1,4 @@
-// The messages are the library's, word for word.
+// The messages are those of the library, word for word.
 #include "decide/reason.h"
 
 #include <gtest/gtest.h>
@@ -30,7 +30,7 @@ TEST(Reason, ADisconnectIsADisconnect) {
     EXPECT_EQ(Reason({"==>enter", "==>enter", "disconnect event not report"}), "disconnect");
 }
 
-TEST(Reason, ANetworkErrorIsSettledByTheExceptionMode) {
+TEST(Reason, TheExceptionModeDecidesANetworkError) {
     EXPECT_EQ(Reason({"query dot result_json=", "query dot network error, exception_mode=1 ,reply=1"}),
               "network error, exception mode allows");
     EXPECT_EQ(Reason({"query dot result_json=", "query dot network error, exception_mode=2 ,reply=0"}),
@@ -54,12 +54,12 @@ TEST(Reason, AMatchNamesTheMachineAndTheRule) {
               "machine MID-7 is allowed for web rule G1, its dot is deleted");
 }
 
-TEST(Reason, AMatchIsReadRightWhateverItsTextsHold) {
+TEST(Reason, AMatchIsReadCorrectlyWithAnyText) {
     EXPECT_EQ(Reason({"match mid=a,reply:0,rule guid=b,reply:1,reply:1"}, "web"),
               "machine a,reply:0 is allowed for web rule b,reply:1");
 }
 
-TEST(Reason, ADotThatCouldNotBeDeletedIsTold) {
+TEST(Reason, ADotThatCouldNotBeDeletedIsReported) {
     EXPECT_EQ(Reason({"match mid=M,rule guid=G1,reply:1", "del dot,ret=0,rule guidG1"}, "smb"),
               "machine M is allowed for smb, its dot could not be deleted");
 }
@@ -72,23 +72,23 @@ TEST(Reason, ARuleFailsInFiveWays) {
     EXPECT_EQ(Reason({notStarted}), "the receiver is not started");
 }
 
-TEST(Reason, OfSeveralRulesTheOneThatCameFurthestTells) {
+TEST(Reason, OfSeveralRulesTheOneThatCameFurthestCounts) {
     EXPECT_EQ(Reason({noDot, emptyDot}), "the dot names no machine");
     EXPECT_EQ(Reason({noMatch, noDot, emptyDot}), "no allowed machine holds a dot");
     EXPECT_EQ(Reason({noDot, emptyList, noMatch}), "the allow list is empty");
 }
 
-TEST(Reason, ALaterMatchGoesBeforeEarlierFailures) {
+TEST(Reason, ALaterMatchOverridesEarlierFailures) {
     EXPECT_EQ(Reason({noDot, noMatch, "match mid=M,rule guid=G1,reply:1"}, "ssh"), "machine M is allowed for ssh");
 }
 
-TEST(Reason, AMalformedAnswerTellsMoreThanTheDotThatIsNotInIt) {
+TEST(Reason, AMalformedAnswerOverridesAMissingDot) {
     EXPECT_EQ(Reason({"guid is:G1", "The down_packet (value)data errror", noDot}), "malformed answer to the query");
     EXPECT_EQ(Reason({"guid is:G1", "The down_packet (mid)data error", noDot}), "malformed answer to the query");
     EXPECT_EQ(Reason({"guid is:G2", "The down_packet (mid)data error", noMatch}), "no allowed machine holds a dot");
 }
 
-TEST(Reason, WhatLetsABlockPassGoesBeforeWhatBlocked) {
+TEST(Reason, WhatOverrulesABlockComesFirst) {
     EXPECT_EQ(Reason({noDot, action}), "action table lets type ssh pass (no dot is held)");
     EXPECT_EQ(Reason({noMatch, modeFour}), "allow-after-decision mode lets it pass (no allowed machine holds a dot)");
     EXPECT_EQ(Reason({" query dot error, reply=0", modeFour}), "allow-after-decision mode lets it pass (query error)");
@@ -96,7 +96,7 @@ TEST(Reason, WhatLetsABlockPassGoesBeforeWhatBlocked) {
               "action table lets type ssh pass (network error, exception mode blocks)");
 }
 
-TEST(Reason, WhatWasAllowedAnywayNeedsNoModeToPass) {
+TEST(Reason, AnAllowIsNotOverruled) {
     EXPECT_EQ(Reason({"match mid=M,rule guid=G1,reply:1", action}, "ssh"), "machine M is allowed for ssh");
     EXPECT_EQ(Reason({"match mid=M,rule guid=G1,reply:1", modeFour}, "ssh"), "machine M is allowed for ssh");
     EXPECT_EQ(Reason({"query dot network error, exception_mode=1 ,reply=1", modeFour}),
@@ -104,12 +104,12 @@ TEST(Reason, WhatWasAllowedAnywayNeedsNoModeToPass) {
     EXPECT_EQ(Reason({modeFour, "==>enter", "disconnect event not report"}), "disconnect");
 }
 
-TEST(Reason, ATypeWordMayHoldAnything) {
+TEST(Reason, ATypeMayBeAnyText) {
     EXPECT_EQ(Reason({noDot, "type=a,defender mode=3,action=1,defender mode=3,action=1"}),
               "action table lets type a,defender mode=3,action=1 pass (no dot is held)");
 }
 
-TEST(Reason, WithoutKnownRecordsThereIsNone) {
+TEST(Reason, IsEmptyWithoutKnownRecords) {
     EXPECT_EQ(Reason({}), "");
     EXPECT_EQ(Reason({"==>enter", "something new", "==>leave"}), "");
 }

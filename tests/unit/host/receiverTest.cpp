@@ -1,13 +1,13 @@
-#include "library/receiver.h"
+#include "decide/receiver.h"
 
 #include <thread>
 
 #include <gtest/gtest.h>
 
-#include "dots/memoryDotStore.h"
-#include "library/dotHost.h"
-#include "library/libraries.h"
-#include "library/reportSink.h"
+#include "decide/dotHost.h"
+#include "decide/libraries.h"
+#include "decide/reportSink.h"
+#include "policy/memoryDotStore.h"
 #include "unit/host/fakeReceiver.h"
 #include "unit/host/refusal.h"
 
@@ -30,7 +30,7 @@ protected:
 
 } // namespace
 
-TEST_F(ReceiverTest, APolicyOfRulesAloneLeavesTheDefaults) {
+TEST_F(ReceiverTest, APolicyWithOnlyRulesKeepsTheDefaults) {
     {
         const Receiver receiver(object, policy, dots, sink);
         EXPECT_EQ(object.calls, (Calls{"Init", "SetReportSink", "Start"}));
@@ -39,7 +39,7 @@ TEST_F(ReceiverTest, APolicyOfRulesAloneLeavesTheDefaults) {
     EXPECT_EQ(object.calls, (Calls{"Stop", "SetReportSink null", "Uninit"}));
 }
 
-TEST_F(ReceiverTest, AWholePolicyIsSetBeforeTheStart) {
+TEST_F(ReceiverTest, TheCompletePolicyIsSetBeforeTheStart) {
     policy.machineId = "HOST";
     policy.defenderMode = 77;
     policy.exceptionMode = 1;
@@ -51,13 +51,13 @@ TEST_F(ReceiverTest, AWholePolicyIsSetBeforeTheStart) {
                      "SetProperty 20 {\"ssh\": 1} 11", "SetAllowList {\"mid_list\": []}", "SetReportSink", "Start"}));
 }
 
-TEST_F(ReceiverTest, AnObjectThatDoesNotComeUpIsNotUsed) {
+TEST_F(ReceiverTest, AnObjectThatCannotBeInitialisedIsNotUsed) {
     object.initResult = false;
     EXPECT_THROW(Receiver(object, policy, dots, sink), LoadError);
     EXPECT_EQ(object.calls, Calls{"Init"});
 }
 
-TEST_F(ReceiverTest, ADocumentThatTheLibraryRefusesIsNamedByItsPlace) {
+TEST_F(ReceiverTest, ADocumentThatTheLibraryRefusesIsReportedWithItsPosition) {
     policy.allowList = {R"({"mid_list": []})", {"p.json", 3, 5}};
     object.allowListResult = false;
     EXPECT_EQ(RefusalOf([&] { Receiver(object, policy, dots, sink); }),
@@ -69,7 +69,7 @@ TEST_F(ReceiverTest, ADocumentThatTheLibraryRefusesIsNamedByItsPlace) {
               "p.json:4:6: the library refuses the action document");
 }
 
-TEST_F(ReceiverTest, AnEventGoesWithItsRulesInOrder) {
+TEST_F(ReceiverTest, AnEventIsPassedWithItsRulesInOrder) {
     policy.rules = {{"A", "x", {}, {}, {}}, {"B", "x", {}, {}, {}}, {"C", "x", {}, {}, {}}};
     Receiver receiver(object, policy, dots, sink);
     object.calls.clear();
@@ -83,9 +83,10 @@ TEST_F(ReceiverTest, AnEventGoesWithItsRulesInOrder) {
     EXPECT_FALSE(answer.settled);
 }
 
-TEST_F(ReceiverTest, TheTimeOfADecisionIsThatOfHandleEvent) {
+TEST_F(ReceiverTest, TheDurationIsThatOfHandleEvent) {
     policy.rules = {{"A", "x", {}, {}, {}}};
     object.onEvent = [](IDotHost*, IReportSink*) { std::this_thread::sleep_for(std::chrono::milliseconds(20)); };
     Receiver receiver(object, policy, dots, sink);
-    EXPECT_GE(receiver.Decide({}, {0}).duration, std::chrono::milliseconds(15)); // some timers are coarse
+    EXPECT_GE(receiver.Decide({}, {0}).duration,
+              std::chrono::milliseconds(15)); // the sleep may end early with a coarse timer
 }

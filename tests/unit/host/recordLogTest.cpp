@@ -1,11 +1,12 @@
-#include "library/recordLog.h"
+#include "decide/recordLog.h"
 
 #include <filesystem>
 
 #include <gtest/gtest.h>
 
-#include "document/filePath.h"
-#include "library/libraries.h"
+#include "decide/libraries.h"
+#include "system/filePath.h"
+#include "system/inputStream.h"
 #include "unit/host/environment.h"
 #include "unit/host/fakeBase.h"
 
@@ -30,21 +31,23 @@ WrittenRecords Taken(RecordLog& log) {
 
 } // namespace
 
-TEST(RecordLog, TellsTheLibraryToWriteByADirectoryOfItsOwn) {
+TEST(RecordLog, EnablesTheLogInAPrivateDirectory) {
     const RecordLog log(FakeBase::Factory(), true);
     ASSERT_TRUE(std::filesystem::is_directory(LogDirectory()));
-    EXPECT_EQ(ReadWholeFile(Utf8Of(LogDirectory() / "Zelklog.ini")), "[OUTLOG]\nWriteLog=1\nDebugView=0\nLogLevel=0\n");
+    EXPECT_EQ(InputStream(Utf8Of(LogDirectory() / "Zelklog.ini")).ReadAll(),
+              "[OUTLOG]\nWriteLog=1\nDebugView=0\nLogLevel=0\n");
 }
 
-TEST(RecordLog, TellsTheLibraryToBeSilent) {
+TEST(RecordLog, DisablesTheLog) {
     RecordLog log(ServiceFactory(nullptr), false);
-    EXPECT_EQ(ReadWholeFile(Utf8Of(LogDirectory() / "Zelklog.ini")), "[OUTLOG]\nWriteLog=0\nDebugView=0\nLogLevel=0\n");
+    EXPECT_EQ(InputStream(Utf8Of(LogDirectory() / "Zelklog.ini")).ReadAll(),
+              "[OUTLOG]\nWriteLog=0\nDebugView=0\nLogLevel=0\n");
     const WrittenRecords records = Taken(log);
     EXPECT_EQ(records.text, "");
     EXPECT_TRUE(records.ends.empty());
 }
 
-TEST(RecordLog, GivesWhatWasWrittenSinceTheLastTime) {
+TEST(RecordLog, ReturnsTheRecordsSinceTheLastCall) {
     RecordLog log(FakeBase::Factory(), true);
     EXPECT_EQ(Taken(log).text, "");
     Write(WIDE("one\r\n"));
@@ -57,7 +60,7 @@ TEST(RecordLog, GivesWhatWasWrittenSinceTheLastTime) {
     EXPECT_EQ(records.ends, (std::vector<size_t>{5, 26}));
 }
 
-TEST(RecordLog, ThereIsRoomForTheLongestText) {
+TEST(RecordLog, AcceptsTheLongestRecord) {
     RecordLog log(FakeBase::Factory(), true);
     const std::basic_string<WideChar> wide(100000, static_cast<WideChar>(0x20AC));
     Write(wide.c_str());
@@ -78,7 +81,7 @@ TEST(RecordLog, TheLibraryMayReleaseTheWriterLast) {
     EXPECT_EQ(writer->Release(), 0);
 }
 
-TEST(RecordLog, TheWriterAnswersToItsIdentifierAlone) {
+TEST(RecordLog, TheWriterHasOnlyItsOwnInterface) {
     const RecordLog log(FakeBase::Factory(), true);
     void* view = nullptr;
     EXPECT_EQ(FakeBase::writer->QueryInterface(&SID_LogConfig, &view), RESULT_NO_INTERFACE);
@@ -88,7 +91,7 @@ TEST(RecordLog, TheWriterAnswersToItsIdentifierAlone) {
     EXPECT_EQ(FakeBase::writer->Release(), 1);
 }
 
-TEST(RecordLog, ABaseLibraryThatKeepsItsRecordsIsRefused) {
+TEST(RecordLog, ABaseLibraryWithoutTheServiceIsRefused) {
     FakeBase::hasHostLog = false;
     EXPECT_THROW(RecordLog(FakeBase::Factory(), true), LoadError);
     EXPECT_FALSE(std::filesystem::exists(LogDirectory()));
@@ -96,7 +99,7 @@ TEST(RecordLog, ABaseLibraryThatKeepsItsRecordsIsRefused) {
     FakeBase::hasHostLog = true;
 }
 
-TEST(RecordLog, LeavesNothingBehind) {
+TEST(RecordLog, RemovesItsDirectory) {
     std::filesystem::path directory;
     {
         const RecordLog log(FakeBase::Factory(), true);
@@ -106,7 +109,7 @@ TEST(RecordLog, LeavesNothingBehind) {
     EXPECT_FALSE(std::filesystem::exists(directory));
 }
 
-TEST(RecordLog, TwoHaveDirectoriesOfTheirOwn) {
+TEST(RecordLog, TwoLogsHaveSeparateDirectories) {
     const RecordLog first(ServiceFactory(nullptr), false);
     const std::filesystem::path directory = LogDirectory();
     const RecordLog second(ServiceFactory(nullptr), false);

@@ -1,17 +1,17 @@
-#include "library/records.h"
+#include "decide/records.h"
 
 #include <vector>
 
 #include <gtest/gtest.h>
 
+#include "decide/reportSink.h"
 #include "frame/values.h"
-#include "library/reportSink.h"
 
 using namespace mordhost;
 
 namespace {
 
-// By the two calls that every reader makes.
+// Reads a text with two calls, as every reader does.
 std::string Text(IEventRecord& record, const char* name) {
     int32_t size = 0;
     if (record.GetString(name, nullptr, &size) != RECORD_BUFFER_NEEDED || size <= 0) {
@@ -49,14 +49,14 @@ TEST(EventRecord, DeliversEveryValueOfTheEvent) {
     EXPECT_EQ(version, -5000000000);
 }
 
-TEST(EventRecord, AWordKeepsItsBits) {
+TEST(EventRecord, ANumberKeepsItsBits) {
     ConnectionEvent event;
     event.flags = 0xFFFFFFFF;
     EventRecord record(event);
     EXPECT_EQ(Word(record, "flags"), -1);
 }
 
-TEST(EventRecord, AnAbsentValueIsNotDeliveredAndLeavesThePlaceAlone) {
+TEST(EventRecord, AnAbsentValueIsNotDelivered) {
     const ConnectionEvent event;
     EventRecord record(event);
     for (const char* name : {"flags", "pid", "remote_addr_port", "local_addr_port", "other"}) {
@@ -72,7 +72,7 @@ TEST(EventRecord, AnAbsentValueIsNotDeliveredAndLeavesThePlaceAlone) {
     EXPECT_EQ(Text(record, "other"), "absent");
 }
 
-TEST(EventRecord, WhatIsTheHostsOwnIsNotInTheRecord) {
+TEST(EventRecord, ValuesOfTheHostAreNotInTheRecord) {
     ConnectionEvent event;
     event.name = "connection-1";
     event.time = "2025-11-20T09:54:12.345Z";
@@ -94,7 +94,7 @@ TEST(EventRecord, ABufferThatIsTooSmallIsNotWritten) {
     EXPECT_STREQ(buffer, "###");
 }
 
-TEST(RuleRecord, DeliversGuidAndTypeAlone) {
+TEST(RuleRecord, DeliversOnlyGuidAndType) {
     Rule rule;
     rule.guid = "G1";
     rule.type = "";
@@ -108,7 +108,7 @@ TEST(RuleRecord, DeliversGuidAndTypeAlone) {
     EXPECT_NE(record.GetInt64("guid", &number), RECORD_DELIVERED);
 }
 
-TEST(ReportSink, KeepsEveryReportAsItWasDelivered) {
+TEST(ReportSink, KeepsEveryReportUnchanged) {
     ReportSink sink;
     EXPECT_EQ(sink.Report(1, "{\n}rest", 3), 0);
     EXPECT_EQ(sink.Report(1, "", 0), 0);

@@ -1,4 +1,4 @@
-// What a refusal says.
+// The message of a DocumentError.
 #pragma once
 
 #include <string>
@@ -7,7 +7,7 @@
 
 namespace mordhostTest {
 
-// The message of the DocumentError that `act` throws; "accepted" when it throws none.
+// The message of the DocumentError that `act` throws; "accepted" if it throws none.
 template <typename Act>
 std::string RefusalOf(Act act) {
     try {

@@ -1,4 +1,4 @@
-// Documents that mordhost refuses: file, line and column, and nothing decided.
+// Invalid documents: mordhost names file, line and column, and decides nothing.
 #include "unit/host/mordhostFixture.h"
 
 using mordhostTest::MordhostTest;
@@ -10,7 +10,7 @@ constexpr auto oneRule = R"({"rules": [{"guid": "G", "type": "smb"}]})";
 
 class Refusal : public MordhostTest {
 protected:
-    // The message; a run that was not refused, or that wrote something else besides, is told instead.
+    // The error message. For a run that succeeded or wrote other output, a description of that.
     std::string Of(const ProcessResult& result) const {
         if (result.code != 3 || !result.output.empty()) {
             return "exit code " + std::to_string(result.code) + ", output \"" + result.output + '"';
@@ -23,12 +23,12 @@ protected:
 
 TEST_F(Refusal, NamesTheLineAndColumnInThePolicy) {
     EXPECT_EQ(Of(Replay("{\n  \"rules\": [],\n  \"defender_mode\": \"none\"\n}", "")),
-              "mordhost: p.json:3:20: \"none\" is none of \"all-forbid\", \"action-table\", "
+              "mordhost: p.json:3:20: \"none\" is not one of \"all-forbid\", \"action-table\", "
               "\"allow-after-decision\", \"emergency\"\n");
     EXPECT_EQ(Of(Replay("{\n  \"rules\": [}", "")), "mordhost: p.json:2:13: Invalid value.\n");
 }
 
-TEST_F(Refusal, NamesTheLineAndColumnInAFileBehindThePolicy) {
+TEST_F(Refusal, NamesTheLineAndColumnInAFileOfThePolicy) {
     directory.Write("allow.json", "{\"mid_list\": [\n    {\"mid\": 7, \"protocol\": []}]}");
     EXPECT_EQ(Of(Replay(R"({"rules": [], "allow_list": "allow.json"})", "")),
               "mordhost: allow.json:2:13: \"mid\" must be a string, and this is a number\n");
@@ -44,7 +44,7 @@ TEST_F(Refusal, NamesTheLineAndColumnInTheEvents) {
               "mordhost: e.jsonl:3:11: Missing a name for object member.\n");
 }
 
-TEST_F(Refusal, ComesBeforeAnythingIsDecidedOrWritten) {
+TEST_F(Refusal, ComesBeforeTheFirstDecisionAndOutput) {
     const ProcessResult result =
         Replay(R"({"rules": [{"guid": "G", "type": "smb"}], "dots": {"G": ["M"]},
                    "allow_list": {"mid_list": [{"mid": "M", "protocol": ["smb"]}]}})",
@@ -54,7 +54,7 @@ TEST_F(Refusal, ComesBeforeAnythingIsDecidedOrWritten) {
     EXPECT_FALSE(directory.Has("reports"));
 }
 
-TEST_F(Refusal, OfTheStandardInputComesBehindWhatWasDecidedBefore) {
+TEST_F(Refusal, OfTheStandardInputComesAfterTheDecisionsBefore) {
     const ProcessResult result =
         Mordhost({"replay", directory.Write("p.json", oneRule), "-"}, "{\"flags\": 4}\n{\"pid\": true}\n");
     EXPECT_EQ(result.code, 3);
@@ -62,7 +62,7 @@ TEST_F(Refusal, OfTheStandardInputComesBehindWhatWasDecidedBefore) {
     EXPECT_EQ(result.error, "mordhost: standard input:2:9: \"pid\" must be a number, and this is a boolean\n");
 }
 
-TEST_F(Refusal, BehindTheFirstThousandEventsComesBehindWhatWasDecidedBefore) {
+TEST_F(Refusal, OfALateEventComesAfterTheDecisionsBefore) {
     std::string events;
     for (int i = 0; i < 1500; ++i) {
         events += "{\"flags\": 4}\n";
@@ -77,10 +77,10 @@ TEST_F(Refusal, OfAnEventInAnotherEncodingNamesIt) {
     EXPECT_EQ(Of(Replay(oneRule, std::string("\xFF\xFE{\0}\0\n\0", 8))),
               "mordhost: e.jsonl:1:1: the text is UTF-16, and JSON is UTF-8: save the file as UTF-8\n");
     EXPECT_EQ(Of(Replay(oneRule, std::string(1000, '\0'))),
-              "mordhost: e.jsonl:1:1: a NUL byte stands in the text: the file is no text, or it is damaged\n");
+              "mordhost: e.jsonl:1:1: the text contains a NUL byte: the file is not a text, or it is damaged\n");
 }
 
 TEST_F(Refusal, OfAGuidThatTwoRulesHaveNamesBoth) {
     EXPECT_EQ(Of(Replay("{\"rules\": [{\"guid\": \"G\", \"type\": \"a\"},\n{\"guid\": \"G\", \"type\": \"b\"}]}", "")),
-              "mordhost: p.json:2:10: the guid \"G\" is that of another rule: p.json:1:21\n");
+              "mordhost: p.json:2:10: the guid \"G\" is the guid of another rule: p.json:1:21\n");
 }

@@ -1,4 +1,4 @@
-#include "document/replaceFile.h"
+#include "system/replaceFile.h"
 
 #include <gtest/gtest.h>
 
@@ -18,7 +18,7 @@ size_t FileCount(const TemporaryDirectory& directory) {
 
 } // namespace
 
-TEST(ReplaceFile, TheNewTextTakesThePlaceOfTheOldAsAWhole) {
+TEST(ReplaceFile, ReplacesTheWholeText) {
     const TemporaryDirectory directory;
     const std::string name = directory.Write("d\u00f6\u20ac.json", "a rather long old text");
     ReplaceWholeFile(name, "new");
@@ -26,16 +26,16 @@ TEST(ReplaceFile, TheNewTextTakesThePlaceOfTheOldAsAWhole) {
     EXPECT_EQ(FileCount(directory), 1U) << "nothing is left beside it";
 }
 
-TEST(ReplaceFile, AFileThatIsNotThereIsMade) {
+TEST(ReplaceFile, CreatesAnAbsentFile) {
     const TemporaryDirectory directory;
     ReplaceWholeFile(directory.Name("dots.json"), "new");
     EXPECT_EQ(directory.Read("dots.json"), "new");
     EXPECT_EQ(FileCount(directory), 1U);
 }
 
-TEST(ReplaceFile, AFailureLeavesTheOldFileAndNothingBesideIt) {
+TEST(ReplaceFile, AFailureLeavesTheOldFileAndNoOther) {
     const TemporaryDirectory directory;
-    const std::string longest(255, 'd'); // the new file beside it has a longer name
+    const std::string longest(255, 'd'); // the temporary file has a longer name
     const std::string name = directory.Write(longest, "old");
     EXPECT_EQ(ReplacementOf(name).rfind("cannot write " + name + ": ", 0), 0U) << ReplacementOf(name);
     EXPECT_EQ(directory.Read(longest), "old");
@@ -50,13 +50,13 @@ TEST(ReplaceFile, ADirectoryIsNotReplaced) {
     EXPECT_EQ(FileCount(directory), 1U);
 }
 
-TEST(ReplaceFile, WithoutADirectoryThereIsNoPlaceForTheFile) {
+TEST(ReplaceFile, FailsWithoutADirectory) {
     const TemporaryDirectory directory;
     const std::string name = directory.Name("no/such/dots.json");
     EXPECT_EQ(ReplacementOf(name), "cannot write " + name + ": No such file or directory");
 }
 
-TEST(ReplaceFile, AnotherFileThatIsNamedAlikeIsLeft) {
+TEST(ReplaceFile, KeepsAFileWithASimilarName) {
     const TemporaryDirectory directory;
     directory.Write("dots.json.mordhost-new", "of somebody else");
     ReplaceWholeFile(directory.Write("dots.json", "old"), "new");

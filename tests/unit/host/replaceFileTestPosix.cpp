@@ -1,4 +1,4 @@
-// What else than a file can have a name, and what a file has besides its text. Posix alone.
+// Files of other kinds, and the owner and permissions of a file. Posix only.
 #include <array>
 #include <cerrno>
 #include <cstring>
@@ -28,7 +28,7 @@ struct stat StatusOf(const std::string& name) {
 
 class ReplaceFilePosix : public testing::Test {
 protected:
-    // A device that nothing drives: every user may make one of this number.
+    // A device without a driver: every user may create one of this number.
     std::string MakeDevice(const std::string& file) const {
         const std::string name = directory.Name(file);
         EXPECT_EQ(mknod(name.c_str(), S_IFCHR | 0600, makedev(0, 0)), 0) << std::strerror(errno);
@@ -74,7 +74,7 @@ TEST_F(ReplaceFilePosix, ASocketIsNotReplaced) {
     EXPECT_TRUE(S_ISSOCK(StatusOf(name).st_mode));
 }
 
-TEST_F(ReplaceFilePosix, ALinkToADeviceIsNotReplacedEither) {
+TEST_F(ReplaceFilePosix, ALinkToADeviceIsNotReplaced) {
     const std::string device = MakeDevice("device");
     Link("device", "link");
     const std::string name = directory.Name("link");
@@ -83,7 +83,7 @@ TEST_F(ReplaceFilePosix, ALinkToADeviceIsNotReplacedEither) {
     EXPECT_TRUE(S_ISCHR(StatusOf(device).st_mode));
 }
 
-TEST_F(ReplaceFilePosix, LinksAreFollowedToTheFile) {
+TEST_F(ReplaceFilePosix, FollowsLinksToTheFile) {
     std::filesystem::create_directory(directory.Path() / "there");
     directory.Write("there/dots.json", "old");
     Link("there/second", "first");
@@ -95,7 +95,7 @@ TEST_F(ReplaceFilePosix, LinksAreFollowedToTheFile) {
     EXPECT_TRUE(S_ISREG(StatusOf(directory.Name("there/dots.json")).st_mode));
 }
 
-TEST_F(ReplaceFilePosix, ALinkToAFileThatIsNotThereMakesIt) {
+TEST_F(ReplaceFilePosix, CreatesTheTargetOfALink) {
     std::filesystem::create_directory(directory.Path() / "there");
     Link("there/dots.json", "relative");
     Link(directory.Name("there/other.json"), "absolute");
@@ -106,7 +106,7 @@ TEST_F(ReplaceFilePosix, ALinkToAFileThatIsNotThereMakesIt) {
     EXPECT_TRUE(S_ISLNK(StatusOf(directory.Name("relative")).st_mode));
 }
 
-TEST_F(ReplaceFilePosix, LinksThatLeadToEachOtherAreAnError) {
+TEST_F(ReplaceFilePosix, CircularLinksAreAnError) {
     Link("second", "first");
     Link("first", "second");
     const std::string name = directory.Name("first");
@@ -132,7 +132,7 @@ TEST_F(ReplaceFilePosix, ANewFileHasTheUsualMode) {
 
 TEST_F(ReplaceFilePosix, TheFileKeepsItsOwner) {
     const std::string name = directory.Write("dots.json", "old");
-    // Who may, gives it to others.
+    // Only with the right to do that.
     const bool mayGive = chown(name.c_str(), 12345, 23456) == 0;
     EXPECT_EQ(mayGive, geteuid() == 0);
     const struct stat old = StatusOf(name);
@@ -143,13 +143,13 @@ TEST_F(ReplaceFilePosix, TheFileKeepsItsOwner) {
 }
 
 TEST_F(ReplaceFilePosix, TheFileKeepsItsAccessList) {
-    // One user besides the owner may read and write. The group may not, although the mode, which then tells the most
-    // that the list can grant, looks as if it might.
+    // The owner and one other user may read and write. The group may not, although the mode shows the mask of the list,
+    // which includes it.
     constexpr std::array<unsigned char, 44> list = {2,  0, 0, 0,                        // version
                                                     1,  0, 6, 0, 255,  255,  255, 255,  // owner
                                                     2,  0, 6, 0, 0x39, 0x30, 0,   0,    // user 12345
                                                     4,  0, 0, 0, 255,  255,  255, 255,  // group
-                                                    16, 0, 6, 0, 255,  255,  255, 255,  // the most
+                                                    16, 0, 6, 0, 255,  255,  255, 255,  // mask
                                                     32, 0, 0, 0, 255,  255,  255, 255}; // others
     constexpr auto attribute = "system.posix_acl_access";
     const std::string name = directory.Write("dots.json", "old");

@@ -1,4 +1,4 @@
-// What a file has besides its text, and what has names of its own. Windows alone.
+// The access list of a file, and devices. Windows only.
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -13,7 +13,7 @@ using mordhostTest::TemporaryDirectory;
 
 namespace {
 
-// The rights that a file has, as bytes.
+// The access list of a file as bytes.
 std::vector<unsigned char> RightsOf(const std::string& name) {
     DWORD size = 0;
     GetFileSecurityW(PathOf(name).c_str(), DACL_SECURITY_INFORMATION, nullptr, 0, &size);
@@ -22,7 +22,7 @@ std::vector<unsigned char> RightsOf(const std::string& name) {
     return bytes;
 }
 
-// Leaves the rights to read and write to the owner alone.
+// Gives only the owner the rights to read and write.
 void KeepFromOthers(const std::string& name) {
     SECURITY_DESCRIPTOR descriptor{};
     ASSERT_TRUE(InitializeSecurityDescriptor(&descriptor, SECURITY_DESCRIPTOR_REVISION));

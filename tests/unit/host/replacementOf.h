@@ -1,10 +1,10 @@
-// What comes of replacing a file.
+// The result of the replacement of a file.
 #pragma once
 
 #include <string>
 
-#include "document/filePath.h"
-#include "document/replaceFile.h"
+#include "system/fileError.h"
+#include "system/replaceFile.h"
 
 namespace mordhostTest {
 

@@ -1,4 +1,4 @@
-// What mordhost shows of the decisions of the real library.
+// The output of mordhost for decisions of the real library.
 #include <cstring>
 #include <regex>
 #include <sstream>
@@ -12,7 +12,7 @@ namespace {
 
 constexpr auto allowList = R"({"mid_list": [{"mid": "M1", "protocol": ["smb", "W"]}]})";
 
-// A policy of one rule with these further members.
+// A policy with one rule and these additional members.
 std::string Policy(const std::string& type, const std::string& members) {
     return R"({"rules": [{"guid": "G", "type": ")" + type + "\"}]" + (members.empty() ? "" : ", " + members) + "}";
 }
@@ -21,7 +21,7 @@ std::string WithAllowList(const std::string& members) {
     return members + (members.empty() ? "" : ", ") + "\"allow_list\": " + allowList;
 }
 
-// The times per decision, which no test can tell beforehand.
+// Masks the times per decision.
 std::string Masked(const std::string& text) {
     static const std::regex tableTime("median [0-9.]+ (us|ms), 99th percentile [0-9.]+ (us|ms)");
     static const std::regex jsonTime("(\"(?:duration_ns|median_ns|p99_ns)\":)[0-9]+");
@@ -30,7 +30,7 @@ std::string Masked(const std::string& text) {
 
 class Replayed : public TidyMordhostTest {
 protected:
-    // Verdict and reason of the one event, from the table.
+    // The verdict and the reason of a single event, from the table.
     std::string Verdict(const std::string& policy, const std::string& event,
                         const std::vector<std::string>& options = {}) {
         const ProcessResult result = Replay(policy, event + "\n", options);
@@ -49,7 +49,7 @@ protected:
 
 } // namespace
 
-TEST_F(Replayed, AnAllowedMachinePassesAndItsDotIsDeleted) {
+TEST_F(Replayed, AnAllowedMachineIsAllowedAndItsDotIsDeleted) {
     EXPECT_EQ(Verdict(Policy("smb", WithAllowList(R"("dots": {"G": ["M2", "M1"]})")), Event()),
               " | smb | allow | machine M1 is allowed for smb, its dot is deleted");
 }
@@ -108,7 +108,7 @@ TEST_F(Replayed, ADisconnectNeedsNoDecision) {
               " | smb | allow (flagged) | disconnect");
 }
 
-TEST_F(Replayed, AnEventWithoutARuleIsNotAskedAbout) {
+TEST_F(Replayed, AnEventWithoutARuleIsNotDecided) {
     EXPECT_EQ(Verdict(R"({"rules": []})", Event()), " | - | no rule | no rule applies");
 }
 
@@ -116,7 +116,7 @@ TEST_F(Replayed, WithoutRecordsThereIsNoReason) {
     EXPECT_EQ(Verdict(Policy("smb", ""), Event(), {"--no-log"}), " | smb | block | ");
 }
 
-TEST_F(Replayed, AWholeRunIsATableAndASummary) {
+TEST_F(Replayed, WritesATableAndASummary) {
     const ProcessResult result = Replay(
         R"({"machine_id": "HOST-A", "exception_mode": "allow",
             "allow_list": {"mid_list": [{"mid": "MID-7", "protocol": ["smb"]}]},
@@ -152,7 +152,7 @@ TEST_F(Replayed, AWholeRunIsATableAndASummary) {
               "time per decision: median T, 99th percentile T (writing the log records included)\n");
 }
 
-TEST_F(Replayed, JsonHasTheSameOneObjectALine) {
+TEST_F(Replayed, WritesOneJsonObjectPerLine) {
     const ProcessResult result =
         Replay(Policy("smb", WithAllowList(R"("dots": {"G": ["M1"]})")),
                "\n{\"name\": \"first\", \"pid\": 4, \"remote_addr_ip\": \"127.0.0.2\"}\n", {"--json"});
@@ -169,7 +169,7 @@ TEST_F(Replayed, JsonHasTheSameOneObjectALine) {
               "\n");
 }
 
-TEST_F(Replayed, ReportsAreWrittenAsTheyWereDelivered) {
+TEST_F(Replayed, WritesTheReportsUnchanged) {
     const ProcessResult result =
         Replay(R"({"rules": [{"guid": "G1", "type": "smb"}, {"guid": "G2", "type": "x"}]})",
                R"({"pid": 4, "remote_addr_ip": "127.0.0.2", "remote_addr_port": 40000, "local_addr_ip": "127.0.0.1", )"
@@ -199,7 +199,7 @@ TEST_F(Replayed, ReportsAreWrittenAsTheyWereDelivered) {
                                          "}\n");
 }
 
-TEST_F(Replayed, TheLogHasTheRecordsFromTheStartOn) {
+TEST_F(Replayed, TheLogBeginsWithTheStart) {
     const ProcessResult result =
         Replay(Policy("smb", "\"machine_id\": \"HOST\""), "{\"flags\": 4}\n", {"--log", directory.Name("log")});
     EXPECT_EQ(result.code, 0);
@@ -213,7 +213,7 @@ TEST_F(Replayed, TheLogHasTheRecordsFromTheStartOn) {
     EXPECT_EQ(records.substr(records.size() - atTheEnd.size()), atTheEnd);
 }
 
-TEST_F(Replayed, TheDotsThatAreLeftCanServeTheNextRun) {
+TEST_F(Replayed, TheNextRunCanUseTheRemainingDots) {
     const std::string policy = R"({"rules": [{"guid": "G", "type": "smb"}], "dots": "dots.json", "allow_list": )" +
                                std::string(allowList) + "}";
     const std::vector<std::string> options = {"--dots", directory.Write("dots.json", R"({"G": ["M1"], "H": ["M2"]})")};
@@ -222,15 +222,15 @@ TEST_F(Replayed, TheDotsThatAreLeftCanServeTheNextRun) {
     EXPECT_EQ(Verdict(policy, Event(), options), " | smb | block | no dot is held");
 }
 
-TEST_F(Replayed, AFailureForAnEventThatDoesNotComeIsWarnedOf) {
+TEST_F(Replayed, WarnsOfAFailureForAnUnknownEvent) {
     const ProcessResult result =
         Replay("{\"rules\": [],\n \"failures\": {\"never\": \"query-error\"}}", "{\"name\": \"other\"}\n");
     EXPECT_EQ(result.code, 0);
     EXPECT_EQ(Plain(result.error), "mordhost: warning: p.json:2:15: no event has the name \"never\"\n");
 }
 
-TEST_F(Replayed, AnswersThatTheLibraryKeepsAreAccountedFor) {
-    // In this mode it keeps every one, and no warning is due; in all others it gives each one back.
+TEST_F(Replayed, AccountsForAnswersThatTheLibraryKeeps) {
+    // In this mode the library keeps every answer, and there is no warning. In all others it frees each of them.
     for (const char* mode : {"1", "2", "3", "4", "5"}) {
         const ProcessResult result =
             Replay(Policy("smb", std::string(R"("dots": {"G": ["M1"]}, "defender_mode": )") + mode), "{}\n{}\n{}\n");
@@ -255,7 +255,7 @@ TEST_F(Replayed, NoEventsMakeAnEmptyRun) {
     EXPECT_EQ(result.output.find("time per decision"), std::string::npos);
 }
 
-TEST_F(Replayed, NothingIsLeftBehindHoweverARunEnds) {
+TEST_F(Replayed, LeavesNoTemporaryDirectory) {
     EXPECT_EQ(Replay(Policy("smb", ""), "{}\n").code, 0);
     EXPECT_EQ(Replay(Policy("smb", ""), "{}\n", {"--no-log"}).code, 0);
     EXPECT_EQ(Replay(Policy("smb", ""), "{}\n", {"--libraries", directory.Name("")}).code, 4);
@@ -263,7 +263,7 @@ TEST_F(Replayed, NothingIsLeftBehindHoweverARunEnds) {
     ExpectNothingIsLeft();
 }
 
-TEST_F(Replayed, NothingIsColouredWhereThereIsNoTerminal) {
+TEST_F(Replayed, WritesNoColoursWithoutATerminal) {
     EXPECT_EQ(Replay(Policy("smb", ""), "{}\n").output.find('\x1b'), std::string::npos);
 }
 
@@ -283,7 +283,7 @@ TEST_F(Replayed, TenThousandEventsAreDecidedInOrder) {
     }
 }
 
-TEST_F(Replayed, AWideRowIsCutAndTheNextOnesAreInTheirColumns) {
+TEST_F(Replayed, AWideRowIsTruncatedAndTheNextRowsAreAligned) {
     std::string rules;
     for (int i = 0; i < 20000; ++i) {
         rules += std::string(i == 0 ? "" : ",") + R"({"guid": "G)" + std::to_string(i) +

@@ -1,4 +1,4 @@
-// Rows appear as the events are decided, and not at the end.
+// Rows appear when their events are decided.
 #include "unit/host/mordhostFixture.h"
 
 using mordhostTest::BackgroundProcess;
@@ -44,7 +44,7 @@ TEST_F(Rows, AppearBeforeTheNextEventWaitsForItsProgram) {
     EXPECT_EQ(process.Wait().code, 1);
 }
 
-TEST_F(Rows, OfTheStandardInputAppearOneByOne) {
+TEST_F(Rows, OfTheStandardInputAppearAtOnce) {
     BackgroundProcess process({MORDHOST_PROGRAM,
                                {"replay", directory.Write("p.json", R"({"rules": [{"guid": "G", "type": "t"}]})"), "-"},
                                "{}\n",
@@ -56,7 +56,7 @@ TEST_F(Rows, OfTheStandardInputAppearOneByOne) {
     EXPECT_EQ(process.Wait().code, 1);
 }
 
-TEST_F(Rows, AreInColumnsForTheFirstThousandEvents) {
+TEST_F(Rows, AreAlignedForTheFirstThousandEvents) {
     std::string events = "{}\n";
     for (int i = 0; i < 998; ++i) {
         events += "{\"remote_addr_ip\": \"1:2:3:4::9\"}\n";

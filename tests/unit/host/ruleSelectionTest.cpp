@@ -47,7 +47,7 @@ TEST(RuleSelection, APortRangeIncludesBothItsEnds) {
     }
 }
 
-TEST(RuleSelection, ThePortIsTheLocalOne) {
+TEST(RuleSelection, APortIsTheLocalPort) {
     Rule rule;
     rule.localPorts = {{445, 445}};
     ConnectionEvent event = Event("10.0.0.1", "10.0.0.2", 80);
@@ -55,7 +55,7 @@ TEST(RuleSelection, ThePortIsTheLocalOne) {
     EXPECT_FALSE(Applies(rule, event));
 }
 
-TEST(RuleSelection, EachEndHasRangesOfItsOwn) {
+TEST(RuleSelection, EachEndHasItsRanges) {
     Rule rule;
     rule.remoteAddresses = {RangeOf("10.0.0.0/8"), RangeOf("fd00::/8")};
     EXPECT_TRUE(Applies(rule, Event("10.9.9.9", "192.0.2.1", 1)));
@@ -90,7 +90,7 @@ TEST(RuleSelection, AMappedAddressMeetsARangeOfVersion4) {
     EXPECT_TRUE(Applies(rule, Event("::ffff:127.0.0.9", "::ffff:127.0.0.1", 445)));
 }
 
-TEST(RuleSelection, TheRulesThatApplyStandInTheirOrder) {
+TEST(RuleSelection, SelectedRulesAreInTheirOrder) {
     std::vector<Rule> rules(4);
     rules[0].localPorts = {{445, 445}};
     rules[1].localPorts = {{80, 80}};
@@ -107,7 +107,7 @@ TEST(RuleSelection, ARuleThatNamesAPortTwiceIsSelectedOnce) {
     EXPECT_EQ(Selected({rule}, Event("10.0.0.1", "10.0.0.2", 445)), std::vector<size_t>{0});
 }
 
-TEST(RuleSelection, OneSelectorServesManyEvents) {
+TEST(RuleSelection, ASelectorCanBeReused) {
     std::vector<Rule> rules(3);
     rules[1].localPorts = {{1, 1}};
     rules[2].localPorts = {{0, 0}};
@@ -117,8 +117,8 @@ TEST(RuleSelection, OneSelectorServesManyEvents) {
     EXPECT_EQ(selector.Select(Event("10.0.0.1", "10.0.0.2", 0)), (std::vector<size_t>{0, 2}));
 }
 
-// Many rules of all kinds, each looked at by itself and among the others.
-TEST(RuleSelection, ARuleAppliesAmongOthersAsItDoesAlone) {
+// Compares the selection among many rules of all kinds with the selection of each rule alone.
+TEST(RuleSelection, ARuleAppliesIndependentlyOfOthers) {
     std::minstd_rand random(20261122);
     const auto draw = [&random](unsigned bound) { return static_cast<uint16_t>(random() % bound); };
     std::vector<Rule> rules(300);

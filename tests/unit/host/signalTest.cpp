@@ -1,4 +1,4 @@
-// What the signals of Posix do to a run. Posix alone.
+// The effect of signals on a run. Posix only.
 #include <algorithm>
 #include <csignal>
 
@@ -24,7 +24,7 @@ struct NamedSignal {
 
 const NamedSignal requests[] = {{SIGINT, "SIGINT"}, {SIGTERM, "SIGTERM"}, {SIGHUP, "SIGHUP"}};
 
-// Whether the signal is in the set of the process that the kernel calls so: SigBlk, SigIgn, SigCgt.
+// Whether the signal is in the set `kind` of the process: SigBlk, SigIgn, SigCgt.
 bool IsInSet(uint32_t process, const std::string& kind, int signal) {
     std::ifstream status("/proc/" + std::to_string(process) + "/status");
     const std::string text{std::istreambuf_iterator<char>(status), std::istreambuf_iterator<char>()};
@@ -41,7 +41,7 @@ class Signals : public TidyMordhostTest {
 protected:
     std::string PolicyFile() const { return directory.Write("p.json", R"({"rules": [{"guid": "G", "type": "t"}]})"); }
 
-    // A replay that has decided one event and waits for the next.
+    // A replay that decides one event and waits for the next.
     ProcessSetup WaitingReplay() const {
         return {MORDHOST_PROGRAM, {"replay", PolicyFile(), "-"}, "{}\n", "", StandardOutput::file, true};
     }
@@ -62,15 +62,14 @@ TEST_F(Signals, EachRequestEndsAReplayWithItsSummary) {
         process.Send(signal.number);
         const ProcessResult result = process.Wait();
         EXPECT_EQ(result.code, 1) << signal.name;
-        EXPECT_EQ(result.error,
-                  "mordhost: interrupted by " + signal.name + ": the events behind these are not decided\n");
+        EXPECT_EQ(result.error, "mordhost: interrupted by " + signal.name + ": the following events are not decided\n");
         EXPECT_NE(result.output.find("\n1 event: 1 block\n"), std::string::npos) << signal.name;
         ExpectNothingIsLeft();
     }
 }
 
-TEST_F(Signals, EachRequestEndsABusyReplayBehindTheEventThatIsDecided) {
-    // Each decision takes some milliseconds, and all events are read long before the last one is decided.
+TEST_F(Signals, EachRequestEndsABusyReplayAfterTheCurrentEvent) {
+    // Each decision takes some milliseconds. All events are read long before the last one is decided.
     std::string rules;
     for (int i = 0; i < 20000; ++i) {
         rules += (i == 0 ? "" : ",") + (R"({"type": "t", "guid": ")" + std::to_string(i)) + "\"}";
@@ -87,15 +86,14 @@ TEST_F(Signals, EachRequestEndsABusyReplayBehindTheEventThatIsDecided) {
         process.Send(signal.number);
         const ProcessResult result = process.Wait();
         EXPECT_EQ(result.code, 1) << signal.name;
-        EXPECT_EQ(result.error,
-                  "mordhost: interrupted by " + signal.name + ": the events behind these are not decided\n");
+        EXPECT_EQ(result.error, "mordhost: interrupted by " + signal.name + ": the following events are not decided\n");
         EXPECT_NE(result.output.find("\ntime per decision"), std::string::npos) << signal.name;
         EXPECT_EQ(result.output.find("3000 events"), std::string::npos) << "it was broken off";
         ExpectNothingIsLeft();
     }
 }
 
-TEST_F(Signals, EachRequestIsHowAWatchEnds) {
+TEST_F(Signals, EachRequestEndsAWatchWithSuccess) {
     for (const NamedSignal& signal : requests) {
         BackgroundProcess process({MORDHOST_PROGRAM, {"watch", PolicyFile()}, "", ""});
         Await(process, ready);
@@ -107,7 +105,7 @@ TEST_F(Signals, EachRequestIsHowAWatchEnds) {
     }
 }
 
-TEST_F(Signals, EachRequestIsHowARecordingEnds) {
+TEST_F(Signals, EachRequestEndsARecordingWithSuccess) {
     for (const NamedSignal& signal : requests) {
         BackgroundProcess process({MORDHOST_PROGRAM, {"record"}, "", ""});
         Await(process, ready);
@@ -118,38 +116,38 @@ TEST_F(Signals, EachRequestIsHowARecordingEnds) {
     }
 }
 
-TEST_F(Signals, ARequestWhileAPipeIsReadTellsSo) {
+TEST_F(Signals, ARequestDuringTheReadOfAPipeIsReported) {
     const std::string pipe = directory.Name("pipe");
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
     for (const bool isPolicy : {true, false}) {
         BackgroundProcess process(
             {MORDHOST_PROGRAM, {"replay", isPolicy ? pipe : PolicyFile(), isPolicy ? "-" : pipe}, "", ""});
-        const int writer = open(pipe.c_str(), O_WRONLY | O_CLOEXEC); // waits for the reader
+        const int writer = open(pipe.c_str(), O_WRONLY | O_CLOEXEC); // blocks until there is a reader
         process.Send(SIGTERM);
         const ProcessResult result = process.Wait();
         close(writer);
         EXPECT_EQ(result.code, 1);
         EXPECT_EQ(Plain(result.error),
                   isPolicy ? "mordhost: interrupted by SIGTERM while reading pipe\n"
-                           : "mordhost: interrupted by SIGTERM: the events behind these are not decided\n");
+                           : "mordhost: interrupted by SIGTERM: the following events are not decided\n");
         ExpectNothingIsLeft();
     }
 }
 
-TEST_F(Signals, ARequestWhileAPipeIsOpenedTellsSo) {
+TEST_F(Signals, ARequestDuringTheOpeningOfAPipeIsReported) {
     const std::string pipe = directory.Name("pipe");
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
     BackgroundProcess process({MORDHOST_PROGRAM, {"replay", pipe, "-"}, "", ""});
     EXPECT_TRUE(WaitUntil([&process] { return Catches(process, SIGTERM); }));
-    std::this_thread::sleep_for(std::chrono::milliseconds(100)); // and opens the pipe
+    std::this_thread::sleep_for(std::chrono::milliseconds(100)); // it opens the pipe
     process.Send(SIGTERM);
     const ProcessResult result = process.Wait();
     EXPECT_EQ(result.code, 1);
     EXPECT_EQ(Plain(result.error), "mordhost: interrupted by SIGTERM while reading pipe\n");
 }
 
-// As timeout(1) does, to the process and to its group.
-TEST_F(Signals, TheSameSignalTwiceInARowIsOneRequest) {
+// timeout(1) sends a signal to the process and to its group.
+TEST_F(Signals, ARepeatedSignalIsOneRequest) {
     const std::string policy = R"({"rules": [{"guid": "G", "type": "t"}], "programs": {"a": "staysOn"}})";
     for (const NamedSignal& signal : requests) {
         BackgroundProcess process(
@@ -161,7 +159,7 @@ TEST_F(Signals, TheSameSignalTwiceInARowIsOneRequest) {
              true});
         Await(process, "no dot is held");
         process.Send(signal.number);
-        // The program does not end, and is waited for, so that the second signal finds the process.
+        // The program does not end. mordhost waits for it and still runs at the second signal.
         std::this_thread::sleep_for(std::chrono::milliseconds(20));
         process.Send(signal.number);
         const ProcessResult result = process.Wait();
@@ -186,15 +184,15 @@ TEST_F(Signals, ASecondInterruptionEndsTheProcessAtOnce) {
         return std::any_of(begin(files), end(files), [](const auto& entry) { return entry.is_directory(); });
     };
     ASSERT_TRUE(WaitUntil(hasStarted));
-    std::this_thread::sleep_for(std::chrono::milliseconds(500)); // and waits for somebody to read
+    std::this_thread::sleep_for(std::chrono::milliseconds(500)); // it blocks in a write
     process.Interrupt();
     std::this_thread::sleep_for(std::chrono::milliseconds(500));
     process.Interrupt();
     EXPECT_EQ(process.Wait().code, -1) << "the signal ended it";
 }
 
-TEST_F(Signals, WhoeverIsToOutliveItsTerminalDoes) {
-    const auto former = std::signal(SIGHUP, SIG_IGN); // which the process inherits, as from nohup
+TEST_F(Signals, AnIgnoredHangUpStaysIgnored) {
+    const auto former = std::signal(SIGHUP, SIG_IGN); // inherited by the process, as under nohup
     BackgroundProcess process(WaitingReplay());
     std::signal(SIGHUP, former);
     Await(process, "no dot is held");
@@ -203,10 +201,10 @@ TEST_F(Signals, WhoeverIsToOutliveItsTerminalDoes) {
     process.Send(SIGTERM);
     const ProcessResult result = process.Wait();
     EXPECT_EQ(result.code, 1);
-    EXPECT_EQ(result.error, "mordhost: interrupted by SIGTERM: the events behind these are not decided\n");
+    EXPECT_EQ(result.error, "mordhost: interrupted by SIGTERM: the following events are not decided\n");
 }
 
-TEST_F(Signals, StartedProgramsDoNotInheritWhatIsHeld) {
+TEST_F(Signals, StartedProgramsInheritNoSignalDispositions) {
     const std::string program = R"({"rules": [{"guid": "G", "type": "t"}], "programs": {"a": "waiter32"}})";
     BackgroundProcess process({MORDHOST_PROGRAM,
                                {"replay", directory.Write("p.json", program), "-", "--json"},

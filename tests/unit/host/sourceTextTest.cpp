@@ -22,7 +22,7 @@ TEST(SourceText, BeginsAtLineOneColumnOne) {
 TEST(SourceText, CountsLinesAndColumnsFromOne) {
     const SourceText source("a.json", "ab\ncd\n\nef");
     EXPECT_EQ(At(source, 1), "a.json:1:2");
-    EXPECT_EQ(At(source, 2), "a.json:1:3"); // the line feed belongs to its line
+    EXPECT_EQ(At(source, 2), "a.json:1:3"); // the line feed is part of its line
     EXPECT_EQ(At(source, 3), "a.json:2:1");
     EXPECT_EQ(At(source, 6), "a.json:3:1");
     EXPECT_EQ(At(source, 8), "a.json:4:2");
@@ -36,7 +36,7 @@ TEST(SourceText, CountsNoColumnForAByteOrderMark) {
     EXPECT_EQ(At({"a.json", "\xEF\xBB\xBF{}"}, 3), "a.json:1:1");
 }
 
-TEST(SourceText, AnOffsetBehindTheEndIsTheEnd) {
+TEST(SourceText, AnOffsetAfterTheEndIsTheEnd) {
     EXPECT_EQ(At({"a.json", "ab"}, 99), "a.json:1:3");
 }
 
@@ -44,7 +44,7 @@ TEST(SourceText, ALineOfALongerFileKeepsItsNumber) {
     EXPECT_EQ(At({"events.jsonl", "abc", 17}, 2), "events.jsonl:17:3");
 }
 
-TEST(SourceText, ARefusalNamesThePlaceAndTheReason) {
+TEST(SourceText, ARefusalNamesThePositionAndTheReason) {
     const SourceText source("a.json", "ab\ncd");
     EXPECT_EQ(RefusalOf([&] { source.Refuse(4, "no good"); }), "a.json:2:2: no good");
 }

@@ -63,18 +63,18 @@ TEST(Statistics, APercentileIsTheDurationOfTheNearestRank) {
     EXPECT_EQ(Of(hundred).Percentile(100), nanoseconds(100));
 }
 
-TEST(Statistics, WithoutDecisionsADurationIsNothing) {
+TEST(Statistics, APercentileWithoutDecisionsIsZero) {
     EXPECT_EQ(Of({}).Percentile(50), nanoseconds(0));
 }
 
-TEST(Statistics, AnEventThatTheLibraryDidNotSeeHasNoDuration) {
+TEST(Statistics, AnUndecidedEventHasNoDuration) {
     Statistics statistics;
     statistics.Add({});
     statistics.Add(Decided(1, 9));
     EXPECT_EQ(statistics.Percentile(50), nanoseconds(9));
 }
 
-TEST(Statistics, DurationsBeyondFourSecondsCountAsThat) {
+TEST(Statistics, DurationsAreLimitedToFourSeconds) {
     EXPECT_EQ(Of({10000000000}).Percentile(50), nanoseconds(4294967295));
     EXPECT_EQ(Of({-1}).Percentile(50), nanoseconds(0)) << "a clock that was set back";
 }

@@ -1,4 +1,4 @@
-// A request to stop ends the wait for input, also when its signal comes where it interrupts nothing. Posix alone.
+// A stop request ends the wait for input, also if the signal interrupts no call. Posix only.
 #include <array>
 #include <chrono>
 #include <csignal>
@@ -16,8 +16,7 @@ using namespace mordhost;
 
 namespace {
 
-// Waits for an input that does not come, while the signal comes to another thread. Returns whether the wait ended as it
-// should.
+// Waits for input that does not come, while another thread receives the signal. Returns whether the wait ended.
 bool EndsByASignalElsewhere() {
     std::array<int, 2> ends{};
     if (pipe(ends.data()) != 0 || dup2(ends[0], STDIN_FILENO) != STDIN_FILENO) {
@@ -25,7 +24,7 @@ bool EndsByASignalElsewhere() {
     }
     HoldStopRequests();
     std::thread other([] {
-        std::this_thread::sleep_for(std::chrono::milliseconds(200)); // until the wait has begun, most likely
+        std::this_thread::sleep_for(std::chrono::milliseconds(200)); // the wait has probably begun
         pthread_kill(pthread_self(), SIGTERM);
     });
     sigset_t signals;
@@ -43,8 +42,8 @@ bool EndsByASignalElsewhere() {
 
 } // namespace
 
-TEST(StoppableInputPosix, TheWaitEndsAlsoWhenTheSignalInterruptsNothing) {
-    // In a process of its own, since a request to stop holds for the rest of the process.
+TEST(StoppableInputPosix, AWaitEndsAtASignalThatInterruptsNoCall) {
+    // In a child process, because a stop request is permanent.
     const pid_t process = fork();
     if (process == 0) {
         alarm(20);

@@ -1,6 +1,9 @@
-// What mordhost does on a terminal, which a pseudo-terminal stands for. Posix alone.
+// Output on a terminal, by means of a pseudo-terminal. Posix only.
+#include <csignal>
+
 #include <fcntl.h>
 #include <pty.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -13,8 +16,8 @@ namespace {
 
 class Terminal : public MordhostTest {
 protected:
-    // What arrives at the terminal when mordhost replays so many events on it. With `outputFile` the standard output
-    // goes there instead.
+    // The output on the terminal of a replay of `events` events. If `outputFile` is given, it receives the standard
+    // output.
     std::string Shown(size_t events, const std::string& outputFile = "") const {
         std::string lines;
         for (size_t i = 0; i < events; ++i) {
@@ -30,8 +33,13 @@ protected:
         pointers.push_back(nullptr);
 
         int master = -1;
+        const pid_t test = getpid();
         const pid_t process = forkpty(&master, nullptr, nullptr, nullptr);
         if (process == 0) {
+            prctl(PR_SET_PDEATHSIG, SIGKILL); // the child ends with the test, also when that is killed
+            if (getppid() != test) {
+                _exit(127);
+            }
             if (!outputFile.empty()) {
                 dup2(open(outputFile.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600), STDOUT_FILENO);
             }
@@ -66,12 +74,12 @@ TEST_F(Terminal, NoColorIsRespected) {
     EXPECT_EQ(Shown(1).find('\x1b'), std::string::npos);
 }
 
-TEST_F(Terminal, ATerminalWithoutColoursGetsNone) {
+TEST_F(Terminal, ATerminalWithoutColoursReceivesNone) {
     const ScopedVariable poor("TERM", "dumb");
     EXPECT_EQ(Shown(1).find('\x1b'), std::string::npos);
 }
 
-TEST_F(Terminal, ALongRunShowsItsProgressWhereItsRowsGoElsewhere) {
+TEST_F(Terminal, ALongRunShowsItsProgressIfItsRowsGoToAFile) {
     const std::string shown = Shown(500000, directory.Name("out"));
     EXPECT_NE(shown.find("% "), std::string::npos) << shown;
     EXPECT_NE(shown.find(" events"), std::string::npos) << shown;

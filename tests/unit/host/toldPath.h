@@ -1,4 +1,4 @@
-// What the library tells of a process that runs.
+// The path of a process in reports of the library.
 #pragma once
 
 #include <filesystem>
@@ -6,8 +6,8 @@
 
 namespace mordhostTest {
 
-// The path that a report has of a running process whose program is in `file`, which is waiter32 or waiter64; empty
-// where the library of this build does not find it out.
+// Starts the program `file`, waiter32 or waiter64, and returns its path in a report. Empty if the library of this build
+// does not find the path.
 std::string ToldPath(const std::filesystem::path& file);
 
 } // namespace mordhostTest

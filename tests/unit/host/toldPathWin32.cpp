@@ -2,14 +2,14 @@
 
 #include <windows.h>
 
-#include "document/filePath.h"
+#include "system/filePath.h"
 #include "unit/host/toldPath.h"
 
 namespace mordhostTest {
 
 namespace {
 
-// Windows tells a program where the other width of process keeps its path; Wine before 10 does not.
+// Wine before 10 does not reveal the path of a process of the other width.
 bool TellsOtherWidth() {
     const HMODULE ntdll = GetModuleHandleW(L"ntdll.dll");
     return GetProcAddress(ntdll, "wine_get_version") == nullptr ||

@@ -8,8 +8,8 @@
 
 namespace {
 
-using kit::allocations::Begin;
-using kit::allocations::End;
+using kit::AllocationCounter;
+using kit::FailingNew;
 using Text = std::basic_string<WideChar>;
 
 // The way to what a stream buffer does when it is full, as any class derived from one has it.
@@ -25,9 +25,10 @@ size_t RoomWithoutTheHeap() {
     Base::CSmartStream stream;
     size_t count = 0;
     for (;; ++count) {
-        Begin(0);
-        stream.put(WIDE('x'));
-        End();
+        {
+            const FailingNew failing(1);
+            stream.put(WIDE('x'));
+        }
         if (!stream.good()) {
             return count;
         }
@@ -43,10 +44,10 @@ TEST(RecordText, GrowsToTwiceWhatItHolds) {
     Base::CSmartStream stream;
     stream.Append(Text(500, WIDE('a')));
     const Text more(100, WIDE('b')), rest(600, WIDE('c'));
-    Begin();
+    AllocationCounter counter;
     stream.Append(more);
     stream.Append(rest);
-    const std::vector<size_t> sizes = End();
+    const std::vector<size_t> sizes = counter.Sizes();
     EXPECT_EQ(sizes, std::vector<size_t>{1201 * sizeof(WideChar)});
     EXPECT_EQ(stream.Text(), Text(500, WIDE('a')) + Text(100, WIDE('b')) + Text(600, WIDE('c')));
 }
@@ -69,9 +70,11 @@ TEST(RecordText, ACharacterForWhichThereIsNoMemoryFailsTheStreamAndLeavesTheText
     const Text full(room, WIDE('a'));
     stream.Append(full);
     EXPECT_TRUE(stream.good());
-    Begin(0);
-    stream.put(WIDE('b'));
-    EXPECT_EQ(End().size(), 1U);
+    {
+        const FailingNew failing(1);
+        stream.put(WIDE('b'));
+        EXPECT_EQ(failing.Failed(), kit::AllocationKind::New);
+    }
     EXPECT_TRUE(stream.bad());
     EXPECT_EQ(stream.Text(), full);
     stream.put(WIDE('c')); // lost, though there is memory again
@@ -86,9 +89,11 @@ TEST(RecordText, ATextForWhichThereIsNoMemoryIsLeftOutWholeAndSoIsWhatFollows) {
     Base::CSmartStream stream;
     stream.Append(WIDE("before"));
     const Text large(10 * RoomWithoutTheHeap(), WIDE('a'));
-    Begin(0);
-    stream.Append(large);
-    EXPECT_EQ(End().size(), 1U);
+    {
+        const FailingNew failing(1);
+        stream.Append(large);
+        EXPECT_EQ(failing.Failed(), kit::AllocationKind::New);
+    }
     EXPECT_TRUE(stream.bad());
     stream.Append(WIDE("after")); // lost, though there is room for it
     EXPECT_EQ(stream.Text(), Text(WIDE("before")));

@@ -1,8 +1,9 @@
 // What deciding costs: no copy of the answer for each rule, and nothing for logging that is off.
-#include "kit/heap/allocations.h"
+#include "kit/heap/countedHeap.h"
 #include "kit/host/decisionSamples.h"
 #include "kit/host/plainHost.h"
 #include "kit/host/receiverFixture.h"
+#include "kit/system/countedClock.h"
 #include "mordRev/src/recordReader.h"
 
 namespace {
@@ -24,7 +25,8 @@ std::string AnswerWith(size_t count) {
 // Tells where the allocations stood each time that its guid was asked for.
 class SamplingRule : public PlainRecord {
 public:
-    SamplingRule(std::string guid, const AllocationCounter*& counter, std::vector<std::pair<size_t, size_t>>& samples)
+    SamplingRule(std::string guid, const kit::AllocationCounter*& counter,
+                 std::vector<std::pair<size_t, size_t>>& samples)
         : PlainRecord(std::move(guid), "TYPE-1"), m_counter(counter), m_samples(samples) {}
 
     int32_t GetString(const char* name, char* buffer, int32_t* size) override {
@@ -35,7 +37,7 @@ public:
     }
 
 private:
-    const AllocationCounter*& m_counter;
+    const kit::AllocationCounter*& m_counter;
     std::vector<std::pair<size_t, size_t>>& m_samples;
 };
 
@@ -56,7 +58,7 @@ protected:
     std::vector<std::pair<size_t, size_t>> CostOfEachRule(size_t guids) {
         constexpr size_t ruleCount = 1000;
         plainHost.answer = AnswerWith(guids);
-        const AllocationCounter* current = nullptr;
+        const kit::AllocationCounter* current = nullptr;
         std::vector<std::pair<size_t, size_t>> samples;
         samples.reserve(3 * ruleCount);
         std::vector<SamplingRule> rules;
@@ -68,7 +70,7 @@ protected:
         PlainRecord event("", "");
         uint32_t reply = 0;
         {
-            const AllocationCounter counter;
+            const kit::AllocationCounter counter;
             current = &counter;
             EXPECT_FALSE(receiver->HandleEvent(&event, pointers.data(), ruleCount, &reply));
             current = nullptr;
@@ -85,7 +87,7 @@ protected:
     // What `operation` allocates.
     template <typename Operation>
     static size_t CountOf(const Operation& operation) {
-        const AllocationCounter counter;
+        const kit::AllocationCounter counter;
         operation();
         return counter.Calls();
     }
@@ -111,7 +113,7 @@ TEST_F(Allocations, OfACallForOneRuleDoNotGrowWithTheTable) {
             kit::InsertMids(table, Guid(i), {"MID-1"});
         }
         uint32_t reply = 1;
-        const AllocationCounter counter;
+        const kit::AllocationCounter counter;
         receiver->HandleEventInner(&event, &rule, table, &reply);
         costs.emplace_back(counter.Calls(), counter.Bytes());
         EXPECT_EQ(reply, 0U);
@@ -138,7 +140,7 @@ TEST_F(Allocations, OfAnEntryOfATableOfItsOwnAreNoCopyOfTheOthers) {
 TEST_F(Allocations, OfALongTextAreOneOfItsSize) {
     PlainRecord record("", "");
     const size_t size = std::strlen(PlainRecord::otherText) + 1;
-    const AllocationCounter counter;
+    const kit::AllocationCounter counter;
     const RecordText text(&record, "note");
     EXPECT_EQ(counter.Calls(), 1U);
     EXPECT_LE(counter.Bytes(), size + 8);
@@ -158,7 +160,7 @@ TEST_F(Allocations, OfAListInPlaceOfAnotherAreTheSameEachTime) {
     const std::string text = kit::AllowText("MID-1", {"TYPE-1", "TYPE-2"});
     std::vector<std::pair<size_t, size_t>> costs;
     for (int i = 0; i < 100; ++i) {
-        const AllocationCounter counter;
+        const kit::AllocationCounter counter;
         EXPECT_TRUE(receiver->SetAllowList(text.c_str()));
         costs.emplace_back(counter.Calls(), counter.Bytes());
     }
@@ -169,11 +171,11 @@ TEST_F(Allocations, OfAListThatWasClearedAreAllGivenBack) {
     const std::string text = kit::AllowText("MID-1", {"TYPE-1", "TYPE-2"});
     receiver->SetAllowList(text.c_str());     // what is made once in a process is there from now on
     receiver = std::make_unique<CMordRecv>(); // one that never had a list
-    const long held = BlocksHeld();
+    const long held = kit::BlocksHeld();
     EXPECT_TRUE(receiver->SetAllowList(text.c_str()));
-    EXPECT_GT(BlocksHeld(), held);
+    EXPECT_GT(kit::BlocksHeld(), held);
     receiver->ClearAllowList();
-    EXPECT_EQ(BlocksHeld(), held);
+    EXPECT_EQ(kit::BlocksHeld(), held);
 }
 
 // All-forbid mode, which keeps the answer, is the host's loss and none of the library's.
@@ -197,9 +199,9 @@ TEST_F(Allocations, OfAnEventAndOfItsDocumentsAreAllGivenBack) {
         receiver->SetAllowList("{");
     };
     decide(); // what is made once in a process, and the action, are there from now on
-    const long held = BlocksHeld();
+    const long held = kit::BlocksHeld();
     decide();
-    EXPECT_EQ(BlocksHeld(), held);
+    EXPECT_EQ(kit::BlocksHeld(), held);
 }
 
 TEST_F(Allocations, OfAnObjectThatDestroysItselfAreAllGivenBack) {
@@ -210,9 +212,9 @@ TEST_F(Allocations, OfAnObjectThatDestroysItselfAreAllGivenBack) {
         static_cast<Base::CZelkObjectBase*>(object)->DestroySelf();
     };
     makeAndDestroy();
-    const long held = BlocksHeld();
+    const long held = kit::BlocksHeld();
     makeAndDestroy();
-    EXPECT_EQ(BlocksHeld(), held);
+    EXPECT_EQ(kit::BlocksHeld(), held);
 }
 
 TEST_F(Allocations, OfOperationsThatDoNothingButLogAreNoneWhenLoggingIsOff) {
@@ -287,9 +289,9 @@ protected:
 
 TEST_F(LoggingOff, TakesNoTimeConvertsNothingAndReachesNoSink) {
     siblings.keepsConversions = true;
-    const size_t timeReads = TimeReads();
+    const size_t timeReads = kit::TimeReads();
     DoEverything();
-    EXPECT_EQ(TimeReads(), timeReads);
+    EXPECT_EQ(kit::TimeReads(), timeReads);
     EXPECT_EQ(siblings.Conversions(), kit::Lines{});
     EXPECT_EQ(TakeRecords(), kit::Lines{});
 }
@@ -297,11 +299,11 @@ TEST_F(LoggingOff, TakesNoTimeConvertsNothingAndReachesNoSink) {
 TEST_F(LoggingOff, SavesWhatLoggingOnTakesForEachRecord) {
     siblings.keepsConversions = true;
     LogFileEnabled = true;
-    const size_t timeReads = TimeReads();
+    const size_t timeReads = kit::TimeReads();
     DoEverything();
     const size_t records = TakeRecords().size();
     EXPECT_GT(records, 50U);
-    EXPECT_EQ(TimeReads() - timeReads, records);
+    EXPECT_EQ(kit::TimeReads() - timeReads, records);
     EXPECT_GE(siblings.Conversions().size(), 3 * records);
 }
 

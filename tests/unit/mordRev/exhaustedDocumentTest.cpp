@@ -19,7 +19,7 @@ protected:
                       ExpectThrown(failure);
                   }
                   // The document's memory is all had before the table is touched.
-                  if (failure.kind == AllocationKind::Malloc && !LogFileEnabled) {
+                  if (failure.kind == kit::AllocationKind::Malloc && !LogFileEnabled) {
                       EXPECT_EQ(list, oldList);
                   }
                   if (list != oldList) {

@@ -196,7 +196,7 @@ TEST_F(ExhaustedMemoryOfEvents, ATextWhoseBufferCannotBeHadIsEmptyAndTheEventIsD
     uint32_t reply = 77;
     Sweep([&] { Decide(&reply); }, [&] { reply = 77; },
           [&](const Failure& failure) {
-              if (failure.kind == AllocationKind::Calloc && !failure.lasting) {
+              if (failure.kind == kit::AllocationKind::Calloc && !failure.lasting) {
                   ++absent;
                   EXPECT_FALSE(failure.thrown);
                   EXPECT_LE(reply, REPLY_ALLOW);

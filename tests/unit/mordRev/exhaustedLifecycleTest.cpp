@@ -34,7 +34,7 @@ protected:
         for (size_t nth = 1; nth < 1000; ++nth) {
             for (const bool lasting : {true, false}) {
                 const Failure failure = FailOne(nth, lasting, operation);
-                if (failure.kind == AllocationKind::None) {
+                if (failure.kind == kit::AllocationKind::None) {
                     return failures;
                 }
                 ++failures;
@@ -74,9 +74,9 @@ protected:
 
 TEST_F(ExhaustedLifecycle, OfTheCreationIsThrownAndALaterCallCreates) {
     void* out = nullptr;
-    const long held = BlocksHeld();
+    const long held = kit::BlocksHeld();
     EXPECT_GE(FailUntilItPasses([&] {
-                  EXPECT_EQ(BlocksHeld(), held);
+                  EXPECT_EQ(kit::BlocksHeld(), held);
                   CreateZelkObject(&IID_IMordRev, &out);
               }),
               1U);

@@ -47,7 +47,7 @@ TEST_F(ExhaustedMatch, OfTheFirstOperationOfAReceiverIsBadAllocAndNothingElse) {
         SCOPED_TRACE("allocation " + std::to_string(nth));
         CMordRecv fresh;
         std::string thrown = "nothing";
-        FailingAllocations failing(nth, false);
+        kit::FailingAllocations failing(nth, false);
         try {
             fresh.SetAllowList(document.c_str());
         } catch (const std::bad_alloc&) {
@@ -56,7 +56,7 @@ TEST_F(ExhaustedMatch, OfTheFirstOperationOfAReceiverIsBadAllocAndNothingElse) {
             thrown = other.what();
         }
         failing.Stop();
-        if (failing.Failed() == AllocationKind::None) {
+        if (failing.Failed() == kit::AllocationKind::None) {
             break;
         }
         EXPECT_EQ(thrown, "std::bad_alloc");
@@ -67,12 +67,12 @@ TEST_F(ExhaustedMatch, OfTheFirstOperationOfAReceiverIsBadAllocAndNothingElse) {
 
 TEST_F(ExhaustedMatch, OfTheParserIsThrownAndTheOldBlockStays) {
     JsonAllocator allocator;
-    const long held = BlocksHeld();
+    const long held = kit::BlocksHeld();
     auto* const block = static_cast<char*>(allocator.Malloc(4));
     ASSERT_NE(block, nullptr);
     block[0] = 'x';
     {
-        const FailingAllocations failing(1, true);
+        const kit::FailingAllocations failing(1, true);
         EXPECT_THROW(allocator.Malloc(4), std::bad_alloc);
         EXPECT_THROW(allocator.Realloc(block, 4, 400), std::bad_alloc);
         EXPECT_EQ(allocator.Malloc(0), nullptr);
@@ -83,7 +83,7 @@ TEST_F(ExhaustedMatch, OfTheParserIsThrownAndTheOldBlockStays) {
     EXPECT_EQ(moved[0], 'x');
     EXPECT_EQ(allocator.Realloc(moved, 400, 0), nullptr);
     JsonAllocator::Free(nullptr);
-    EXPECT_EQ(BlocksHeld(), held);
+    EXPECT_EQ(kit::BlocksHeld(), held);
 }
 
 } // namespace

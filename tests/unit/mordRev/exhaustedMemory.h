@@ -10,7 +10,7 @@
 
 #include <gtest/gtest.h>
 
-#include "kit/heap/allocations.h"
+#include "kit/heap/countedHeap.h"
 
 namespace exhausted {
 
@@ -20,13 +20,13 @@ inline const std::string longText = "a text that is too long to be kept without 
 // How an operation ended of which an allocation failed.
 struct Failure {
     bool thrown; // as std::bad_alloc
-    AllocationKind kind;
+    kit::AllocationKind kind;
     bool lasting;
 };
 
 // Without records every failure passes out, but that of the one allocation that must not throw.
 inline void ExpectThrown(const Failure& failure) {
-    if (failure.kind != AllocationKind::Calloc) {
+    if (failure.kind != kit::AllocationKind::Calloc) {
         EXPECT_TRUE(failure.thrown);
     } else if (!failure.lasting) {
         EXPECT_FALSE(failure.thrown);
@@ -39,7 +39,7 @@ inline void ExpectThrown(const Failure& failure) {
 inline void WarmUp(std::timed_mutex& lock) {
     const std::lock_guard first(lock);
     try {
-        const FailingAllocations failing(1, false);
+        const kit::FailingAllocations failing(1, false);
         throw std::bad_alloc();
     } catch (const std::bad_alloc&) {
         return;
@@ -50,8 +50,8 @@ inline void WarmUp(std::timed_mutex& lock) {
 // come to that.
 template <typename Operation>
 Failure FailOne(size_t nth, bool lasting, const Operation& operation) {
-    Failure failure{false, AllocationKind::None, lasting};
-    FailingAllocations failing(nth, lasting);
+    Failure failure{false, kit::AllocationKind::None, lasting};
+    kit::FailingAllocations failing(nth, lasting);
     try {
         operation();
     } catch (const std::bad_alloc&) {
@@ -74,14 +74,14 @@ size_t Sweep(std::timed_mutex& lock, const Operation& operation, const Before& b
         for (size_t nth = 1; nth < 100000; ++nth) {
             before();
             if (nth == 2) {
-                held = BlocksHeld(); // the first round has warmed up what is kept for good
+                held = kit::BlocksHeld(); // the first round has warmed up what is kept for good
             } else if (nth > 2) {
-                EXPECT_EQ(BlocksHeld(), held) << "held after allocation " << nth - 1 << " had failed";
+                EXPECT_EQ(kit::BlocksHeld(), held) << "held after allocation " << nth - 1 << " had failed";
             }
             const Failure failure = FailOne(nth, lasting, operation);
             EXPECT_TRUE(lock.try_lock());
             lock.unlock();
-            if (failure.kind == AllocationKind::None) {
+            if (failure.kind == kit::AllocationKind::None) {
                 break;
             }
             ++failures;

@@ -43,7 +43,7 @@ TEST_F(ExhaustedProperty, OfOperationsThatNeedNoMemoryIsNotNoticed) {
     uint32_t mode = MODE_ALLOW_AFTER_DECISION;
     void* out = nullptr;
     {
-        const FailingAllocations failing(1, true);
+        const kit::FailingAllocations failing(1, true);
         EXPECT_TRUE(receiver->SetProperty(PROP_DEFENDER_MODE, &mode, sizeof mode));
         EXPECT_TRUE(receiver->SetProperty(PROP_EXCEPTION_MODE, &mode, sizeof mode));
         EXPECT_FALSE(receiver->SetProperty(7, &mode, sizeof mode));
@@ -58,7 +58,7 @@ TEST_F(ExhaustedProperty, OfOperationsThatNeedNoMemoryIsNotNoticed) {
         EXPECT_EQ(receiver->AddRef(), 2);
         EXPECT_EQ(receiver->QueryInterface(&IID_IMordRevSecond, &out), RESULT_OK);
         EXPECT_EQ(receiver->Release(), 1);
-        EXPECT_EQ(failing.Failed(), AllocationKind::None);
+        EXPECT_EQ(failing.Failed(), kit::AllocationKind::None);
     }
     EXPECT_EQ(out, static_cast<IMordRev*>(receiver.get()));
     EXPECT_EQ(Fields().Mode(), mode);

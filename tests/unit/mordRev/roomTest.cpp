@@ -1,6 +1,6 @@
 // What stands in the objects themselves: up to which size an event of the usual kind takes no memory from the heap, and
 // how what grows then grows.
-#include "kit/heap/allocations.h"
+#include "kit/heap/countedHeap.h"
 #include "kit/host/decisionSamples.h"
 #include "kit/host/plainHost.h"
 #include "kit/host/receiverFixture.h"
@@ -14,7 +14,7 @@ namespace {
 // How many allocations `operation` makes.
 template <typename Operation>
 size_t CallsOf(const Operation& operation) {
-    const AllocationCounter counter;
+    const kit::AllocationCounter counter;
     operation();
     return counter.Calls();
 }
@@ -25,7 +25,7 @@ TEST(Room, OfATextOfARecordIs47BytesWithItsNul) {
         EXPECT_EQ(CallsOf([&] { RecordText(&record, "guid"); }), 0U) << length;
     }
     PlainRecord record(std::string(47, 'x'), "");
-    const AllocationCounter counter;
+    const kit::AllocationCounter counter;
     RecordText(&record, "guid");
     EXPECT_EQ(counter.Calls(), 1U);
     EXPECT_EQ(counter.Bytes(), 49U); // what it asked for, and a NUL of the reader's own

@@ -2,7 +2,7 @@
 #include <cstddef>
 #include <stdexcept>
 
-#include "kit/heap/liveAllocations.h"
+#include "kit/heap/countedHeap.h"
 #include "kit/system/scriptedProcess/nativeFixture.h"
 #include "kit/system/scriptedProcess/pairingFixture.h"
 #include "kit/text/logRecords.h"
@@ -263,19 +263,19 @@ TEST_P(ProcPath, AFailureIsToldBeforeTheHandleIsClosed) {
 
 TEST_P(ProcPath, TheHandleIsClosedBeforeRecordAndObjectsGo) {
     size_t liveAtClose = 0;
-    system.onClose = [&] { liveAtClose = LiveAllocations(); };
+    system.onClose = [&] { liveAtClose = kit::NewBlocksHeld(); };
     system.keepsCalls = false;
     LogDebugViewEnabled = false;
     EXPECT_TRUE(Look());
     path.shrink_to_fit();
     std::string other;
     CMordRecv::GetProcPathByPid(targetId, &other);
-    EXPECT_GE(liveAtClose, LiveAllocations() + 3); // the record, its text, the variant
+    EXPECT_GE(liveAtClose, kit::NewBlocksHeld() + 3); // the record, its text, the variant
 
     system.byAddress[WithImage([](auto& image) { return uint64_t{image.HeaderAddress(ImagePathName)}; })] = {
         0xC0000005};
     CMordRecv::GetProcPathByPid(targetId, &other);
-    EXPECT_GE(liveAtClose, LiveAllocations() + 1); // the variant
+    EXPECT_GE(liveAtClose, kit::NewBlocksHeld() + 1); // the variant
 }
 
 TEST_P(ProcPath, TenThousandLookupsWithFailuresAmongThemLeaveNoHandleAndNoMemory) {
@@ -284,7 +284,7 @@ TEST_P(ProcPath, TenThousandLookupsWithFailuresAmongThemLeaveNoHandleAndNoMemory
     const uint64_t header = WithImage([](auto& image) { return uint64_t{image.HeaderAddress(ImagePathName)}; });
     Look();
     path = std::string();
-    const size_t before = LiveAllocations();
+    const size_t before = kit::NewBlocksHeld();
     for (int i = 0; i < 10000; ++i) {
         std::string found;
         if (i % 5 == 1) {
@@ -295,7 +295,7 @@ TEST_P(ProcPath, TenThousandLookupsWithFailuresAmongThemLeaveNoHandleAndNoMemory
     }
     EXPECT_TRUE(system.handles.empty());
     EXPECT_EQ(system.wrongCloses, 0u);
-    EXPECT_EQ(LiveAllocations(), before);
+    EXPECT_EQ(kit::NewBlocksHeld(), before);
 }
 
 INSTANTIATE_TEST_SUITE_P(Pairings, ProcPath, testing::ValuesIn(PairingsOfThisCaller()),

@@ -17,18 +17,18 @@ namespace siblings {
 
 namespace {
 
-namespace allocations = kit::allocations;
+using kit::NewBlocksHeld;
 
 // Calls `operation`, which returns a result, with its first allocation failing, then its second, and so on until it no
 // longer changes anything; `check` is told each result but the last, which is returned.
 template <typename Operation, typename Check>
 uint32_t FailInTurn(const Operation& operation, const Check& check) {
-    for (int failing = 0; failing < 100; ++failing) {
-        SCOPED_TRACE("allocation " + std::to_string(failing + 1));
-        allocations::Begin(failing);
+    for (size_t nth = 1; nth <= 100; ++nth) {
+        SCOPED_TRACE("allocation " + std::to_string(nth));
+        kit::FailingNew failing(nth);
         const uint32_t result = operation();
-        const size_t made = allocations::End().size();
-        if (made <= static_cast<size_t>(failing)) {
+        failing.Stop();
+        if (failing.Failed() == kit::AllocationKind::None) {
             return result;
         }
         check(result);
@@ -52,18 +52,18 @@ TEST_F(SiblingMemory, OfTheFactoryIsAResultAndLeavesTheOutputAlone) {
         int mark = 0;
         void* out = &mark;
         size_t failures = 0;
-        const long held = allocations::BlocksHeld();
+        const long held = NewBlocksHeld();
         const uint32_t result = FailInTurn([&] { return CreateZelkObject(&service.id, &out); },
                                            [&](uint32_t refused) {
                                                ++failures;
                                                EXPECT_EQ(refused, RESULT_OUT_OF_MEMORY);
                                                EXPECT_EQ(out, &mark);
-                                               EXPECT_EQ(allocations::BlocksHeld(), held);
+                                               EXPECT_EQ(NewBlocksHeld(), held);
                                            });
         EXPECT_GT(failures, 0U);
         ASSERT_EQ(result, RESULT_OK);
         EXPECT_EQ(static_cast<ISmartUnknown*>(out)->Release(), 0);
-        EXPECT_EQ(allocations::BlocksHeld(), held);
+        EXPECT_EQ(NewBlocksHeld(), held);
     }
 }
 
@@ -75,19 +75,19 @@ TEST_F(SiblingMemory, OfTheMachineIdLeavesTheRecordAlone) {
     auto* const service = new MachineIdService(SID_MachineId, LongId);
     MachineIdRecord record{};
     record.machineId[0] = 'm';
-    const long held = allocations::BlocksHeld();
+    const long held = NewBlocksHeld();
     size_t failures = 0;
     const uint32_t result = FailInTurn([&] { return static_cast<uint32_t>(service->GetMachineId(&record)); },
                                        [&](uint32_t refused) {
                                            ++failures;
                                            EXPECT_EQ(refused, RESULT_OUT_OF_MEMORY);
                                            EXPECT_EQ(WideString(record.machineId), WIDE("m"));
-                                           EXPECT_EQ(allocations::BlocksHeld(), held);
+                                           EXPECT_EQ(NewBlocksHeld(), held);
                                        });
     EXPECT_GT(failures, 0U);
     EXPECT_EQ(result, RESULT_OK);
     EXPECT_EQ(WideString(record.machineId), LongId());
-    EXPECT_EQ(allocations::BlocksHeld(), held);
+    EXPECT_EQ(NewBlocksHeld(), held);
     service->Release();
 }
 
@@ -119,7 +119,7 @@ TEST_F(SiblingMemory, OfTheLogWriterLosesARecordOrTheStartAndNothingElse) {
     siblingTest::SetVariable("ZELK_LOG_DIR", folder.Text());
     auto* const writer = new LogWriter(SID_LogWriter, OpenPaper);
     siblingTest::SetVariable("ZELK_LOG_DIR", {});
-    const long heldBefore = allocations::BlocksHeld();
+    const long heldBefore = NewBlocksHeld();
     size_t failures = 0;
     const uint32_t started =
         FailInTurn([&] { return static_cast<uint32_t>(writer->Start(WIDE("module"), 0)); },
@@ -128,7 +128,7 @@ TEST_F(SiblingMemory, OfTheLogWriterLosesARecordOrTheStartAndNothingElse) {
                        EXPECT_EQ(refused, RESULT_OUT_OF_MEMORY);
                        EXPECT_EQ(paper.streams, 0);
                        EXPECT_EQ(static_cast<uint32_t>(writer->WriteRecord(WIDE("lost"), 30)), RESULT_NOT_STARTED);
-                       EXPECT_EQ(allocations::BlocksHeld(), heldBefore);
+                       EXPECT_EQ(NewBlocksHeld(), heldBefore);
                    });
     EXPECT_GT(failures, 0U);
     EXPECT_EQ(started, RESULT_OK);
@@ -137,14 +137,14 @@ TEST_F(SiblingMemory, OfTheLogWriterLosesARecordOrTheStartAndNothingElse) {
     constexpr size_t length = 10000; // the bytes of a short one need no heap
     const WideString record = WideString(length, WideChar{'r'}) + WIDE("\r\n");
     const std::string written = std::string(length, 'r') + "\r\n";
-    const long held = allocations::BlocksHeld();
+    const long held = NewBlocksHeld();
     failures = 0;
     std::string expected;
     const auto write = [&] { return static_cast<uint32_t>(writer->WriteRecord(record.c_str(), 30)); };
     const uint32_t result = FailInTurn(write, [&](uint32_t refused) {
         ++failures;
         EXPECT_EQ(refused, RESULT_OUT_OF_MEMORY);
-        EXPECT_EQ(allocations::BlocksHeld(), held);
+        EXPECT_EQ(NewBlocksHeld(), held);
         EXPECT_EQ(std::string(paper.text, paper.size), expected);
         EXPECT_EQ(write(), RESULT_OK); // the lock is free
         expected += written;

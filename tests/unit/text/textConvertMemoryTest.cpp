@@ -10,7 +10,9 @@
 
 namespace {
 
-namespace allocations = kit::allocations;
+using kit::AllocationCounter;
+using kit::FailingNew;
+using kit::NewBlocksHeld;
 using Sizes = std::vector<size_t>;
 using Wide = std::basic_string<WideChar>;
 
@@ -32,17 +34,17 @@ protected:
     // The blocks that the conversion of `length` characters takes.
     static Sizes OfNarrow(size_t length) {
         const std::string source(length, 's');
-        allocations::Begin();
+        AllocationCounter counter;
         const Wide result = Utf8ToWide(source.c_str());
-        Sizes sizes = allocations::End();
+        Sizes sizes = counter.Sizes();
         EXPECT_EQ(result, WIDE("out"));
         return sizes;
     }
     static Sizes OfWide(size_t length) {
         const Wide source(length, WideChar{'s'});
-        allocations::Begin();
+        AllocationCounter counter;
         const std::string result = WideToUtf8(source.c_str());
-        Sizes sizes = allocations::End();
+        Sizes sizes = counter.Sizes();
         EXPECT_EQ(result, "out");
         return sizes;
     }
@@ -73,24 +75,26 @@ TEST_F(TextConvertMemory, WideTextOf1025UnitsTakesFourBytesForEachFromTheHeap) {
 TEST_F(TextConvertMemory, HeapBufferIsGivenBack) {
     const std::string narrow(5000, 's');
     const Wide wide(5000, WideChar{'s'});
-    const long before = allocations::BlocksHeld();
+    const long before = NewBlocksHeld();
     Utf8ToWide(narrow.c_str());
     WideToUtf8(wide.c_str());
-    EXPECT_EQ(allocations::BlocksHeld(), before);
+    EXPECT_EQ(NewBlocksHeld(), before);
 }
 
 TEST_F(TextConvertMemory, ExhaustedMemoryForTheBufferPassesThroughAndNothingIsHeld) {
     const std::string narrow(5000, 's');
     const Wide wide(5000, WideChar{'s'});
-    const long before = allocations::BlocksHeld();
-    allocations::Begin(0);
-    EXPECT_THROW(Utf8ToWide(narrow.c_str()), std::bad_alloc);
-    allocations::End();
-    allocations::Begin(0);
-    EXPECT_THROW(WideToUtf8(wide.c_str()), std::bad_alloc);
-    allocations::End();
+    const long before = NewBlocksHeld();
+    {
+        const FailingNew failing(1);
+        EXPECT_THROW(Utf8ToWide(narrow.c_str()), std::bad_alloc);
+    }
+    {
+        const FailingNew failing(1);
+        EXPECT_THROW(WideToUtf8(wide.c_str()), std::bad_alloc);
+    }
     EXPECT_EQ(siblings.ConverterReferences(), 0);
-    EXPECT_EQ(allocations::BlocksHeld(), before);
+    EXPECT_EQ(NewBlocksHeld(), before);
 }
 
 TEST_F(TextConvertMemory, ExhaustedMemoryForTheResultGivesReferenceAndBufferBack) {
@@ -100,12 +104,13 @@ TEST_F(TextConvertMemory, ExhaustedMemoryForTheResultGivesReferenceAndBufferBack
         return std::optional(0);
     };
     const Wide wide(5000, WideChar{'s'});
-    const long before = allocations::BlocksHeld();
-    allocations::Begin(1); // 0 is the buffer
-    EXPECT_THROW(WideToUtf8(wide.c_str()), std::bad_alloc);
-    allocations::End();
+    const long before = NewBlocksHeld();
+    {
+        const FailingNew failing(2); // the first is the buffer
+        EXPECT_THROW(WideToUtf8(wide.c_str()), std::bad_alloc);
+    }
     EXPECT_EQ(siblings.ConverterReferences(), 0);
-    EXPECT_EQ(allocations::BlocksHeld(), before);
+    EXPECT_EQ(NewBlocksHeld(), before);
     EXPECT_EQ(WideToUtf8(wide.c_str()), std::string(500, 'x'));
 }
 
@@ -116,10 +121,10 @@ TEST(TextConvertMemoryWithoutConverter, HeapBufferIsGivenBack) {
     const std::string narrow(5000, 's');
     const Wide wide(5000, WideChar{'s'});
     EXPECT_EQ(Utf8ToWide(narrow.c_str()), Wide());
-    const long before = allocations::BlocksHeld();
+    const long before = NewBlocksHeld();
     EXPECT_EQ(Utf8ToWide(narrow.c_str()), Wide());
     EXPECT_EQ(WideToUtf8(wide.c_str()), "");
-    EXPECT_EQ(allocations::BlocksHeld(), before);
+    EXPECT_EQ(NewBlocksHeld(), before);
 }
 
 } // namespace

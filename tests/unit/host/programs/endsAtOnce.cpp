@@ -1,4 +1,4 @@
-// Ends without a line that says that it is ready.
+// Ends before it writes the line that reports readiness.
 #include <cstdio>
 
 int main() {

@@ -1,4 +1,4 @@
-// Keeps running, as long as its standard input does, and never says that it is ready.
+// Runs until its standard input ends and never reports readiness.
 #include <cstdio>
 
 int main() {

@@ -1,4 +1,4 @@
-// Removes the directory that MORDHOST_TEST_REMOVES names, and only then says that it is ready.
+// Removes the directory that MORDHOST_TEST_REMOVES names and then reports readiness.
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>

@@ -1,4 +1,4 @@
-// Says that it is ready, and does not end when its standard input does; not before a minute has gone, at least.
+// Reports readiness and ignores the end of its standard input for a minute.
 #include <chrono>
 #include <cstdio>
 #include <thread>
