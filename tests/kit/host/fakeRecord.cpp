@@ -46,37 +46,47 @@ FakeRecord& FakeRecord::Int64WithResult(const std::string& key, int64_t value, i
     return *this;
 }
 
+FakeRecord& FakeRecord::OtherNumbers(int32_t value) {
+    m_otherNumber = value;
+    return *this;
+}
+
+FakeRecord& FakeRecord::OtherStrings(std::string value) {
+    m_otherString = std::move(value);
+    return *this;
+}
+
+template <typename Number>
+int32_t FakeRecord::Scripted<Number>::Read(Number& number) const {
+    if (writes) {
+        number = value;
+    }
+    return result;
+}
+
 int32_t FakeRecord::GetInt32(const char* name, int32_t* value) {
     Log("GetInt32", name);
-    const auto found = m_int32.find(name);
-    if (found == m_int32.end()) {
-        return noSuchValue;
+    if (const auto found = m_int32.find(name); found != m_int32.end()) {
+        return found->second.Read(*value);
     }
-    if (found->second.writes) {
-        *value = found->second.value;
-    }
-    return found->second.result;
+    return m_otherNumber ? Scripted<int32_t>{*m_otherNumber, 0}.Read(*value) : noSuchValue;
 }
 
 int32_t FakeRecord::GetInt64(const char* name, int64_t* value) {
     Log("GetInt64", name);
-    const auto found = m_int64.find(name);
-    if (found == m_int64.end()) {
-        return noSuchValue;
+    if (const auto found = m_int64.find(name); found != m_int64.end()) {
+        return found->second.Read(*value);
     }
-    if (found->second.writes) {
-        *value = found->second.value;
-    }
-    return found->second.result;
+    return m_otherNumber ? Scripted<int64_t>{*m_otherNumber, 0}.Read(*value) : noSuchValue;
 }
 
 int32_t FakeRecord::GetString(const char* name, char* buffer, int32_t* size) {
     Log(buffer == nullptr ? "GetString.size" : "GetString", name);
     const auto found = m_strings.find(name);
-    if (found == m_strings.end()) {
+    if (found == m_strings.end() && !m_otherString) {
         return noSuchValue;
     }
-    const std::string& text = found->second;
+    const std::string& text = found == m_strings.end() ? *m_otherString : found->second;
     const auto scripted = m_behaviours.find(name);
     const StringBehaviour behaviour = scripted == m_behaviours.end() ? StringBehaviour{} : scripted->second;
     if (buffer == nullptr) {
@@ -84,7 +94,7 @@ int32_t FakeRecord::GetString(const char* name, char* buffer, int32_t* size) {
         return behaviour.firstResult;
     }
     if (behaviour.writes) {
-        // Never past the buffer: a test that lies about the size still owns its memory.
+        // Never past the buffer, even if the test reports a wrong size.
         const auto room = static_cast<size_t>(*size);
         const size_t length = std::min(room, text.size());
         std::copy_n(text.data(), length, buffer);
@@ -108,6 +118,12 @@ FakeRecord MakeRule(const std::string& guid, const std::string& type) {
     FakeRecord rule;
     rule.String("guid", guid).String("type", type);
     return rule;
+}
+
+FakeRecord MakeFullRecord(const std::string& guid, const std::string& type) {
+    FakeRecord record = MakeRule(guid, type);
+    record.Int32("pid", 4).Int32("flags", 0).OtherNumbers(1).OtherStrings(fullRecordText);
+    return record;
 }
 
 } // namespace kit

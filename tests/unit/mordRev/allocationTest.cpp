@@ -1,7 +1,7 @@
 // What deciding costs: no copy of the answer for each rule, and nothing for logging that is off.
 #include "kit/heap/countedHeap.h"
+#include "kit/host/countingHost.h"
 #include "kit/host/decisionSamples.h"
-#include "kit/host/plainHost.h"
 #include "kit/host/receiverFixture.h"
 #include "kit/system/countedClock.h"
 #include "mordRev/src/recordReader.h"
@@ -23,17 +23,17 @@ std::string AnswerWith(size_t count) {
 }
 
 // Tells where the allocations stood each time that its guid was asked for.
-class SamplingRule : public PlainRecord {
+class SamplingRule : public kit::FakeRecord {
 public:
     SamplingRule(std::string guid, const kit::AllocationCounter*& counter,
                  std::vector<std::pair<size_t, size_t>>& samples)
-        : PlainRecord(std::move(guid), "TYPE-1"), m_counter(counter), m_samples(samples) {}
+        : FakeRecord(kit::MakeFullRecord(guid, "TYPE-1")), m_counter(counter), m_samples(samples) {}
 
     int32_t GetString(const char* name, char* buffer, int32_t* size) override {
         if (m_counter != nullptr && buffer == nullptr && std::strcmp(name, "guid") == 0) {
             m_samples.emplace_back(m_counter->Calls(), m_counter->Bytes());
         }
-        return PlainRecord::GetString(name, buffer, size);
+        return FakeRecord::GetString(name, buffer, size);
     }
 
 private:
@@ -47,8 +47,8 @@ protected:
         ReceiverFixture::SetUp();
         MakeRunning();
         LogFileEnabled = false;
-        Fields().Host() = &plainHost;
-        Fields().ReportSink() = &plainSink;
+        Fields().Host() = &countingHost;
+        Fields().ReportSink() = &countingSink;
         Fields().SetAllowedMids({{"TYPE-1", {"OTHER"}}});
         const std::lock_guard first(Fields().Lock()); // some systems allocate at the first use of a lock
     }
@@ -57,7 +57,7 @@ protected:
     // answer of `guids` guids.
     std::vector<std::pair<size_t, size_t>> CostOfEachRule(size_t guids) {
         constexpr size_t ruleCount = 1000;
-        plainHost.answer = AnswerWith(guids);
+        countingHost.answer = AnswerWith(guids);
         const kit::AllocationCounter* current = nullptr;
         std::vector<std::pair<size_t, size_t>> samples;
         samples.reserve(3 * ruleCount);
@@ -67,7 +67,7 @@ protected:
         for (size_t i = 0; i < ruleCount; ++i) {
             pointers.push_back(&rules.emplace_back(Guid(i % guids), current, samples));
         }
-        PlainRecord event("", "");
+        kit::FakeRecord event = kit::MakeFullRecord("", "");
         uint32_t reply = 0;
         {
             const kit::AllocationCounter counter;
@@ -92,8 +92,8 @@ protected:
         return counter.Calls();
     }
 
-    PlainHost plainHost;
-    PlainSink plainSink;
+    kit::CountingHost countingHost;
+    kit::CountingSink countingSink;
 };
 
 TEST_F(Allocations, OfARuleDoNotGrowWithTheAnswer) {
@@ -104,8 +104,8 @@ TEST_F(Allocations, OfARuleDoNotGrowWithTheAnswer) {
 }
 
 TEST_F(Allocations, OfACallForOneRuleDoNotGrowWithTheTable) {
-    PlainRecord event("", "");
-    PlainRecord rule(Guid(0), "TYPE-1");
+    kit::FakeRecord event = kit::MakeFullRecord("", "");
+    kit::FakeRecord rule = kit::MakeFullRecord(Guid(0), "TYPE-1");
     std::vector<std::pair<size_t, size_t>> costs;
     for (const size_t size : {1U, 10U, 10000U}) {
         QueryResultTable table;
@@ -138,13 +138,13 @@ TEST_F(Allocations, OfAnEntryOfATableOfItsOwnAreNoCopyOfTheOthers) {
 
 // A long text takes what it asks for and little more, however long it says that it is.
 TEST_F(Allocations, OfALongTextAreOneOfItsSize) {
-    PlainRecord record("", "");
-    const size_t size = std::strlen(PlainRecord::otherText) + 1;
+    kit::FakeRecord record = kit::MakeFullRecord("", "");
+    const size_t size = std::strlen(kit::fullRecordText) + 1;
     const kit::AllocationCounter counter;
     const RecordText text(&record, "note");
     EXPECT_EQ(counter.Calls(), 1U);
     EXPECT_LE(counter.Bytes(), size + 8);
-    EXPECT_EQ(text.View(), PlainRecord::otherText);
+    EXPECT_EQ(text.View(), kit::fullRecordText);
 }
 
 TEST_F(Allocations, OfACopyOfTheTableAreNone) {
@@ -180,14 +180,15 @@ TEST_F(Allocations, OfAListThatWasClearedAreAllGivenBack) {
 
 // All-forbid mode, which keeps the answer, is the host's loss and none of the library's.
 TEST_F(Allocations, OfAnEventAndOfItsDocumentsAreAllGivenBack) {
-    PlainRecord event("", "");
-    std::vector<PlainRecord> rules;
+    kit::FakeRecord event = kit::MakeFullRecord("", "");
+    std::vector<kit::FakeRecord> rules;
     std::vector<IEventRecord*> pointers;
     for (size_t i = 0; i < 100; ++i) {
-        rules.emplace_back(Guid(i), "TYPE-1");
+        rules.push_back(kit::MakeFullRecord(Guid(i), "TYPE-1"));
     }
-    std::transform(rules.begin(), rules.end(), std::back_inserter(pointers), [](PlainRecord& rule) { return &rule; });
-    plainHost.answer = AnswerWith(100);
+    std::transform(rules.begin(), rules.end(), std::back_inserter(pointers),
+                   [](kit::FakeRecord& rule) { return &rule; });
+    countingHost.answer = AnswerWith(100);
     uint32_t reply = 0;
     const auto decide = [&] {
         for (const uint32_t mode : {1U, 3U, 4U, 5U}) {
@@ -218,7 +219,7 @@ TEST_F(Allocations, OfAnObjectThatDestroysItselfAreAllGivenBack) {
 }
 
 TEST_F(Allocations, OfOperationsThatDoNothingButLogAreNoneWhenLoggingIsOff) {
-    PlainRecord event("", "");
+    kit::FakeRecord event = kit::MakeFullRecord("", "");
     IEventRecord* rules[] = {&event};
     uint32_t reply = 0;
     receiver->ClearAllowList();
@@ -236,29 +237,27 @@ TEST_F(Allocations, OfOperationsThatDoNothingButLogAreNoneWhenLoggingIsOff) {
 
 // No rule has a type, which would be read into a buffer.
 TEST_F(Allocations, OfEmergencyAndDisconnectAnswersAreNone) {
-    class Bare : public PlainRecord {
-        using PlainRecord::PlainRecord;
-        int32_t GetString(const char*, char*, int32_t*) override { return 1; }
-    } event("", ""), rule("", "");
+    kit::FakeRecord event;
+    kit::FakeRecord rule;
     IEventRecord* rules[] = {&rule};
     uint32_t reply = 0;
-    event.flags = EVENT_FLAG_DISCONNECT;
+    event.Int32("flags", EVENT_FLAG_DISCONNECT);
     EXPECT_EQ(CountOf([&] { receiver->HandleEvent(&event, rules, 1, &reply); }), 0U);
     EXPECT_EQ(reply, REPLY_ALLOW);
-    event.flags = 0;
+    event.Int32("flags", 0);
     SetMode(MODE_EMERGENCY);
     EXPECT_EQ(CountOf([&] { receiver->HandleEvent(&event, rules, 1, &reply); }), 0U);
     EXPECT_EQ(reply, REPLY_ALLOW);
-    EXPECT_EQ(plainHost.queries, 0);
-    EXPECT_EQ(plainSink.reports, 0);
+    EXPECT_EQ(countingHost.queries, 0);
+    EXPECT_EQ(countingSink.reports, 0);
 }
 
 class LoggingOff : public Allocations {
 protected:
     // Goes through every log site of a decision, of both documents and of both operations of the allow list.
     void DoEverything() {
-        PlainRecord event("", "");
-        PlainRecord rule(Guid(0), "TYPE-1");
+        kit::FakeRecord event = kit::MakeFullRecord("", "");
+        kit::FakeRecord rule = kit::MakeFullRecord(Guid(0), "TYPE-1");
         IEventRecord* rules[] = {&rule};
         uint32_t reply = 0;
         receiver->SetAllowList("{");
@@ -269,18 +268,18 @@ protected:
         receiver->ParseActionJson("{}");
         receiver->ParseActionJson(R"({"TYPE-1":1,"":1})");
         for (const char* const answer : {"", "{", R"({"g":1})", R"({"g":{"value":0}})", R"({"g":{"value":1}})"}) {
-            plainHost.answer = answer;
+            countingHost.answer = answer;
             receiver->HandleEvent(&event, rules, 1, &reply);
         }
-        plainHost.answer = AnswerWith(1);
+        countingHost.answer = AnswerWith(1);
         for (const uint32_t mode : {1U, 3U, 4U, 5U}) {
             SetMode(mode);
             for (const int32_t code : {0, 1, DOT_QUERY_NETWORK_ERROR}) {
-                plainHost.queryCode = code;
+                countingHost.queryCode = code;
                 receiver->HandleEvent(&event, rules, 1, &reply);
             }
         }
-        plainHost.queryCode = 0;
+        countingHost.queryCode = 0;
         receiver->ClearAllowList();
         receiver->HandleEvent(&event, rules, 1, &reply);
         receiver->SetProperty(PROP_MID, nullptr, 0);

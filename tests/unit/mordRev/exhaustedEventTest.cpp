@@ -75,13 +75,13 @@ protected:
         const bool logs = std::exchange(LogFileEnabled, false);
         SetMode(way.mode);
         SetExceptionMode(way.exceptionMode);
-        event.flags = way.flags;
-        plainHost.queryCode = way.queryCode;
-        plainHost.hasAnswer = way.hasAnswer;
-        plainHost.answer =
+        event.Int32("flags", way.flags);
+        countingHost.queryCode = way.queryCode;
+        countingHost.hasAnswer = way.hasAnswer;
+        countingHost.answer =
             way.answer != nullptr ? way.answer : kit::AnswerText(longText + "guid", {longText + "1", longText + "2"});
         way.starts ? receiver->Start() : receiver->Stop();
-        receiver->SetReportSink(way.reports ? &plainSink : nullptr);
+        receiver->SetReportSink(way.reports ? &countingSink : nullptr);
         receiver->SetAllowList(ListOf(longText + (way.matches ? "2" : "other")).c_str());
         receiver->ParseActionJson(way.acts ? actions.c_str() : "{}");
         LogFileEnabled = logs;
@@ -99,7 +99,7 @@ protected:
               [&] {
                   GoTheWay(way);
                   written = 77;
-                  deletions = plainHost.deletions;
+                  deletions = countingHost.deletions;
                   list = Fields().AllowedMids();
                   table = Fields().Actions();
               },
@@ -107,8 +107,8 @@ protected:
                   if (!LogFileEnabled) {
                       ExpectThrown(failure);
                   }
-                  EXPECT_EQ(plainHost.answersOut, 0);
-                  EXPECT_LE(plainHost.deletions, deletions + 1);
+                  EXPECT_EQ(countingHost.answersOut, 0);
+                  EXPECT_LE(countingHost.deletions, deletions + 1);
                   EXPECT_TRUE(written == 77 || written <= REPLY_ALLOW_FLAGGED) << written;
                   EXPECT_EQ(Fields().AllowedMids(), list);
                   EXPECT_EQ(Fields().Actions(), table);
@@ -126,7 +126,7 @@ protected:
         EXPECT_EQ(siblings.ConverterReferences(), 0);
     }
 
-    PlainRecord event{"", ""};
+    kit::FakeRecord event = kit::MakeFullRecord("", "");
     IEventRecord* rules[2] = {&first, &second};
     const std::string actions = R"({")" + longText + R"(type":1})";
 };
@@ -166,7 +166,7 @@ class ExhaustedMemoryOfEvents : public ExhaustedMemory {
 protected:
     bool Decide(uint32_t* reply) { return receiver->HandleEvent(&event, rules, 2, reply); }
 
-    PlainRecord event{"", ""};
+    kit::FakeRecord event = kit::MakeFullRecord("", "");
     IEventRecord* rules[2] = {&first, &second};
 };
 
@@ -177,15 +177,15 @@ TEST_F(ExhaustedMemoryOfEvents, AllForbidNeverGivesTheAnswerBackOnceItsRecordIsB
     int before = 0;
     int within = 0;
     uint32_t reply = 77;
-    Sweep([&] { Decide(&reply); }, [&] { plainHost.answersOut = 0; },
+    Sweep([&] { Decide(&reply); }, [&] { countingHost.answersOut = 0; },
           [&](const Failure&) {
               const bool reached = siblings.Records().size() >= 2;
               ++(reached ? within : before);
-              EXPECT_EQ(plainHost.answersOut, reached ? 1 : 0);
+              EXPECT_EQ(countingHost.answersOut, reached ? 1 : 0);
           });
     EXPECT_GT(before, 10);
     EXPECT_GT(within, 10);
-    EXPECT_EQ(plainHost.answersOut, 1);
+    EXPECT_EQ(countingHost.answersOut, 1);
     EXPECT_EQ(siblings.ConverterReferences(), 0);
 }
 

@@ -3,7 +3,8 @@
 #include <array>
 #include <vector>
 
-#include "kit/host/plainHost.h"
+#include "kit/host/countingHost.h"
+#include "kit/host/fakeRecord.h"
 #include "kit/host/receiverFields.h"
 #include "kit/system/quietSystem.h"
 #include "logging/logState.h"
@@ -55,8 +56,8 @@ protected:
         receiver.Start();
         receiver.SetReportSink(&sink);
         EXPECT_TRUE(receiver.SetAllowList(R"({"mid_list":[{"mid":"MID","protocol":["TYPE"]}]})"));
-        PlainRecord event{"", ""};
-        PlainRecord rule{"GUID", "TYPE"};
+        kit::FakeRecord event = kit::MakeFullRecord("", "");
+        kit::FakeRecord rule = kit::MakeFullRecord("GUID", "TYPE");
         IEventRecord* rules[] = {&rule};
         uint32_t reply = 77;
         const int deletions = host.deletions;
@@ -68,8 +69,8 @@ protected:
         EXPECT_EQ(host.answersOut, 0);
     }
 
-    PlainHost host;
-    PlainSink sink;
+    kit::CountingHost host;
+    kit::CountingSink sink;
 };
 
 TEST_F(ExhaustedLifecycle, OfTheCreationIsThrownAndALaterCallCreates) {
@@ -136,8 +137,8 @@ TEST_F(ExhaustedLifecycle, OfTheFirstEventIsBadAllocAndTheNextOneIsDecided) {
     receiver->Start();
     receiver->SetReportSink(&sink);
     ASSERT_TRUE(receiver->SetAllowList(R"({"mid_list":[{"mid":"MID","protocol":["TYPE"]}]})"));
-    PlainRecord event{"", ""};
-    PlainRecord rule{"GUID", "TYPE"};
+    kit::FakeRecord event = kit::MakeFullRecord("", "");
+    kit::FakeRecord rule = kit::MakeFullRecord("GUID", "TYPE");
     IEventRecord* rules[] = {&rule};
     uint32_t reply = 0;
     EXPECT_GT(FailUntilItPasses([&] { receiver->HandleEvent(&event, rules, 1, &reply); }), 10U);

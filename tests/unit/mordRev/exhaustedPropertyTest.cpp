@@ -51,9 +51,9 @@ TEST_F(ExhaustedProperty, OfOperationsThatNeedNoMemoryIsNotNoticed) {
         EXPECT_FALSE(receiver->Stop());
         EXPECT_TRUE(receiver->Start());
         EXPECT_TRUE(receiver->SetReportSink(nullptr));
-        EXPECT_TRUE(receiver->SetReportSink(&plainSink));
+        EXPECT_TRUE(receiver->SetReportSink(&countingSink));
         EXPECT_TRUE(receiver->ClearAllowList());
-        EXPECT_TRUE(receiver->Init(&plainHost));
+        EXPECT_TRUE(receiver->Init(&countingHost));
         EXPECT_TRUE(receiver->Uninit());
         EXPECT_EQ(receiver->AddRef(), 2);
         EXPECT_EQ(receiver->QueryInterface(&IID_IMordRevSecond, &out), RESULT_OK);

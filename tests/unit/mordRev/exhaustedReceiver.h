@@ -5,34 +5,34 @@
 #include <string>
 #include <utility>
 
+#include "kit/host/countingHost.h"
 #include "kit/host/decisionSamples.h"
-#include "kit/host/plainHost.h"
 #include "kit/host/receiverFixture.h"
 #include "unit/mordRev/exhaustedMemory.h"
 
 namespace exhausted {
 
 // A host and a sink that keep, where a test wants it, what they were given.
-class KeepingHost : public PlainHost {
+class KeepingHost : public kit::CountingHost {
 public:
     int32_t DeleteDot(const char* guid, const char* mid, int32_t kind, const char* type) override {
         if (keeps) {
             calls += "DeleteDot(" + std::string(guid) + "," + mid + "," + std::to_string(kind) + "," + type + ")\n";
         }
-        return PlainHost::DeleteDot(guid, mid, kind, type);
+        return kit::CountingHost::DeleteDot(guid, mid, kind, type);
     }
     int32_t QueryDot(const char* guidJson, const char* mid, char** result) override {
         if (keeps) {
             calls += "QueryDot(" + std::string(guidJson) + "," + mid + ")\n";
         }
-        return PlainHost::QueryDot(guidJson, mid, result);
+        return kit::CountingHost::QueryDot(guidJson, mid, result);
     }
 
     bool keeps = false;
     std::string calls;
 };
 
-class KeepingSink : public PlainSink {
+class KeepingSink : public kit::CountingSink {
 public:
     explicit KeepingSink(KeepingHost& host) : m_host(host) {}
 
@@ -40,7 +40,7 @@ public:
         if (m_host.keeps) {
             m_host.calls += "Report(" + std::to_string(kind) + "," + std::string(text, size) + ")\n";
         }
-        return PlainSink::Report(kind, text, size);
+        return kit::CountingSink::Report(kind, text, size);
     }
 
 private:
@@ -55,11 +55,11 @@ protected:
         MakeRunning();
         WarmUp(Fields().Lock());
         LogFileEnabled = false;
-        Fields().Host() = &plainHost;
-        receiver->SetReportSink(&plainSink);
+        Fields().Host() = &countingHost;
+        receiver->SetReportSink(&countingSink);
         std::string mid = longText + "mid";
         receiver->SetProperty(PROP_MID, mid.data(), 1);
-        plainHost.answer = kit::AnswerText(longText + "guid", {longText + "1", longText + "2"});
+        countingHost.answer = kit::AnswerText(longText + "guid", {longText + "1", longText + "2"});
     }
 
     template <typename Operation, typename Before, typename After>
@@ -81,7 +81,7 @@ protected:
     // and the reply, are those of the tables as they stand. It writes no records.
     void ExpectTheKnownEventDecided() {
         const bool logs = std::exchange(LogFileEnabled, false);
-        PlainRecord event{"", ""};
+        kit::FakeRecord event = kit::MakeFullRecord("", "");
         IEventRecord* rules[] = {&first, &second};
         const bool allowed = IsAllowed();
         const auto row = Fields().Actions().find(longText + "type");
@@ -94,7 +94,7 @@ protected:
         report.type = longText + "type";
         report.block = !allowed && !acted;
         report.blockModified = !allowed && acted;
-        report.sendIp = report.recvIp = PlainRecord::otherText;
+        report.sendIp = report.recvIp = kit::fullRecordText;
         report.sendPort = report.recvPort = report.netDrvVersion = "1";
         std::string expected = kit::QueryCall({longText + "other guid", longText + "guid"}, longText + "mid") + "\n";
         if (allowed) {
@@ -102,12 +102,12 @@ protected:
         }
         expected += kit::ReportCall(report) + "\n";
 
-        plainHost.keeps = true;
-        plainHost.calls.clear();
+        countingHost.keeps = true;
+        countingHost.calls.clear();
         uint32_t reply = 77;
         EXPECT_EQ(receiver->HandleEvent(&event, rules, 2, &reply), allowed);
-        plainHost.keeps = false;
-        EXPECT_EQ(plainHost.calls, expected);
+        countingHost.keeps = false;
+        EXPECT_EQ(countingHost.calls, expected);
         EXPECT_EQ(reply, report.block ? REPLY_BLOCK : REPLY_ALLOW);
         LogFileEnabled = logs;
     }
@@ -115,10 +115,10 @@ protected:
     // A document that allows the machine ids `mids` under the known event's type.
     static std::string ListOf(const std::string& mid) { return kit::AllowText(mid, {longText + "type"}); }
 
-    KeepingHost plainHost;
-    KeepingSink plainSink{plainHost};
-    PlainRecord first{longText + "other guid", longText + "type"};
-    PlainRecord second{longText + "guid", longText + "type"};
+    KeepingHost countingHost;
+    KeepingSink countingSink{countingHost};
+    kit::FakeRecord first = kit::MakeFullRecord(longText + "other guid", longText + "type");
+    kit::FakeRecord second = kit::MakeFullRecord(longText + "guid", longText + "type");
 
 private:
     bool IsAllowed() {

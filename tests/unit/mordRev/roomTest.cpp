@@ -2,7 +2,7 @@
 // how what grows then grows.
 #include "kit/heap/countedHeap.h"
 #include "kit/host/decisionSamples.h"
-#include "kit/host/plainHost.h"
+#include "kit/host/countingHost.h"
 #include "kit/host/receiverFixture.h"
 #include "mordRev/src/hashIndex.h"
 #include "mordRev/src/json.h"
@@ -21,10 +21,10 @@ size_t CallsOf(const Operation& operation) {
 
 TEST(Room, OfATextOfARecordIs47BytesWithItsNul) {
     for (const size_t length : {1U, 20U, 46U}) {
-        PlainRecord record(std::string(length, 'x'), "");
+        kit::FakeRecord record = kit::MakeFullRecord(std::string(length, 'x'), "");
         EXPECT_EQ(CallsOf([&] { RecordText(&record, "guid"); }), 0U) << length;
     }
-    PlainRecord record(std::string(47, 'x'), "");
+    kit::FakeRecord record = kit::MakeFullRecord(std::string(47, 'x'), "");
     const kit::AllocationCounter counter;
     RecordText(&record, "guid");
     EXPECT_EQ(counter.Calls(), 1U);

@@ -4,19 +4,12 @@
 
 #include <gtest/gtest.h>
 
+#include "kit/host/countingHost.h"
 #include "unit/siblings/logRecords.h"
 
 namespace siblingTest {
 
 namespace {
-
-// A host without dots.
-class EmptyHost final : public IDotHost {
-public:
-    int32_t DeleteDot(const char*, const char*, int32_t, const char*) override { return 0; }
-    int32_t QueryDot(const char*, const char*, char**) override { return 1; }
-    int32_t FreeResult(char*) override { return 0; }
-};
 
 // The records of a log, each with the level and what stands behind the site: "[TRACE] message".
 std::string LevelsAndMessages(const std::string& log) {
@@ -53,7 +46,7 @@ protected:
     const SiblingLibrary zelkBase{std::string("ZelkBase")};
     const SiblingLibrary ferrocore{std::string("Ferrocore")};
     const SiblingLibrary component{std::string("mordRev")};
-    EmptyHost host;
+    kit::CountingHost host; // never called
 };
 
 TEST_F(ComponentTest, startsAndLogsTheMachineIdByTheIniFileOfTheLogDirectory) {

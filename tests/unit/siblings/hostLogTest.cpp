@@ -1,6 +1,7 @@
 // The log writer of the host, in the place of the one that writes a file.
 #include <gtest/gtest.h>
 
+#include "kit/host/countingHost.h"
 #include "unit/siblings/logRecords.h"
 #include "zelkBase/hostLog.h"
 
@@ -23,14 +24,6 @@ public:
 
     int32_t references = 1;
     WideString records;
-};
-
-// A host without dots.
-class HostWithoutDots final : public IDotHost {
-public:
-    int32_t DeleteDot(const char*, const char*, int32_t, const char*) override { return 0; }
-    int32_t QueryDot(const char*, const char*, char**) override { return 1; }
-    int32_t FreeResult(char*) override { return 0; }
 };
 
 class HostLogTest : public testing::Test {
@@ -92,7 +85,7 @@ TEST(HostLog, theComponentWritesItsRecordsThere) {
     // Never deleted: the component may hold its reference until the process ends. The reference is static because the
     // leak checker does not search a component that is already unloaded.
     static HostWriter& writer = *new HostWriter;
-    HostWithoutDots host;
+    kit::CountingHost host; // never called
     library.Make<IHostLog>(SID_HostLog)->SetLogWriter(&writer);
     void* object = nullptr;
     ASSERT_EQ(component.Factory()(&IID_IMordRev, &object), 0U);
