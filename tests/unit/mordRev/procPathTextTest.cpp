@@ -1,7 +1,11 @@
 // The texts of a report that are made from a path.
 #include "mordRev/src/procPathText.h"
 
+#include <cctype>
+
 #include <gtest/gtest.h>
+
+#include "unit/mordRev/eightBitLocale.h"
 
 namespace {
 
@@ -24,7 +28,7 @@ TEST(ProcName, IsEmptyForAnEmptyPathAndBehindASeparatorAtTheEnd) {
     EXPECT_EQ(ExtractProcName("/"), "");
 }
 
-TEST(LowerCase, TurnsTheTwentySixLettersAndNoOtherByte) {
+void ExpectOnlyAsciiLettersConverted() {
     const std::string capitals = "ABCDEFGHIJKLMNOPQRSTUVWXYZ";
     const std::string small = "abcdefghijklmnopqrstuvwxyz";
     for (int byte = 0; byte < 256; ++byte) {
@@ -34,6 +38,17 @@ TEST(LowerCase, TurnsTheTwentySixLettersAndNoOtherByte) {
         LowerCaseAscii(text);
         EXPECT_EQ(text, std::string(2, letter == std::string::npos ? character : small[letter])) << byte;
     }
+}
+
+TEST(LowerCase, ConvertsTheTwentySixLettersAndNoOtherByte) {
+    ExpectOnlyAsciiLettersConverted();
+}
+
+// The locale of a host must not change the bytes of UTF-8 characters.
+TEST(LowerCase, DoesNotDependOnTheLocale) {
+    const EightBitLocale locale;
+    ASSERT_EQ(std::tolower(0xC4), 0xE4);
+    ExpectOnlyAsciiLettersConverted();
 }
 
 } // namespace

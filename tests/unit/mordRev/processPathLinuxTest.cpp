@@ -2,8 +2,10 @@
 #include "unit/mordRev/processPathFixture.h"
 
 #include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <system_error>
+#include <thread>
 
 #include <spawn.h>
 #include <sys/wait.h>
@@ -18,22 +20,28 @@ constexpr RecordSite inGetProcPath{"procPathLinux.cpp CMordRecv::GetProcPathByPi
 // No process has it: it lies above the greatest number that Linux gives out.
 constexpr int32_t noProcess = 0x7FFFFFF0;
 
-std::string OwnPathInLowerCase() {
-    std::string path = std::filesystem::read_symlink("/proc/self/exe");
+std::string InLowerCase(std::string path) {
     for (char& c : path) {
         c = c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
     }
     return path;
 }
 
+std::string OwnPathInLowerCase() {
+    return InLowerCase(std::filesystem::read_symlink("/proc/self/exe"));
+}
+
 // A child process. It is ended and waited for with the object.
 class Child {
 public:
-    Child(const std::string& program, const char* argument) {
-        std::string name = program;
-        std::string text = argument;
-        char* arguments[] = {name.data(), text.data(), nullptr};
-        if (const int error = posix_spawn(&m_pid, program.c_str(), nullptr, nullptr, arguments, environ)) {
+    Child(const std::string& program, std::vector<std::string> texts) {
+        texts.insert(texts.begin(), program);
+        std::vector<char*> pointers;
+        for (std::string& text : texts) {
+            pointers.push_back(text.data());
+        }
+        pointers.push_back(nullptr);
+        if (const int error = posix_spawn(&m_pid, program.c_str(), nullptr, nullptr, pointers.data(), environ)) {
             throw std::system_error(error, std::generic_category(), program);
         }
     }
@@ -46,14 +54,20 @@ public:
 
     int32_t Pid() const { return m_pid; }
 
-    // Waits until it has ended of itself; its entry in the process table stays.
-    void AwaitEnd() const {
+    // Waits until it has ended; its entry in the process table stays.
+    void AwaitEnd() const { Await(WEXITED | WNOWAIT); }
+
+    // Waits until it has stopped itself.
+    void AwaitStop() const { Await(WSTOPPED); }
+    void Continue() const { kill(m_pid, SIGCONT); }
+
+private:
+    void Await(int state) const {
         siginfo_t info;
-        while (waitid(P_PID, static_cast<id_t>(m_pid), &info, WEXITED | WNOWAIT) != 0 && errno == EINTR) {
+        while (waitid(P_PID, static_cast<id_t>(m_pid), &info, state) != 0 && errno == EINTR) {
         }
     }
 
-private:
     pid_t m_pid = 0;
 };
 
@@ -69,23 +83,37 @@ TEST_F(ProcessPath, OfALivingProcessIsInLowerCase) {
     EXPECT_NE(path, std::filesystem::read_symlink("/proc/self/exe").native()); // the test program's name has capitals
 }
 
+// A process keeps its id when it executes another program, as a new process can have the id of one that has ended.
+TEST_F(ProcessPath, IsReadAnewForEachReport) {
+    const std::string program = std::filesystem::canonical(siblings.LogDirectory()).native() + "/second";
+    std::filesystem::copy_file("/bin/sleep", program);
+    const Child child("/bin/sh", {"-c", "kill -STOP $$; exec '" + program + "' 60"});
+    child.AwaitStop();
+    event.Int32("pid", child.Pid());
+    Send();
+    child.Continue();
+    while (std::filesystem::read_symlink("/proc/" + std::to_string(child.Pid()) + "/exe") != program) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    Send();
+    const std::string shell = std::filesystem::canonical("/bin/sh");
+    EXPECT_EQ(sink.Reports(), (Lines{Expected(shell.substr(shell.rfind('/') + 1), shell).Text(),
+                                     Expected("second", InLowerCase(program)).Text()}));
+}
+
 // A name with the separators of both systems, as a path of the other system would be.
 TEST_F(ProcessPath, IsEscapedAndItsNameStandsBehindTheLastSeparatorOfEitherKind) {
     const std::string folder = std::filesystem::canonical(siblings.LogDirectory());
     const std::string program = folder + R"(/C:\Dir "\Client.EXE)";
     std::filesystem::copy_file("/bin/sleep", program);
-    const Child child(program, "60");
+    const Child child(program, {"60"});
     event.Int32("pid", child.Pid());
     Send();
-    std::string lowerFolder = folder;
-    for (char& c : lowerFolder) {
-        c = c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
-    }
-    EXPECT_EQ(sink.Reports(), Lines{Expected("client.exe", lowerFolder + R"(/c:\\dir \"\\client.exe)").Text()});
+    EXPECT_EQ(sink.Reports(), Lines{Expected("client.exe", InLowerCase(folder) + R"(/c:\\dir \"\\client.exe)").Text()});
 }
 
 TEST_F(ProcessPath, OfAProcessThatHasEndedIsEmpty) {
-    const Child child("/bin/sleep", "0");
+    const Child child("/bin/sleep", {"0"});
     child.AwaitEnd();
     event.Int32("pid", child.Pid());
     Send();
@@ -95,7 +123,7 @@ TEST_F(ProcessPath, OfAProcessThatHasEndedIsEmpty) {
 }
 
 TEST_F(ProcessPath, ThatCannotBeHadIsReportedAllTheSameWithLoggingOff) {
-    const Child child("/bin/sleep", "0");
+    const Child child("/bin/sleep", {"0"});
     child.AwaitEnd();
     LogFileEnabled = false;
     for (const int32_t pid : {child.Pid(), noProcess}) {

@@ -4,6 +4,8 @@
 
 #include <windows.h>
 
+#include <winternl.h>
+
 using namespace kit;
 
 namespace {
@@ -37,6 +39,24 @@ TEST_F(ProcessPath, OfALivingProcessIsInLowerCase) {
     const ExpectedReport report = Expected(path.substr(path.rfind('\\') + 1), escaped);
     EXPECT_EQ(sink.Reports(), Lines{report.Text()});
     EXPECT_EQ(TakeRecords(), ReportRecords(report));
+}
+
+// The system gives the id of a process that has ended to a new one. Here this process changes its own parameters.
+TEST_F(ProcessPath, IsReadAnewForEachReport) {
+    std::string path;
+    ASSERT_TRUE(CMordRecv::GetProcPathByPid(::GetCurrentProcessId(), &path));
+    EXPECT_EQ(path, OwnPathInLowerCase());
+    UNICODE_STRING& image = NtCurrentTeb()->ProcessEnvironmentBlock->ProcessParameters->ImagePathName;
+    const UNICODE_STRING before = image;
+    std::wstring other = L"C:\\Other.exe";
+    image = {static_cast<USHORT>(other.size() * sizeof(wchar_t)), static_cast<USHORT>(other.size() * sizeof(wchar_t)),
+             other.data()};
+    const bool isRead = CMordRecv::GetProcPathByPid(::GetCurrentProcessId(), &path);
+    image = before;
+    EXPECT_TRUE(isRead);
+    EXPECT_EQ(path, "c:\\other.exe");
+    ASSERT_TRUE(CMordRecv::GetProcPathByPid(::GetCurrentProcessId(), &path));
+    EXPECT_EQ(path, OwnPathInLowerCase());
 }
 
 TEST_F(ProcessPath, OfPid0IsEmptyAndTheReportGoesOutAllTheSame) {

@@ -7,6 +7,22 @@ using namespace kit;
 
 namespace {
 
+// Appends the encoding of a character from 0x80 on, of a surrogate too.
+void AppendUtf8(std::string& text, uint32_t character) {
+    const auto append = [&text](uint32_t byte) { text += static_cast<char>(byte); };
+    if (character < 0x800) {
+        append(0xC0 | character >> 6);
+    } else if (character < 0x1'0000) {
+        append(0xE0 | character >> 12);
+        append(0x80 | (character >> 6 & 0x3F));
+    } else {
+        append(0xF0 | character >> 18);
+        append(0x80 | (character >> 12 & 0x3F));
+        append(0x80 | (character >> 6 & 0x3F));
+    }
+    append(0x80 | (character & 0x3F));
+}
+
 class Report : public DecisionFixture {
 protected:
     void SetUp() override {
@@ -291,7 +307,23 @@ TEST_F(Report, EveryControlCharacterIsEscaped) {
     EXPECT_EQ(Sent(), expected.Text());
 }
 
-TEST_F(Report, BytesFrom0x80PassAsTheyStand) {
+// Surrogates, line and paragraph separators, and characters that do not exist among them.
+TEST_F(Report, EveryCharacterFrom0x80IsWrittenUnchanged) {
+    std::string all;
+    for (uint32_t character = 0x80; character < 0x11'0000; character += character < 0x1'0000 ? 1 : 0xFFF) {
+        AppendUtf8(all, character);
+    }
+    rules.clear();
+    rulePointers.clear();
+    AddRule(all, all);
+    event.String("remote_addr_ip", all).String("local_addr_ip", all);
+    Send();
+    expected.guids = {all};
+    expected.type = expected.sendIp = expected.recvIp = all;
+    EXPECT_EQ(sink.Reports(), Lines{expected.Text()});
+}
+
+TEST_F(Report, EveryByteFrom0x80IsWrittenUnchanged) {
     std::string all;
     for (int c = 0x80; c < 0x100; ++c) {
         all += static_cast<char>(c);
