@@ -4,16 +4,16 @@
 #include <fstream>
 #include <optional>
 
-#include "document/filePath.h"
-#include "dots/memoryDotStore.h"
-#include "events/eventReader.h"
+#include "decide/dotHost.h"
+#include "decide/receiver.h"
+#include "decide/reportSink.h"
 #include "frame/values.h"
-#include "library/dotHost.h"
-#include "library/receiver.h"
-#include "library/reportSink.h"
+#include "policy/eventReader.h"
+#include "policy/memoryDotStore.h"
 #include "policy/policyReader.h"
 #include "policy/ruleSelection.h"
 #include "recording.h"
+#include "system/filePath.h"
 
 namespace bench {
 

@@ -6,17 +6,18 @@
 #include <string>
 #include <vector>
 
-#include "document/jsonText.h"
-#include "events/connectionEvent.h"
-#include "events/timestamp.h"
+#include <rapidjson/stringbuffer.h>
+#include <rapidjson/writer.h>
+
 #include "frame/values.h"
+#include "policy/connectionEvent.h"
+#include "policy/timestamp.h"
 
 namespace bench {
 
 namespace {
 
 using mordhost::ConnectionEvent;
-using mordhost::JsonLine;
 
 constexpr uint32_t eventsOfAMatch = 100;
 constexpr uint16_t firstServicePort = 20000; // the port of the first rule that matches once
@@ -54,62 +55,128 @@ std::string Guid(uint32_t number) {
     return text;
 }
 
-class JsonList {
-public:
-    void Add(const std::string& json) {
-        m_text += m_text.size() > 1 ? ",\n" : "";
-        m_text += json;
-    }
-    std::string Take() { return m_text + ']'; }
+using Writer = rapidjson::Writer<rapidjson::StringBuffer>;
 
-private:
-    std::string m_text = "[";
+void Text(Writer& json, const std::string& text) {
+    json.String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
+}
+
+// The rules of the policy, and the machine ids of their dots by guid.
+struct Rules {
+    struct Rule {
+        std::string type;
+        uint16_t port;
+        std::vector<std::string> mids; // of its dot; none: no dot is held
+    };
+    std::vector<Rule> rules; // the guid of each is Guid of its index
+
+    explicit Rules(uint32_t matches) {
+        for (const Service& service : Services()) {
+            for (const std::string& type : service.types) {
+                const auto guid = static_cast<uint32_t>(rules.size());
+                rules.push_back({type, service.port, Mids(1000000 + guid * 16, service.dotMids)});
+            }
+        }
+        for (uint32_t i = 0; i < matches; ++i) {
+            rules.push_back({"service", static_cast<uint16_t>(firstServicePort + i), Mids(i % machines, 1)});
+        }
+    }
+
+    static std::vector<std::string> Mids(uint32_t first, uint32_t count) {
+        std::vector<std::string> mids;
+        for (uint32_t i = 0; i < count; ++i) {
+            mids.push_back(MachineId(first + i));
+        }
+        return mids;
+    }
 };
 
-std::string Mids(uint32_t first, uint32_t count) {
-    JsonList mids;
-    for (uint32_t i = 0; i < count; ++i) {
-        mids.Add(mordhost::JsonText(MachineId(first + i)));
+void WriteAllowList(Writer& json) {
+    json.StartObject();
+    json.Key("mid_list");
+    json.StartArray();
+    for (uint32_t i = 0; i < machines; ++i) {
+        json.StartObject();
+        json.Key("mid");
+        Text(json, MachineId(i));
+        json.Key("protocol");
+        json.StartArray();
+        for (const char* const type : {"service", "smb", "rdp"}) {
+            json.String(type);
+        }
+        json.EndArray();
+        json.EndObject();
     }
-    return mids.Take();
+    json.EndArray();
+    json.EndObject();
+}
+
+void WriteRules(Writer& json, const Rules& rules) {
+    json.StartArray();
+    for (uint32_t i = 0; i < rules.rules.size(); ++i) {
+        json.StartObject();
+        json.Key("guid");
+        Text(json, Guid(i));
+        json.Key("type");
+        Text(json, rules.rules[i].type);
+        json.Key("local_ports");
+        json.StartArray();
+        json.Uint(rules.rules[i].port);
+        json.EndArray();
+        json.EndObject();
+    }
+    json.EndArray();
+}
+
+void WriteDots(Writer& json, const Rules& rules) {
+    json.StartObject();
+    for (uint32_t i = 0; i < rules.rules.size(); ++i) {
+        if (rules.rules[i].mids.empty()) {
+            continue;
+        }
+        json.Key(Guid(i).c_str());
+        json.StartArray();
+        for (const std::string& mid : rules.rules[i].mids) {
+            Text(json, mid);
+        }
+        json.EndArray();
+    }
+    json.EndObject();
 }
 
 std::string PolicyText(uint32_t matches) {
-    JsonList rules;
-    JsonLine dots;
-    uint32_t guid = 0;
-    const auto add = [&](const std::string& type, uint16_t port, const std::string& mids) {
-        JsonLine rule;
-        rule.Text("guid", Guid(guid)).Text("type", type).Raw("local_ports", '[' + std::to_string(port) + ']');
-        rules.Add(rule.Take());
-        if (!mids.empty()) {
-            dots.Raw(Guid(guid), mids);
-        }
-        ++guid;
-    };
-    for (const Service& service : Services()) {
-        for (const std::string& type : service.types) {
-            add(type, service.port, service.dotMids == 0 ? "" : Mids(1000000 + guid * 16, service.dotMids));
-        }
-    }
-    for (uint32_t i = 0; i < matches; ++i) {
-        add("service", static_cast<uint16_t>(firstServicePort + i), Mids(i % machines, 1));
-    }
-    JsonList allowed;
-    for (uint32_t i = 0; i < machines; ++i) {
-        JsonLine entry;
-        allowed.Add(entry.Text("mid", MachineId(i)).Raw("protocol", R"(["service","smb","rdp"])").Take());
-    }
-    JsonLine policy;
-    return policy.Text("machine_id", "BENCH")
-        .Text("defender_mode", "action-table")
-        .Text("exception_mode", "allow")
-        .Raw("actions", R"({"notes":1,"smb":0})")
-        .Raw("allow_list", R"({"mid_list":)" + allowed.Take() + '}')
-        .Raw("rules", rules.Take())
-        .Raw("dots", dots.Take())
-        .Raw("failures", JsonLine().Text(networkFailure, "network-error").Text(brokenAnswer, "broken-answer").Take())
-        .Take();
+    const Rules rules(matches);
+    rapidjson::StringBuffer text;
+    Writer json(text);
+    json.StartObject();
+    json.Key("machine_id");
+    json.String("BENCH");
+    json.Key("defender_mode");
+    json.String("action-table");
+    json.Key("exception_mode");
+    json.String("allow");
+    json.Key("actions");
+    json.StartObject();
+    json.Key("notes");
+    json.Int(1);
+    json.Key("smb");
+    json.Int(0);
+    json.EndObject();
+    json.Key("allow_list");
+    WriteAllowList(json);
+    json.Key("rules");
+    WriteRules(json, rules);
+    json.Key("dots");
+    WriteDots(json, rules);
+    json.Key("failures");
+    json.StartObject();
+    json.Key(networkFailure);
+    json.String("network-error");
+    json.Key(brokenAnswer);
+    json.String("broken-answer");
+    json.EndObject();
+    json.EndObject();
+    return {text.GetString(), text.GetSize()};
 }
 
 // Draws the events one after the other.

@@ -17,9 +17,9 @@
 #include <stdexcept>
 #include <string>
 
+#include "decide/libraries.h"
+#include "decide/receiver.h"
 #include "frame/values.h"
-#include "library/libraries.h"
-#include "library/receiver.h"
 #include "preparedEvents.h"
 #include "recording.h"
 #include "system/hostSystem.h"

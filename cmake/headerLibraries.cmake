@@ -1,6 +1,6 @@
 # The header-only dependencies, as system headers.
 #
-# The cross compiler must not see the native /usr/include. It gets a folder with links to the header folders alone.
+# The cross compiler must not see the native /usr/include. It gets a folder of links to the header folders instead.
 find_path(MORDREV_RAPIDJSON_DIR rapidjson/document.h PATHS /usr/include NO_CMAKE_FIND_ROOT_PATH REQUIRED)
 find_path(MORDREV_CLI11_DIR CLI/CLI.hpp PATHS /usr/include NO_CMAKE_FIND_ROOT_PATH REQUIRED)
 

@@ -1,5 +1,5 @@
-# Windows, cross-built with mingw-w64; the programs run under Wine (testLauncher.cmake). Included by the toolchain file of each width, which
-# sets CMAKE_SYSTEM_PROCESSOR and windowsTarget, the compiler's name for that width.
+# Windows, cross-built with mingw-w64; the programs run under Wine (testLauncher.cmake). The toolchain file of each
+# bitness includes this file. It sets CMAKE_SYSTEM_PROCESSOR and windowsTarget, the target triplet of the compiler.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_CXX_COMPILER ${windowsTarget}-g++-posix)
 set(CMAKE_C_COMPILER ${windowsTarget}-gcc-posix)
@@ -8,7 +8,7 @@ set(CMAKE_FIND_ROOT_PATH /usr/${windowsTarget})
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
-# The results need system DLLs only: the runtime is linked in.
+# Static runtime: the results need only system DLLs.
 set(CMAKE_EXE_LINKER_FLAGS_INIT -static)
 set(CMAKE_SHARED_LINKER_FLAGS_INIT -static)
 set(CMAKE_MODULE_LINKER_FLAGS_INIT -static)

@@ -1,4 +1,4 @@
-// What is known of the requests to the access layer that one part of an inspection made.
+// The record of the requests to the access layer that one part of an inspection makes.
 #pragma once
 
 #include <cstdint>
@@ -9,11 +9,11 @@
 
 namespace mordinspect {
 
-// What a request was for.
+// The purpose of a request.
 enum class Step {
-    noPeb32,    // the PEB of a width that the process does not have
-    pebAddress, // where the PEB lies
-    peb,        // its content
+    noPeb32,    // the 32-bit PEB of a 64-bit process
+    pebAddress, // the address of the PEB
+    peb,        // the content of the PEB
     memory,
     processInformation,
     threadInformation,
@@ -22,17 +22,19 @@ enum class Step {
     systemInformation,
 };
 
+// A request and its outcome.
 struct Request {
     Step step;
-    uint32_t number; // among those of its step, from 1
+    uint32_t number; // position among consecutive requests of the same step, from 1
     NtStatus status;
 };
 
+// What the reasons in refusals.h are derived from. Belongs to one thread, like the recorder that fills it.
 struct AccessRecord {
     std::optional<Request> last;
     std::optional<Request> firstFailed;
-    std::optional<std::string> limit; // the one that refused `last`, and each request after it
-    WideText mappedFile;              // the device path of the last mapped file, as the system told it
+    std::optional<std::string> limit; // the limit that refused `last` and all requests after it
+    WideText mappedFile;              // device path of the last mapped file, as the system returned it
 };
 
 } // namespace mordinspect

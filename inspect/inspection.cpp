@@ -15,10 +15,10 @@ namespace mordinspect {
 
 namespace {
 
-constexpr uint32_t errorNoMoreFiles = 18;                                    // the regular end of a snapshot
-const auto invalidHandle = reinterpret_cast<platform::Handle>(intptr_t{-1}); // of a snapshot that failed
+constexpr uint32_t errorNoMoreFiles = 18;                                    // the normal end of a snapshot
+const auto invalidHandle = reinterpret_cast<platform::Handle>(intptr_t{-1}); // from a failed snapshot
 
-// What `read` returns, or an exception as the reason why there is no `part`.
+// Returns what `read` returns. Converts std::bad_alloc to the reason why `part` is missing.
 template <typename Read>
 auto WithoutThrowing(const char* part, const Read& read) {
     try {
@@ -67,7 +67,7 @@ Listing<Module> ReadModules(RecordedTarget& target, ModuleKind kind) {
         TargetProcess::ModuleList list = target->ListModules(kind);
         const AccessRecord& record = target.Access().Record();
         if (record.limit && !list.empty()) {
-            list.pop_back(); // the limit may have met it half read
+            list.pop_back(); // the last entry may be incomplete
         }
         if (list.empty()) {
             return {std::nullopt, WhyNoModules(record), {}};
@@ -81,7 +81,7 @@ Listing<Module> ReadModules(RecordedTarget& target, ModuleKind kind) {
     });
 }
 
-// Counts as not read where a limit was reached meanwhile.
+// Reads one thread. If a limit is reached meanwhile, the caller drops the result.
 Thread ReadThread(RecordedTarget& target, uint32_t id) {
     RecordingNative& access = target.Access();
     access.Forget();
@@ -100,7 +100,7 @@ Thread ReadThread(RecordedTarget& target, uint32_t id) {
     return {id, 0, {std::nullopt, WhyNoThread(access.Record(), error)}};
 }
 
-// Appends the target's threads, and returns why there are no more of them where the walk did not reach its end.
+// Appends the threads of the target. Returns the reason if the walk did not reach the end of the snapshot.
 std::optional<Refusal> AppendThreads(RecordedTarget& target, platform::Handle snapshot, std::vector<Thread>& threads) {
     constexpr auto next = "the next thread";
     platform::ThreadEntry entry{};
@@ -119,7 +119,8 @@ std::optional<Refusal> AppendThreads(RecordedTarget& target, platform::Handle sn
     return error == errorNoMoreFiles ? std::nullopt : std::optional(ByError(next, error));
 }
 
-// The library's list leaves out the threads that have no file behind their start: all are shown here.
+// Not TargetProcess::ListThreads, which omits threads without a file at their start address: all threads are shown
+// here.
 Listing<Thread> ReadThreads(RecordedTarget& target) {
     return WithoutThrowing("the list", [&]() -> Listing<Thread> {
         target.Access().Begin();

@@ -1,4 +1,5 @@
-// What one inspection may cost. A target chooses what its memory holds: a list without an end, texts of any size.
+// The limits of one inspection. The inspected process controls the content of its memory: an endless list, texts of any
+// size.
 #pragma once
 
 #include <chrono>
@@ -6,13 +7,14 @@
 
 namespace mordinspect {
 
+// A request that would exceed a limit is refused, and the part of the output ends with that reason.
 struct Limits {
-    uint32_t reads = 16384;           // reads and queries, for each part of the output
-    uint64_t bytes = 4 * 1024 * 1024; // that they ask for, for each part
-    std::chrono::seconds time{10};    // for the whole process; a request that has begun runs to its end
+    uint32_t reads = 16384;           // reads and queries per part of the output
+    uint64_t bytes = 4 * 1024 * 1024; // requested bytes per part of the output
+    std::chrono::seconds time{10};    // per process; a request in progress is not interrupted
 };
 
-// The list of all processes is the system's own, and comes in one piece.
+// The list of all processes comes from the system, in one reply.
 constexpr Limits limitsOfProcessList{2, 256 * 1024 * 1024, std::chrono::seconds(10)};
 
 } // namespace mordinspect

@@ -127,8 +127,8 @@ void Value(Writer& json, const Listing<T>& list) {
     }
 }
 
-// The lists that are not whole, each with the reason.
-void Incomplete(Writer& json, const Inspection& inspection) {
+// Writes the incomplete lists, each with its reason.
+void WriteIncompleteLists(Writer& json, const Inspection& inspection) {
     const std::pair<const char*, const std::optional<Refusal>&> lists[] = {
         {"modules_32", inspection.modules32.cut},
         {"modules_64", inspection.modules64.cut},
@@ -172,7 +172,7 @@ void WriteJson(std::ostream& out, const Inspection& inspection) {
     Value(json, inspection.modules64);
     json.Key("threads");
     Value(json, inspection.threads);
-    Incomplete(json, inspection);
+    WriteIncompleteLists(json, inspection);
     json.EndObject();
     out << buffer.GetString() << '\n';
 }

@@ -1,4 +1,4 @@
-// mordinspect: shows what the library sees of a process.
+// mordinspect: shows what the library finds out about a process.
 #include <cstdint>
 #include <exception>
 #include <iostream>
@@ -41,7 +41,7 @@ int Show(const Shown& shown, bool asJson) {
 }
 
 int ShowProcess(uint32_t processId, bool asJson) {
-    // The rights with which the library opens the process behind a connection.
+    // The access rights that the library itself uses for the process behind a connection.
     const ScopedHandle process(platform::OpenProcess(processQueryInformation | processVmRead, false, processId));
     if (!process) {
         const uint32_t error = platform::GetLastError();
@@ -92,7 +92,7 @@ int main(int argc, char** argv) {
     PrepareStreams();
     try {
         return Run(argc, argv);
-    } catch (const std::exception& error) { // memory ran out, most of all
+    } catch (const std::exception& error) { // usually std::bad_alloc
         std::cerr << "mordinspect: " << error.what() << '\n';
         return EXIT_UNAVAILABLE;
     }

@@ -1,4 +1,4 @@
-// The name in a reply to a query for the file that is mapped at an address.
+// The file name in a reply to MemoryMappedFilenameInformation.
 #pragma once
 
 #include <cstddef>
@@ -7,8 +7,9 @@
 
 namespace mordinspect {
 
-// The text of the UNICODE_STRING that the reply begins with, in the layout of a 32-bit machine or of a 64-bit one; as
-// much of it as stands in the reply.
+// Returns the text of the UNICODE_STRING at the start of `reply`, `size` bytes in the layout of a 32-bit or a 64-bit
+// machine. The text must be within the reply: it is truncated at the end of the reply, and empty if its address is
+// outside. Throws std::bad_alloc.
 WideText MappedName(const void* reply, size_t size, bool machineIs32Bit);
 
 } // namespace mordinspect

@@ -6,7 +6,7 @@ namespace mordinspect {
 
 void ModuleReads::Take(const Request& read, const void* content) {
     if (read.number == 1) {
-        return; // the loader's data
+        return; // the loader data
     }
     switch ((read.number - 2) % 3) {
     case 0: {

@@ -1,4 +1,4 @@
-// How the reads of one walk through a loader list ended.
+// The outcome of the reads of one walk through a loader list.
 #pragma once
 
 #include <cstddef>
@@ -9,21 +9,22 @@
 
 namespace mordinspect {
 
-// What of one loader entry could be read. The library's records do not tell.
+// The outcome of the reads for one loader entry, which the records of the library do not contain.
 struct EntryReads {
     NtStatus entry = STATUS_OF_SUCCESS;
     NtStatus name = STATUS_OF_SUCCESS;
-    bool nameIsLonger = false; // than the library reads
+    bool nameIsLonger = false; // longer than the library reads
 };
 
+// Assigns the reads of TargetProcess::ListModules to its entries. Relies on the order of these reads.
 class ModuleReads {
 public:
     explicit ModuleReads(ModuleKind kind) : m_kind(kind) {}
 
-    // Takes a read of the walk: that of the loader's data, then an entry, its name and its link by turns.
+    // Takes the next read of the walk: first the loader data, then an entry, its name and its link in turn.
     void Take(const Request& read, const void* content);
 
-    // In the order of the library's records.
+    // The outcomes, in the order of the library's records.
     const std::vector<EntryReads>& Entries() const { return m_entries; }
 
 private:

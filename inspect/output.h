@@ -1,4 +1,4 @@
-// The forms in which an inspection is written, both in UTF-8.
+// The output formats of an inspection, both in UTF-8. Failures of `out` remain in its state.
 #pragma once
 
 #include <ostream>
@@ -7,21 +7,22 @@
 
 namespace mordinspect {
 
-// For a person to read.
+// Write the text format, for people.
 void WriteText(std::ostream& out, const Inspection& inspection);
 void WriteText(std::ostream& out, const std::vector<ProcessData>& processes);
 
-// One JSON object on one line. What could not be had is an object {"unavailable": STEP} with the reason under "status",
-// "error", "limit" or "seen". A list that is not whole has such an object under its name in the object "incomplete",
-// which is there only for such lists. Addresses are texts such as "0x7ffe0000", since not all numbers of 64 bits are
-// safe in JSON.
+// Write one JSON object on one line. A missing value is an object {"unavailable": STEP} with the reason under "status",
+// "error", "limit" or "seen". An incomplete list has such an object under its name in the member "incomplete", which
+// exists only if there is such a list. Addresses are texts such as "0x7ffe0000", since JSON numbers are not safe for
+// all 64-bit values.
 void WriteJson(std::ostream& out, const Inspection& inspection);
 void WriteJson(std::ostream& out, const std::vector<ProcessData>& processes);
 
-// "the loader's data (status 0xC0000005)". Fit for a terminal.
+// Returns a reason in words: "the loader's data (status 0xC0000005)". Control characters are replaced, so that it is
+// safe on a terminal.
 std::string Words(const Refusal& refusal);
 
-// "0xC0000005"
+// Returns `value` as "0xC0000005".
 std::string Hex(uint32_t value);
 
 } // namespace mordinspect

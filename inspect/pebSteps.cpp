@@ -6,7 +6,7 @@ namespace mordinspect {
 
 namespace {
 
-PebSteps* current = nullptr; // the functions of the system have no place for it
+PebSteps* current = nullptr; // the replaced functions have no context parameter
 
 template <typename Function, typename... Arguments>
 NtStatus CallOriginal(void* original, Arguments... arguments) {
@@ -31,8 +31,8 @@ PebSteps::Entry::~Entry() {
 
 PebSteps::PebSteps()
     : m_plainQuery("NtQueryInformationProcess", reinterpret_cast<void*>(&PlainQuery)),
-      m_wideQuery("NtWow64QueryInformationProcess64", reinterpret_cast<void*>(&WideQuery)),
-      m_wideRead("NtWow64ReadVirtualMemory64", reinterpret_cast<void*>(&WideRead)) {
+      m_query64("NtWow64QueryInformationProcess64", reinterpret_cast<void*>(&Query64)),
+      m_read64("NtWow64ReadVirtualMemory64", reinterpret_cast<void*>(&Read64)) {
     current = this;
 }
 
@@ -48,17 +48,17 @@ NtStatus PebSteps::PlainQuery(platform::Handle process, uint32_t informationClas
     return status;
 }
 
-NtStatus PebSteps::WideQuery(platform::Handle process, uint32_t informationClass, void* buffer, uint32_t size,
-                             uint32_t* returnedLength) {
+NtStatus PebSteps::Query64(platform::Handle process, uint32_t informationClass, void* buffer, uint32_t size,
+                           uint32_t* returnedLength) {
     const NtStatus status = CallOriginal<NtQueryInformationProcessFunction>(
-        current->m_wideQuery.Original(), process, informationClass, buffer, size, returnedLength);
+        current->m_query64.Original(), process, informationClass, buffer, size, returnedLength);
     current->m_query = status;
     return status;
 }
 
-NtStatus PebSteps::WideRead(platform::Handle process, uint64_t address, void* buffer, uint64_t size,
-                            uint64_t* bytesRead) {
-    const NtStatus status = CallOriginal<NtWow64ReadVirtualMemory64Function>(current->m_wideRead.Original(), process,
+NtStatus PebSteps::Read64(platform::Handle process, uint64_t address, void* buffer, uint64_t size,
+                          uint64_t* bytesRead) {
+    const NtStatus status = CallOriginal<NtWow64ReadVirtualMemory64Function>(current->m_read64.Original(), process,
                                                                              address, buffer, size, bytesRead);
     current->m_read = status;
     return status;

@@ -1,4 +1,4 @@
-// The steps inside an operation that finds and reads a PEB.
+// The system calls within an operation that finds and reads a PEB.
 #pragma once
 
 #include <optional>
@@ -9,11 +9,11 @@
 
 namespace mordinspect {
 
-// Such an operation returns an address alone. While an object of this class lives, the entries of the library's
-// function table through which PEBs are found lead here: each call goes on to the system, and its status is kept.
+// Such an operation returns only an address. While an object of this class exists, the entries of the library's
+// function table that find PEBs point to functions of this class, which call the system and record the status.
 //
-// A function that the system lacks is there meanwhile, and answers with the status of a missing one. One object at a
-// time, on one thread. The table is as it was afterwards.
+// If the system lacks a function, its entry exists meanwhile and returns STATUS_OF_MISSING_FUNCTION. Only one object
+// may exist at a time, and no other thread may use the table meanwhile. The destructor restores the table.
 class PebSteps {
 public:
     PebSteps();
@@ -21,12 +21,12 @@ public:
     PebSteps(const PebSteps&) = delete;
     PebSteps& operator=(const PebSteps&) = delete;
 
-    // The last status, if there was a call: of the query for the address, and of a read by NtWow64ReadVirtualMemory64.
+    // The last status of the query for the address, and of a read with NtWow64ReadVirtualMemory64; none without a call.
     std::optional<NtStatus> Query() const { return m_query; }
     std::optional<NtStatus> Read() const { return m_read; }
 
 private:
-    // An entry of the table, with the function of this class in it.
+    // Replaces an entry of the table and restores it.
     class Entry {
     public:
         Entry(const char* name, void* function);
@@ -43,14 +43,14 @@ private:
 
     static NtStatus MORD_STDCALL PlainQuery(platform::Handle process, uint32_t informationClass, void* buffer,
                                             uint32_t size, uint32_t* returnedLength);
-    static NtStatus MORD_STDCALL WideQuery(platform::Handle process, uint32_t informationClass, void* buffer,
-                                           uint32_t size, uint32_t* returnedLength);
-    static NtStatus MORD_STDCALL WideRead(platform::Handle process, uint64_t address, void* buffer, uint64_t size,
-                                          uint64_t* bytesRead);
+    static NtStatus MORD_STDCALL Query64(platform::Handle process, uint32_t informationClass, void* buffer,
+                                         uint32_t size, uint32_t* returnedLength);
+    static NtStatus MORD_STDCALL Read64(platform::Handle process, uint64_t address, void* buffer, uint64_t size,
+                                        uint64_t* bytesRead);
 
     Entry m_plainQuery;
-    Entry m_wideQuery;
-    Entry m_wideRead;
+    Entry m_query64;
+    Entry m_read64;
     std::optional<NtStatus> m_query;
     std::optional<NtStatus> m_read;
 };

@@ -1,4 +1,4 @@
-// The process id as it stands on the command line.
+// Parsing of a process id from the command line.
 #pragma once
 
 #include <cstdint>
@@ -7,8 +7,8 @@
 
 namespace mordinspect {
 
-// The number that `text` consists of: decimal digits and nothing else, zeros in front among them. Empty for any other
-// text, and for a number of more than 32 bits.
+// Returns the number that `text` consists of: decimal digits only; leading zeros are allowed. Returns nothing for any
+// other text and for a number of more than 32 bits.
 std::optional<uint32_t> ParseProcessId(std::string_view text);
 
 } // namespace mordinspect

@@ -14,10 +14,9 @@ std::unique_ptr<Native> TakeAccess(TargetProcess& target) {
 
 } // namespace
 
-// The target holds its access layer by an owning pointer and would delete it as a Native, which is as large as each of
-// the library's variants and has no virtual destructor. The recorder is larger. So it stays a member here, and the
-// pointer in the target leads to it for the life of this object only: the target is left with the variant that it chose
-// itself.
+// TargetProcess owns its access layer through a pointer and deletes it as a Native, which has no virtual destructor and
+// the size of the library's variants. The recorder is larger. So the recorder is a member here, and the target only
+// points to it during the life of this object; the destructor returns the original variant.
 RecordedTarget::RecordedTarget(platform::Handle process, const Limits& limits)
     : m_target(process, 0), m_chosen(TakeAccess(m_target)), m_recorder(process, *m_chosen, limits) {
     std::unique_ptr<Native> recorder(&m_recorder);
@@ -26,7 +25,7 @@ RecordedTarget::RecordedTarget(platform::Handle process, const Limits& limits)
 
 RecordedTarget::~RecordedTarget() {
     m_target.SwapAccess(m_chosen);
-    (void)m_chosen.release(); // the recorder
+    (void)m_chosen.release(); // points to the recorder, which is a member
 }
 
 } // namespace mordinspect

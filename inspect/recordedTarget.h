@@ -1,4 +1,4 @@
-// A TargetProcess whose requests go through a RecordingNative.
+// A TargetProcess with a recording access layer.
 #pragma once
 
 #include <memory>
@@ -8,9 +8,10 @@
 
 namespace mordinspect {
 
+// Owns a TargetProcess and the RecordingNative that all its requests pass through. Belongs to one thread.
 class RecordedTarget {
 public:
-    // As for a TargetProcess, the caller keeps `process` open.
+    // The caller keeps `process` open for the life of the object. The time limit starts here. Throws std::bad_alloc.
     RecordedTarget(platform::Handle process, const Limits& limits);
     ~RecordedTarget();
     RecordedTarget(const RecordedTarget&) = delete;
@@ -21,7 +22,7 @@ public:
 
 private:
     TargetProcess m_target;
-    std::unique_ptr<Native> m_chosen; // by the library, and out of `m_target` meanwhile
+    std::unique_ptr<Native> m_chosen; // the variant that the library chose, while the recorder replaces it
     RecordingNative m_recorder;
 };
 

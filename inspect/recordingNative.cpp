@@ -67,8 +67,9 @@ NtStatus RecordingNative::Recorded(Step step, uint64_t bytes, const Work& work) 
     return status;
 }
 
-// A block read by ReadProcessMemory leaves its failure as the last-status value of this thread, as a variant does that
-// has no such block.
+// Derives the outcome from what the operation leaves behind, since it returns only an address: the statuses of its
+// system calls (pebSteps.h) and the last-status value of this thread, where ReadProcessMemory leaves a failed block
+// read and x86Native a refusal.
 template <typename Work>
 uint64_t RecordingNative::RecordedPeb(uint64_t bytes, const Work& work) {
     if (!AdmitsStep(Step::pebAddress, bytes)) {

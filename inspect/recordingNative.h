@@ -1,4 +1,4 @@
-// A variant of the access layer that passes all requests on to another one, within limits, and records how they ended.
+// An access layer that passes requests on to another one, limits them and records their outcome.
 #pragma once
 
 #include <chrono>
@@ -11,26 +11,30 @@
 
 namespace mordinspect {
 
-// A request beyond a limit is not passed on: it fails, and so does each one after it until Begin or Forget.
+// A request beyond a limit is not passed on: it fails with STATUS_OF_REFUSED_REQUEST or address 0, and so does every
+// later one until Begin or Forget. Belongs to one thread. Recording can throw std::bad_alloc.
 //
-// It has fields of its own, and a Native has no virtual destructor: no owner may delete it as a Native.
+// It has more fields than Native, which has no virtual destructor: no owner may delete it as a Native.
 class RecordingNative final : public Native {
 public:
-    // Sees each read of memory that was passed on, with what it delivered.
+    // Called after each read of memory that was passed on, with the bytes read.
     using Watch = std::function<void(const Request&, const void* content)>;
 
-    // `layer` serves `process` and outlives this object.
+    // `layer` serves `process`, and must outlive this object. The time limit starts here.
     RecordingNative(platform::Handle process, Native& layer, const Limits& limits);
 
-    // Begins a part: counts anew, but for the time, and forgets the record of the part before.
+    // Begins a part of the output: resets the counters, except for the time, and the record. `watch` is called until
+    // the next Begin; it can be empty.
     void Begin(Watch watch = {});
 
-    // Forgets the record alone: what was counted still counts.
+    // Resets the record but not the counters.
     void Forget() { m_record = {}; }
 
-    // Counts a request that does not go through the layer. False beyond a limit.
+    // Counts a request of `bytes` bytes that does not go through this layer. Returns false, and sets the limit of the
+    // record, if it exceeds a limit.
     bool Admits(uint64_t bytes);
 
+    // The record since the last Begin or Forget.
     const AccessRecord& Record() const { return m_record; }
 
     NtStatus ReadMemory(uint64_t address, void* destination, uint64_t size, uint64_t* bytesRead) override;
@@ -44,7 +48,7 @@ public:
     uint64_t ReadPeb64(void* destination) override;
     uint64_t ReadPeb32(void* destination) override;
 
-    // No part of an inspection makes these: they are passed on, and neither counted nor recorded.
+    // An inspection does not use these: they are passed on, neither counted nor recorded.
     NtStatus GetThreadContext32(platform::Handle thread, void* context) override;
     NtStatus GetThreadContext64(platform::Handle thread, void* context) override;
     uint64_t ReadTeb64(platform::Handle thread, void* destination) override;

@@ -17,7 +17,7 @@ constexpr const char* moduleReads[] = {"the loader's data", "the next module"};
 constexpr const char* processQueries[] = {"the size of the system's list of processes",
                                           "the system's list of processes"};
 
-// The last one stands for all that follow.
+// The last name applies to all further requests.
 template <size_t count>
 const char* Name(const char* const (&names)[count], uint32_t number) {
     return names[std::min<size_t>(number, count) - 1];
@@ -59,7 +59,7 @@ const char* WhatWasSeen(Step step) {
     }
 }
 
-// The walks end at a request that fails; where an earlier one failed, that is the reason.
+// A walk ends at a request that fails; if an earlier request failed too, that is the reason.
 Refusal Why(const AccessRecord& record, bool ofModules = false) {
     const Request& last = *record.last;
     if (record.limit) {
@@ -99,7 +99,7 @@ Refusal WhyNoParent(const AccessRecord& record) {
 
 Refusal WhyNoThread(const AccessRecord& record, uint32_t error) {
     if (!record.last) {
-        return ByError("the thread", error); // its opening does not go through the access layer
+        return ByError("the thread", error); // OpenThread does not use the access layer
     }
     if (EndedWith(record, Step::mappedFile)) {
         constexpr auto step = "no drive letter fits the file's device path";
@@ -108,7 +108,7 @@ Refusal WhyNoThread(const AccessRecord& record, uint32_t error) {
     return Why(record);
 }
 
-// The first query fails always, and tells the size; what follows is the memory for the list.
+// The first query always fails and returns the size; the allocation of the list follows.
 Refusal WhyNoProcesses(const AccessRecord& record, uint32_t error) {
     const Request& last = *record.last;
     if (record.limit || !Failed(last.status)) {

@@ -1,4 +1,4 @@
-// Why a part of an inspection is not there, by the record of its requests.
+// The reasons why a part of an inspection is missing, derived from the record of its requests.
 #pragma once
 
 #include <cstdint>
@@ -7,18 +7,19 @@
 
 namespace mordinspect {
 
+// The record must contain a request, except for WhyNoThread. All throw std::bad_alloc.
 Refusal WhyNoString(const AccessRecord& record);
 Refusal WhyNoModules(const AccessRecord& record);
 Refusal WhyNoParent(const AccessRecord& record);
 
-// `error` is the system's last error after the library gave nothing.
+// `error` is GetLastError after the library returned nothing.
 Refusal WhyNoThread(const AccessRecord& record, uint32_t error);
 Refusal WhyNoProcesses(const AccessRecord& record, uint32_t error);
 
-// Where a list goes on of which this much is there.
+// The reason why a list is incomplete. The record ends with the request that failed or was refused.
 Refusal WhyNoMoreModules(const AccessRecord& record);
 
-// For a process that cannot be opened.
+// The reason why a process cannot be opened, with the error of OpenProcess.
 Refusal WhyNotOpened(uint32_t processId, uint32_t error);
 
 } // namespace mordinspect

@@ -1,9 +1,10 @@
-// The streams of the program.
+// The standard streams of the program.
 #pragma once
 
 namespace mordinspect {
 
-// Has lines end as they are written, and a console take the texts as UTF-8. To be called before anything is written.
+// Sets standard output and standard error to binary mode, so that line ends stay as written, and the console to UTF-8.
+// Call it before anything is written.
 void PrepareStreams();
 
 } // namespace mordinspect

@@ -8,14 +8,15 @@ namespace mordinspect {
 
 namespace {
 
-// A target chooses its texts, and they go to a terminal: what would steer that is shown as a question mark.
+// The inspected process controls its texts, and they go to a terminal: control characters, which could steer it, become
+// question marks.
 std::string Utf8(WideText text) {
     std::replace_if(
         text.begin(), text.end(), [](WideChar c) { return c < 0x20 || (c >= 0x7F && c < 0xA0); }, WideChar{'?'});
     return platform::ToUtf8({reinterpret_cast<const char16_t*>(text.data()), text.size()});
 }
 
-// An address with as many digits as its process's addresses have.
+// Returns an address with as many digits as the bitness of its process requires.
 std::string Address(uint64_t address, int bits) {
     char digits[20];
     std::snprintf(digits, sizeof digits, "%0*llx", bits / 4, static_cast<unsigned long long>(address));
@@ -26,7 +27,7 @@ void WriteLine(std::ostream& out, const char* label, const Reading<WideText>& re
     out << label << (reading.value ? Utf8(*reading.value) : "unavailable: " + Words(reading.refusal)) << '\n';
 }
 
-// The end of a list that is not whole.
+// Writes the last line of an incomplete list.
 void WriteCut(std::ostream& out, const std::optional<Refusal>& cut) {
     if (cut) {
         out << "  incomplete: " << Words(*cut) << '\n';

@@ -1,11 +1,12 @@
-// A service that the component binds and holds, and of which it calls nothing but the counting.
+// A service that the component holds without calling it.
 #pragma once
 
 #include "serviceObject.h"
 
 namespace siblings {
 
-// A reference-counted object that answers its identifier. It does nothing more: nothing more is asked of it.
+// A reference-counted object that QueryInterface accepts its own identifier for. It has no other operation: the
+// component needs none.
 class HeldService final : public ServiceObject<HeldService, ISmartUnknown> {
 public:
     explicit HeldService(const GUID& id) : ServiceObject(id) {}

@@ -1,4 +1,4 @@
-// The body of a sibling library's CreateZelkObject.
+// Implements CreateZelkObject of a sibling library.
 #pragma once
 
 #include <span>
@@ -10,15 +10,16 @@
 
 namespace siblings {
 
-// One service of a library. `make` returns a new object with one reference for the caller; it may throw. Services
-// derive from their interface alone, so that the address of the root is that of the interface.
+// A service of a library. `make` returns a new object with one reference for the caller and may throw. A service
+// derives from its interface only, so that ISmartUnknown and the interface have the same address.
 struct ServiceEntry {
     GUID id;
     ISmartUnknown* (*make)(const GUID& id);
 };
 
-// Makes the service that `iid` names and stores it in `*out`. On any other result than RESULT_OK (RESULT_NO_INTERFACE
-// for an identifier that `services` does not hold, RESULT_OUT_OF_MEMORY) `*out` stays untouched.
+// Creates the service `iid`, stores it in `*out` with a reference for the caller and returns RESULT_OK. Otherwise
+// leaves `*out` unchanged and returns RESULT_NO_INTERFACE if `services` lacks the identifier, RESULT_OUT_OF_MEMORY, or
+// RESULT_FAILED for any other exception of `make`. Neither pointer may be null. Any thread may call.
 inline uint32_t CreateService(std::span<const ServiceEntry> services, const GUID* iid, void** out) {
     for (const ServiceEntry& service : services) {
         if (SameIdentifier(*iid, service.id)) {
@@ -31,7 +32,7 @@ inline uint32_t CreateService(std::span<const ServiceEntry> services, const GUID
     return RESULT_NO_INTERFACE;
 }
 
-// `make` for a service that is constructed from its identifier alone.
+// A `make` for services with a constructor that takes the identifier.
 template <typename Service>
 ISmartUnknown* MakeService(const GUID& id) {
     return new Service(id);

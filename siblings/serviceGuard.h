@@ -1,4 +1,4 @@
-// The edge of a sibling library towards exceptions.
+// Keeps exceptions within a sibling library.
 #pragma once
 
 #include <cstdint>
@@ -9,9 +9,9 @@
 
 namespace siblings {
 
-// Runs `action`, which returns a result, and turns an exception of the library's own code into one: sibling and caller
-// may carry different runtimes, and no exception finds its way from one to the other. What is not an exception of the
-// standard library, such as the unwinding of a cancelled thread, passes.
+// Runs `action` and returns its result. Converts std::bad_alloc to RESULT_OUT_OF_MEMORY and any other standard
+// exception to RESULT_FAILED: library and caller can have different runtimes, which cannot exchange exceptions. Other
+// exceptions pass through, such as the unwinding of a cancelled thread.
 template <typename Action>
 uint32_t Guarded(Action action) {
     try {

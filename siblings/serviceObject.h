@@ -1,4 +1,4 @@
-// What every service of a sibling library is: an object that counts its references and deletes itself.
+// The base of every service of a sibling library: a reference-counted object.
 #pragma once
 
 #include <atomic>
@@ -10,11 +10,11 @@
 
 namespace siblings {
 
-// Base of the service `Service`, which implements `Interface` and must be final. An object is made on the heap, with
-// one reference that belongs to whoever made it. AddRef and Release return the number of references after the call and
-// may be called from any thread; the release of the last one deletes the object, on the thread that calls it.
+// Base of `Service`, a final class that implements `Interface`. Objects are on the heap and start with one reference,
+// which belongs to the creator. AddRef and Release return the number of references after the call. Any thread may call
+// them; the last Release deletes the object on its thread.
 //
-// The destructor of a service may run while the process ends: it must neither wait nor take a lock.
+// The destructor of a service can run while the process ends: it must neither wait nor take a lock.
 template <typename Service, typename Interface>
 class ServiceObject : public Interface {
 public:
@@ -31,7 +31,7 @@ public:
         return left;
     }
 
-    // A service answers its own identifier and no other.
+    // Accepts the identifier of the service only. Any thread may call.
     uint32_t QueryInterface(const GUID* iid, void** out) final {
         if (!SameIdentifier(*iid, m_id)) {
             return RESULT_NO_INTERFACE;

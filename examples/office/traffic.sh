@@ -5,7 +5,7 @@ servers() {
     serve 18080 "$traffic/httpServer.py"  # the wiki
     serve 12525 "$traffic/lineServer.pl"  # the notes
     serve 15432 "$traffic/tableServer.py" # the ledger
-    serve 19999 "$traffic/lineServer.pl"  # something that no rule speaks of
+    serve 19999 "$traffic/lineServer.pl"  # a port without a rule
 }
 
 clients() {

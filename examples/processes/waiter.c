@@ -1,4 +1,4 @@
-/* A program for mordhost to start: it says that it is ready, and waits until its standard input ends. */
+/* A program that mordhost starts: it reports that it is ready, and waits until its standard input ends. */
 #include <stdio.h>
 
 int main(void) {

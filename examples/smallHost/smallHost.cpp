@@ -1,6 +1,6 @@
-// A small host: loads mordRev beside its siblings, has it decide five connection events and prints what comes of them.
+// A small host: loads mordRev and its siblings, passes five connection events to it and prints the results.
 //
-//     smallHost [FOLDER]     FOLDER holds mordRev, ZelkBase and Ferrocore; without it the system looks for them
+//     smallHost [FOLDER]     FOLDER contains mordRev, ZelkBase and Ferrocore; default: the system's search path
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -40,7 +40,7 @@ public:
         return RECORD_DELIVERED;
     }
 
-    // The first call asks for the size, the second one brings the buffer.
+    // The first call requests the size, the second one supplies the buffer.
     int32_t GetString(const char* name, char* buffer, int32_t* size) override {
         const auto text = texts.find(name);
         if (text == texts.end()) {
@@ -59,7 +59,7 @@ public:
     }
 };
 
-// The dots that this host holds. Event threads come here at the same time.
+// The dots that this host holds. Several event threads call it concurrently.
 class Dots final : public IDotHost {
 public:
     using Table = std::map<std::string, std::set<std::string>, std::less<>>; // rule guid to machine ids
@@ -77,8 +77,8 @@ public:
         return 0;
     }
 
-    // Answers with all that it holds: rules that were not asked for do no harm. The texts here need no escapes; those
-    // that come from elsewhere do. Only what was allocated here is freed here, by FreeResult.
+    // Returns all dots: additional rules do no harm. The texts here need no JSON escapes; other texts do. The host
+    // allocates the answer here and frees it in FreeResult.
     int32_t QueryDot(const char*, const char*, char** result) override {
         const std::lock_guard lock(m_lock);
         std::string answer;
@@ -142,7 +142,7 @@ void Decide(IMordRev* receiver, const char* what, Record event, std::vector<Reco
     std::printf("  %s\n", reply == REPLY_BLOCK ? "block" : reply == REPLY_ALLOW ? "allow" : "allow, flagged");
 }
 
-// What is set once Init has been given the host.
+// Sets the properties and the allow list, after Init.
 bool SetUp(IMordRev* receiver) {
     uint32_t mode = MODE_ACTION_TABLE;
     char actions[] = R"({"print": 1})";
@@ -155,7 +155,7 @@ bool SetUp(IMordRev* receiver) {
 
 int main(int argc, char** argv) {
     const std::string folder = argc > 1 ? argv[1] : "";
-    // The siblings come first: mordRev looks for them among the loaded libraries and never loads them.
+    // Load the siblings first: mordRev searches for them among the loaded libraries and never loads them.
     for (const char* sibling : {"ZelkBase", "Ferrocore"}) {
         if (LoadFrom(folder, sibling) == nullptr) {
             return EXIT_FAILURE;
@@ -168,7 +168,7 @@ int main(int argc, char** argv) {
     const auto create = reinterpret_cast<CreateZelkObjectFunction>(FindExport(library, "CreateZelkObject"));
     void* object = nullptr;
     if (create == nullptr || create(&IID_IMordRev, &object) != RESULT_OK) {
-        std::fprintf(stderr, "smallHost: the library gives no IMordRev\n");
+        std::fprintf(stderr, "smallHost: the library does not provide IMordRev\n");
         return EXIT_FAILURE;
     }
     auto* const receiver = static_cast<IMordRev*>(object);
@@ -176,7 +176,7 @@ int main(int argc, char** argv) {
     Dots dots({{"rule-ssh", {"LAPTOP-12"}}, {"rule-web-intranet", {"LAPTOP-7", "LAPTOP-12"}}});
     Reports reports;
     if (!receiver->Init(&dots) || !SetUp(receiver)) {
-        std::fprintf(stderr, "smallHost: the receiver cannot be set up\n");
+        std::fprintf(stderr, "smallHost: cannot set up the receiver\n");
         return EXIT_FAILURE;
     }
     receiver->SetReportSink(&reports);

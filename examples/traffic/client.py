@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Talks to a server from a given address: client.py line|table FROM PORT MESSAGE ..."""
+"""Sends messages to a server from a given address: client.py line|table FROM PORT MESSAGE ..."""
 import socket
 import struct
 import sys

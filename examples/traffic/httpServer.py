@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""A web server with one page: httpServer.py PORT. Takes IP version 4 and 6."""
+"""A web server with one page: httpServer.py PORT. Accepts IPv4 and IPv6."""
 import http.server
 import socket
 import sys

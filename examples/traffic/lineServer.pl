@@ -1,5 +1,5 @@
 #!/usr/bin/perl
-# A server of a line protocol: lineServer.pl PORT. Answers each line with its number; "quit" ends the conversation.
+# A server of a line protocol: lineServer.pl PORT. Answers each line with its number; "quit" closes the connection.
 use strict;
 use warnings;
 use IO::Socket::INET;

@@ -1,6 +1,6 @@
 #!/usr/bin/python3
-"""A small database server: tableServer.py PORT. A request is an SQL statement, an answer its rows as JSON, both with
-their length in four bytes before them."""
+"""A small database server: tableServer.py PORT. A request is an SQL statement, and the answer its rows as JSON.
+Each has a four-byte length prefix."""
 import json
 import socketserver
 import sqlite3

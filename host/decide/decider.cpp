@@ -12,7 +12,7 @@ namespace mordhost {
 
 namespace {
 
-// Takes the process path out of a report, and nothing else.
+// Finds the process path in a report.
 class PathFinder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, PathFinder> {
 public:
     bool Key(const char* text, rapidjson::SizeType size, bool) {
@@ -23,10 +23,10 @@ public:
         if (m_isPath) {
             path.assign(text, size);
         }
-        return !m_isPath; // what comes behind it need not be parsed
+        return !m_isPath; // stops the parser after the path
     }
 
-    std::string path; // empty where the report has none
+    std::string path; // empty if the report has none
 
 private:
     bool m_isPath = false;
@@ -86,7 +86,7 @@ const Decision& Decider::Decide(ConnectionEvent&& event) {
     m_sink.Take(decision.reports);
     m_log.Take(decision.log);
     decision.reason = ReasonFromRecords(deletion.type);
-    // What was true at the time of the event goes before what is true now: the process may be gone, and its id taken.
+    // The path in the event has priority: it is of the time of the event. By now the process id may be reused.
     if (decision.process.empty() && !decision.reports.empty()) {
         decision.process = PathInReport(decision.reports.front());
     }

@@ -1,23 +1,24 @@
-// From event to decision.
+// Decides events.
 #pragma once
 
 #include "decide/decision.h"
-#include "library/dotHost.h"
-#include "library/receiver.h"
-#include "library/recordLog.h"
-#include "library/reportSink.h"
+#include "decide/dotHost.h"
+#include "decide/receiver.h"
+#include "decide/recordLog.h"
+#include "decide/reportSink.h"
 #include "policy/policy.h"
 #include "policy/ruleSelection.h"
 
 namespace mordhost {
 
-// Gathers the rules of an event, asks the library, and gathers what it did and said. Owns nothing that it is given.
+// Selects the rules for an event, calls the library and collects the results. Does not own its arguments. For use by
+// one thread.
 class Decider {
 public:
     Decider(const Policy& policy, Receiver& receiver, DotHost& dots, ReportSink& sink, RecordLog& log)
         : m_policy(policy), m_rules(policy.rules), m_receiver(receiver), m_dots(dots), m_sink(sink), m_log(log) {}
 
-    // What comes of the event; valid until the next one is decided.
+    // Decides the event. The result is valid until the next call.
     const Decision& Decide(ConnectionEvent&& event);
 
 private:
@@ -30,7 +31,7 @@ private:
     DotHost& m_dots;
     ReportSink& m_sink;
     RecordLog& m_log;
-    // Kept from event to event for the memory that they hold.
+    // Members, to reuse their memory.
     Decision m_decision;
     std::vector<std::string_view> m_messages;
 };

@@ -1,4 +1,4 @@
-// Log records of the library, taken apart.
+// Parses log records of the library.
 #pragma once
 
 #include <optional>
@@ -6,11 +6,11 @@
 
 namespace mordhost {
 
-// The message of one record, which may have several lines; `record` may end in carriage return and line feed:
+// The message of one record. It may have several lines. The record may end in carriage return and line feed:
 //
 //     2026-11-16 14:03:07 [TRACE][mordRev.cpp 637][CMordRecv::InitLogMoudle] [4312] logger is ready
 //
-// Nothing for a text in which no thread is told.
+// Returns nullopt for a text without a thread id.
 std::optional<std::string_view> MessageOf(std::string_view record);
 
 } // namespace mordhost

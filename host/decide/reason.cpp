@@ -8,29 +8,29 @@ namespace mordhost {
 
 namespace {
 
-// What stood in the way of a rule, the later ones telling more than the earlier ones.
+// Why a rule did not match, in ascending priority.
 enum class RuleHindrance { none, receiverNotStarted, noDot, emptyDot, emptyAllowList, noAllowedMachine };
 
-// What the records of one event tell.
+// What the records of one event say.
 struct Findings {
-    std::string settled; // the phrase of a way out that ends the decision before or without the rules
+    std::string settled; // the phrase of a decision that no rule made
     bool settledByBlock = false;
-    std::string answerFault; // what was wrong with the answer
+    std::string answerFault; // the fault in the answer to the query
     RuleHindrance hindrance = RuleHindrance::none;
-    bool allowListEmpty = false; // said just before a rule fails to match
+    bool allowListEmpty = false; // logged just before a rule fails to match
     std::string match;           // the phrase of the rule that matched
-    std::string overruled;       // the phrase of what lets a block pass
+    std::string overruled;       // the phrase of what changed a block to an allow
 };
 
-// What stands behind `beginning`, if the text begins with it.
-std::optional<std::string_view> Behind(std::string_view text, std::string_view beginning) {
+// The rest of the text after `beginning`; nullopt if it begins differently.
+std::optional<std::string_view> After(std::string_view text, std::string_view beginning) {
     if (!text.starts_with(beginning)) {
         return {};
     }
     return text.substr(beginning.size());
 }
 
-// Splits at the last place of `mark`, so that what stands before it may hold anything.
+// The text before the last occurrence of `mark`. The result may itself contain `mark`.
 std::string_view BeforeLast(std::string_view text, std::string_view mark) {
     return text.substr(0, text.rfind(mark));
 }
@@ -46,7 +46,7 @@ void Settle(Findings& findings, std::string phrase, bool byBlock) {
     findings.settledByBlock = byBlock;
 }
 
-// "MID,rule guid=GUID,reply:1"
+// The phrase for "MID,rule guid=GUID,reply:1".
 std::string MatchPhrase(std::string_view text, const std::string& matchedType) {
     constexpr std::string_view beforeGuid = ",rule guid=";
     const std::string_view ids = BeforeLast(text, ",reply:");
@@ -59,19 +59,19 @@ std::string MatchPhrase(std::string_view text, const std::string& matchedType) {
            (matchedType == "web" ? "web rule " + guid : matchedType);
 }
 
-// The records of the query and its answer.
+// Evaluates a record of the query or its answer. Returns false for any other record.
 bool NoteQuery(std::string_view text, Findings& findings) {
-    if (Behind(text, "query dot network error, exception_mode=")) {
+    if (After(text, "query dot network error, exception_mode=")) {
         const bool allowed = text.ends_with(",reply=1");
         Settle(findings, allowed ? "network error, exception mode allows" : "network error, exception mode blocks",
                !allowed);
-    } else if (Behind(text, "query dot error, reply=")) {
+    } else if (After(text, "query dot error, reply=")) {
         Settle(findings, findings.answerFault.empty() ? "query error" : findings.answerFault, true);
     } else if (text == "data format error.") {
         findings.answerFault = "broken answer to the query";
     } else if (text == "param error") {
         findings.answerFault = "empty answer to the query";
-    } else if (Behind(text, "The down_packet (")) {
+    } else if (After(text, "The down_packet (")) {
         findings.answerFault = "malformed answer to the query";
     } else {
         return false;
@@ -79,21 +79,21 @@ bool NoteQuery(std::string_view text, Findings& findings) {
     return true;
 }
 
-// The records of one rule.
+// Evaluates a record of a rule. Returns false for any other record.
 bool NoteRule(std::string_view text, const std::string& matchedType, Findings& findings) {
     if (text == "receving end not start") {
         Hinder(findings, RuleHindrance::receiverNotStarted);
-    } else if (Behind(text, "query dot result is empty, reply=")) {
+    } else if (After(text, "query dot result is empty, reply=")) {
         Hinder(findings, RuleHindrance::noDot);
-    } else if (Behind(text, "query dot result mid is empty, reply=")) {
+    } else if (After(text, "query dot result mid is empty, reply=")) {
         Hinder(findings, RuleHindrance::emptyDot);
-    } else if (Behind(text, "CMordRecv::IsMatchmid failallow_list_size:")) {
+    } else if (After(text, "CMordRecv::IsMatchmid failallow_list_size:")) {
         findings.allowListEmpty = true;
-    } else if (Behind(text, "not match any mid,guid:")) {
+    } else if (After(text, "not match any mid,guid:")) {
         Hinder(findings, findings.allowListEmpty ? RuleHindrance::emptyAllowList : RuleHindrance::noAllowedMachine);
-    } else if (const auto match = Behind(text, "match mid=")) {
+    } else if (const auto match = After(text, "match mid=")) {
         findings.match = MatchPhrase(*match, matchedType);
-    } else if (const auto deletion = Behind(text, "del dot,ret=")) {
+    } else if (const auto deletion = After(text, "del dot,ret=")) {
         findings.match += deletion->starts_with('1') ? ", its dot is deleted" : ", its dot could not be deleted";
     } else {
         return false;
@@ -101,17 +101,17 @@ bool NoteRule(std::string_view text, const std::string& matchedType, Findings& f
     return true;
 }
 
-// The records of the modes, and of the events that need no decision.
+// Evaluates a record of a mode or of an event that needs no decision.
 void NoteMode(std::string_view text, Findings& findings) {
     if (text == "defender mode is emergency") {
         Settle(findings, "emergency mode allows everything", false);
     } else if (text == "disconnect event not report") {
         Settle(findings, "disconnect", false);
-    } else if (Behind(text, "defender mode is all forbid, reply=")) {
+    } else if (After(text, "defender mode is all forbid, reply=")) {
         Settle(findings, "all-forbid mode blocks", true);
-    } else if (Behind(text, "defender mode=")) {
+    } else if (After(text, "defender mode=")) {
         findings.overruled = "allow-after-decision mode lets it pass";
-    } else if (const auto type = Behind(text, "type=")) {
+    } else if (const auto type = After(text, "type=")) {
         findings.overruled = "action table lets type " + std::string(BeforeLast(*type, ",defender mode=")) + " pass";
     }
 }
@@ -139,7 +139,7 @@ std::string HindrancePhrase(RuleHindrance hindrance) {
 std::string ReasonOf(const std::vector<std::string_view>& messages, const std::string& matchedType) {
     Findings findings;
     for (std::string_view text : messages) {
-        text.remove_prefix(std::min(text.find_first_not_of(' '), text.size())); // some begin with a blank
+        text.remove_prefix(std::min(text.find_first_not_of(' '), text.size())); // some messages begin with a space
         if (!NoteQuery(text, findings) && !NoteRule(text, matchedType, findings)) {
             NoteMode(text, findings);
         }
@@ -150,7 +150,7 @@ std::string ReasonOf(const std::vector<std::string_view>& messages, const std::s
     if (!findings.settled.empty() && !findings.settledByBlock) {
         return findings.settled;
     }
-    // A block, which one of the two may have let pass.
+    // A block, which the action table or the mode may have overruled.
     std::string blocked = findings.settled;
     if (blocked.empty()) {
         const bool faultHides = findings.hindrance <= RuleHindrance::noDot && !findings.answerFault.empty();

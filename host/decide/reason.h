@@ -1,4 +1,4 @@
-// Why an event was decided as it was: one phrase, told from the library's own records.
+// The reason of a decision, derived from the library's log records.
 #pragma once
 
 #include <string>
@@ -7,9 +7,8 @@
 
 namespace mordhost {
 
-// The phrase for the records of one event, whose messages these are; empty when they hold none that is known. Decides
-// nothing: each phrase stands for a record that the library wrote. `matchedType` is the type word of the rule that
-// matched, if one did: the records name a rule by its guid, and people know it by its type.
+// Returns the reason as one phrase. `messages` are those of the records of one event; the phrase is empty if none of
+// them is known. `matchedType` is the type of the rule that matched, if any, because the records hold only its guid.
 std::string ReasonOf(const std::vector<std::string_view>& messages, const std::string& matchedType);
 
 } // namespace mordhost

@@ -1,4 +1,4 @@
-// A JSON text that is parsed where it stands: a stream of RapidJSON's kind, for its in-situ parse.
+// A RapidJSON stream for in-situ parsing.
 #pragma once
 
 #include <array>
@@ -7,12 +7,11 @@
 
 namespace mordhost {
 
-// Over a text, which the parse spoils. The parser looks at strings character by character, and most of theirs stand for
-// themselves: this stream passes over these at the beginning of a string, so that few are left for the parser. It does
-// not look at the encoding of the text.
+// Reads a text, which the parse overwrites. At the start of a string the stream itself skips the characters that need
+// no decoding, because the parser is slow for each character. Does not validate the encoding.
 class InPlaceJson {
 public:
-    using Ch = char; // RapidJSON wants it under this name
+    using Ch = char; // RapidJSON requires this name
 
     explicit InPlaceJson(std::string& text) : m_begin(text.data()), m_at(text.data()) {}
 
@@ -20,7 +19,7 @@ public:
     Ch Take() { return *m_at++; }
     size_t Tell() const { return static_cast<size_t>(m_at - m_begin); }
 
-    // Begins a string. Its value takes the place of its JSON.
+    // Begins a string, whose value overwrites its JSON.
     Ch* PutBegin() {
         Ch* const begin = m_at;
         while (plain[static_cast<unsigned char>(*m_at)]) {
@@ -34,7 +33,7 @@ public:
     void Flush() {}
 
 private:
-    // Which characters neither end a string nor need a look; the NUL behind the text does.
+    // The characters that neither end a string nor need decoding. NUL, which ends the text, is not among them.
     static constexpr auto plain = [] {
         std::array<bool, UCHAR_MAX + 1> table{};
         for (size_t c = 0x20; c < table.size(); ++c) {

@@ -25,7 +25,7 @@ void RequireNoRepeatedMember(const SourceText& source, const JsonNode& object) {
     std::set<std::string_view> seen;
     for (const JsonMember& member : object.members) {
         if (!seen.insert(member.name).second) {
-            source.Refuse(member.begin, Quoted(member.name) + " stands here a second time");
+            source.Refuse(member.begin, Quoted(member.name) + " is repeated");
         }
     }
 }

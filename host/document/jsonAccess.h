@@ -1,6 +1,7 @@
-// Strict reading of a JSON tree: what is not as expected is refused with its place.
+// Strict access to a JSON tree.
 //
-// `what` names a value in messages, such as "the port range". All of these throw DocumentError.
+// All functions throw DocumentError, with the position, for a value that is not as required. `what` names the value in
+// messages, such as "the port range".
 #pragma once
 
 #include <cstdint>
@@ -12,27 +13,29 @@
 
 namespace mordhost {
 
-// Refuses a value of another kind.
+// Requires a value of this kind.
 void RequireKind(const SourceText& source, const JsonNode& node, JsonNode::Kind kind, std::string_view what);
 
-// Refuses members of `object` that stand twice, and those whose name is not among `known`.
+// Requires that all member names of `object` are among `known` and that none is repeated.
 void RequireKnownMembers(const SourceText& source, const JsonNode& object,
                          std::initializer_list<std::string_view> known);
+
+// Requires that no member name of `object` is repeated.
 void RequireNoRepeatedMember(const SourceText& source, const JsonNode& object);
 
 // The member `name` of `object`, or null.
 const JsonNode* FindMember(const JsonNode& object, std::string_view name);
 
-// The member `name` of `object`; refuses an object without it.
+// The member `name` of `object`, which is required.
 const JsonNode& RequireMember(const SourceText& source, const JsonNode& object, std::string_view name);
 
-// A string without a NUL, since texts go to the library with a NUL at their end.
+// Requires a string without a NUL character, because the library takes NUL-terminated texts.
 const std::string& RequireText(const SourceText& source, const JsonNode& node, std::string_view what);
 
-// The same for a name at `begin`.
+// Requires a name at offset `begin` without a NUL character.
 void RequireNoNul(const SourceText& source, size_t begin, std::string_view text, std::string_view what);
 
-// A whole number within the bounds, which belong to the range.
+// Requires an integer from `least` to `greatest`.
 int64_t RequireInteger(const SourceText& source, const JsonNode& node, int64_t least, int64_t greatest,
                        std::string_view what);
 

@@ -13,11 +13,11 @@ namespace {
 
 constexpr size_t deepest = 64;
 
-// Builds the tree from the parser's calls. A value begins where white space, comma and colon end behind the token
-// before it, and for all but brackets it ends where the parser stands when it calls.
+// Builds the tree from the events of the parser. A value begins after the white space, comma and colon that follow the
+// previous token. All values except objects and arrays end at the position of the parser at the time of the event.
 class TreeBuilder {
 public:
-    using Ch = char; // RapidJSON wants it under this name
+    using Ch = char; // RapidJSON requires this name
 
     TreeBuilder(std::string_view text, const rapidjson::MemoryStream& stream, size_t start)
         : m_text(text), m_stream(stream), m_start(start), m_last(start) {}
@@ -94,7 +94,7 @@ private:
         JsonNode& node = Place();
         node.kind = kind;
         node.begin = m_last - 1;
-        m_open.push_back(&node); // stays put: its parent grows no further while it is open
+        m_open.push_back(&node); // stays valid: the parent does not grow while this is open
         return true;
     }
 
@@ -106,8 +106,8 @@ private:
 
     std::string_view m_text;
     const rapidjson::MemoryStream& m_stream;
-    size_t m_start; // where the stream begins in the text
-    size_t m_last;  // behind the last token that was seen
+    size_t m_start; // offset of the stream in the text
+    size_t m_last;  // offset after the last token
     JsonNode m_root;
     std::vector<JsonNode*> m_open;
     bool m_tooDeep = false;
@@ -120,15 +120,14 @@ private:
     source.Refuse(0, reason);
 }
 
-// Refuses a text that is in another encoding of Unicode in words that say so: to the parser it is a text without a
-// value, or with a wrong one.
+// Reports UTF-16 and UTF-32 by name. The parser would only report an invalid value.
 void RequireUtf8(const SourceText& source) {
     const std::string_view text = source.Text();
     const std::string_view start = text.substr(0, 4);
     if (start.starts_with(std::string_view("\xFF\xFE\0\0", 4)) || start == std::string_view("\0\0\xFE\xFF", 4)) {
         RefuseEncoding(source, "UTF-32");
     }
-    // Without a mark, the first two characters tell: they are of ASCII, so that every second byte is 0.
+    // Without a byte order mark: the first two characters of JSON are ASCII, so that every second byte is 0.
     const auto isZero = [start](size_t place) { return start[place] == '\0'; };
     const bool everySecond =
         start.size() == 4 && isZero(0) == isZero(2) && isZero(1) == isZero(3) && isZero(0) != isZero(1);
@@ -140,7 +139,7 @@ void RequireUtf8(const SourceText& source) {
 [[noreturn]] void RefuseError(const SourceText& source, size_t offset, rapidjson::ParseErrorCode code) {
     const std::string_view rest = source.Text().substr(std::min(offset, source.Text().size()));
     if (rest.starts_with('\0')) {
-        source.Refuse(offset, "a NUL byte stands in the text: the file is no text, or it is damaged");
+        source.Refuse(offset, "the text contains a NUL byte: the file is not a text, or it is damaged");
     }
     if (code == rapidjson::kParseErrorStringInvalidEncoding) {
         source.Refuse(offset, "the string is not UTF-8: save the file as UTF-8");
@@ -183,7 +182,7 @@ JsonNode ParseJson(const SourceText& source) {
     if (result.IsError()) {
         RefuseError(source, start + result.Offset(), result.Code());
     }
-    // The parser takes a raw NUL for the end of the text.
+    // The parser treats a NUL byte as the end of the text.
     if (start + stream.Tell() < text.size()) {
         RefuseError(source, start + stream.Tell(), rapidjson::kParseErrorNone);
     }

@@ -1,4 +1,4 @@
-// JSON as a tree whose every value knows where it stands, so that a refusal can name the place.
+// A JSON tree whose values know their positions, for error messages.
 #pragma once
 
 #include <cstddef>
@@ -15,25 +15,25 @@ struct JsonNode {
     enum class Kind { null, boolean, number, string, array, object };
 
     Kind kind = Kind::null;
-    size_t begin = 0;   // offsets in the source: the first byte of the value,
-    size_t end = 0;     // and the one behind its last
-    std::string text;   // a string's value, or a number as it is spelt
-    bool truth = false; // a boolean's value
+    size_t begin = 0;   // offset of the first byte in the source
+    size_t end = 0;     // offset after the last byte
+    std::string text;   // the value of a string, or a number as written
+    bool truth = false; // the value of a boolean
     std::vector<JsonNode> elements;
-    std::vector<JsonMember> members; // in document order, repeated names included
+    std::vector<JsonMember> members; // in document order, including repeated names
 };
 
 struct JsonMember {
     std::string name;
-    size_t begin = 0; // of the name's opening quote
+    size_t begin = 0; // offset of the opening quote of the name
     JsonNode value;
 };
 
-// "a string", "an object", … as messages name a kind.
+// The kind for messages: "a string", "an object".
 const char* KindName(JsonNode::Kind kind);
 
-// Parses the whole of `source` as strict JSON in valid UTF-8; a byte order mark in front is passed over. Throws
-// DocumentError, also for values nested more than 64 deep. Uses no stack that grows with the text.
+// Parses `source` as strict JSON in valid UTF-8, with an optional byte order mark. Throws DocumentError, also for
+// values that are nested more than 64 levels deep. The use of stack memory does not depend on the text.
 JsonNode ParseJson(const SourceText& source);
 
 } // namespace mordhost

@@ -25,11 +25,11 @@ SourceText::SourceText(std::string name, std::string text, size_t firstLine)
 
 Location SourceText::At(size_t offset) const {
     std::string_view before = Text().substr(0, std::min(offset, m_text.size()));
-    // No editor shows the mark as a character.
+    // Editors do not show the mark as a character.
     if (before.starts_with(byteOrderMark)) {
         before.remove_prefix(byteOrderMark.size());
     }
-    const size_t lineStart = before.rfind('\n') + 1; // 0 where there is none
+    const size_t lineStart = before.rfind('\n') + 1; // 0 in the first line
     const auto lines = static_cast<size_t>(std::count(before.begin(), before.end(), '\n'));
     const std::string_view line = before.substr(lineStart);
     const auto characters = static_cast<size_t>(std::count_if(line.begin(), line.end(), StartsCharacter));

@@ -1,4 +1,4 @@
-// A text with a name, and the places in it.
+// A named text and positions in it.
 #pragma once
 
 #include <cstddef>
@@ -8,7 +8,7 @@
 
 namespace mordhost {
 
-// A place in a document, counted from 1. The column counts characters (code points of UTF-8), not bytes.
+// A position in a document, counted from 1. The column counts characters (Unicode code points), not bytes.
 struct Location {
     std::string file;
     size_t line = 1;
@@ -18,27 +18,27 @@ struct Location {
     std::string Text() const;
 };
 
-// A document that is refused: what() is "FILE:LINE:COLUMN: REASON".
+// The error of an invalid document: what() is "FILE:LINE:COLUMN: REASON".
 class DocumentError : public std::runtime_error {
 public:
     DocumentError(const Location& where, const std::string& reason);
 };
 
-// A document may begin with it; it counts as no character.
+// Optional at the start of a document. Columns do not count it.
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
 class SourceText {
 public:
-    // `name` is what messages call the text, `firstLine` the number of its first line within the file.
+    // `name` is the name for messages, `firstLine` the number of the first line within the file.
     SourceText(std::string name, std::string text, size_t firstLine = 1);
 
     const std::string& Name() const { return m_name; }
     std::string_view Text() const { return m_text; }
 
-    // The place of the byte at `offset`; an offset behind the end counts as the end.
+    // The position of the byte at `offset`, or of the end of the text if `offset` is beyond it.
     Location At(size_t offset) const;
 
-    // Throws the DocumentError that `reason` gives at `offset`.
+    // Throws a DocumentError with `reason` and the position of `offset`.
     [[noreturn]] void Refuse(size_t offset, const std::string& reason) const;
 
 private:

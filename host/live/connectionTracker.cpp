@@ -13,7 +13,7 @@ bool IsUnspecified(const IpAddress& address) {
     return std::all_of(address.bytes.begin(), address.bytes.end(), [](uint8_t byte) { return byte == 0; });
 }
 
-// A socket that listens on the unspecified address of version 6 takes version 4 too.
+// A socket that listens on the unspecified v6 address accepts v4 connections too.
 bool ListensAt(const TcpSocket& listener, const IpAddress& address, uint16_t port) {
     if (listener.localPort != port) {
         return false;
@@ -48,7 +48,7 @@ const TcpSocket* ConnectionTracker::ListenerOf(const std::vector<TcpSocket>& lis
 void ConnectionTracker::NoteComing(const std::vector<TcpSocket>& listeners, const TcpSocket& connection,
                                    std::vector<ConnectionChange>& changes) {
     const bool known = m_tracked.contains(connection.cookie) || m_over.contains(connection.cookie);
-    if (known || connection.remotePort == 0) { // a socket that listened is no connection
+    if (known || connection.remotePort == 0) { // a listening socket is not a connection
         return;
     }
     Tracked& tracked = m_tracked[connection.cookie];
@@ -63,7 +63,7 @@ void ConnectionTracker::NoteEnd(uint64_t cookie, std::vector<ConnectionChange>& 
     if (tracked == m_tracked.end()) {
         return;
     }
-    if (tracked->second.told) {
+    if (tracked->second.reported) {
         changes.push_back(tracked->second.change);
         changes.back().ended = true;
     }

@@ -1,4 +1,4 @@
-// Which inbound connections have come and gone between two looks at the kernel's list.
+// Finds the inbound connections that came and went between two looks at the sockets of the machine.
 #pragma once
 
 #include <cstddef>
@@ -12,30 +12,30 @@
 
 namespace mordhost {
 
-// One inbound connection that came or went.
+// An inbound connection that came or ended.
 struct ConnectionChange {
     bool ended = false;
-    size_t number = 0; // counted from 1 in the order of coming; an end has that of its connection
+    size_t number = 0; // counted from 1 in the order of coming; the end has the number of its connection
     TcpSocket connection;
-    uint64_t listenerInode = 0; // of the socket that the connection came to
+    uint64_t listenerInode = 0; // of the socket that accepts the connection
 };
 
 class ConnectionTracker {
 public:
-    // `listeners` and `connections` are there already: nothing is told of them.
+    // `listeners` and `connections` exist already and are not reported.
     ConnectionTracker(std::vector<TcpSocket> listeners, const std::vector<TcpSocket>& connections);
 
-    // Looks at what there is now and at what has ended since the last look, as far as that was heard, and tells the
-    // changes: what came, then what went. A connection is inbound when a socket listens at its local end, now or at the
-    // last look, since a server may stop listening once it is served. One that came and went between two looks is told
-    // only if its end was heard.
+    // Returns the changes since the last look: first the connections that came, then those that ended. The arguments
+    // are the present sockets and those that are known to have ended since the last look. A connection is inbound if a
+    // socket listens at its local end now or at the last look, because a server may stop listening. A connection that
+    // came and went between two looks is found only if `ended` has it.
     std::vector<ConnectionChange> Look(std::vector<TcpSocket> listeners, const std::vector<TcpSocket>& connections,
                                        const std::vector<TcpSocket>& ended);
 
 private:
     struct Tracked {
         ConnectionChange change;
-        bool told = false; // whether its coming was
+        bool reported = false; // whether Look has returned it
     };
 
     const TcpSocket* ListenerOf(const std::vector<TcpSocket>& listeners, const TcpSocket& connection) const;
@@ -45,7 +45,7 @@ private:
 
     std::vector<TcpSocket> m_listeners; // at the last look
     std::map<uint64_t, Tracked> m_tracked;
-    std::set<uint64_t> m_over; // cookies of the connections that ended last, whose end may be heard again
+    std::set<uint64_t> m_over; // cookies of the last connections that ended, whose end may be reported again
     std::deque<uint64_t> m_overInOrder;
     size_t m_count = 0;
 };

@@ -1,31 +1,35 @@
-// The machine's own inbound connections, as events.
+// The inbound connections of this machine as events.
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <vector>
 
-#include "events/connectionEvent.h"
+#include "document/ipAddress.h"
 #include "live/connectionTracker.h"
 #include "live/socketDiag.h"
-#include "net/ipAddress.h"
+#include "policy/connectionEvent.h"
 
 namespace mordhost {
 
 class ConnectionWatcher {
 public:
-    // From now on. The events of remote ends in one of the ranges `flagged` bear EVENT_FLAG_REPLY_TWO, for which the
-    // kernel has no equal. Throws RunError.
+    // Reports changes from now on. Events with a remote end in one of the ranges `flagged` have EVENT_FLAG_REPLY_TWO,
+    // for which the kernel has no equivalent. Throws RunError.
     explicit ConnectionWatcher(std::vector<AddressRange> flagged);
 
-    // Whether connections are told that come and go between two looks.
+    // Whether connections that come and go between two looks are found.
     bool SeesAll() const { return m_diag.HearsEnds(); }
 
-    // What becomes readable when there may be events, besides the passing of time; -1 where nothing does.
+    // The descriptor that becomes readable when connections end; -1 if there is none.
     int Handle() const { return m_diag.EndsHandle(); }
 
-    // The events since the last look. Connections have the names "connection-1", "connection-2", …, their ends
-    // "disconnect-1", …; a process is that of the connection or, as long as none has taken it, that which listens for
-    // it. Throws RunError.
+    // Reads the reports of ended connections for the next look. Returns whether there were any.
+    bool CollectEnds();
+
+    // The events since the last look. Connections are named "connection-1", "connection-2", …, their ends
+    // "disconnect-1", …. The process is the one that accepted the connection, or the one that listens while none has.
+    // Throws RunError.
     std::vector<ConnectionEvent> Look();
 
 private:
@@ -35,11 +39,9 @@ private:
     ConnectionTracker m_tracker;
     std::vector<AddressRange> m_flagged;
     int64_t m_kernelVersion;
-    // Of the connections that are there, by their numbers: an end has the process of its connection.
-    std::map<size_t, ConnectionEvent> m_open;
+    std::vector<TcpSocket> m_ended; // since the last look
+    std::map<size_t, ConnectionEvent>
+        m_open; // present connections by number: the end has the process of the connection
 };
-
-// An address as text.
-std::string AddressText(const IpAddress& address);
 
 } // namespace mordhost

@@ -5,18 +5,17 @@
 #include <cstdio>
 #include <utility>
 
-#include <arpa/inet.h>
 #include <sys/utsname.h>
 
-#include "events/timestamp.h"
 #include "frame/values.h"
 #include "live/processOwners.h"
+#include "policy/timestamp.h"
 
 namespace mordhost {
 
 namespace {
 
-// The kernel is the driver: "6.1.90" is 6001090.
+// The kernel version stands for the driver version: "6.1.90" is 6001090.
 int64_t KernelVersion() {
     utsname names{};
     uname(&names);
@@ -29,20 +28,21 @@ int64_t KernelVersion() {
 
 } // namespace
 
-std::string AddressText(const IpAddress& address) {
-    char text[INET6_ADDRSTRLEN] = "";
-    inet_ntop(address.version == IpAddress::Version::v4 ? AF_INET : AF_INET6, address.bytes.data(), text, sizeof text);
-    return text;
-}
-
 ConnectionWatcher::ConnectionWatcher(std::vector<AddressRange> flagged)
     : m_tracker(m_diag.Listeners(), m_diag.Connections()), m_flagged(std::move(flagged)),
       m_kernelVersion(KernelVersion()) {}
 
-std::vector<ConnectionEvent> ConnectionWatcher::Look() {
-    // The ends first: a connection that ends after this is in the list still, or is heard of at the next look.
+bool ConnectionWatcher::CollectEnds() {
     const std::vector<TcpSocket> ended = m_diag.TakeEnded();
-    std::vector<TcpSocket> connections = m_diag.Connections();
+    m_ended.insert(m_ended.end(), ended.begin(), ended.end());
+    return !ended.empty();
+}
+
+std::vector<ConnectionEvent> ConnectionWatcher::Look() {
+    // The ends first: a connection that ends after this is still in the list, or is reported at the next look.
+    CollectEnds();
+    const std::vector<TcpSocket> ended = std::exchange(m_ended, {});
+    const std::vector<TcpSocket> connections = m_diag.Connections();
     const std::vector<ConnectionChange> changes = m_tracker.Look(m_diag.Listeners(), connections, ended);
 
     std::set<uint64_t> inodes;
@@ -84,9 +84,9 @@ ConnectionEvent ConnectionWatcher::EventOf(const ConnectionChange& change) const
     event.time = Timestamp(std::chrono::system_clock::now());
     event.name = (change.ended ? "disconnect-" : "connection-") + std::to_string(change.number);
     event.flags = flagged ? static_cast<uint32_t>(EVENT_FLAG_REPLY_TWO) : 0;
-    event.remoteAddress = AddressText(change.connection.remote);
+    event.remoteAddress = TextOf(change.connection.remote);
     event.remotePort = change.connection.remotePort;
-    event.localAddress = AddressText(change.connection.local);
+    event.localAddress = TextOf(change.connection.local);
     event.localPort = change.connection.localPort;
     event.netDrv = m_kernelVersion;
     return event;

@@ -1,24 +1,25 @@
 // The loop of the commands that watch the machine.
 #pragma once
 
-#include <cstddef>
 #include <functional>
 #include <optional>
 #include <vector>
 
-#include "events/connectionEvent.h"
-#include "net/ipAddress.h"
+#include "document/ipAddress.h"
+#include "policy/connectionEvent.h"
+#include "system/hostSystem.h"
 
 namespace mordhost {
 
 struct LiveOptions {
-    std::optional<unsigned> seconds; // without them: until the user interrupts the process
+    std::optional<unsigned> seconds; // duration; if absent, until a stop request
     std::vector<AddressRange> flagged;
 };
 
-// Watches the machine's inbound connections and hands each event to `handle`, until the time is over or a request to
-// stop is made. Says on the standard error when it is ready, and whether it may miss connections.
-// Throws RunError, and what `handle` throws.
-void WatchConnections(const LiveOptions& options, const std::function<void(ConnectionEvent)>& handle);
+// Passes each event of the machine's inbound connections to `handle`, until the time is over or at a stop request.
+// Reports on the standard error that it is ready, and whether it may miss connections. Throws RunError, also when the
+// reader of `output`, the stream that `handle` writes to, is gone, and what `handle` throws.
+void WatchConnections(const LiveOptions& options, std::optional<Stream> output,
+                      const std::function<void(ConnectionEvent)>& handle);
 
 } // namespace mordhost

@@ -4,43 +4,46 @@
 #include <iostream>
 #include <utility>
 
-#include <poll.h>
-
 #include "live/connectionWatcher.h"
-#include "system/stopHandlePosix.h"
-#include "system/stopRequest.h"
+#include "live/lookPause.h"
+#include "system/lostReaderPosix.h"
+#include "system/runError.h"
 
 namespace mordhost {
 
 namespace {
 
 using Clock = std::chrono::steady_clock;
-constexpr std::chrono::milliseconds betweenLooks(20);
 
-// Waits until the next look. Returns false when the process is to stop.
-bool WaitForLook(const ConnectionWatcher& watcher) {
-    pollfd handles[] = {{StopHandle(), POLLIN, 0}, {watcher.Handle(), POLLIN, 0}}; // one of -1 is passed over
-    poll(handles, 2, static_cast<int>(betweenLooks.count()));
-    return !StopRequested();
+void RequireReader(std::optional<Stream> output) {
+    if (output && HasLostReader(*output)) {
+        throw RunError("cannot write the standard output: its reader is gone");
+    }
 }
 
 } // namespace
 
-void WatchConnections(const LiveOptions& options, const std::function<void(ConnectionEvent)>& handle) {
+void WatchConnections(const LiveOptions& options, std::optional<Stream> output,
+                      const std::function<void(ConnectionEvent)>& handle) {
     ConnectionWatcher watcher(options.flagged);
     if (!watcher.SeesAll()) {
-        std::cerr << "mordhost: warning: without the right to administer the network (CAP_NET_ADMIN), connections "
-                     "shorter than "
-                  << betweenLooks.count() << " ms are missed\n";
+        std::cerr << "mordhost: warning: connections shorter than " << PauseAfterLook({}).count()
+                  << " ms are missed, because the right to administer the network (CAP_NET_ADMIN) is missing\n";
     }
     std::cerr << "mordhost: watching inbound connections" << std::endl;
     const Clock::time_point end = Clock::now() + std::chrono::seconds(options.seconds.value_or(0));
+    std::chrono::milliseconds pause = PauseAfterLook({});
     bool wanted = true;
     while (wanted) {
-        wanted = WaitForLook(watcher) && !(options.seconds && Clock::now() >= end);
-        for (ConnectionEvent& event : watcher.Look()) { // once more at the end, for what came meanwhile
+        wanted = PauseBeforeLook(pause, watcher.Handle(), [&watcher] { return watcher.CollectEnds(); }) &&
+                 !(options.seconds && Clock::now() >= end);
+        const Clock::time_point begin = Clock::now();
+        // Also once at the end, for the last connections.
+        for (ConnectionEvent& event : watcher.Look()) {
             handle(std::move(event));
         }
+        RequireReader(output);
+        pause = PauseAfterLook(Clock::now() - begin);
     }
 }
 

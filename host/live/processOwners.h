@@ -1,4 +1,4 @@
-// Which process has a socket open.
+// Finds the process that has a socket open.
 #pragma once
 
 #include <cstdint>
@@ -10,11 +10,11 @@ namespace mordhost {
 
 struct ProcessOwner {
     uint32_t pid = 0;
-    std::string path; // of its image; empty when the system does not tell it
+    std::string path; // of its image; empty if the system does not reveal it
 };
 
-// The processes that have the sockets with these inodes open, by inode: of several the one with the least id. Inodes
-// that no process has open, or none that this user may look into, are absent.
+// The processes that have the sockets with these inodes open, by inode; of several processes, the one with the lowest
+// id. Inodes are absent that no process has open, or only one that this user may not inspect.
 std::map<uint64_t, ProcessOwner> FindOwners(const std::set<uint64_t>& inodes);
 
 } // namespace mordhost

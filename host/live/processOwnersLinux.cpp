@@ -29,7 +29,7 @@ std::optional<uint64_t> SocketInode(const std::string& target) {
     return NumberOf<uint64_t>(std::string_view(target).substr(beginning.size(), target.size() - beginning.size() - 1));
 }
 
-// Everything here may vanish while it is looked at, and much may be closed to this user: then it is passed over.
+// Skips what disappears meanwhile and what this user may not read.
 void LookInto(const fs::path& process, uint32_t pid, const std::set<uint64_t>& inodes,
               std::map<uint64_t, ProcessOwner>& owners) {
     std::error_code error;

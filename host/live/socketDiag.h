@@ -1,41 +1,39 @@
-// The kernel's own list of TCP sockets, over its socket diagnostics.
+// The TCP sockets of this machine, from the socket diagnostics of the kernel (netlink).
 #pragma once
 
 #include <vector>
 
 #include "live/tcpSocket.h"
+#include "system/descriptorPosix.h"
 
 namespace mordhost {
 
 class SocketDiag {
 public:
-    // Throws RunError when the kernel does not answer such questions.
+    // Throws RunError if the kernel has no socket diagnostics.
     SocketDiag();
-    ~SocketDiag();
-    SocketDiag(const SocketDiag&) = delete;
-    SocketDiag& operator=(const SocketDiag&) = delete;
 
-    // All sockets that listen; they have no remote end. Throws RunError.
+    // All listening sockets. They have no remote end. Throws RunError.
     std::vector<TcpSocket> Listeners();
 
     // All sockets with a connection that this side has not closed. Throws RunError.
     std::vector<TcpSocket> Connections();
 
-    // Whether the kernel tells of each connection that ends. It needs the right to administer the network.
-    bool HearsEnds() const { return m_ends >= 0; }
+    // Whether the kernel reports each connection that ends. This needs CAP_NET_ADMIN.
+    bool HearsEnds() const { return m_ends.IsOpen(); }
 
-    // What becomes readable when connections have ended; -1 when HearsEnds is false.
-    int EndsHandle() const { return m_ends; }
+    // The descriptor that becomes readable when connections have ended; -1 if HearsEnds is false.
+    int EndsHandle() const { return m_ends.Get(); }
 
-    // The sockets that have ended since the last call, without waiting. Some may be lost when there were very many.
+    // The sockets that ended since the last call. Does not wait. The kernel drops reports when there are too many.
     std::vector<TcpSocket> TakeEnded();
 
 private:
     std::vector<TcpSocket> Dump(uint32_t states);
     void DumpFamily(uint8_t family, uint32_t states, std::vector<TcpSocket>& sockets);
 
-    int m_questions = -1; // netlink socket for questions and answers
-    int m_ends = -1;      // netlink socket that hears of ends
+    Descriptor m_requests;
+    Descriptor m_ends;
 };
 
 } // namespace mordhost

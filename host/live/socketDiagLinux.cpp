@@ -11,7 +11,6 @@
 #include <linux/netlink.h>
 #include <linux/sock_diag.h>
 #include <sys/socket.h>
-#include <unistd.h>
 
 #include "system/runError.h"
 
@@ -19,7 +18,7 @@ namespace mordhost {
 
 namespace {
 
-// The kernel's numbers of the states of TCP; its own header of them does not go together with that of the C library.
+// The TCP states of the kernel. Its header conflicts with that of the C library.
 constexpr uint32_t established = 1U << 1U;
 constexpr uint32_t finWait1 = 1U << 4U;
 constexpr uint32_t closeWait = 1U << 8U;
@@ -27,10 +26,10 @@ constexpr uint32_t lastAck = 1U << 9U;
 constexpr uint32_t listening = 1U << 10U;
 constexpr uint32_t closing = 1U << 11U;
 
-// Without FIN_WAIT2: the kernel gives that state to what is left of a connection that is over, too.
+// Without FIN_WAIT2, which the kernel also uses for the remains of an ended connection.
 constexpr uint32_t connected = established | finWait1 | closeWait | lastAck | closing;
 
-// Room for one datagram of the kernel's, aligned for its headers.
+// Buffer for a datagram of the kernel, aligned for its headers.
 struct alignas(nlmsghdr) Datagram {
     std::array<char, 65536> bytes;
 };
@@ -39,14 +38,12 @@ struct alignas(nlmsghdr) Datagram {
     throw RunError("cannot watch connections: " + what + ": " + std::generic_category().message(errno));
 }
 
-int OpenNetlink() {
-    return socket(AF_NETLINK, SOCK_RAW | SOCK_CLOEXEC, NETLINK_SOCK_DIAG);
+Descriptor OpenNetlink() {
+    return Descriptor(socket(AF_NETLINK, SOCK_RAW | SOCK_CLOEXEC, NETLINK_SOCK_DIAG));
 }
 
 IpAddress AddressOf(uint8_t family, const uint32_t (&words)[4]) {
-    char text[INET6_ADDRSTRLEN] = "";
-    inet_ntop(family, words, text, sizeof text);
-    return ParseIpAddress(text).value_or(IpAddress{}); // reads a mapped address as what it stands for
+    return MakeIpAddress(family == AF_INET ? IpVersion::v4 : IpVersion::v6, words);
 }
 
 TcpSocket SocketOf(const inet_diag_msg& message) {
@@ -60,7 +57,7 @@ TcpSocket SocketOf(const inet_diag_msg& message) {
     return tcp;
 }
 
-// Appends the sockets in a datagram. Returns whether the kernel's answer goes on behind it.
+// Appends the sockets in a datagram. Returns whether more datagrams of the answer follow.
 bool ReadDatagram(const Datagram& datagram, size_t size, std::vector<TcpSocket>& sockets) {
     auto left = static_cast<unsigned>(size);
     for (auto* header = reinterpret_cast<const nlmsghdr*>(datagram.bytes.data()); NLMSG_OK(header, left);
@@ -70,7 +67,7 @@ bool ReadDatagram(const Datagram& datagram, size_t size, std::vector<TcpSocket>&
         }
         if (header->nlmsg_type == NLMSG_ERROR) {
             errno = -static_cast<const nlmsgerr*>(NLMSG_DATA(header))->error;
-            Fail("the kernel refuses the question");
+            Fail("the kernel refuses the request");
         }
         if (header->nlmsg_type == SOCK_DIAG_BY_FAMILY && header->nlmsg_len >= NLMSG_LENGTH(sizeof(inet_diag_msg))) {
             inet_diag_msg message;
@@ -81,35 +78,23 @@ bool ReadDatagram(const Datagram& datagram, size_t size, std::vector<TcpSocket>&
     return true;
 }
 
-// Listens for the ends of connections; -1 without the right to.
-int OpenEnds() {
-    const int handle = OpenNetlink();
-    if (handle < 0) {
-        return -1;
-    }
+// Opens a socket that receives the ends of connections. Not open if the right for that is missing.
+Descriptor OpenEnds() {
+    Descriptor handle = OpenNetlink();
     sockaddr_nl address{};
     address.nl_family = AF_NETLINK;
     address.nl_groups = 1U << (SKNLGRP_INET_TCP_DESTROY - 1U) | 1U << (SKNLGRP_INET6_TCP_DESTROY - 1U);
-    if (bind(handle, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) {
-        close(handle);
-        return -1;
+    if (bind(handle.Get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) {
+        handle.Close();
     }
     return handle;
 }
 
 } // namespace
 
-SocketDiag::SocketDiag() : m_questions(OpenNetlink()), m_ends(OpenEnds()) {
-    if (m_questions < 0) {
+SocketDiag::SocketDiag() : m_requests(OpenNetlink()), m_ends(OpenEnds()) {
+    if (!m_requests.IsOpen()) {
         Fail("there are no socket diagnostics");
-    }
-}
-
-SocketDiag::~SocketDiag() {
-    for (const int handle : {m_questions, m_ends}) {
-        if (handle >= 0) {
-            close(handle);
-        }
     }
 }
 
@@ -131,23 +116,23 @@ std::vector<TcpSocket> SocketDiag::Dump(uint32_t states) {
 void SocketDiag::DumpFamily(uint8_t family, uint32_t states, std::vector<TcpSocket>& sockets) {
     struct {
         nlmsghdr header;
-        inet_diag_req_v2 question;
+        inet_diag_req_v2 filter;
     } request{};
     request.header.nlmsg_len = sizeof request;
     request.header.nlmsg_type = SOCK_DIAG_BY_FAMILY;
     request.header.nlmsg_flags = NLM_F_REQUEST | NLM_F_DUMP;
-    request.question.sdiag_family = family;
-    request.question.sdiag_protocol = IPPROTO_TCP;
-    request.question.idiag_states = states;
-    if (send(m_questions, &request, sizeof request, 0) < 0) {
-        Fail("the question is not taken");
+    request.filter.sdiag_family = family;
+    request.filter.sdiag_protocol = IPPROTO_TCP;
+    request.filter.idiag_states = states;
+    if (send(m_requests.Get(), &request, sizeof request, 0) < 0) {
+        Fail("the kernel does not accept the request");
     }
     Datagram datagram;
     bool more = true;
     while (more) {
-        const ssize_t size = recv(m_questions, datagram.bytes.data(), datagram.bytes.size(), 0);
+        const ssize_t size = recv(m_requests.Get(), datagram.bytes.data(), datagram.bytes.size(), 0);
         if (size < 0 && errno != EINTR) {
-            Fail("there is no answer");
+            Fail("the kernel does not answer");
         }
         more = size < 0 || ReadDatagram(datagram, static_cast<size_t>(size), sockets);
     }
@@ -156,9 +141,13 @@ void SocketDiag::DumpFamily(uint8_t family, uint32_t states, std::vector<TcpSock
 std::vector<TcpSocket> SocketDiag::TakeEnded() {
     std::vector<TcpSocket> sockets;
     Datagram datagram;
-    ssize_t size = 0;
-    while (m_ends >= 0 && (size = recv(m_ends, datagram.bytes.data(), datagram.bytes.size(), MSG_DONTWAIT)) > 0) {
-        ReadDatagram(datagram, static_cast<size_t>(size), sockets);
+    while (HearsEnds()) {
+        const ssize_t size = recv(m_ends.Get(), datagram.bytes.data(), datagram.bytes.size(), MSG_DONTWAIT);
+        if (size > 0) {
+            ReadDatagram(datagram, static_cast<size_t>(size), sockets);
+        } else if (size == 0 || (errno != EINTR && errno != ENOBUFS)) { // ENOBUFS: reports were dropped, others follow
+            break;
+        }
     }
     return sockets;
 }

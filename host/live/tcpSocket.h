@@ -1,10 +1,9 @@
-// A TCP socket of this machine, as the kernel tells it.
+// A TCP socket of this machine.
 #pragma once
 
 #include <cstdint>
-#include <string>
 
-#include "net/ipAddress.h"
+#include "document/ipAddress.h"
 
 namespace mordhost {
 
@@ -13,8 +12,8 @@ struct TcpSocket {
     IpAddress remote;
     uint16_t localPort = 0;
     uint16_t remotePort = 0;
-    uint64_t cookie = 0; // tells this socket apart from all others while the machine runs
-    uint64_t inode = 0;  // by which a process has it open; 0 when none has
+    uint64_t cookie = 0; // unique as long as the machine runs
+    uint64_t inode = 0;  // identifies the open file of a process; 0 if no process has the socket open
 
     bool operator==(const TcpSocket&) const = default;
 };

@@ -12,8 +12,8 @@ bool ContinuesCharacter(char byte) {
     return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
 }
 
-// How many bytes at the start of `text` are a control character. U+0080 to U+009F, two bytes in UTF-8, steer some
-// terminals too.
+// The number of bytes of the control character at the start of `text`; 0 if there is none. Some terminals also
+// interpret U+0080 to U+009F, which are two bytes in UTF-8.
 size_t ControlLength(std::string_view text) {
     const auto byte = static_cast<unsigned char>(text[0]);
     if (byte < 0x20 || byte == 0x7F) {
@@ -22,15 +22,15 @@ size_t ControlLength(std::string_view text) {
     return byte == 0xC2 && text.size() > 1 && static_cast<unsigned char>(text[1]) < 0xA0 ? 2 : 0;
 }
 
-// Whether each byte is a character that is shown as it is.
-bool ShowsAsItIs(std::string_view text) {
+// Whether the text is printable ASCII.
+bool IsPrintableAscii(std::string_view text) {
     return std::all_of(text.begin(), text.end(), [](char c) { return c >= 0x20 && c < 0x7F; });
 }
 
 } // namespace
 
 void BoundedText::Add(std::string_view text) {
-    if (!text.empty() && m_width + text.size() <= m_limit && ShowsAsItIs(text)) { // as most texts are
+    if (!text.empty() && m_width + text.size() <= m_limit && IsPrintableAscii(text)) { // the common case
         m_out += text;
         m_width += text.size();
         m_last = m_out.size() - 1;

@@ -4,8 +4,8 @@
 #include <array>
 #include <string_view>
 
-#include "events/timestamp.h"
 #include "output/boundedText.h"
+#include "policy/timestamp.h"
 
 namespace mordhost {
 
@@ -13,15 +13,15 @@ namespace {
 
 constexpr std::string_view unknown = "-";
 
-// As wide as these columns may become: the longest address of version 6 in brackets with its port, and the longest
-// verdict, fit; file names, rule types and machine ids have no bound of their own.
+// The maximum widths of the columns. Every address with its port and every verdict fits. File names, rule types and
+// machine ids are unbounded and may be truncated.
 constexpr std::array<size_t, columnCount> widest = {12, 53, 53, 32, 40, 16, 160};
 
 constexpr size_t Widest(Column column) {
     return widest[static_cast<size_t>(column)];
 }
 
-// "127.0.0.1:445", "[::1]:445"; "-" for what is not known.
+// "127.0.0.1:445", "[::1]:445"; "-" for an unknown part.
 void AddEnd(BoundedText& cell, const std::optional<std::string>& address, std::optional<uint16_t> port) {
     const bool brackets = address && address->find(':') != std::string::npos;
     cell.Add(brackets ? "[" : "");
@@ -30,9 +30,9 @@ void AddEnd(BoundedText& cell, const std::optional<std::string>& address, std::o
     cell.Add(port ? std::string_view(std::to_string(*port)) : unknown);
 }
 
-// The part of a path behind its last separator of either kind.
+// The part of a path after its last separator of either kind.
 std::string_view FileNameOf(std::string_view path) {
-    return path.substr(path.find_last_of("/\\") + 1); // the whole where there is none
+    return path.substr(path.find_last_of("/\\") + 1); // the whole path if it has none
 }
 
 void AddProcess(BoundedText& cell, const Decision& decision) {
@@ -46,8 +46,8 @@ void AddProcess(BoundedText& cell, const Decision& decision) {
     }
 }
 
-// "smb, web x2": the types in the order of the rules. Each type that is shown takes a column at least, so that there
-// are few to look through, however many rules apply.
+// "smb, web x2": the types in the order of the rules. `shown` never overflows, because each type takes at least one
+// column.
 void AddRules(BoundedText& cell, const std::vector<size_t>& places, const Policy& policy) {
     if (places.empty()) {
         cell.Add(unknown);

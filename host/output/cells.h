@@ -1,4 +1,4 @@
-// The texts of a decision's row.
+// The cells of a row of the table.
 #pragma once
 
 #include <cstddef>
@@ -12,9 +12,8 @@ namespace mordhost {
 enum class Column { time, remoteEnd, localEnd, process, rules, verdict, reason };
 constexpr size_t columnCount = 7;
 
-// Writes what the column holds for a decision under the policy to the end of `out`, and returns its width. It is cut
-// where it would be wider than the column may become. Nothing in it can steer a terminal. Allocates nothing by itself
-// but the room in `out`.
+// Appends the cell of a column to `out` and returns its width. The cell is truncated to the maximum width of the column
+// and contains no control characters. Allocates no memory except for `out`.
 size_t AppendCell(std::string& out, Column column, const Decision& decision, const Policy& policy);
 
 } // namespace mordhost

@@ -1,122 +1,137 @@
-#include <charconv>
 #include <string_view>
 
-#include "document/jsonText.h"
+#include <rapidjson/stringbuffer.h>
+#include <rapidjson/writer.h>
+
 #include "output/presenter.h"
 
 namespace mordhost {
 
 namespace {
 
-// An object that is written member by member to the end of a string. Names come with their punctuation, `,"name":`,
-// which saves half of the work in a row.
-class JsonRow {
-public:
-    explicit JsonRow(std::string& out) : m_out(out) {}
+using Writer = rapidjson::Writer<rapidjson::StringBuffer>;
 
-    void Raw(std::string_view json) { m_out += json; }
+void Key(Writer& json, std::string_view name) {
+    json.Key(name.data(), static_cast<rapidjson::SizeType>(name.size()));
+}
 
-    void Text(std::string_view name, std::string_view value) {
-        m_out += name;
-        AppendJsonText(m_out, value);
-    }
-    void Number(std::string_view name, int64_t value) {
-        m_out += name;
-        char digits[24];
-        m_out.append(digits, std::to_chars(std::begin(digits), std::end(digits), value).ptr);
-    }
-    void Truth(std::string_view name, bool value) {
-        m_out += name;
-        m_out += value ? "true" : "false";
-    }
-    void Null(std::string_view name) {
-        m_out += name;
-        m_out += "null";
-    }
-    void TextOrNull(std::string_view name, std::string_view value) {
-        if (value.empty()) {
-            Null(name);
-        } else {
-            Text(name, value);
-        }
-    }
-    template <typename Word>
-    void NumberOrNull(std::string_view name, const std::optional<Word>& value) {
-        if (value) {
-            Number(name, *value);
-        } else {
-            Null(name);
-        }
-    }
+void Text(Writer& json, std::string_view name, std::string_view value) {
+    Key(json, name);
+    json.String(value.data(), static_cast<rapidjson::SizeType>(value.size()));
+}
 
-private:
-    std::string& m_out;
-};
+void Number(Writer& json, std::string_view name, int64_t value) {
+    Key(json, name);
+    json.Int64(value);
+}
+
+void Count(Writer& json, std::string_view name, size_t value) {
+    Key(json, name);
+    json.Uint64(value);
+}
+
+void Null(Writer& json, std::string_view name) {
+    Key(json, name);
+    json.Null();
+}
+
+void TextOrNull(Writer& json, std::string_view name, std::string_view value) {
+    if (value.empty()) {
+        Null(json, name);
+    } else {
+        Text(json, name, value);
+    }
+}
+
+template <typename Held>
+void NumberOrNull(Writer& json, std::string_view name, const std::optional<Held>& value) {
+    if (value) {
+        Number(json, name, *value);
+    } else {
+        Null(json, name);
+    }
+}
 
 std::string_view ViewOf(const std::optional<std::string>& text) {
     return text ? std::string_view(*text) : std::string_view();
 }
 
-void WriteDecision(JsonRow row, const Decision& decision, const Policy& policy) {
-    const ConnectionEvent& event = decision.event;
-    row.Number(R"({"line":)", static_cast<int64_t>(event.line));
-    row.TextOrNull(R"(,"time":)", event.time);
-    row.TextOrNull(R"(,"name":)", event.name);
-    row.NumberOrNull(R"(,"flags":)", event.flags);
-    row.NumberOrNull(R"(,"pid":)", event.pid);
-    row.TextOrNull(R"(,"process":)", decision.process);
-    row.TextOrNull(R"(,"remote_addr_ip":)", ViewOf(event.remoteAddress));
-    row.NumberOrNull(R"(,"remote_addr_port":)", event.remotePort);
-    row.TextOrNull(R"(,"local_addr_ip":)", ViewOf(event.localAddress));
-    row.NumberOrNull(R"(,"local_addr_port":)", event.localPort);
-    row.NumberOrNull(R"(,"net_drv":)", event.netDrv);
-    row.Raw(R"(,"rules":[)");
-    for (const size_t place : decision.rules) {
-        row.Text(place == decision.rules.front() ? R"({"guid":)" : R"(,{"guid":)", policy.rules[place].guid);
-        row.Text(R"(,"type":)", policy.rules[place].type);
-        row.Raw("}");
-    }
-    row.Raw("]");
-    row.Text(R"(,"verdict":)", VerdictOf(decision));
-    row.TextOrNull(R"(,"why":)", decision.reason);
-    if (decision.asked) {
-        row.Number(R"(,"reply":)", decision.reply);
-        row.Truth(R"(,"result":)", decision.settled);
-    } else {
-        row.Raw(R"(,"reply":null,"result":null)");
-    }
-    row.Number(R"(,"reports":)", static_cast<int64_t>(decision.reports.size()));
-    if (decision.deletedDot) { // the guid of a dot may be empty
-        row.Text(R"(,"deleted_dot":)", *decision.deletedDot);
-    } else {
-        row.Null(R"(,"deleted_dot":)");
-    }
-    if (decision.asked) {
-        row.Number(R"(,"duration_ns":)", decision.duration.count());
-    } else {
-        row.Null(R"(,"duration_ns":)");
-    }
-    row.Raw("}\n");
+void WriteEvent(Writer& json, const ConnectionEvent& event, std::string_view process) {
+    Count(json, "line", event.line);
+    TextOrNull(json, "time", event.time);
+    TextOrNull(json, "name", event.name);
+    NumberOrNull(json, "flags", event.flags);
+    NumberOrNull(json, "pid", event.pid);
+    TextOrNull(json, "process", process);
+    TextOrNull(json, "remote_addr_ip", ViewOf(event.remoteAddress));
+    NumberOrNull(json, "remote_addr_port", event.remotePort);
+    TextOrNull(json, "local_addr_ip", ViewOf(event.localAddress));
+    NumberOrNull(json, "local_addr_port", event.localPort);
+    NumberOrNull(json, "net_drv", event.netDrv);
 }
 
-std::string SummaryJson(const Outcome& outcome) {
-    JsonLine verdicts;
-    for (const auto& [verdict, count] : outcome.statistics.Verdicts()) {
-        verdicts.Number(verdict, static_cast<int64_t>(count));
+void WriteRules(Writer& json, const std::vector<size_t>& rules, const Policy& policy) {
+    Key(json, "rules");
+    json.StartArray();
+    for (const size_t rule : rules) {
+        json.StartObject();
+        Text(json, "guid", policy.rules[rule].guid);
+        Text(json, "type", policy.rules[rule].type);
+        json.EndObject();
     }
-    JsonLine summary;
-    summary.Number("events", static_cast<int64_t>(outcome.statistics.Events()))
-        .Raw("verdicts", verdicts.Take())
-        .Number("queries", static_cast<int64_t>(outcome.calls.queries))
-        .Number("reports", static_cast<int64_t>(outcome.statistics.Reports()))
-        .Number("dots_deleted", static_cast<int64_t>(outcome.statistics.Deleted()))
-        .Number("dots_left", static_cast<int64_t>(outcome.dotsLeft))
-        .Number("median_ns", outcome.statistics.Percentile(50).count())
-        .Number("p99_ns", outcome.statistics.Percentile(99).count())
-        .Truth("times_include_logging", outcome.timesIncludeLogging);
-    JsonLine line;
-    line.Raw("summary", summary.Take());
-    return line.Take();
+    json.EndArray();
+}
+
+void WriteDecision(Writer& json, const Decision& decision, const Policy& policy) {
+    json.StartObject();
+    WriteEvent(json, decision.event, decision.process);
+    WriteRules(json, decision.rules, policy);
+    Text(json, "verdict", VerdictOf(decision));
+    TextOrNull(json, "why", decision.reason);
+    if (decision.asked) {
+        Number(json, "reply", decision.reply);
+        Key(json, "result");
+        json.Bool(decision.settled);
+    } else {
+        Null(json, "reply");
+        Null(json, "result");
+    }
+    Count(json, "reports", decision.reports.size());
+    if (decision.deletedDot) { // its guid may be empty
+        Text(json, "deleted_dot", *decision.deletedDot);
+    } else {
+        Null(json, "deleted_dot");
+    }
+    if (decision.asked) {
+        Number(json, "duration_ns", decision.duration.count());
+    } else {
+        Null(json, "duration_ns");
+    }
+    json.EndObject();
+}
+
+void WriteSummary(Writer& json, const Outcome& outcome) {
+    const Statistics& statistics = outcome.statistics;
+    json.StartObject();
+    Key(json, "summary");
+    json.StartObject();
+    Count(json, "events", statistics.Events());
+    Key(json, "verdicts");
+    json.StartObject();
+    for (const auto& [verdict, count] : statistics.Verdicts()) {
+        Count(json, verdict, count);
+    }
+    json.EndObject();
+    Count(json, "queries", outcome.calls.queries);
+    Count(json, "reports", statistics.Reports());
+    Count(json, "dots_deleted", statistics.Deleted());
+    Count(json, "dots_left", outcome.dotsLeft);
+    Number(json, "median_ns", statistics.Percentile(50).count());
+    Number(json, "p99_ns", statistics.Percentile(99).count());
+    Key(json, "times_include_logging");
+    json.Bool(outcome.timesIncludeLogging);
+    json.EndObject();
+    json.EndObject();
 }
 
 class JsonPresenter final : public Presenter {
@@ -125,16 +140,30 @@ public:
 
     void Begin() override {}
     void Show(const Decision& decision) override {
-        m_row.clear();
-        WriteDecision(JsonRow(m_row), decision, m_policy);
-        m_out.write(m_row.data(), static_cast<std::streamsize>(m_row.size()));
+        WriteDecision(StartLine(), decision, m_policy);
+        EndLine();
     }
-    void End(const Outcome& outcome) override { m_out << SummaryJson(outcome) << '\n'; }
+    void End(const Outcome& outcome) override {
+        WriteSummary(StartLine(), outcome);
+        EndLine();
+    }
 
 private:
+    Writer& StartLine() {
+        m_line.Clear();
+        m_json.Reset(m_line);
+        return m_json;
+    }
+    void EndLine() {
+        m_line.Put('\n');
+        m_out.write(m_line.GetString(), static_cast<std::streamsize>(m_line.GetSize()));
+    }
+
     std::ostream& m_out;
     const Policy& m_policy;
-    std::string m_row; // its room is used again
+    // Members, to reuse their memory.
+    rapidjson::StringBuffer m_line;
+    Writer m_json;
 };
 
 } // namespace

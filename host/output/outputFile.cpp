@@ -3,8 +3,9 @@
 #include <cerrno>
 #include <system_error>
 
-#include "document/filePath.h"
 #include "output/requireWritten.h"
+#include "system/fileError.h"
+#include "system/filePath.h"
 #include "system/stopRequest.h"
 
 namespace mordhost {
@@ -13,7 +14,7 @@ OutputFile::OutputFile(const std::string& name) : m_name(name) {
     errno = 0;
     m_stream.open(PathOf(name), std::ios::binary | std::ios::trunc);
     const int error = errno;
-    if (!m_stream && StopRequested()) { // while nobody read a pipe
+    if (!m_stream && StopRequested()) { // during the wait for the reader of a pipe
         throw Stopped("interrupted by " + StopCause() + " while opening " + name);
     }
     if (!m_stream) {

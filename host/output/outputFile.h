@@ -1,4 +1,4 @@
-// A file that a run writes.
+// An output file of a run.
 #pragma once
 
 #include <fstream>
@@ -9,13 +9,13 @@ namespace mordhost {
 
 class OutputFile {
 public:
-    // Creates or empties the file, as bytes. Throws FileError.
+    // Creates or truncates the file, in binary mode. Throws FileError, and Stopped at a stop request.
     explicit OutputFile(const std::string& name);
 
-    // Throws RunError when something that was written was lost, which may come to light at the next call.
+    // Throws RunError if this or earlier output was lost.
     void Write(std::string_view text);
 
-    // Hands what was written to the system. Throws RunError as above.
+    // Passes all output to the system. Throws RunError as above.
     void Flush();
 
 private:

@@ -1,4 +1,4 @@
-// Output that must not be lost without a word.
+// Detection of lost output.
 #pragma once
 
 #include <ostream>
@@ -6,11 +6,11 @@
 
 namespace mordhost {
 
-// What messages call the standard output.
+// The name of the standard output in messages.
 constexpr std::string_view standardOutputName = "the standard output";
 
-// To be called behind a write to `stream` or a flush of it: throws RunError when some output was lost. The message
-// calls the stream `name` and has the system's words for the reason.
+// Call it directly after a write to `stream` or a flush of it. Throws RunError if output was lost, with `name` and the
+// reason of the system.
 void RequireWritten(const std::ostream& stream, std::string_view name);
 
 } // namespace mordhost

@@ -22,7 +22,7 @@ std::chrono::nanoseconds Statistics::Percentile(unsigned percent) const {
     }
     std::vector<uint32_t> sorted = m_durations;
     const auto rank =
-        static_cast<size_t>((static_cast<uint64_t>(sorted.size()) * percent + 99) / 100); // from 1, rounded up
+        static_cast<size_t>((static_cast<uint64_t>(sorted.size()) * percent + 99) / 100); // counted from 1, rounded up
     const auto place = sorted.begin() + static_cast<std::ptrdiff_t>(std::max<size_t>(rank, 1) - 1);
     std::nth_element(sorted.begin(), place, sorted.end());
     return std::chrono::nanoseconds(*place);

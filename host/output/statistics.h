@@ -1,4 +1,4 @@
-// What a run came to.
+// The figures of a run.
 #pragma once
 
 #include <chrono>
@@ -21,10 +21,10 @@ public:
     size_t Deleted() const { return m_deleted; }
     const std::map<std::string, size_t>& Verdicts() const { return m_verdicts; }
 
-    // How many of the events the library was asked about.
+    // The number of events that the library decided.
     size_t Decisions() const { return m_durations.size(); }
 
-    // The shortest time within which `percent` of a hundred decisions were made (nearest rank); 0 without decisions.
+    // The percentile of the durations by nearest rank; 0 without decisions.
     std::chrono::nanoseconds Percentile(unsigned percent) const;
 
 private:
@@ -32,7 +32,7 @@ private:
     size_t m_reports = 0;
     size_t m_deleted = 0;
     std::map<std::string, size_t> m_verdicts;
-    std::vector<uint32_t> m_durations; // in nanoseconds, cut at four seconds
+    std::vector<uint32_t> m_durations; // in nanoseconds, at most four seconds
 };
 
 } // namespace mordhost

@@ -84,7 +84,7 @@ void Table::Row(const Decision& decision, const Policy& policy) {
 }
 
 void Table::Pad(size_t column, size_t width) {
-    if (column + 1 < columnCount) { // nothing hangs behind the last one
+    if (column + 1 < columnCount) { // no padding after the last column
         m_line.append(std::max(m_widths[column], width) - width + betweenColumns, ' ');
     }
 }

@@ -12,13 +12,13 @@ namespace mordhost {
 
 using Widths = std::array<size_t, columnCount>;
 
-// A text for each column.
+// One text per column.
 using Texts = std::array<std::string_view, columnCount>;
 
-// Widths in which the headings fit, and the cells of decisions of which nothing is known yet.
+// Widths for the headings and for cells of the usual widths.
 Widths UsualWidths();
 
-// Widens the columns so that `texts` fit, or the row of the decision.
+// Widen the columns to fit `texts` or the row of the decision.
 void Widen(Widths& widths, const Texts& texts);
 void Widen(Widths& widths, const Decision& decision, const Policy& policy);
 
@@ -29,18 +29,18 @@ public:
 
     void Heading();
 
-    // A cell that is wider than its column pushes the rest of its row aside. `reply` of the decision gives the colour.
+    // A cell that is wider than its column moves the rest of its row to the right. The reply determines the colour.
     void Row(const Decision& decision, const Policy& policy);
 
 private:
-    // Fills the line up to the next column, behind a cell of this width.
+    // Fills the line up to the next column after a cell of this width.
     void Pad(size_t column, size_t width);
     void WriteLine();
 
     std::ostream& m_out;
     const Widths m_widths;
     const bool m_colour;
-    std::string m_line; // that is being made; its room is used again
+    std::string m_line; // the current line; a member, to reuse its memory
 };
 
 } // namespace mordhost

@@ -1,20 +1,13 @@
 #include <cstdio>
 
+#include "output/counted.h"
 #include "output/presenter.h"
 
 namespace mordhost {
 
 namespace {
 
-std::string Counted(size_t count, const std::string& noun) {
-    return std::to_string(count) + ' ' + noun + (count == 1 ? "" : "s");
-}
-
-std::string QueriesText(size_t count) {
-    return std::to_string(count) + (count == 1 ? " query" : " queries");
-}
-
-// In microseconds, or in milliseconds where these have become many.
+// In microseconds below a millisecond, in milliseconds otherwise.
 std::string DurationText(std::chrono::nanoseconds duration) {
     const double microseconds = static_cast<double>(duration.count()) / 1000;
     char text[40];
@@ -46,8 +39,8 @@ public:
     void End(const Outcome& outcome) override {
         const Statistics& statistics = outcome.statistics;
         m_out << '\n' << Counted(statistics.Events(), "event") << VerdictsText(statistics) << '\n';
-        m_out << QueriesText(outcome.calls.queries) << ", " << Counted(statistics.Reports(), "report") << ", "
-              << Counted(statistics.Deleted(), "dot") << " deleted, " << outcome.dotsLeft << " left\n";
+        m_out << Counted(outcome.calls.queries, "query", "queries") << ", " << Counted(statistics.Reports(), "report")
+              << ", " << Counted(statistics.Deleted(), "dot") << " deleted, " << outcome.dotsLeft << " left\n";
         if (statistics.Decisions() == 0) {
             return;
         }

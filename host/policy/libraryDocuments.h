@@ -1,7 +1,7 @@
-// Checks of the documents that go to the library as they stand.
+// Checks of the documents that the library receives unchanged.
 //
-// The library passes over much that is wrong in them, without a word. Whoever writes a policy wants to hear of it, so
-// the host refuses what the library would pass over; members that the formats leave open stay open.
+// The library ignores most errors in them. The host reports these to the author of the policy. Additional members that
+// the formats allow are allowed here.
 #pragma once
 
 #include "document/jsonNode.h"
@@ -11,7 +11,7 @@ namespace mordhost {
 // {"mid_list": [{"mid": "MID-1", "protocol": ["KEY-1", "KEY-2"]}]}. Throws DocumentError.
 void CheckAllowList(const SourceText& source, const JsonNode& root);
 
-// {"TYPE-1": 1, "TYPE-2": 0}, one row at least. Throws DocumentError.
+// {"TYPE-1": 1, "TYPE-2": 0}, with at least one row. Throws DocumentError.
 void CheckActions(const SourceText& source, const JsonNode& root);
 
 } // namespace mordhost

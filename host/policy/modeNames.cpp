@@ -32,6 +32,15 @@ std::optional<uint32_t> ValueOf(std::string_view name, const std::initializer_li
     return {};
 }
 
+std::string NameOf(uint32_t value, const std::initializer_list<NamedValue>& names) {
+    for (const NamedValue& known : names) {
+        if (known.value == value) {
+            return std::string(known.name);
+        }
+    }
+    return std::to_string(value);
+}
+
 std::string ListNames(const std::initializer_list<NamedValue>& names) {
     std::string list;
     for (const NamedValue& known : names) {

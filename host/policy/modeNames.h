@@ -1,4 +1,4 @@
-// The words for the modes.
+// The names of modes and failures.
 #pragma once
 
 #include <cstdint>
@@ -23,9 +23,13 @@ extern const std::initializer_list<NamedValue> exceptionModes;
 // "network-error", "query-error", "broken-answer"; the values are those of Failure.
 extern const std::initializer_list<NamedValue> failureNames;
 
+// The value of a name; nullopt if it is unknown.
 std::optional<uint32_t> ValueOf(std::string_view name, const std::initializer_list<NamedValue>& names);
 
-// All names, quoted and separated by commas, for messages.
+// The name of a value; the number as text if it has no name.
+std::string NameOf(uint32_t value, const std::initializer_list<NamedValue>& names);
+
+// All names for messages, quoted and separated by commas.
 std::string ListNames(const std::initializer_list<NamedValue>& names);
 
 } // namespace mordhost

@@ -1,4 +1,4 @@
-// What a host is set up with: the contents of a policy document.
+// The contents of a policy document.
 #pragma once
 
 #include <cstdint>
@@ -8,13 +8,13 @@
 #include <string>
 #include <vector>
 
+#include "document/ipAddress.h"
 #include "document/sourceText.h"
-#include "dots/dotTable.h"
-#include "net/ipAddress.h"
+#include "policy/dotTable.h"
 
 namespace mordhost {
 
-// From the first port to the last, both included.
+// The ports from `first` to `last`, inclusive.
 struct PortRange {
     uint16_t first = 0;
     uint16_t last = 0;
@@ -22,7 +22,7 @@ struct PortRange {
     bool operator==(const PortRange&) const = default;
 };
 
-// A rule, and the connections to which it applies: those that meet each condition. An empty list is no condition.
+// A rule and its conditions. It applies to the connections that meet every condition. An empty list is no condition.
 struct Rule {
     std::string guid;
     std::string type;
@@ -31,17 +31,17 @@ struct Rule {
     std::vector<AddressRange> remoteAddresses;
 };
 
-// A document that the library reads, as its author wrote it, and where it stands.
+// A document for the library, as its author wrote it.
 struct LibraryDocument {
     std::string text;
-    Location where;
+    Location where; // of its first character
 };
 
-// How a query is to fail.
+// How a query fails.
 enum class Failure {
     networkError, // QueryDot returns the network error
     queryError,   // QueryDot returns another error
-    brokenAnswer, // QueryDot answers, but the text is cut short
+    brokenAnswer, // QueryDot returns a truncated answer
 };
 
 struct PrescribedFailure {
@@ -49,25 +49,25 @@ struct PrescribedFailure {
     Location where; // of the event's name in the policy
 };
 
-// A file in which a part of the policy stands.
+// A file that holds the policy or a part of it.
 struct PolicyFile {
-    std::string what; // "the allow list"
+    std::string what; // for messages: "the allow list"
     std::string name;
     bool holdsDots = false;
 };
 
 struct Policy {
-    std::vector<PolicyFile> files;        // the policy itself, and those that it names
-    std::optional<std::string> machineId; // without one, the library asks the machine
-    std::optional<uint32_t> defenderMode; // without one, the library's default holds; so too below
+    std::vector<PolicyFile> files;        // of the policy itself and of the parts that it names
+    std::optional<std::string> machineId; // if absent, the library asks the machine
+    std::optional<uint32_t> defenderMode; // if absent, the default of the library applies; also below
     std::optional<uint32_t> exceptionMode;
     std::optional<LibraryDocument> allowList;
     std::optional<LibraryDocument> actions;
-    std::vector<Rule> rules; // in the order in which they go to the library
+    std::vector<Rule> rules; // in the order of the document
     DotTable dots;
-    std::map<std::string, PrescribedFailure> failures; // by the name of the event
-    // What events can name to come from a real process, by that name. A file with a directory is told from the policy's
-    // place; one without is yet to be found.
+    std::map<std::string, PrescribedFailure> failures; // by event name
+    // The programs that events can name, by that name. A file with a directory is relative to the policy and resolved
+    // here; a file without one is not.
     std::map<std::string, std::filesystem::path> programs;
 };
 

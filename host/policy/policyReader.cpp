@@ -3,11 +3,13 @@
 #include <functional>
 #include <limits>
 
-#include "document/filePath.h"
 #include "document/jsonAccess.h"
 #include "policy/libraryDocuments.h"
 #include "policy/modeNames.h"
 #include "policy/ruleReader.h"
+#include "system/fileError.h"
+#include "system/filePath.h"
+#include "system/inputStream.h"
 
 namespace mordhost {
 
@@ -15,12 +17,12 @@ namespace {
 
 constexpr std::string_view fromTheMachine = "from the machine";
 
-// The place of a file that the policy names, which is relative to the policy.
+// The path of a file that is relative to the policy.
 std::filesystem::path BesidePolicy(const SourceText& policy, const std::filesystem::path& file) {
     return PathOf(policy.Name()).parent_path() / file;
 }
 
-// Where a part of the policy stands that can be a file of its own.
+// A part of the policy that is either inline or the name of a file.
 struct Part {
     const SourceText& policy;
     const JsonNode& node;
@@ -30,17 +32,16 @@ struct Part {
 
 SourceText ReadNamedFile(const Part& part, Policy& policy) {
     const auto path = BesidePolicy(part.policy, PathOf(RequireText(part.policy, part.node, "a file name")));
-    const std::u8string generic = path.generic_u8string();
-    const std::string name(generic.begin(), generic.end());
+    const std::string name = Utf8Of(path.generic_u8string());
     policy.files.push_back({part.what, name, part.isDots});
     try {
-        return {name, ReadWholeFile(name)};
+        return {name, InputStream(name).ReadAll()};
     } catch (const FileError& error) {
         part.policy.Refuse(part.node.begin, error.what());
     }
 }
 
-// Calls `read` with the document that the part holds inline or names by its file.
+// Calls `read` with the document of the part.
 template <typename Read>
 auto ReadInlineOrNamed(const Part& part, Policy& policy, Read read) {
     if (part.node.kind != JsonNode::Kind::string) {
@@ -71,7 +72,7 @@ uint32_t ReadMode(const SourceText& source, const JsonNode& node, const std::ini
     }
     const auto value = ValueOf(node.text, names);
     if (!value) {
-        source.Refuse(node.begin, '"' + node.text + "\" is none of " + ListNames(names));
+        source.Refuse(node.begin, '"' + node.text + "\" is not one of " + ListNames(names));
     }
     return *value;
 }
@@ -113,7 +114,7 @@ std::map<std::string, std::filesystem::path> ReadPrograms(const SourceText& sour
 } // namespace
 
 Policy ReadPolicy(const std::string& name) {
-    const SourceText source(name, ReadWholeFile(name));
+    const SourceText source(name, InputStream(name).ReadAll());
     const JsonNode root = ParseJson(source);
     RequireKind(source, root, JsonNode::Kind::object, "a policy");
     RequireKnownMembers(source, root,

@@ -1,4 +1,4 @@
-// Reading of policy documents.
+// Reads policy documents.
 #pragma once
 
 #include <string>
@@ -7,8 +7,8 @@
 
 namespace mordhost {
 
-// The policy in the file `name` and in the files that it names, relative to it. Throws FileError when the policy itself
-// cannot be read, and DocumentError for everything that is wrong in it or behind it.
+// Reads the policy in the file `name` and the files that it names, which are relative to it. Throws FileError if the
+// policy cannot be read, and DocumentError for every other error in it or in the other files.
 Policy ReadPolicy(const std::string& name);
 
 } // namespace mordhost

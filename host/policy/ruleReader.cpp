@@ -11,11 +11,11 @@ namespace {
 
 constexpr int64_t greatestPort = 65535;
 
-// A condition that nothing can meet would make a rule that never applies.
+// A rule with a condition that nothing meets would never apply.
 void RequireFilledArray(const SourceText& source, const JsonNode& node, std::string_view what) {
     RequireKind(source, node, JsonNode::Kind::array, what);
     if (node.elements.empty()) {
-        source.Refuse(node.begin, std::string(what) + " must not be empty: leave the key out where anything will do");
+        source.Refuse(node.begin, std::string(what) + " must not be empty: omit the key to accept every value");
     }
 }
 
@@ -25,7 +25,7 @@ bool ParsePort(std::string_view text, uint16_t& port) {
     return error == std::errc() && stop == end;
 }
 
-// 445, or "8000-8080".
+// Reads 445 or "8000-8080".
 PortRange ReadPortRange(const SourceText& source, const JsonNode& node) {
     if (node.kind == JsonNode::Kind::number) {
         const auto port = static_cast<uint16_t>(RequireInteger(source, node, 0, greatestPort, "a port"));
@@ -41,7 +41,7 @@ PortRange ReadPortRange(const SourceText& source, const JsonNode& node) {
     const size_t dash = text.find('-');
     if (dash == std::string_view::npos || !ParsePort(text.substr(0, dash), range.first) ||
         !ParsePort(text.substr(dash + 1), range.last) || range.first > range.last) {
-        source.Refuse(node.begin, "\"" + node.text + "\" is no range of ports such as \"8000-8080\"");
+        source.Refuse(node.begin, "\"" + node.text + "\" is not a port range such as \"8000-8080\"");
     }
     return range;
 }
@@ -73,7 +73,7 @@ std::vector<AddressRange> ReadAddresses(const SourceText& source, const JsonNode
     return ranges;
 }
 
-// Dots, allow list entries of web rules and reports name a rule by its guid alone.
+// Requires unique guids: dots, allow list entries of web rules, and reports identify a rule by its guid.
 class Guids {
 public:
     explicit Guids(const SourceText& source) : m_source(source) {}
@@ -82,7 +82,7 @@ public:
         const auto [first, isNew] = m_places.emplace(guid.text, guid.begin);
         if (!isNew) {
             m_source.Refuse(guid.begin, "the guid \"" + guid.text +
-                                            "\" is that of another rule: " + m_source.At(first->second).Text());
+                                            "\" is the guid of another rule: " + m_source.At(first->second).Text());
         }
     }
 

@@ -1,4 +1,4 @@
-// Reading of the rules of a policy.
+// Reads the rules of a policy.
 #pragma once
 
 #include <vector>
@@ -8,7 +8,7 @@
 
 namespace mordhost {
 
-// The value of "rules". Throws DocumentError.
+// Reads the value of "rules". Throws DocumentError.
 std::vector<Rule> ReadRules(const SourceText& source, const JsonNode& node);
 
 } // namespace mordhost

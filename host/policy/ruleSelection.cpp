@@ -7,7 +7,7 @@ namespace mordhost {
 
 namespace {
 
-// An event as conditions see it: each of its addresses is read when the first condition asks for it.
+// Tests an event against conditions. Parses each address only when the first condition needs it.
 class Conditions {
 public:
     explicit Conditions(const ConnectionEvent& event) : m_event(event) {}
@@ -59,7 +59,7 @@ RuleSelector::RuleSelector(const std::vector<Rule>& rules) : m_rules(rules) {
         }
         for (const PortRange& range : rules[place].localPorts) {
             std::vector<size_t>& onPort = m_onPort[range.first];
-            if (onPort.empty() || onPort.back() != place) { // a rule may name a port twice
+            if (onPort.empty() || onPort.back() != place) { // a rule may repeat a port
                 onPort.push_back(place);
             }
         }

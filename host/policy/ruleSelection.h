@@ -1,30 +1,30 @@
-// Which rules apply to an event.
+// Selects the rules that apply to an event.
 #pragma once
 
 #include <unordered_map>
 #include <vector>
 
-#include "events/connectionEvent.h"
+#include "policy/connectionEvent.h"
 #include "policy/policy.h"
 
 namespace mordhost {
 
-// Selects the rules of a policy that apply to an event, which are those whose conditions it meets, every one. A
-// condition on a value that the event lacks is not met.
+// A rule applies to an event that meets all its conditions. An event does not meet a condition on a value that it
+// lacks.
 //
-// A policy may have thousands of rules. Most name single ports, and are looked at for events on these alone.
+// A policy may have thousands of rules, most of them for single ports. Those are indexed by port.
 class RuleSelector {
 public:
-    // Does not own the rules.
+    // Does not own the rules, which must not change.
     explicit RuleSelector(const std::vector<Rule>& rules);
 
-    // The places of those that apply, in order; valid until the next call.
+    // The indexes of the rules that apply, in ascending order; valid until the next call.
     const std::vector<size_t>& Select(const ConnectionEvent& event);
 
 private:
     const std::vector<Rule>& m_rules;
-    std::unordered_map<uint16_t, std::vector<size_t>> m_onPort; // rules of nothing but single ports, by these
-    std::vector<size_t> m_others;
+    std::unordered_map<uint16_t, std::vector<size_t>> m_onPort; // indexes of the rules for single ports, by port
+    std::vector<size_t> m_others;                               // indexes of the other rules
     std::vector<size_t> m_selected;
 };
 

@@ -1,10 +1,11 @@
-// A read that a request to stop can break off.
+// A blocking read that a stop request cancels.
 #pragma once
 
 namespace mordhost {
 
-// While it lives, a request to stop cancels what the thread that made it waits for in a read. That thread has to look
-// at StopRequested between making this and reading. For one thread of the process.
+// While an object of this class exists, a stop request cancels the blocking read of the thread that created it. The
+// thread must check StopRequested after it creates the object and before it reads. Only one thread of the process may
+// use this class.
 class BreakableRead {
 public:
     BreakableRead();

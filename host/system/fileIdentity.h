@@ -1,4 +1,4 @@
-// Which file a name leads to, however it is written; each platform has one body of this.
+// Which file a name refers to, independent of its spelling. One body per platform.
 #pragma once
 
 #include <cstdint>
@@ -14,23 +14,23 @@ struct FileIdentity {
     enum class Kind { regular, directory, device, pipe, socket, absent };
 
     Kind kind = Kind::absent;
-    // Of the file; where there is none, of the directory in which it would be made.
+    // Identify the file; for an absent file, the directory that would contain it.
     uint64_t volume = 0;
     uint64_t index = 0;
-    // The place of the file, or of the one that would be made, behind all links.
+    // The path of the file, or of the file that would be created, with all links resolved.
     std::filesystem::path place;
 };
 
-// Where `path` leads. An error: it leads nowhere, as through a directory that is not there.
+// Writes to `identity` which file `path` refers to. Returns an error when neither the file nor its directory exists.
 std::error_code Identify(const std::filesystem::path& path, FileIdentity& identity);
 
-// Whether both are one file, or would be.
+// Whether both are the same file, or would be the same file once created.
 bool IsSameFile(const FileIdentity& one, const FileIdentity& other);
 
-// What the stream of this process leads to; nothing for one that is closed.
+// The file behind a standard stream of this process; nullopt if the stream is closed.
 std::optional<FileIdentity> Identify(Stream stream);
 
-// "a directory", "a device", … as messages name a kind.
+// The kind for messages: "a directory", "a device".
 const char* KindName(FileIdentity::Kind kind);
 
 } // namespace mordhost

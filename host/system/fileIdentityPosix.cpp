@@ -12,7 +12,7 @@ namespace mordhost {
 
 namespace {
 
-constexpr int mostLinks = 40; // in a row, as many as the kernel follows
+constexpr int mostLinks = 40; // the kernel follows as many
 
 FileIdentity::Kind KindOf(mode_t mode) {
     switch (mode & S_IFMT) {
@@ -33,7 +33,7 @@ FileIdentity IdentityOf(const struct stat& status, FileIdentity::Kind kind) {
     return {kind, static_cast<uint64_t>(status.st_dev), static_cast<uint64_t>(status.st_ino), {}};
 }
 
-// Follows the links of a name that has no file at its end.
+// Replaces `path`, which leads to no file, by the target of its links.
 std::error_code FollowToNothing(std::filesystem::path& path) {
     std::error_code error;
     for (int links = 0; std::filesystem::is_symlink(std::filesystem::symlink_status(path, error)); ++links) {
@@ -44,7 +44,7 @@ std::error_code FollowToNothing(std::filesystem::path& path) {
         if (error) {
             return error;
         }
-        path = path.parent_path() / target; // an absolute target takes the place of the whole
+        path = path.parent_path() / target; // an absolute target replaces the whole path
     }
     return {};
 }
@@ -57,7 +57,7 @@ std::error_code Identify(const std::filesystem::path& path, FileIdentity& identi
     if (stat(path.c_str(), &status) == 0) {
         identity = IdentityOf(status, KindOf(status.st_mode));
         identity.place = std::filesystem::canonical(path, error);
-        if (error) { // a name of the kernel's own, as of a pipe below /proc
+        if (error) { // a name that only the kernel knows, such as that of a pipe below /proc
             identity.place = path;
         }
         return {};

@@ -2,7 +2,8 @@
 
 #include <string>
 
-#include <windows.h>
+#include "system/handleWin32.h"
+#include "system/streamHandleWin32.h"
 
 namespace mordhost {
 
@@ -10,27 +11,11 @@ namespace {
 
 constexpr DWORD longestPath = 32768;
 
-class OpenFile {
-public:
-    // For its properties alone, whoever has it open.
-    explicit OpenFile(const std::filesystem::path& path)
-        : m_handle(CreateFileW(path.c_str(), FILE_READ_ATTRIBUTES,
-                               FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
-                               FILE_FLAG_BACKUP_SEMANTICS, nullptr)) {}
-    ~OpenFile() {
-        if (IsOpen()) {
-            CloseHandle(m_handle);
-        }
-    }
-    OpenFile(const OpenFile&) = delete;
-    OpenFile& operator=(const OpenFile&) = delete;
-
-    bool IsOpen() const { return m_handle != INVALID_HANDLE_VALUE; }
-    HANDLE Get() const { return m_handle; }
-
-private:
-    HANDLE m_handle;
-};
+// Opens the file to query its properties; never conflicts with other users of the file.
+OwnedHandle OpenForProperties(const std::filesystem::path& path) {
+    return Own(CreateFileW(path.c_str(), FILE_READ_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                           nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+}
 
 std::error_code GenericError(DWORD code) {
     switch (code) {
@@ -91,27 +76,27 @@ bool IsSameName(const std::filesystem::path& one, const std::filesystem::path& o
 } // namespace
 
 std::error_code Identify(const std::filesystem::path& path, FileIdentity& identity) {
-    // Names such as NUL and COM1 are devices wherever they stand.
+    // Names such as NUL and COM1 are devices in every directory.
     const std::filesystem::path full = FullPath(path);
     if (full.native().starts_with(L"\\\\.\\")) {
         identity = {FileIdentity::Kind::device, 0, 0, full};
         return {};
     }
-    const OpenFile file(full);
+    const OwnedHandle file = OpenForProperties(full);
     const DWORD code = GetLastError();
-    if (file.IsOpen()) {
-        const bool known = IdentifyHandle(file.Get(), identity);
+    if (file) {
+        const bool known = IdentifyHandle(file.get(), identity);
         if (identity.place.empty()) {
             identity.place = full;
         }
         return known ? std::error_code() : GenericError(GetLastError());
     }
-    // A link that leads to nothing has attributes of its own; where it leads to is not to be had.
+    // A dangling link has attributes. There is no way to find its target.
     if (code != ERROR_FILE_NOT_FOUND || GetFileAttributesW(full.c_str()) != INVALID_FILE_ATTRIBUTES) {
         return GenericError(code);
     }
-    const OpenFile directory(full.parent_path());
-    if (!full.has_filename() || !directory.IsOpen() || !IdentifyHandle(directory.Get(), identity) ||
+    const OwnedHandle directory = OpenForProperties(full.parent_path());
+    if (!full.has_filename() || !directory || !IdentifyHandle(directory.get(), identity) ||
         identity.kind != FileIdentity::Kind::directory) {
         return std::make_error_code(std::errc::no_such_file_or_directory);
     }
@@ -126,18 +111,15 @@ bool IsSameFile(const FileIdentity& one, const FileIdentity& other) {
         one.index != other.index) {
         return false;
     }
-    if (one.index == 0) { // a volume that counts no files
+    if (one.index == 0) { // a volume without file indexes
         return IsSameName(one.place, other.place);
     }
     return !absent || IsSameName(one.place.filename(), other.place.filename());
 }
 
 std::optional<FileIdentity> Identify(Stream stream) {
-    const DWORD number = stream == Stream::input    ? STD_INPUT_HANDLE
-                         : stream == Stream::output ? STD_OUTPUT_HANDLE
-                                                    : STD_ERROR_HANDLE;
     FileIdentity identity;
-    return IdentifyHandle(GetStdHandle(number), identity) ? std::optional(identity) : std::nullopt;
+    return IdentifyHandle(HandleOf(stream), identity) ? std::optional(identity) : std::nullopt;
 }
 
 } // namespace mordhost

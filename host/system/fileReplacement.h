@@ -1,4 +1,4 @@
-// The replacing of a file as a whole; each platform has one body of this.
+// Atomic replacement of a file. One body per platform.
 #pragma once
 
 #include <string_view>
@@ -8,10 +8,10 @@
 
 namespace mordhost {
 
-// Puts a file with `text` where `file` is, a regular or an absent one, so that at every moment, a crash included,
-// either the old file or the new one is there whole. The new one has the owner and the rights of the old one; it is
-// written beside it, under a name that begins with the old one's, and takes its name when the disk has it. On an error
-// the old file is left, and nothing beside it.
+// Replaces `file`, which must be regular or absent, by a file that contains `text`. At every moment, also after a
+// crash, the complete old file or the complete new file exists. The function writes a temporary file in the same
+// directory, whose name begins with the name of `file`, copies owner and permissions of the old file to it, flushes it
+// to disk and renames it. On an error it leaves the old file unchanged and removes the temporary file.
 std::error_code ReplaceWhole(const FileIdentity& file, std::string_view text);
 
 } // namespace mordhost

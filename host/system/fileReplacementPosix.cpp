@@ -4,7 +4,6 @@
 #include <cstdio>
 #include <random>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include <fcntl.h>
@@ -12,7 +11,7 @@
 #include <sys/xattr.h>
 #include <unistd.h>
 
-#include "system/lastErrorPosix.h"
+#include "system/descriptorPosix.h"
 
 namespace mordhost {
 
@@ -20,27 +19,8 @@ namespace {
 
 constexpr auto accessList = "system.posix_acl_access";
 
-class Descriptor {
-public:
-    explicit Descriptor(int descriptor) : m_descriptor(descriptor) {}
-    ~Descriptor() { Close(); }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-
-    int Get() const { return m_descriptor; }
-
-    // A disk may say no later than now.
-    std::error_code Close() {
-        const int descriptor = std::exchange(m_descriptor, -1);
-        return descriptor < 0 || close(descriptor) == 0 ? std::error_code() : LastError();
-    }
-
-private:
-    int m_descriptor;
-};
-
-// Makes a file of a name that no file had, which begins with `place`.
-int MakeBeside(const std::filesystem::path& place, mode_t mode, std::filesystem::path& fresh) {
+// Creates a file whose name is new and begins with `place`, and writes the name to `fresh`.
+Descriptor MakeBeside(const std::filesystem::path& place, mode_t mode, std::filesystem::path& fresh) {
     std::random_device random;
     int file = -1;
     do {
@@ -48,13 +28,13 @@ int MakeBeside(const std::filesystem::path& place, mode_t mode, std::filesystem:
         fresh += ".mordhost-" + std::to_string(random());
         file = open(fresh.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
     } while (file < 0 && errno == EEXIST);
-    return file;
+    return Descriptor(file);
 }
 
-// Access lists are rights too: without its list the same mode would let others in.
+// With the same mode but without its access list, the file could be open to other users.
 std::error_code CopyAccessList(const std::filesystem::path& from, int to) {
     const ssize_t size = getxattr(from.c_str(), accessList, nullptr, 0);
-    if (size <= 0) { // it has none, or its file system has none
+    if (size <= 0) { // no list, or no lists on this file system
         return {};
     }
     std::vector<char> list(static_cast<size_t>(size));
@@ -70,7 +50,7 @@ std::error_code CopyRights(const std::filesystem::path& from, int to) {
         return LastError();
     }
     const bool sameOwner = old.st_uid == fresh.st_uid && old.st_gid == fresh.st_gid;
-    // The owner first: a change of it takes special bits off the mode.
+    // The owner first, because a change of owner clears special bits of the mode.
     if ((!sameOwner && fchown(to, old.st_uid, old.st_gid) != 0) || fchmod(to, old.st_mode & 07777) != 0) {
         return LastError();
     }
@@ -91,11 +71,11 @@ std::error_code WriteAndSync(int file, std::string_view text) {
     return fsync(file) == 0 ? std::error_code() : LastError();
 }
 
-// Without it the old file could be there again after a power cut, still whole.
+// Without this the complete old file could be back after a power failure.
 void SyncDirectoryOf(const std::filesystem::path& path) {
     const std::filesystem::path directory = path.has_parent_path() ? path.parent_path() : ".";
     const Descriptor handle(open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (handle.Get() >= 0) {
+    if (handle.IsOpen()) {
         fsync(handle.Get());
     }
 }
@@ -105,9 +85,9 @@ void SyncDirectoryOf(const std::filesystem::path& path) {
 std::error_code ReplaceWhole(const FileIdentity& file, std::string_view text) {
     const bool replaces = file.kind == FileIdentity::Kind::regular;
     std::filesystem::path fresh;
-    // Until it has the rights of the old one, nobody else may open it.
-    Descriptor handle(MakeBeside(file.place, replaces ? 0600 : 0666, fresh));
-    if (handle.Get() < 0) {
+    // Nobody else may open the file before it has the permissions of the old one.
+    Descriptor handle = MakeBeside(file.place, replaces ? 0600 : 0666, fresh);
+    if (!handle.IsOpen()) {
         return LastError();
     }
     std::error_code error = replaces ? CopyRights(file.place, handle.Get()) : std::error_code();

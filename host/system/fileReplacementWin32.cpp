@@ -1,33 +1,24 @@
 #include "system/fileReplacement.h"
 
-#include <memory>
 #include <random>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include <windows.h>
+#include "system/handleWin32.h"
+#include "system/lastErrorWin32.h"
 
 namespace mordhost {
 
 namespace {
 
-std::error_code LastError() {
-    return {static_cast<int>(GetLastError()), std::system_category()};
-}
-
-struct HandleCloser {
-    void operator()(HANDLE handle) const { CloseHandle(handle); }
-};
-using OwnedFile = std::unique_ptr<void, HandleCloser>;
-
-// The owner and the rights of a file.
+// The owner, or the access list, of a file.
 class Security {
 public:
     static constexpr SECURITY_INFORMATION owners = OWNER_SECURITY_INFORMATION | GROUP_SECURITY_INFORMATION;
     static constexpr SECURITY_INFORMATION rights = DACL_SECURITY_INFORMATION;
 
-    // Has nothing where the volume has no rights.
+    // Stays empty on a volume without access lists.
     explicit Security(const std::filesystem::path& file, SECURITY_INFORMATION what) {
         DWORD size = 0;
         GetFileSecurityW(file.c_str(), what, nullptr, 0, &size);
@@ -54,8 +45,8 @@ bool CopySecurity(const std::filesystem::path& from, const std::filesystem::path
     return owners == Security(to, Security::owners) || SetFileSecurityW(to.c_str(), Security::owners, owners.Get());
 }
 
-// Makes a file of a name that no file had, which begins with `place`.
-OwnedFile MakeBeside(const std::filesystem::path& place, std::filesystem::path& fresh) {
+// Creates a file whose name is new and begins with `place`, and writes the name to `fresh`.
+OwnedHandle MakeBeside(const std::filesystem::path& place, std::filesystem::path& fresh) {
     std::random_device random;
     HANDLE file = INVALID_HANDLE_VALUE;
     do {
@@ -63,7 +54,7 @@ OwnedFile MakeBeside(const std::filesystem::path& place, std::filesystem::path& 
         fresh += L".mordhost-" + std::to_wstring(random());
         file = CreateFileW(fresh.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
     } while (file == INVALID_HANDLE_VALUE && GetLastError() == ERROR_FILE_EXISTS);
-    return OwnedFile(file == INVALID_HANDLE_VALUE ? nullptr : file);
+    return Own(file);
 }
 
 std::error_code WriteAndFlush(HANDLE file, std::string_view text) {
@@ -77,7 +68,7 @@ std::error_code WriteAndFlush(HANDLE file, std::string_view text) {
     return FlushFileBuffers(file) ? std::error_code() : LastError();
 }
 
-// What a user sets, and what says that the file is to be saved.
+// Copies the attributes that a user sets, and marks the file for backup.
 std::error_code CopyAttributes(const std::filesystem::path& from, const std::filesystem::path& to) {
     constexpr DWORD kept = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_NOT_CONTENT_INDEXED;
     const DWORD attributes = GetFileAttributesW(from.c_str());
@@ -88,10 +79,10 @@ std::error_code CopyAttributes(const std::filesystem::path& from, const std::fil
     return {};
 }
 
-std::error_code Fill(OwnedFile handle, const FileIdentity& file, const std::filesystem::path& fresh,
+std::error_code Fill(OwnedHandle handle, const FileIdentity& file, const std::filesystem::path& fresh,
                      std::string_view text) {
     const bool replaces = file.kind == FileIdentity::Kind::regular;
-    // The rights come before the text, which not everybody may read.
+    // The access list first, because not every user may read the text.
     if (replaces && !CopySecurity(file.place, fresh)) {
         return LastError();
     }
@@ -104,7 +95,7 @@ std::error_code Fill(OwnedFile handle, const FileIdentity& file, const std::file
 
 std::error_code ReplaceWhole(const FileIdentity& file, std::string_view text) {
     std::filesystem::path fresh;
-    OwnedFile handle = MakeBeside(file.place, fresh);
+    OwnedHandle handle = MakeBeside(file.place, fresh);
     if (!handle) {
         return LastError();
     }

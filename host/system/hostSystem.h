@@ -1,4 +1,4 @@
-// What the host needs of the operating system; each platform has one body of these.
+// What the host needs of the operating system. One body per platform.
 #pragma once
 
 #include <filesystem>
@@ -8,29 +8,28 @@
 
 namespace mordhost {
 
-// The arguments of this process in UTF-8, without the program's name. `argc` and `argv` are those of main.
+// The arguments of this process in UTF-8, without the program name. `argc` and `argv` are those of main.
 std::vector<std::string> ProgramArguments(int argc, char** argv);
 
 // The directory of the executable of this process.
 std::filesystem::path OwnDirectory();
 
-// Where the libraries are looked for unless the user says otherwise: the own directory on Windows, lib beside it
-// elsewhere.
+// The default directory of the libraries: OwnDirectory() on Windows, lib beside it elsewhere.
 std::filesystem::path DefaultLibraryDirectory();
 
 // The file name of the library `name`: "mordRev.dll", "libmordRev.so".
 std::string LibraryFileName(std::string_view name);
 
-// Loads the library in the file; null with the system's words in `reason` when that fails.
+// Loads a library. On failure returns null and writes the system's message to `reason`.
 void* LoadLibraryFile(const std::filesystem::path& file, std::string& reason);
 
-// What `library` exports under `name`, or null.
+// The address that `library` exports as `name`, or null.
 void* FindExport(void* library, const char* name);
 
-// Sets a variable in the environment of this process.
+// Sets an environment variable of this process.
 void SetEnvironment(const std::string& name, const std::filesystem::path& value);
 
-// Where temporary files are kept, which may not be there, and the environment variable by which a user names it.
+// The directory for temporary files, which may not exist, and the environment variable that sets it.
 struct TemporaryPlace {
     std::filesystem::path path;
     std::string variable;
@@ -42,12 +41,12 @@ enum class Stream { input, output, error };
 // Whether the stream is a terminal.
 bool IsTerminal(Stream stream);
 
-// Whether colours are understood and wanted: never by anything but a terminal, and never when the environment variable
-// NO_COLOR is set to any text. Switches them on where that is needed.
+// Whether to write colours: the stream is a terminal that supports them, and the environment variable NO_COLOR is unset
+// or empty. Enables colours on a terminal that needs it.
 bool TakesColour(Stream stream);
 
-// Makes the standard streams pass bytes on as they are, and a terminal take them as UTF-8. Reading or writing one that
-// is closed fails from now on: no file that is opened later takes its place.
+// Switches the standard streams to binary mode and a console to UTF-8. Makes sure that a file that is opened later does
+// not take the place of a closed standard stream: reads and writes of such a stream fail.
 void PrepareStreams();
 
 } // namespace mordhost

@@ -41,7 +41,7 @@ std::string LibraryFileName(std::string_view name) {
 }
 
 void* LoadLibraryFile(const std::filesystem::path& file, std::string& reason) {
-    // With a separator in it the name is a path, and nothing else is searched.
+    // With a separator the name is a path: dlopen searches no other directory.
     void* const library = dlopen(std::filesystem::absolute(file).c_str(), RTLD_NOW | RTLD_LOCAL);
     if (library == nullptr) {
         reason = dlerror();
@@ -72,17 +72,18 @@ bool TakesColour(Stream stream) {
 }
 
 void PrepareStreams() {
-    // Bytes pass as they are from the start. A closed stream gets the null device, opened so that what the stream is
-    // for fails; otherwise the next file to be opened would get what is written to the stream.
+    // A closed stream gets the null device in the wrong mode, so that its use fails. Otherwise the next file that is
+    // opened would receive what is written to the stream.
     for (int stream = STDIN_FILENO; stream <= STDERR_FILENO; ++stream) {
         if (fcntl(stream, F_GETFD) < 0 && errno == EBADF) {
-            open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY); // the lowest that is free: this one
+            open("/dev/null",
+                 stream == STDIN_FILENO ? O_WRONLY : O_RDONLY); // takes the lowest free descriptor, which is this one
         }
     }
-    // The usual buffer holds a few dozen rows, and the system takes twice as long for each of so few.
+    // The default buffer holds a few dozen rows. The system calls for so few rows double the time per row.
     constexpr size_t bufferSize = 65536;
     static auto* const buffer = new __gnu_cxx::stdio_filebuf<char>(stdout, std::ios::out, bufferSize);
-    std::cout.rdbuf(buffer); // never destroyed: the stream is flushed behind all else
+    std::cout.rdbuf(buffer); // never destroyed, because the stream is flushed last
 }
 
 } // namespace mordhost

@@ -8,6 +8,8 @@
 #include <io.h>
 #include <shellapi.h>
 
+#include "system/streamHandleWin32.h"
+
 namespace mordhost {
 
 namespace {
@@ -19,11 +21,11 @@ std::string Utf8Of(const wchar_t* wide) {
     }
     std::string text(static_cast<size_t>(size), '\0');
     WideCharToMultiByte(CP_UTF8, 0, wide, -1, text.data(), size, nullptr, nullptr);
-    text.resize(text.size() - 1); // its NUL
+    text.resize(text.size() - 1); // without the NUL
     return text;
 }
 
-// The system's words for an error, without their line end.
+// The message of the system for an error, without its period and line end.
 std::string MessageOf(DWORD code) {
     wchar_t words[512];
     DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, code, 0, words,
@@ -35,17 +37,11 @@ std::string MessageOf(DWORD code) {
     return length > 0 ? Utf8Of(words) : "error " + std::to_string(code);
 }
 
-HANDLE HandleOf(Stream stream) {
-    return GetStdHandle(stream == Stream::input    ? STD_INPUT_HANDLE
-                        : stream == Stream::output ? STD_OUTPUT_HANDLE
-                                                   : STD_ERROR_HANDLE);
-}
-
 } // namespace
 
 std::vector<std::string> ProgramArguments(int, char**) {
     int count = 0;
-    wchar_t** const words = CommandLineToArgvW(GetCommandLineW(), &count); // those of main are not Unicode
+    wchar_t** const words = CommandLineToArgvW(GetCommandLineW(), &count); // the arguments of main are not Unicode
     std::vector<std::string> arguments;
     for (int i = 1; i < count; ++i) {
         arguments.push_back(Utf8Of(words[i]));
@@ -103,7 +99,7 @@ bool IsTerminal(Stream stream) {
 
 bool TakesColour(Stream stream) {
     DWORD mode = 0;
-    if (GetEnvironmentVariableW(L"NO_COLOR", nullptr, 0) > 1) { // its NUL counts
+    if (GetEnvironmentVariableW(L"NO_COLOR", nullptr, 0) > 1) { // the size counts the NUL
         return false;
     }
     return GetConsoleMode(HandleOf(stream), &mode) != 0 &&
@@ -111,7 +107,7 @@ bool TakesColour(Stream stream) {
 }
 
 void PrepareStreams() {
-    // As bytes, so that a line ends the same on every platform and a text arrives as it was delivered.
+    // In binary mode lines end in a line feed on every platform.
     _setmode(_fileno(stdin), _O_BINARY);
     _setmode(_fileno(stdout), _O_BINARY);
     _setmode(_fileno(stderr), _O_BINARY);

@@ -1,4 +1,4 @@
-// Why the last call of the system failed.
+// The error of the last system call.
 #pragma once
 
 #include <cerrno>

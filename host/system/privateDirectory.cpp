@@ -4,6 +4,7 @@
 #include <string>
 #include <system_error>
 
+#include "system/filePath.h"
 #include "system/hostSystem.h"
 #include "system/runError.h"
 
@@ -14,9 +15,8 @@ namespace {
 constexpr int mostAttempts = 100;
 
 [[noreturn]] void Refuse(const TemporaryPlace& place, const std::string& reason) {
-    const std::u8string name = place.path.u8string();
-    throw RunError("cannot make a directory for the log records in " + std::string(name.begin(), name.end()) + ": " +
-                   reason + "; set " + place.variable + " to a directory that can be written");
+    throw RunError("cannot make a directory for the log records in " + Utf8Of(place.path) + ": " + reason + "; set " +
+                   place.variable + " to a directory that can be written");
 }
 
 } // namespace

@@ -1,12 +1,12 @@
-// A directory for what a run keeps for itself.
+// A temporary directory of one run.
 #pragma once
 
 #include <filesystem>
 
 namespace mordhost {
 
-// Makes a new directory below that for temporary files, which only this user can enter. Throws RunError, which says
-// what is wrong with the latter and how to name another one.
+// Creates a directory below the one for temporary files, which only the current user can enter. The caller removes it.
+// Throws RunError, whose message gives the reason and the environment variable that selects another directory.
 std::filesystem::path MakePrivateDirectory();
 
 } // namespace mordhost

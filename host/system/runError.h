@@ -1,11 +1,11 @@
-// A run that fails by no fault of its arguments and documents.
+// The error of a run whose arguments and documents are valid.
 #pragma once
 
 #include <stdexcept>
 
 namespace mordhost {
 
-// what() says what could not be done, and why: output was lost, or the system refuses something.
+// what() says what failed and why: output was lost, or the system refused a request.
 class RunError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;

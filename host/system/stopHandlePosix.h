@@ -1,10 +1,10 @@
-// What a wait can include, so that a request to stop ends it.
+// The file descriptor by which poll notices a stop request.
 #pragma once
 
 namespace mordhost {
 
-// Becomes readable at the first request to stop, and stays so; nobody is to read it. -1 before HoldStopRequests, which
-// poll passes over.
+// Becomes readable at the first stop request and stays readable; do not read it. Before HoldStopRequests it is -1,
+// which poll ignores.
 int StopHandle();
 
 } // namespace mordhost

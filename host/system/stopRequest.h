@@ -1,5 +1,5 @@
-// Requests to stop: an interruption by the user, a request to terminate, the end of the terminal. Each platform has one
-// body of this; all commands take their requests from here.
+// Requests to stop: an interruption by the user, a request to terminate, the end of the terminal. One body per
+// platform.
 #pragma once
 
 #include <string>
@@ -8,20 +8,20 @@
 
 namespace mordhost {
 
-// A run that was asked to stop: what() says by what, and what was not done.
+// A run that was stopped: what() names the request and the work that was not done.
 class Stopped : public RunError {
 public:
     using RunError::RunError;
 };
 
-// From now on a request to stop makes StopRequested true instead of ending the process, and breaks off a read of a
-// StoppableInput. After the first request, an interruption from the keyboard ends the process at once. A write to a
-// pipe that nobody reads fails, and ends nothing by itself. Throws RunError.
+// From now on a stop request sets StopRequested and interrupts reads of a StoppableInput, instead of ending the
+// process. After the first request, a keyboard interruption ends the process at once. A write to a pipe without a
+// reader fails and does not end the process. Throws RunError.
 void HoldStopRequests();
 
 bool StopRequested();
 
-// What asked first: "SIGTERM", "Ctrl-C". Empty as long as nothing did.
+// The name of the first request: "SIGTERM", "Ctrl-C". Empty while there is none.
 std::string StopCause();
 
 } // namespace mordhost

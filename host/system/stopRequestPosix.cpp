@@ -1,4 +1,4 @@
-// SIGINT, SIGTERM and SIGHUP are requests to stop. SIGPIPE is none: the write that causes it fails.
+// SIGINT, SIGTERM and SIGHUP are stop requests. SIGPIPE is not: the write that causes it fails.
 #include "system/stopRequest.h"
 
 #include <cerrno>
@@ -16,8 +16,7 @@ namespace mordhost {
 
 namespace {
 
-// Some programs that end others send the same signal twice in a row, to the process and to its group. That is one
-// request.
+// Some programs send a signal twice, to the process and to its group. Within this time it is one request.
 constexpr long sameRequest = 200; // milliseconds
 
 volatile std::sig_atomic_t stopSignal = 0;
@@ -31,7 +30,7 @@ long MillisecondsSince(const timespec& start) {
     return static_cast<long>(now.tv_sec - start.tv_sec) * 1000 + (now.tv_nsec - start.tv_nsec) / 1000000;
 }
 
-// Calls nothing that a signal handler must not call.
+// Calls only async-signal-safe functions.
 extern "C" void NoteStopSignal(int signal) {
     const int error = errno;
     if (stopSignal == 0) {
@@ -40,15 +39,14 @@ extern "C" void NoteStopSignal(int signal) {
         [[maybe_unused]] const ssize_t written = write(wakeUpWriting, "", 1);
     } else if (signal == SIGINT && MillisecondsSince(firstRequest) >= sameRequest) {
         std::signal(SIGINT, SIG_DFL);
-        std::raise(SIGINT); // takes effect when this handler has returned
+        std::raise(SIGINT); // takes effect after this handler returns
     }
     errno = error;
 }
 
-// Unlike SIG_IGN, a handler does not pass on to the programs that this process starts.
+// A handler and not SIG_IGN, which the programs that this process starts would inherit.
 extern "C" void PassOver(int) {}
 
-// Once set, the handle stays readable, since nothing reads it.
 void MakeWakeUp() {
     int ends[2];
     if (pipe2(ends, O_CLOEXEC | O_NONBLOCK) != 0) {
@@ -61,11 +59,11 @@ void MakeWakeUp() {
 void Handle(int signal, void (*handler)(int), const sigset_t& blocked) {
     struct sigaction action {};
     action.sa_handler = handler;
-    action.sa_mask = blocked; // and without SA_RESTART: a call that waits is to end
+    action.sa_mask = blocked; // without SA_RESTART, so that a blocking call returns
     sigaction(signal, &action, nullptr);
 }
 
-// What nohup does to the processes that are to outlive their terminal.
+// nohup ignores a signal this way, so that the process outlives its terminal.
 bool IsIgnored(int signal) {
     struct sigaction action {};
     sigaction(signal, nullptr, &action);
@@ -81,7 +79,7 @@ void HoldStopRequests() {
     for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
         sigaddset(&all, signal);
     }
-    // A shell starts what runs in the background with SIGINT ignored; who sends it to this process still means it.
+    // A shell ignores SIGINT for background processes. A SIGINT for this process is a request nevertheless.
     Handle(SIGINT, NoteStopSignal, all);
     Handle(SIGTERM, NoteStopSignal, all);
     if (!IsIgnored(SIGHUP)) {

@@ -1,4 +1,4 @@
-// The console control events are requests to stop.
+// The console control events are stop requests.
 #include "system/stopRequest.h"
 
 #include <atomic>
@@ -16,20 +16,20 @@ constexpr DWORD betweenTries = 10; // milliseconds
 
 std::atomic<DWORD> cause = none;
 std::atomic<bool> reading = false;
-std::atomic<HANDLE> reader = nullptr; // the thread
+std::atomic<HANDLE> reader = nullptr; // its thread
 
 bool EndsProcessAfterwards(DWORD event) {
     return event != CTRL_C_EVENT && event != CTRL_BREAK_EVENT;
 }
 
-// Runs on a thread of its own. The system ends the process when the console is closed, at a log-off and at a shutdown,
-// but not before this returns; for a few seconds it is patient.
+// Windows calls this on a separate thread. When the console closes, at log-off and at shutdown, Windows ends the
+// process as soon as this returns, or after a few seconds.
 BOOL WINAPI NoteControlEvent(DWORD event) {
     DWORD former = none;
     if (!cause.compare_exchange_strong(former, event) && !EndsProcessAfterwards(event)) {
-        return FALSE; // what is not taken ends the process
+        return FALSE; // the default handler ends the process
     }
-    // The reader may be about to read, so that one try is not enough.
+    // Repeated, because the reader may be about to start its read.
     while (reading || EndsProcessAfterwards(event)) {
         CancelSynchronousIo(reader);
         Sleep(betweenTries);
@@ -44,7 +44,7 @@ BreakableRead::BreakableRead() {
         HANDLE self = nullptr;
         DuplicateHandle(GetCurrentProcess(), GetCurrentThread(), GetCurrentProcess(), &self, 0, FALSE,
                         DUPLICATE_SAME_ACCESS);
-        reader = self; // for the rest of the process
+        reader = self; // never closed
     }
     reading = true;
 }

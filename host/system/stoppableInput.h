@@ -1,4 +1,4 @@
-// A file or the standard input, read block by block; each platform has one body of this.
+// Block-wise reading of a file or of the standard input. One body per platform.
 #pragma once
 
 #include <cstddef>
@@ -8,7 +8,7 @@
 
 namespace mordhost {
 
-// A request to stop breaks off the wait for what a pipe or a terminal brings. For one thread.
+// A stop request interrupts the wait for data from a pipe or a terminal. For use by one thread.
 class StoppableInput {
 public:
     StoppableInput() = default;
@@ -16,22 +16,22 @@ public:
     StoppableInput(const StoppableInput&) = delete;
     StoppableInput& operator=(const StoppableInput&) = delete;
 
-    // The object reads nothing before one of these.
+    // Select what to read. Call one of them first.
     std::error_code Open(const std::filesystem::path& path);
     void TakeStandardInput();
 
-    // Whether it is a file with a size, and not a pipe, a terminal or another device.
+    // True for a regular file; false for a pipe, a terminal or another device.
     bool IsRegular() const;
 
-    // The size of such a file in bytes.
+    // The size of a regular file in bytes.
     uint64_t Size() const;
 
-    // Waits for the next bytes, writes `size` of them at most to `to`, and returns how many. 0: the end, or a request
-    // to stop was made, or `error` is set.
+    // Waits for data and writes at most `size` bytes to `to`. Returns their number. 0 means the end of the input, a
+    // stop request, or that `error` is set.
     size_t Read(char* to, size_t size, std::error_code& error);
 
 private:
-    int m_file = -1; // of the C runtime
+    int m_file = -1; // descriptor of the C runtime
     bool m_isOwn = false;
 };
 

@@ -57,12 +57,12 @@ size_t StoppableInput::Read(char* to, size_t size, std::error_code& error) {
         SetLastError(ERROR_SUCCESS);
         const BOOL done = ReadFile(HandleOf(m_file), to, atMost, &length, nullptr);
         const DWORD code = GetLastError();
-        // A console ends the read at Ctrl-C in one of these ways, and its event comes on another thread.
+        // At Ctrl-C a console aborts the read; the event arrives on another thread.
         if (code == ERROR_OPERATION_ABORTED && length == 0) {
             Sleep(1);
             continue;
         }
-        if (!done && code != ERROR_BROKEN_PIPE) { // the end of a pipe
+        if (!done && code != ERROR_BROKEN_PIPE) { // ERROR_BROKEN_PIPE is the end of a pipe
             error = {static_cast<int>(code), std::system_category()};
             return 0;
         }

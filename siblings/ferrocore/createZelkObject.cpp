@@ -1,4 +1,4 @@
-// The one export of Ferrocore, and its one service.
+// Ferrocore's only export, and the table of its services.
 #include "heldService.h"
 #include "serviceFactory.h"
 

@@ -1,4 +1,4 @@
-// What a log writer writes to.
+// The output of a log writer.
 #pragma once
 
 #include <cstddef>
@@ -6,12 +6,13 @@
 
 namespace siblings {
 
+// An output that only grows, such as a log file.
 class AppendStream {
 public:
     virtual ~AppendStream() = default;
 
-    // Appends `bytes` in one write, and returns how many of them got there: all, or fewer when the system refused, as
-    // on a full disk. Called by one thread at a time. Throws nothing and raises no signal.
+    // Appends `bytes` with one write and returns the number of bytes written: fewer than given, or 0, if the system
+    // refuses, for example on a full disk. One thread at a time may call. Throws nothing and raises no signal.
     virtual size_t Append(std::string_view bytes) = 0;
 };
 

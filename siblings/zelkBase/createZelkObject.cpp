@@ -1,4 +1,4 @@
-// The one export of ZelkBase, and the table of its services.
+// ZelkBase's only export, and the table of its services.
 #include "heldService.h"
 #include "serviceFactory.h"
 #include "zelkBase/hostLogService.h"
@@ -17,11 +17,11 @@ constexpr ServiceEntry services[] = {
     {SID_BaseServiceTwo, MakeService<HeldService>},
     {SID_BaseServiceThree, MakeService<HeldService>},
     {SID_TextConverter, MakeService<TextConverter>},
-    // This library is the module behind "module.base" as well.
+    // ZelkBase is also the module with the key "module.base".
     {SID_MachineId, MakeService<MachineIdService>},
     {SID_LogConfig, MakeService<LogConfig>},
     {SID_LogWriter, MakeLogWriter},
-    // For the host alone.
+    // For the host; the component does not ask for it.
     {SID_HostLog, MakeService<HostLogService>},
 };
 

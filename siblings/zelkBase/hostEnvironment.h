@@ -1,18 +1,19 @@
-// What the host process has around it: its environment and its working directory.
+// The environment and the working directory of the host process.
 #pragma once
 
 #include "zelkBase/unicode.h"
 
 namespace siblings {
 
-// The environment variable `name`, empty when it is not set. Elsewhere than on Windows it is UTF-8, and a program that
-// runs with more rights than its caller counts every variable as not set.
+// Returns the environment variable `name`, or an empty text if it is not set. On Linux its value is UTF-8, and a
+// program with more rights than its caller (such as a setuid program) ignores all variables. Must not run while another
+// thread changes the environment.
 WideString EnvironmentText(const WideChar* name);
 
-// `path` from the root on; a relative one starts at the working directory. Empty if the system does not tell it.
+// Returns `path` as an absolute path, relative to the working directory. Returns an empty text on failure.
 WideString AbsolutePath(const WideString& path);
 
-// Whether `unit` separates directories, and the character that does.
+// Returns whether `unit` separates directories; `separator` is the usual such character.
 bool IsSeparator(WideChar unit);
 extern const WideChar separator;
 

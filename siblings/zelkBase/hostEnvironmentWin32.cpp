@@ -6,13 +6,13 @@ namespace siblings {
 
 namespace {
 
-// The text that `ask` writes into a buffer of so many units. It returns the length without the NUL, or, when the buffer
-// is too small, the room needed with it.
-template <typename Ask>
-WideString AskForText(Ask ask) {
+// Returns the text that `read` writes to a buffer with room for the given number of units. `read` returns the length
+// without the NUL or, if the buffer is too small, the required size with it.
+template <typename Read>
+WideString ReadSystemText(Read read) {
     WideString text(MAX_PATH, L'\0');
     DWORD length = 0;
-    while ((length = ask(text.data(), static_cast<DWORD>(text.size()))) >= text.size()) {
+    while ((length = read(text.data(), static_cast<DWORD>(text.size()))) >= text.size()) {
         text.resize(length + size_t{1});
     }
     text.resize(length);
@@ -24,11 +24,11 @@ WideString AskForText(Ask ask) {
 const WideChar separator = L'\\';
 
 WideString EnvironmentText(const WideChar* name) {
-    return AskForText([name](wchar_t* text, DWORD room) { return GetEnvironmentVariableW(name, text, room); });
+    return ReadSystemText([name](wchar_t* text, DWORD room) { return GetEnvironmentVariableW(name, text, room); });
 }
 
 WideString AbsolutePath(const WideString& path) {
-    return AskForText(
+    return ReadSystemText(
         [&path](wchar_t* text, DWORD room) { return GetFullPathNameW(path.c_str(), room, text, nullptr); });
 }
 

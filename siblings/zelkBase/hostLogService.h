@@ -1,4 +1,4 @@
-// IHostLog, and the log writer that it leads to.
+// IHostLog, and the creation of log writers.
 #pragma once
 
 #include "serviceObject.h"
@@ -6,7 +6,7 @@
 
 namespace siblings {
 
-// The writer is the library's, whichever object of this class it was set through, and stays when the object goes.
+// The writer is a setting of the library: all objects share it, and it survives them.
 class HostLogService final : public ServiceObject<HostLogService, IHostLog> {
 public:
     explicit HostLogService(const GUID& id = SID_HostLog) : ServiceObject(id) {}
@@ -18,7 +18,8 @@ private:
     ~HostLogService() = default;
 };
 
-// The host's writer if there is one, otherwise a new LogWriter; with a reference for the caller. May throw.
+// Returns the host's writer if one is set, otherwise a new LogWriter, with a reference for the caller. Any thread may
+// call. Throws std::bad_alloc and what LogWriter throws.
 ISmartUnknown* MakeLogWriter(const GUID& id);
 
 } // namespace siblings

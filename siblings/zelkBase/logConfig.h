@@ -1,4 +1,4 @@
-// ILogConfig: where the log settings stand.
+// ILogConfig: the location of the log settings.
 #pragma once
 
 #include "serviceObject.h"
@@ -6,8 +6,9 @@
 
 namespace siblings {
 
-// Looks up the directory (logDirectory.h) when it is made, and keeps it. GetConfigText gives it for the code 0x200002,
-// and null for any other code or if there is no directory. Its second argument plays no part. Any thread may call.
+// Determines the directory (logDirectory.h) in its constructor, which can throw std::bad_alloc, and keeps it.
+// GetConfigText returns it for the code 0x200002, and null for any other code or if there is no directory. The text is
+// valid as long as the object. The second argument is ignored. Any thread may call.
 class LogConfig final : public ServiceObject<LogConfig, ILogConfig> {
 public:
     explicit LogConfig(const GUID& id = SID_LogConfig);

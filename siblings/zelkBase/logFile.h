@@ -1,4 +1,4 @@
-// A log file, open for appending.
+// A log file that is open for appending.
 #pragma once
 
 #include <memory>
@@ -8,9 +8,12 @@
 
 namespace siblings {
 
-// Opens the file at `path`, made if it is not there, and returns a stream that owns it; null if the system refuses. The
-// system puts each write at the end that the file has at that moment, so that processes which write the same file leave
-// each other's records whole. Others may read, rename and delete the file meanwhile; child processes do not inherit it.
+// Opens the file at `path`, creating it if necessary, and returns a stream that owns it, or null if the system refuses.
+// Throws std::bad_alloc.
+//
+// The system places each write at the current end of the file, so that several processes can write the same file
+// without mixing their records. Others can read, rename and delete the open file. Child processes do not inherit it. A
+// write to a pipe at `path` never blocks.
 std::unique_ptr<AppendStream> OpenLogFile(const WideString& path);
 
 } // namespace siblings

@@ -15,28 +15,28 @@ namespace siblings {
 
 namespace {
 
-// Keeps from the process, for the time of a write, the signals that a failing one raises on the thread: a log that
-// reaches the limit of file sizes, or is a pipe without a reader, costs the record and not the process.
-class WriteSignalsHeld {
+// Blocks, during a write, the signals that a failing write raises on the thread: at the limit of file sizes, or on a
+// pipe without a reader, the record is lost and the process goes on.
+class BlockedWriteSignals {
 public:
-    WriteSignalsHeld() {
+    BlockedWriteSignals() {
         sigemptyset(&m_signals);
         sigset_t pending;
         sigpending(&pending);
         for (const int signal : {SIGPIPE, SIGXFSZ}) {
-            if (sigismember(&pending, signal) == 0) { // one that waits already is not ours to take
+            if (sigismember(&pending, signal) == 0) { // a signal that is already pending belongs to the process
                 sigaddset(&m_signals, signal);
             }
         }
         pthread_sigmask(SIG_BLOCK, &m_signals, &m_former);
     }
 
-    ~WriteSignalsHeld() { pthread_sigmask(SIG_SETMASK, &m_former, nullptr); }
+    ~BlockedWriteSignals() { pthread_sigmask(SIG_SETMASK, &m_former, nullptr); }
 
-    WriteSignalsHeld(const WriteSignalsHeld&) = delete;
-    WriteSignalsHeld& operator=(const WriteSignalsHeld&) = delete;
+    BlockedWriteSignals(const BlockedWriteSignals&) = delete;
+    BlockedWriteSignals& operator=(const BlockedWriteSignals&) = delete;
 
-    // Takes off what a failed write has raised.
+    // Discards the signals that a failed write has raised.
     void Discard() {
         constexpr timespec now{};
         while (sigtimedwait(&m_signals, nullptr, &now) > 0) {
@@ -59,7 +59,7 @@ public:
         if (m_isRegular && !SizeIsLimited()) {
             return static_cast<size_t>(std::max(Write(bytes), ssize_t{0})); // raises no signal
         }
-        WriteSignalsHeld signals;
+        BlockedWriteSignals signals;
         const ssize_t written = Write(bytes);
         if (written < 0) {
             signals.Discard();
@@ -74,14 +74,14 @@ private:
         return fstat(file, &status) == 0 && S_ISREG(status.st_mode);
     }
 
-    // Asked for each time: the process may be limited at any time, and the question takes less than holding signals.
-    // The older one of the two system calls for it takes less than half of the time of the other.
+    // Checked at each write, since the process can be limited at any time. The check is cheaper than blocking signals.
+    // This is the older of two system calls, and takes less than half the time of the other.
     static bool SizeIsLimited() {
-        unsigned long limits[2] = {}; // the one that holds, and the highest that may be set
+        unsigned long limits[2] = {}; // the current limit and its maximum
         return syscall(SYS_getrlimit, RLIMIT_FSIZE, limits) != 0 || limits[0] != unlimited;
     }
 
-    // On systems where the call gives less for it, each write takes the longer way.
+    // Where the call returns a smaller number for no limit, each write blocks signals.
     static constexpr unsigned long unlimited = ~0UL;
 
     ssize_t Write(std::string_view bytes) const {
@@ -99,7 +99,7 @@ private:
 } // namespace
 
 std::unique_ptr<AppendStream> OpenLogFile(const WideString& path) {
-    // Not blocking: what stands at the path could be a pipe, and no event waits for its reader.
+    // Non-blocking: `path` can be a pipe, and no event may wait for its reader.
     const int file = open(ToUtf8(path).c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NOCTTY | O_NONBLOCK,
                           S_IRUSR | S_IWUSR | S_IRGRP);
     if (file < 0) {

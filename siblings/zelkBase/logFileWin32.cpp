@@ -26,7 +26,7 @@ private:
 } // namespace
 
 std::unique_ptr<AppendStream> OpenLogFile(const WideString& path) {
-    // The right to append without the right to write is what makes the system choose the position.
+    // With the right to append but not to write, the system chooses the position.
     const HANDLE file = CreateFileW(path.c_str(), FILE_APPEND_DATA | SYNCHRONIZE,
                                     FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_ALWAYS,
                                     FILE_ATTRIBUTE_NORMAL, nullptr);

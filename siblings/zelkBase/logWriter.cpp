@@ -10,26 +10,26 @@ namespace siblings {
 
 namespace {
 
-// The bytes of a record. Those of a usual one take no memory from the heap.
+// A record as UTF-8. A usual one (up to 512 units) needs no heap memory.
 class RecordBytes {
 public:
     explicit RecordBytes(const WideChar* record) {
         // Most records are ASCII: one pass finds their end and converts them.
         size_t length = 0;
-        while (length < sizeof m_few && static_cast<uint32_t>(record[length]) - 1 < 0x7F) {
-            m_few[length] = static_cast<char>(record[length]);
+        while (length < sizeof m_inline && static_cast<uint32_t>(record[length]) - 1 < 0x7F) {
+            m_inline[length] = static_cast<char>(record[length]);
             ++length;
         }
-        if (length < sizeof m_few && record[length] == WideChar{}) {
-            m_bytes = {m_few, length};
+        if (length < sizeof m_inline && record[length] == WideChar{}) {
+            m_bytes = {m_inline, length};
             return;
         }
         const WideView text(record);
-        if (Utf8Capacity(text.size()) <= sizeof m_few) {
-            m_bytes = {m_few, WriteUtf8(text, m_few)};
+        if (Utf8Capacity(text.size()) <= sizeof m_inline) {
+            m_bytes = {m_inline, WriteUtf8(text, m_inline)};
         } else {
-            m_many = ToUtf8(text);
-            m_bytes = m_many;
+            m_heap = ToUtf8(text);
+            m_bytes = m_heap;
         }
     }
     RecordBytes(const RecordBytes&) = delete;
@@ -38,8 +38,8 @@ public:
     std::string_view View() const { return m_bytes; }
 
 private:
-    char m_few[1536];
-    std::string m_many;
+    char m_inline[1536];
+    std::string m_heap;
     std::string_view m_bytes;
 };
 
@@ -59,7 +59,7 @@ int32_t LogWriter::Start(const WideChar* moduleName, uint32_t) {
     return Signed(Guarded([this, moduleName] {
         const std::lock_guard guard(m_lock);
         m_stream.reset();
-        m_torn = false;
+        m_endsInPartialRecord = false;
         if (moduleName == nullptr || !IsFileName(moduleName)) {
             return RESULT_INVALID_ARGUMENT;
         }
@@ -83,23 +83,23 @@ int32_t LogWriter::WriteRecord(const WideChar* text, int32_t level) {
         return Signed(RESULT_OK);
     }
     return Signed(Guarded([this, text] {
-        const RecordBytes bytes(text); // not under the lock
+        const RecordBytes bytes(text); // outside the lock
         const std::lock_guard guard(m_lock);
         if (!m_stream) {
             return RESULT_NOT_STARTED;
         }
         std::string_view record = bytes.View();
-        std::string behindTornOne;
-        if (m_torn) {
-            behindTornOne = "\r\n" + std::string(record); // a record never goes on in the line of a torn one
-            record = behindTornOne;
+        std::string onNewLine;
+        if (m_endsInPartialRecord) {
+            onNewLine = "\r\n" + std::string(record); // a record starts on its own line
+            record = onNewLine;
         }
         const size_t written = m_stream->Append(record);
         if (written == record.size()) {
-            m_torn = false;
+            m_endsInPartialRecord = false;
             return RESULT_OK;
         }
-        m_torn = m_torn || written != 0;
+        m_endsInPartialRecord = m_endsInPartialRecord || written != 0;
         return RESULT_FAILED;
     }));
 }

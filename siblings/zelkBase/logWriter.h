@@ -1,4 +1,4 @@
-// ILogWriter: records to a file.
+// ILogWriter: writes records to a file.
 #pragma once
 
 #include <atomic>
@@ -10,28 +10,28 @@
 
 namespace siblings {
 
-// Appends records, as UTF-8 and in one write each, to the file that is named after the module ("MORD_Recv.log" for
-// "MORD_Recv") and stands in the log directory (logDirectory.h), which is looked up when the object is made. Any thread
-// may call any operation. Nothing here ends the process: what cannot be written is lost, and the next record is tried
-// again.
+// Appends records, as UTF-8 and with one write each, to the file named after the module ("MORD_Recv.log" for
+// "MORD_Recv") in the log directory (logDirectory.h), which the constructor determines. Any thread may call any
+// operation. A failure never ends the process: the record is lost, and the next one is tried again.
 class LogWriter final : public ServiceObject<LogWriter, ILogWriter> {
 public:
+    // Opens the file at `path`; returns null on failure. Tests replace it.
     using StreamOpener = std::unique_ptr<AppendStream> (*)(const WideString& path);
 
     explicit LogWriter(const GUID& id = SID_LogWriter, StreamOpener openStream = OpenLogFile);
 
-    // Opens the file of `moduleName`; called again, closes the former file and goes on with the new one. Returns
-    // RESULT_OK, RESULT_FAILED when the file cannot be opened, RESULT_INVALID_ARGUMENT for a name that is null, empty
-    // or not one file name (separators, control characters and the rest that Windows keeps out of names),
-    // RESULT_OUT_OF_MEMORY. Without RESULT_OK no file is open. The second argument plays no part.
+    // Opens the file of `moduleName`; a further call closes the former file first. Returns RESULT_OK; RESULT_FAILED if
+    // the file cannot be opened; RESULT_INVALID_ARGUMENT for a name that is null, empty or not a plain file name
+    // (separators, control characters, and the other characters that Windows forbids); RESULT_OUT_OF_MEMORY. Without
+    // RESULT_OK no file is open. The second argument is ignored. Takes m_lock.
     int32_t Start(const WideChar* moduleName, uint32_t zero) override;
 
-    // Records whose level is below `level`, read as a signed number, are dropped; 0 at first. Returns RESULT_OK.
+    // Drops records with a level below `level`, read as a signed number, from now on. Initially 0. Returns RESULT_OK.
     int32_t SetLevel(uint32_t level) override;
 
-    // Writes `text` as it stands, its line end included; ill-formed UTF-16 becomes U+FFFD. Returns RESULT_OK when the
-    // record was written, or dropped for its level; RESULT_NOT_STARTED, RESULT_FAILED (the system did not take all of
-    // it) and RESULT_OUT_OF_MEMORY when it is lost, RESULT_INVALID_ARGUMENT for null.
+    // Writes `text`, which includes its line end; ill-formed UTF-16 becomes U+FFFD. Returns RESULT_OK if the record was
+    // written, or dropped for its level. The record is lost for RESULT_NOT_STARTED, RESULT_FAILED (the system did not
+    // take all of it), RESULT_OUT_OF_MEMORY, and RESULT_INVALID_ARGUMENT (null). Takes m_lock.
     int32_t WriteRecord(const WideChar* text, int32_t level) override;
 
 private:
@@ -42,9 +42,9 @@ private:
     const WideString m_directory;
     std::atomic<int32_t> m_level{0};
 
-    std::mutex m_lock; // guards what follows
+    std::mutex m_lock; // guards the fields below
     std::unique_ptr<AppendStream> m_stream;
-    bool m_torn = false; // the last record to reach the file did so in part
+    bool m_endsInPartialRecord = false; // the file ends with a part of a record
 };
 
 } // namespace siblings

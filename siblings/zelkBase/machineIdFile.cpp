@@ -6,7 +6,7 @@ namespace siblings {
 
 std::string ReadMachineIdFile(const char* path) {
     constexpr size_t digits = 32;
-    std::string text(digits + 2, '\0'); // one more than fits, so that a longer text shows
+    std::string text(digits + 2, '\0'); // one more, to detect a longer text
     std::ifstream file(path, std::ios::binary);
     file.read(text.data(), static_cast<std::streamsize>(text.size()));
     text.resize(static_cast<size_t>(file.gcount()));

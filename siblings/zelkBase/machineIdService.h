@@ -6,12 +6,13 @@
 
 namespace siblings {
 
-// GetMachineId asks the machine at each call (machineIdSource.h) and fills the whole record: the id, its NUL, and
-// zeros. Results: RESULT_OK; RESULT_FAILED when the machine has no id, or one that does not fit with its NUL, since
-// part of an id is another id; RESULT_INVALID_ARGUMENT for a null record; RESULT_OUT_OF_MEMORY. On failure the record
-// stays as it was. Any thread may call.
+// GetMachineId reads the id from the machine at each call (machineIdSource.h) and fills the whole record: the id, its
+// NUL, and zeros. Returns RESULT_OK; RESULT_FAILED if the machine has no id or one that does not fit with its NUL (a
+// truncated id would be another id); RESULT_INVALID_ARGUMENT for a null record; RESULT_OUT_OF_MEMORY. On failure the
+// record is unchanged. Any thread may call.
 class MachineIdService final : public ServiceObject<MachineIdService, IMachineIdService> {
 public:
+    // Delivers the id, or an empty text. Tests replace it.
     using Source = WideString (*)();
 
     explicit MachineIdService(const GUID& id = SID_MachineId, Source source = ReadMachineId)

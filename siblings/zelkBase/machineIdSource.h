@@ -1,12 +1,13 @@
-// The id that the system gave this machine.
+// The id that the system assigned to this machine.
 #pragma once
 
 #include "zelkBase/unicode.h"
 
 namespace siblings {
 
-// The text of the id; empty when the machine has none. On Windows the value "MachineGuid" that the installation wrote
-// to the registry, on Linux the id of /etc/machine-id or, failing that, of /var/lib/dbus/machine-id.
+// Returns the id, or an empty text if the machine has none. On Windows it is the registry value "MachineGuid", which
+// the installation wrote; on Linux the id in /etc/machine-id or, failing that, in /var/lib/dbus/machine-id. Any thread
+// may call. Throws std::bad_alloc.
 WideString ReadMachineId();
 
 } // namespace siblings

@@ -1,12 +1,12 @@
-// IModuleFinder: modules by key.
+// IModuleFinder: finds modules by key.
 #pragma once
 
 #include "serviceObject.h"
 
 namespace siblings {
 
-// Knows one key, "module.base", which stands for this library itself; null for every other, and for a null key. Keys
-// are compared whole, with regard to case. Any thread may call.
+// Knows one key, "module.base", which means this library itself. FindModule returns null for any other key and for
+// null. Keys are compared as a whole and case-sensitively. Any thread may call; nothing is logged.
 class ModuleFinder final : public ServiceObject<ModuleFinder, IModuleFinder> {
 public:
     explicit ModuleFinder(const GUID& id = SID_ModuleFinder) : ServiceObject(id) {}

@@ -1,15 +1,16 @@
-// The library that this code stands in.
+// The library that contains this code.
 #pragma once
 
 #include "zelkBase/unicode.h"
 
 namespace siblings {
 
-// Its handle, as the system's look-up of loaded libraries gives it; not counted. Null when the code stands in the
-// program itself on a system where that has no such handle.
+// Returns the handle of the library, as the system's look-up of loaded libraries delivers it; it holds no reference.
+// Returns null on failure: on Linux also if the code is linked into the program itself. Any thread may call.
 void* OwnModule();
 
-// The absolute directory of its file, with or without a separator at the end; empty if the system does not tell it.
+// Returns the absolute directory of the library's file, with or without a trailing separator, or an empty text on
+// failure. Any thread may call. Throws std::bad_alloc.
 WideString OwnDirectory();
 
 } // namespace siblings

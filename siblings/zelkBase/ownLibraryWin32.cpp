@@ -12,7 +12,7 @@ void* OwnModule() {
 }
 
 WideString OwnDirectory() {
-    // A name that does not fit is cut and fills the buffer: only a shorter one is whole.
+    // A name that does not fit is truncated and fills the buffer: only a shorter one is complete.
     WideString path(MAX_PATH, L'\0');
     DWORD length = 0;
     while ((length = GetModuleFileNameW(static_cast<HMODULE>(OwnModule()), path.data(),

@@ -10,7 +10,8 @@ namespace {
 
 constexpr uint32_t utf8CodePage = 65001;
 
-// Fills `destination`, whose `room` characters do not count the NUL, and returns whether all of `source` went in.
+// Converts `source` to `destination`, which has `room` characters and one for the NUL. Returns whether all of `source`
+// fits.
 template <typename To, typename From>
 bool Fill(std::basic_string_view<From> source, To* destination, size_t room) {
     To units[longestCodePoint<To>];

@@ -1,21 +1,21 @@
-// ITextConverter: UTF-8 to UTF-16 and back.
+// ITextConverter: converts between UTF-8 and UTF-16.
 #pragma once
 
 #include "serviceObject.h"
 
 namespace siblings {
 
-// Has no state: any number of threads may share one object.
+// Stateless: any number of threads can share one object.
 //
-// Convert takes `sourceLength` characters of the source, NULs among them like any other, and writes what they give, and
-// a NUL, to the destination. It never writes beyond `destinationCapacity`, never splits a character (neither the bytes
-// of UTF-8 nor a surrogate pair), and ends what it wrote with a NUL whenever the capacity is not 0. Ill-formed text
-// becomes U+FFFD (unicode.h). Source and destination must not overlap. `reserved` plays no part. A source may be null
-// if its length is 0, a destination if its capacity is.
+// Convert converts `sourceLength` characters of the source, including NULs, and writes the result and a NUL to the
+// destination. It never writes beyond `destinationCapacity` and never splits a code point (its UTF-8 bytes or its
+// surrogate pair). The output ends with a NUL unless the capacity is 0. Ill-formed text becomes U+FFFD (unicode.h).
+// Source and destination must not overlap. `reserved` is ignored. A source can be null if its length is 0, a
+// destination if its capacity is 0.
 //
-// Results: RESULT_OK; RESULT_CUT when the output was cut for want of room, which a capacity of 0 always is;
-// RESULT_INVALID_ARGUMENT for a null request, an unknown command, or a null pointer where text is told (nothing is
-// written), and for another code page than 65001 or a null source (the output is the empty text).
+// Results: RESULT_OK; RESULT_CUT if the output is truncated, and always for a capacity of 0; RESULT_INVALID_ARGUMENT
+// for a null request, an unknown command or a null destination (nothing is written), and for a code page other than
+// 65001 or a null source (the output is empty).
 class TextConverter final : public ServiceObject<TextConverter, ITextConverter> {
 public:
     explicit TextConverter(const GUID& id = SID_TextConverter) : ServiceObject(id) {}

@@ -8,15 +8,15 @@ namespace {
 
 constexpr char32_t replacement = 0xFFFD;
 
-// What may follow a leading byte: the number of trailing bytes, and the bounds of the first of them. The bounds are
-// what keeps out overlong forms (E0, F0), surrogates (ED) and values beyond U+10FFFF (F4).
-struct Lead {
-    int trailing; // 0: no leading byte
+// What can follow a leading byte: the number of trailing bytes, and the range of the first one. The ranges exclude
+// overlong forms (E0, F0), surrogates (ED) and values beyond U+10FFFF (F4).
+struct LeadByte {
+    int trailing; // 0: not a leading byte
     unsigned char low;
     unsigned char high;
 };
 
-constexpr Lead DescribeLead(unsigned char byte) {
+constexpr LeadByte DescribeLeadByte(unsigned char byte) {
     if (byte >= 0xC2 && byte <= 0xDF) {
         return {1, 0x80, 0xBF};
     }
@@ -66,7 +66,7 @@ char32_t TakeCodePoint(std::string_view& text) {
     if (first < 0x80) {
         return first;
     }
-    const Lead lead = DescribeLead(first);
+    const LeadByte lead = DescribeLeadByte(first);
     if (lead.trailing == 0) {
         return replacement;
     }
@@ -74,7 +74,7 @@ char32_t TakeCodePoint(std::string_view& text) {
     unsigned char low = lead.low;
     unsigned char high = lead.high;
     for (int i = 0; i < lead.trailing; ++i) {
-        // A byte that does not fit is not taken: it may begin a character of its own.
+        // A byte that does not fit is not consumed: it can start a character.
         const auto byte = text.empty() ? static_cast<unsigned char>(0) : static_cast<unsigned char>(text.front());
         if (byte < low || byte > high) {
             return replacement;

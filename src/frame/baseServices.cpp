@@ -12,7 +12,7 @@ CreateZelkObjectFunction FindLibraryFactory(const WideChar* library) {
 } // namespace
 
 CBaseServices* CBaseServices::Instance() {
-    static auto* const holder = new CBaseServices; // never destroyed: the services outlast the component
+    static auto* const holder = new CBaseServices; // never destroyed: its references last until the process ends
     return holder;
 }
 
@@ -37,7 +37,7 @@ void CBaseServices::BindFerrocore() {
     }
 }
 
-// All four are bound anew, also those that are set.
+// Binds all four anew, even those that are set.
 void CBaseServices::BindZelkBase() {
     if (const auto factory = FindLibraryFactory(WIDE("ZelkBase.dll"))) {
         m_moduleFinder.Create(factory, SID_ModuleFinder);

@@ -1,13 +1,13 @@
-// The one export. It makes the process's receiver at the first call and hands out its interface; this is the one place
-// of the frame that includes upward.
+// The library's only export. It creates the receiver of the process at the first call and returns its interface. This
+// is the only file of the frame that includes a higher layer.
 #include "frame/interfaces.h"
 #include "frame/sameIdentifier.h"
 #include "mordRev/src/mordRev.h"
 
 namespace {
 
-// The receiver is made under a run-once guard: callers that come meanwhile wait, and an exception of the construction
-// passes on and leaves the guard unset, so that a later call tries again. It is never destroyed.
+// The compiler guards the static variable: concurrent first callers wait. If the constructor throws, the exception
+// reaches the caller, and a later call tries again. The receiver is never destroyed.
 CMordRecv* Instance() {
     static CMordRecv* const receiver = CMordRecv::ObjectCreator::Create();
     return receiver;

@@ -1,10 +1,10 @@
-// The factory of a module: its export "CreateZelkObject".
+// The factory that a module exports as "CreateZelkObject".
 #pragma once
 
 #include "frame/interfaces.h"
 #include "platform/platform.h"
 
-// The factory of `module`, or null when it exports none.
+// Returns the factory of `module`, or null if it does not export one or `module` is null. Any thread may call.
 inline CreateZelkObjectFunction FindFactory(platform::ModuleHandle module) {
     return reinterpret_cast<CreateZelkObjectFunction>(platform::GetProcAddress(module, "CreateZelkObject"));
 }

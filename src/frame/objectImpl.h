@@ -1,5 +1,5 @@
-// The object model of the component: the root class of objects, and the template that implements one for a class, a
-// locker policy and a creator policy.
+// The object model of the component: the root class of its objects, and a template that implements an object for a
+// class, a locker policy and a creator policy.
 #pragma once
 
 #include <atomic>
@@ -7,35 +7,37 @@
 
 namespace Base {
 
-// Root of the object classes. Its two operations are the frame's contract with the creator policies.
+// Root class. The library never calls its two operations; they are the contract between the frame and a creator policy.
 class CZelkObjectBase {
 public:
     CZelkObjectBase() = default;
     CZelkObjectBase(const CZelkObjectBase&) = delete;
     CZelkObjectBase& operator=(const CZelkObjectBase&) = delete;
 
+    // A hook for the creator policy. Does nothing.
     virtual void ObjectHook() {}
+    // Destroys the object and frees its memory.
     virtual void DestroySelf() = 0;
 
 protected:
-    ~CZelkObjectBase() = default; // objects are destroyed as what they are, by their creator policy
+    ~CZelkObjectBase() = default; // a creator policy destroys the most derived class
 
-    // Raised at each successful QueryInterface. Nothing lowers it and nothing acts on it: the one object of the process
-    // outlives all references.
+    // Incremented by each successful QueryInterface. Nothing decrements or reads it: the process-wide object outlives
+    // all references.
     std::atomic<int32_t> m_refCount{0};
 };
 
-// Locker policy that locks nothing.
+// Locker policy without a lock.
 class empty_locker {};
 
-// Creator policy: the heap.
+// Creator policy that uses the heap. Create throws std::bad_alloc and what the constructor throws.
 template <typename Class>
 struct default_object_creator {
     static Class* Create() { return new Class; }
     static void Destroy(Class* object) { delete object; }
 };
 
-// `Creator` makes and destroys the object; the template only carries it.
+// `Creator` creates and destroys the object, `Locker` is a base class. The template only makes both known to users.
 template <typename Class, typename Locker, typename Creator>
 class CZelkObjectImpl : public CZelkObjectBase, public Locker {
 public:

@@ -5,7 +5,8 @@
 
 #include "frame/identifiers.h"
 
-// Whether `left` and `right` are the same 16 bytes. A pointer that comes from outside need not be aligned.
+// Returns whether `left` and `right` are the same 16 bytes. `left` must not be null and need not be aligned: it can
+// come from the host.
 inline bool SameIdentifier(const GUID* left, const GUID& right) {
     return std::memcmp(left, &right, sizeof right) == 0;
 }

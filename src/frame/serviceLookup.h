@@ -1,8 +1,9 @@
-// The road to a service behind the module key, which the log start and the machine id share.
+// The way to a service of the module with the key "module.base". The log start and the machine id share it.
 #pragma once
 
 #include "frame/interfaces.h"
 
-// The factory of the module behind "module.base", or null when finder, module or export is missing. Brings the
-// bindings of CBaseServices up to date first, and so runs within Init alone. Logs nothing.
+// Returns the factory of that module, or null if the finder, the module or the export is missing. Calls
+// CBaseServices::Bind first and therefore may run within Init only. Logs nothing. The caller owns the references that
+// it creates with the factory.
 CreateZelkObjectFunction FindBaseModuleFactory();

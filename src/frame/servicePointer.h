@@ -1,4 +1,5 @@
-// Owning pointer to a service: one reference, given back through Release.
+// Owning pointer to a service: one reference, given back with Release. Not thread-safe. `Interface` derives from
+// ISmartUnknown.
 #pragma once
 
 #include "frame/factory.h"
@@ -11,14 +12,14 @@ public:
     ServicePointer(const ServicePointer&) = delete;
     ServicePointer& operator=(const ServicePointer&) = delete;
 
-    // Releases what is held and asks `factory` for the service `id`. The pointer is null afterwards when the factory
-    // refuses: its result code is never looked at.
+    // Releases the current service and asks `factory` for the service `id`. The pointer is null afterwards if the
+    // factory refuses; its result code is ignored. `factory` must not be null.
     void Create(CreateZelkObjectFunction factory, const GUID& id) {
         Reset();
         factory(&id, reinterpret_cast<void**>(&m_service));
     }
 
-    // Releases what is held, if anything.
+    // Releases the current service, if there is one.
     void Reset() {
         if (m_service != nullptr) {
             m_service->Release();
@@ -26,6 +27,7 @@ public:
         }
     }
 
+    // Borrowed; null while no service is held. operator-> needs a service.
     Interface* Get() const { return m_service; }
     Interface* operator->() const { return m_service; }
     explicit operator bool() const { return m_service != nullptr; }

@@ -1,10 +1,12 @@
-// The log sites.
+// The macros of log sites.
 //
 //     LOG_TRACE(WIDE("init get mid=") << m_mid);
 //
-// The message is what goes into a LogStream. With both log flags off a site costs their two reads: the message is not
-// evaluated and no stream is built. A stream lives as long as the record of its site; not to be used in a lambda, whose
-// signature is no function's name.
+// `message` is a chain of insertions into a LogStream. With both log flags off, a site costs two flag reads: the
+// message is not evaluated and no stream is built. Any thread may log. Throws only std::bad_alloc, from the conversion
+// of narrow text, and what the message itself throws.
+//
+// Not for lambdas: their signature contains no function name.
 #pragma once
 
 #include "logging/logSite.h"

@@ -5,7 +5,7 @@
 
 namespace {
 
-using Literal = std::basic_string_view<WideChar>; // of a length that the compiler knows
+using Literal = std::basic_string_view<WideChar>; // its length is a compile-time constant
 
 constexpr Literal errorText = WIDE(" [ERROR][");
 constexpr Literal traceText = WIDE(" [TRACE][");
@@ -17,7 +17,7 @@ constexpr Literal threadField = WIDE("] [");
 
 void BeginRecord(LogStream& stream, int32_t level, const LogSite& site) {
     const uint32_t thread = platform::GetCurrentThreadId(); // before the time
-    // File, function and the end of the thread field are narrow, and so go blank without a converter.
+    // File, function and the end of the thread field are narrow text, and are therefore empty without a converter.
     stream << LogTimestamp().View() << (level == LOG_LEVEL_ERROR ? errorText : traceText) << site.file << blank
            << site.line << nextField << site.function << threadField << thread << "] ";
 }

@@ -1,4 +1,4 @@
-// Where a log site stands, worked out at compile time.
+// The source location of a log site, computed at compile time.
 #pragma once
 
 #include <algorithm>
@@ -7,13 +7,14 @@
 
 #include "logging/logStream.h"
 
+// A source location. The texts are static.
 struct LogSite {
-    const char* file;     // bare file name
-    int32_t line;         // 1 is the first
+    const char* file;     // file name without its folder
+    int32_t line;         // from 1
     const char* function; // with its class: "CMordRecv::HandleEvent"
 };
 
-// The file name behind the last separator of either kind; the whole path when it has none.
+// Returns the part of `path` behind its last separator of either kind; the whole path if it has none.
 constexpr const char* LogFileName(const char* path) {
     const char* name = path;
     for (const char* c = path; *c != '\0'; ++c) {
@@ -24,14 +25,14 @@ constexpr const char* LogFileName(const char* path) {
     return name;
 }
 
-// The qualified name of a function, cut out of the compiler's full signature: the name by itself lacks the class.
+// The qualified name of a function, taken from __PRETTY_FUNCTION__: __FUNCTION__ lacks the class.
 template <size_t capacity>
 struct LogFunctionName {
     char text[capacity] = {};
 
     constexpr explicit LogFunctionName(const char (&signature)[capacity]) {
-        // The name stands between the last blank before the parameters and their parenthesis, which each signature
-        // has; what stands in angle brackets is part of a type. A pointer result leaves its asterisk before the name.
+        // The name is between the last blank before the parameters and their parenthesis, which every signature has;
+        // text in angle brackets belongs to a type. After a pointer result an asterisk precedes the name.
         const char* begin = signature;
         const char* end = signature;
         for (int depth = 0; depth != 0 || *end != '('; ++end) {
@@ -44,5 +45,5 @@ struct LogFunctionName {
     }
 };
 
-// Writes everything of a record that stands before its message.
+// Writes the part of a record that precedes its message: time, level, site and thread.
 void BeginRecord(LogStream& stream, int32_t level, const LogSite& site);

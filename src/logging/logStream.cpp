@@ -74,7 +74,7 @@ bool CSmartStream::Buffer::Grow(size_t length) {
 
 namespace {
 
-// A number in digits. They are made by hand: a stream of char16_t has no number formatting.
+// A number in decimal digits. std::basic_ostream<char16_t> has no number formatting.
 class Decimal {
 public:
     template <typename Number>

@@ -1,4 +1,4 @@
-// What a log site writes a record into.
+// The stream that a log site writes a record to.
 #pragma once
 
 #include <algorithm>
@@ -18,26 +18,27 @@ constexpr int32_t LOG_LEVEL_ERROR = 35;
 
 namespace Base {
 
-// Wide output stream over a buffer of its own, in which a record grows. It has no exception mask: an insertion that
-// fails leaves it in a failed state until it is reset.
+// A wide output stream with its own buffer, which holds one record. Its exception mask is empty: a failed insertion,
+// even for lack of memory, leaves it in a failed state until Reset.
 class CSmartStream : public std::basic_ostream<WideChar> {
 public:
     CSmartStream();
 
-    // Whether text stands in the buffer.
+    // Returns whether the buffer has text.
     bool HasText() const { return m_buffer.HasText(); }
 
-    // Appends `text` as an insertion does, without what a stream does around each.
+    // Appends `text` like an insertion, but without a sentry and formatting. Throws nothing.
     void Append(std::basic_string_view<WideChar> text);
 
-    // The text in the buffer, valid until the next insertion. Throws nothing.
+    // Returns the text, NUL-terminated, valid until the next insertion. Throws nothing.
     const WideChar* Text() { return m_buffer.Text(); }
 
-    // Empties the buffer and clears the state.
+    // Clears the buffer and the error state. Keeps the memory.
     void Reset();
 
 private:
-    // A usual record stands in the object itself. There is always room for the NUL.
+    // A record of up to 511 characters is in the object itself, a longer one on the heap. There is always room for the
+    // NUL.
     class Buffer : public std::basic_streambuf<WideChar> {
     public:
         Buffer() { setp(std::begin(m_first), std::end(m_first) - 1); }
@@ -49,9 +50,10 @@ private:
         }
         void Clear() { setp(pbase(), epptr()); }
 
-        // Puts in what there is room for already; false, with nothing put in, when there is not enough.
+        // Appends `text` if the present buffer has room for it and it is not very long. Otherwise returns false and
+        // changes nothing.
         bool PutQuickly(std::basic_string_view<WideChar> text) {
-            if (static_cast<size_t>(epptr() - pptr()) < text.size() || text.size() > quickly) {
+            if (static_cast<size_t>(epptr() - pptr()) < text.size() || text.size() > mostQuick) {
                 return false;
             }
             std::copy_n(text.data(), text.size(), pptr());
@@ -64,13 +66,13 @@ private:
         int_type overflow(int_type unit) override;
 
     private:
-        // Counts what has been put in.
+        // Advances the end of the text by `length` characters.
         void Advance(size_t length);
 
-        // Makes room for `length` more. False, with nothing changed, when there is no memory for it.
+        // Makes room for `length` more characters. Returns false, with nothing changed, if memory runs out.
         bool Grow(size_t length);
 
-        static constexpr size_t quickly = 4096; // a length of which no counter runs over
+        static constexpr size_t mostQuick = 4096; // fits the argument of pbump
 
         WideChar m_first[512];
         std::unique_ptr<WideChar[]> m_larger;
@@ -81,16 +83,17 @@ private:
 
 } // namespace Base
 
-// One record at a time, of one level. Belongs to one function and one thread.
+// Builds records of one level, one after the other. Belongs to one function and one thread.
 //
-// Inserted wide text goes in as it stands, narrow text (UTF-8, up to its first NUL; null is empty) through Utf8ToWide,
-// numbers in decimal, a bool as 1 or 0.
+// Insertions: wide text unchanged; narrow text (UTF-8, up to its first NUL; null counts as empty) through the text
+// converter, so that it is empty without one; numbers in decimal; a bool as 1 or 0. A null wide text puts the stream
+// into the failed state. Only narrow text can throw: std::bad_alloc.
 class LogStream {
 public:
     explicit LogStream(int32_t level);
 
-    // Text of a record that was begun and never ended, as when an exception passes the site, goes to the standard wide
-    // output stream and to the debug output, whatever the log state says.
+    // Writes the text of a record that was begun but not ended, as when an exception leaves the log site, to std::wcout
+    // and the debug output, whatever the log state is.
     ~LogStream();
 
     LogStream(const LogStream&) = delete;
@@ -104,8 +107,8 @@ public:
     LogStream& operator<<(uint32_t number);
     LogStream& operator<<(bool value);
 
-    // Ends the record with carriage return and line feed, gives it to the sinks that the log state names, and makes the
-    // stream ready for the next one.
+    // Ends the record with carriage return and line feed, passes it to the outputs that the log state enables, and
+    // resets the stream. Their failures are ignored.
     void EndRecord();
 
 private:

@@ -7,7 +7,7 @@ namespace {
 
 constexpr std::chrono::hours zoneOffset{8};
 
-// The calendar repeats after 400 years; the library's own knows 16-bit years only.
+// The calendar repeats every 400 years; std::chrono::year covers only 16 bits.
 constexpr std::chrono::days cycle{146097};
 constexpr int64_t yearsOfCycle = 400;
 
@@ -17,8 +17,8 @@ constexpr int64_t FloorDivide(int64_t number, int64_t divisor) {
 
 } // namespace
 
-// On 32 bits a division of 64 bits takes as long as all the rest: there are two, and what is left of each is short.
-// NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): the text is what has been appended
+// A 64-bit division dominates the cost on 32-bit machines: there are only two, and both remainders fit 32 bits.
+// NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): m_length limits the text
 LogTime::LogTime(int64_t secondsSince1970) {
     constexpr int64_t secondsOfDay = 86400;
     const int64_t time = secondsSince1970 + std::chrono::seconds(zoneOffset).count();
@@ -44,7 +44,7 @@ void LogTime::AppendYear(int64_t year) {
         }
         return;
     }
-    for (const char digit : std::to_string(year)) { // short enough to need no memory
+    for (const char digit : std::to_string(year)) { // within the small-string buffer
         m_text[m_length++] = static_cast<WideChar>(digit);
     }
 }

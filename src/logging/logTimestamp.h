@@ -7,11 +7,11 @@
 
 #include "platform/wideChar.h"
 
-// A time as "2026-11-16 14:03:07", always in UTC+8, whatever the machine's time zone says: records of a fleet are
-// compared by it. Holds its text in itself.
+// A time as "2026-11-16 14:03:07", always in UTC+8, whatever the time zone of the machine: the records of all machines
+// are comparable. Stores its text in the object. Any thread may create one; throws nothing.
 class LogTime {
 public:
-    // In seconds since the start of 1970, UTC.
+    // `secondsSince1970` is a count of seconds since 1970-01-01 00:00 UTC; it can be negative.
     explicit LogTime(int64_t secondsSince1970);
 
     std::basic_string_view<WideChar> View() const { return {m_text, m_length}; }
@@ -24,5 +24,5 @@ private:
     size_t m_length = 0;
 };
 
-// The present time.
+// Returns the current time.
 LogTime LogTimestamp();

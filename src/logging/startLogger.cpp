@@ -25,11 +25,11 @@ LogSettings ReadSettings(const std::basic_string<WideChar>& path) {
     return settings;
 }
 
-// The directory text ends in its separator; without one the bare file name goes to the system.
+// The directory ends in its separator. Without a directory the system gets the bare file name.
 std::basic_string<WideChar> IniPath(ILogConfig* config) {
     std::basic_string<WideChar> path;
     if (config->GetConfigText(LOG_CONFIG_DIRECTORY, 0) != nullptr) {
-        // Asked again for the value, as the base library expects it; either answer may be null.
+        // The base library expects a second call for the value; either result can be null.
         if (const WideChar* const directory = config->GetConfigText(LOG_CONFIG_DIRECTORY, 0)) {
             path = directory;
         }
@@ -50,7 +50,7 @@ bool StartLogger(const WideChar* moduleName) {
         return false;
     }
     const LogSettings settings = ReadSettings(IniPath(config.Get()));
-    LogDebugViewEnabled = settings.debugView; // stays so if the rest fails
+    LogDebugViewEnabled = settings.debugView; // remains even if the rest fails, by design
     if (!settings.writeLog || moduleName == nullptr) {
         return true;
     }

@@ -1,21 +1,21 @@
-// The width of the caller, that is, of this build.
+// The bitness of the caller, that is, of this build.
 #pragma once
 
 #include "native/remoteLayouts.h"
 
-// The layouts of the caller's own structures, and the address of its width. The build names the width where it is not
-// that of the compiler: tests run the code of a 32-bit caller in a 64-bit program.
+// The layouts of the caller's own structures (Bits32 or Bits64) and its bitness. The build defines MORDREV_CALLER_BITS
+// if it differs from the compiler's: tests run the code of a 32-bit caller in a 64-bit program.
 template <int bits>
 struct CallerOf;
 
 template <>
 struct CallerOf<32> : Bits32 {
-    static constexpr bool isWide = false;
+    static constexpr bool is64Bit = false;
 };
 
 template <>
 struct CallerOf<64> : Bits64 {
-    static constexpr bool isWide = true;
+    static constexpr bool is64Bit = true;
 };
 
 #ifdef MORDREV_CALLER_BITS
@@ -24,13 +24,13 @@ using Caller = CallerOf<MORDREV_CALLER_BITS>;
 using Caller = CallerOf<sizeof(void*) * 8>;
 #endif
 
-// What of an address or a size reaches a function of the caller's width.
+// Truncates an address or a size to the caller's pointer width, as a parameter of a system function.
 constexpr uintptr_t CutToCaller(uint64_t value) {
     return static_cast<uintptr_t>(static_cast<Caller::Pointer>(value));
 }
 
-// An address of the caller's width as a 64-bit one, sign-extended.
-constexpr uint64_t WidenAddress(Caller::Pointer address) {
-    return Caller::isWide ? static_cast<uint64_t>(address)
-                          : static_cast<uint64_t>(static_cast<int64_t>(static_cast<int32_t>(address)));
+// Widens an address of the caller's width to 64 bits, sign-extended.
+constexpr uint64_t To64BitAddress(Caller::Pointer address) {
+    return Caller::is64Bit ? static_cast<uint64_t>(address)
+                           : static_cast<uint64_t>(static_cast<int64_t>(static_cast<int32_t>(address)));
 }

@@ -11,8 +11,8 @@ WideChar ToUpper(WideChar unit) {
     return unit >= 'a' && unit <= 'z' ? static_cast<WideChar>(unit - 'a' + 'A') : unit;
 }
 
-// Whether both are the same up to the length of the shorter one, but for the case of ASCII letters.
-bool BeginAlike(const std::basic_string<WideChar>& left, const std::basic_string<WideChar>& right) {
+// Returns whether the shorter text is a prefix of the other, without regard to the case of ASCII letters.
+bool ShorterIsPrefix(const std::basic_string<WideChar>& left, const std::basic_string<WideChar>& right) {
     const size_t length = std::min(left.size(), right.size());
     return std::equal(left.begin(), left.begin() + static_cast<std::ptrdiff_t>(length), right.begin(),
                       [](WideChar a, WideChar b) { return ToUpper(a) == ToUpper(b); });
@@ -31,7 +31,7 @@ std::basic_string<WideChar> DevicePathToDosPath(const std::basic_string<WideChar
             continue;
         }
         const std::basic_string<WideChar> device(names, std::find(std::begin(names), std::end(names), WideChar{}));
-        if (!device.empty() && BeginAlike(device, path)) {
+        if (!device.empty() && ShorterIsPrefix(device, path)) {
             return drive + path.substr(device.size());
         }
     }

@@ -1,16 +1,19 @@
-// A value that is searched for until it is found.
+// A value that is cached once a search has found it.
 #pragma once
 
 #include <atomic>
 
-// Holds an address of this process: zero until a search finds one, then constant. Constant-initialised.
+// Caches an address of this process: zero until a search finds it, then constant. Constant-initialised, so that it
+// works before and after the static initialisers run.
 //
-// Any thread may call. Threads that search at the same moment find the same value, so that no order between them is
-// needed: the value is atomic, so that no thread reads half of it, and carries nothing else with it.
+// Any thread may call, without a lock. Concurrent searches find the same value, so the order of their stores does not
+// matter, and relaxed access suffices: the value is atomic so that no thread reads half of it, and it publishes no
+// other data.
 template <typename Value>
 class FoundValue {
 public:
-    // Returns the value. While none is known, each call runs `search`, which returns zero when it fails.
+    // Returns the value. Each call runs `search` until one has found it; a search that fails returns zero, which is not
+    // cached. Passes on what `search` throws.
     template <typename Search>
     Value Get(const Search& search) {
         Value value = m_value.load(std::memory_order_relaxed);

@@ -1,32 +1,33 @@
-/* The way into the 64-bit half of a 32-bit process and back. Contracts: gateEnter.h.
+/* The switch into the 64-bit half of a 32-bit process and back. Contracts: gateEnter.h.
  *
  * 64-bit Windows runs a 32-bit process with two code selectors: 0x23 is 32-bit mode, 0x33 is 64-bit mode. A far return
- * to a selector changes the mode; segments, registers and stack stay. Below 4 GiB an address means the same in both.
+ * to a selector switches the mode and keeps the other segments, the registers and the stack. Addresses below 4 GiB are
+ * the same in both modes.
  */
 
         .set    selector32, 0x23
         .set    selector64, 0x33
-        .set    fsSelector, 0x2B        /* in FS for the time of a call */
+        .set    fsSelector, 0x2B        /* in FS during a call */
 
-/* From 32-bit to 64-bit mode. Leaves the stack as it was. */
+/* Switches from 32-bit to 64-bit mode. Preserves the stack. */
         .macro  enter64
         pushl   $selector64
-        pushl   $.Lwide\@
-        lretl                           /* takes both words */
-.Lwide\@:
+        pushl   $.Lcode64\@
+        lretl                           /* pops both words */
+.Lcode64\@:
         .code64
-        movl    %esp, %esp              /* the upper halves are not to be relied on after a change of mode */
+        movl    %esp, %esp              /* the upper halves are undefined after a mode switch */
         movl    %ebp, %ebp
         .endm
 
-/* From 64-bit to 32-bit mode. Leaves the stack as it was. */
+/* Switches from 64-bit to 32-bit mode. Preserves the stack. */
         .macro  leave64
-        call    .Lhere\@                /* the address of the next instruction, in eight bytes */
+        call    .Lhere\@                /* pushes the address of the next instruction, eight bytes */
 .Lhere\@:
-        movl    $selector32, 4(%rsp)    /* its upper word becomes the selector, */
-        addl    $.Lnarrow\@ - .Lhere\@, (%rsp) /* its lower word moves past the far return */
+        movl    $selector32, 4(%rsp)    /* the upper word becomes the selector, */
+        addl    $.Lcode32\@ - .Lhere\@, (%rsp) /* the lower word the address behind lretl */
         lretl
-.Lnarrow\@:
+.Lcode32\@:
         .code32
         .endm
 
@@ -48,8 +49,8 @@ _GateEnabled:
 
         /* Locals, from EBP; the words below EBP hold EBX, ESI and EDI */
         .set    registers, -48          /* the four register arguments */
-        .set    rest, -56               /* pointer to the arguments behind them */
-        .set    restCount, -64          /* and how many they are */
+        .set    rest, -56               /* pointer to the remaining arguments */
+        .set    restCount, -64          /* and their number */
         .set    result, -72
         .set    savedFs, -76
         .set    savedStack, -80
@@ -71,7 +72,7 @@ _GateCall:
         pushl   %edi
         subl    $68, %esp               /* down to savedStack */
 
-        /* The first four arguments, 0 where the count does not reach. */
+        /* The first four arguments; 0 beyond the count. */
         leal    arguments(%ebp), %esi
         movl    count(%ebp), %ecx
         xorl    %edx, %edx
@@ -89,7 +90,7 @@ _GateCall:
         cmpl    $4, %edx
         jl      .LnextRegister
 
-        /* What remains, as 64-bit values: they are used in 64-bit mode. */
+        /* The remaining arguments. The locals have 64 bits, since 64-bit code uses them. */
         leal    32(%esi), %eax
         movl    %eax, rest(%ebp)
         movl    $0, rest+4(%ebp)
@@ -114,7 +115,7 @@ _GateCall:
         movq    registers+16(%rbp), %r8
         movq    registers+24(%rbp), %r9
 
-        /* With RDI and the pushes below the stack comes to stand on a 16-byte boundary, for either kind of count. */
+        /* Together with RDI and the pushes below, this aligns the stack to 16 bytes for an odd and an even count. */
         movq    restCount(%rbp), %rax
         testb   $1, %al
         jnz     .Lodd
@@ -125,11 +126,11 @@ _GateCall:
 .LnextPush:
         testq   %rax, %rax
         jz      .Lpushed
-        pushq   -8(%rdi,%rax,8)         /* the last one first */
+        pushq   -8(%rdi,%rax,8)         /* from the last to the first */
         decq    %rax
         jmp     .LnextPush
 .Lpushed:
-        subq    $32, %rsp               /* home space of the four register arguments */
+        subq    $32, %rsp               /* home space of the register arguments */
         callq   *function(%rbp)
         movq    restCount(%rbp), %rcx
         leaq    32(%rsp,%rcx,8), %rsp
@@ -151,16 +152,16 @@ _GateCall:
         ret
 
 /* Arguments of GateCopyIn and GateCompare, from EBP */
-        .set    narrowPointer, 8
-        .set    wideAddress, 12
+        .set    pointer32, 8
+        .set    address64, 12
         .set    byteCount, 20
 
-/* Jumps to `away` if one of the three is null or 0. */
+/* Jumps to `away` if a pointer, an address or the size is 0. */
         .macro  refuseNothing away
-        cmpl    $0, narrowPointer(%ebp)
+        cmpl    $0, pointer32(%ebp)
         je      \away
-        movl    wideAddress(%ebp), %eax
-        orl     wideAddress+4(%ebp), %eax
+        movl    address64(%ebp), %eax
+        orl     address64+4(%ebp), %eax
         jz      \away
         cmpl    $0, byteCount(%ebp)
         je      \away
@@ -177,8 +178,8 @@ _GateCopyIn:
         enter64
         pushq   %rdi
         pushq   %rsi
-        movl    narrowPointer(%rbp), %edi
-        movq    wideAddress(%rbp), %rsi
+        movl    pointer32(%rbp), %edi
+        movq    address64(%rbp), %rsi
         movl    byteCount(%rbp), %ecx
         shrl    $2, %ecx
         rep movsl
@@ -210,13 +211,13 @@ _GateCompare:
         enter64
         pushq   %rdi
         pushq   %rsi
-        xorl    %edx, %edx              /* the answer */
-        movl    narrowPointer(%rbp), %edi
-        movq    wideAddress(%rbp), %rsi
+        xorl    %edx, %edx              /* the result */
+        movl    pointer32(%rbp), %edi
+        movq    address64(%rbp), %rsi
         movl    byteCount(%rbp), %ecx
         movl    %ecx, %eax
         shrl    $2, %ecx
-        jz      .LcompareHalf           /* a repetition of none leaves the flags as they are */
+        jz      .LcompareHalf           /* a repetition count of 0 does not set the flags */
         repe cmpsl
         jne     .LcompareEnd
 .LcompareHalf:
@@ -254,7 +255,7 @@ _GateThreadBlock:
         movl    %esp, %ebp
         subl    $8, %esp
         enter64
-        movq    %r12, threadBlock(%rbp) /* 32-bit code runs with the address there */
+        movq    %r12, threadBlock(%rbp) /* R12 holds the address while 32-bit code runs */
         leave64
         movl    threadBlock(%ebp), %eax
         movl    threadBlock+4(%ebp), %edx

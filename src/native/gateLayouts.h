@@ -1,5 +1,5 @@
-// Layouts of the calling process's own 64-bit structures that the gate reads, in bytes. It reads more or less of some
-// of them than process inspection does.
+// Layouts of the calling process's own 64-bit structures that the gate reads: sizes and offsets in bytes. Some sizes
+// differ from those in remoteLayouts.h, since the gate reads more or less of a structure than process inspection does.
 #pragma once
 
 #include <cstddef>

@@ -1,4 +1,4 @@
-// The 64-bit loader list of this process, and the first export that is found in it.
+// The 64-bit loader list of this process, and the one export that is found by reading tables.
 #include <algorithm>
 #include <memory>
 #include <new>
@@ -14,7 +14,7 @@ namespace {
 
 constinit FoundValue<uint64_t> ntdllBase;
 
-// A copy of `size` bytes of a 64-bit structure.
+// A local copy of a 64-bit structure of `size` bytes.
 template <size_t size>
 struct Image {
     SystemBuffer<size> buffer;
@@ -43,7 +43,7 @@ bool SameName(std::basic_string_view<WideChar> left, std::basic_string_view<Wide
     return true;
 }
 
-// A local copy of a table; null entries when there is no memory for it.
+// A local copy of a table; `entries` is null if memory ran out.
 template <typename Entry>
 struct Table {
     uint32_t count;
@@ -65,10 +65,10 @@ uint64_t GateModuleBase(const WideChar* name) {
     const uint64_t ldr = Image<pebSize>(peb).At<uint64_t>(pebLdr);
     const uint64_t end = ldr + ldrInLoadOrderModuleList;
     uint64_t cursor = Image<ldrDataSize>(ldr).At<uint64_t>(ldrInLoadOrderModuleList);
-    do { // the first entry is taken without a look at the end: the list of a running process is not empty
+    do { // the list of a running process is not empty
         const Image<entrySize> entry(cursor);
         const auto nameSize = entry.At<uint16_t>(entryBaseDllNameMaximumLength);
-        const size_t units = (nameSize + size_t{1}) / sizeof(WideChar); // an odd size begins one more
+        const size_t units = (nameSize + size_t{1}) / sizeof(WideChar); // an odd size needs one more
         const std::unique_ptr<WideChar[]> copy(new (std::nothrow) WideChar[units + 1]());
         if (copy == nullptr) {
             return 0;
@@ -78,7 +78,7 @@ uint64_t GateModuleBase(const WideChar* name) {
             return entry.At<uint64_t>(entryDllBase);
         }
         cursor = entry.At<uint64_t>(entryFlink);
-    } while (cursor != end && cursor != 0); // a whole list has no link of 0
+    } while (cursor != end && cursor != 0); // an intact list has no link of 0
     return 0;
 }
 
@@ -101,7 +101,8 @@ uint64_t GateLoaderResolver() {
         return 0;
     }
     const Image<exportDirectorySize> directory(base + directoryAddress);
-    // The table of ordinals is as long as that of functions, and the walk goes as far: it ends at the match.
+    // The ordinal table is read, and the names are searched, up to the number of functions, by design; the search
+    // ends at the match.
     Table<uint32_t> functions(directory.At<uint32_t>(exportNumberOfFunctions));
     Table<uint16_t> ordinals(functions.count);
     Table<uint32_t> names(directory.At<uint32_t>(exportNumberOfNames));
@@ -111,7 +112,7 @@ uint64_t GateLoaderResolver() {
     functions.CopyIn(base + directory.At<uint32_t>(exportAddressOfFunctions));
     ordinals.CopyIn(base + directory.At<uint32_t>(exportAddressOfNameOrdinals));
     names.CopyIn(base + directory.At<uint32_t>(exportAddressOfNames));
-    const uint32_t bound = std::min(functions.count, names.count); // there is no local name behind the last one
+    const uint32_t bound = std::min(functions.count, names.count); // but not beyond the local copy of the names
     for (uint32_t i = 0; i < bound; ++i) {
         if (GateCompare(wanted, base + names.entries[i], sizeof wanted)) {
             const uint16_t ordinal = ordinals.entries[i];

@@ -1,4 +1,4 @@
-// Functions of 64-bit modules by name, and the statuses of NT functions as last errors.
+// Look-up of 64-bit functions by name, and conversion of NT statuses to last errors.
 #include <atomic>
 #include <cstring>
 
@@ -15,7 +15,7 @@ constinit FoundValue<uint64_t> loaderResolver;
 using StatusToErrorFunction = uint32_t(MORD_STDCALL*)(uint32_t status);
 using SetLastErrorFunction = void(MORD_STDCALL*)(uint32_t error);
 
-// Both are searched for together, while either is missing.
+// Both are looked up together while either is missing.
 constinit std::atomic<StatusToErrorFunction> statusToErrorFunction = nullptr;
 constinit std::atomic<SetLastErrorFunction> setLastErrorFunction = nullptr;
 
@@ -29,9 +29,9 @@ uint64_t GateResolve(uint64_t module, const char* name) {
     gateLayouts::AnsiString text{};
     text.Length = static_cast<uint16_t>(std::strlen(name));
     text.MaximumLength = static_cast<uint16_t>(text.Length + 1);
-    text.Buffer = WidenForGate(name);
-    uint64_t address = 0; // stays 0 on failure; the status is not looked at
-    GateCall(resolver, 4, module, WidenForGate(&text), uint64_t{0}, WidenForGate(&address));
+    text.Buffer = GateArgument(name);
+    uint64_t address = 0; // stays 0 on failure, so the status is not needed
+    GateCall(resolver, 4, module, GateArgument(&text), uint64_t{0}, GateArgument(&address));
     return address;
 }
 

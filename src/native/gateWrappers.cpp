@@ -5,15 +5,15 @@
 
 namespace {
 
-// One NT function of the 64-bit half, found at its first use.
+// An NT function of the 64-bit half, looked up at its first use.
 class GateFunction {
 public:
     constexpr explicit GateFunction(const char* name) : m_name(name) {}
 
-    // Whether the system has it; a failure is tried again.
+    // Returns whether the system has it. A failed look-up is repeated at the next call.
     bool Find() { return Address() != 0; }
 
-    // Calls it after Find. True for the status 0; any other is recorded.
+    // Calls the function; Find must have succeeded. Returns true for the status 0 and records any other as last error.
     template <typename... Arguments>
     bool Call(Arguments... arguments) {
         const uint64_t status = GateCall(Address(), sizeof...(arguments), static_cast<uint64_t>(arguments)...);
@@ -41,14 +41,14 @@ constinit GateFunction freeMemory("NtFreeVirtualMemory");
 constinit GateFunction protectMemory("NtProtectVirtualMemory");
 constinit GateFunction queryMemory("NtQueryVirtualMemory");
 
-// Reading and writing alike: the count starts from the caller's and goes back on success.
+// Reads or writes. The local count starts at the caller's value, which changes on success only.
 bool Transfer(GateFunction& function, platform::Handle process, uint64_t address, const void* local, uint32_t size,
               uint64_t* count) {
     if (!function.Find()) {
         return false;
     }
     uint64_t transferred = count != nullptr ? *count : 0;
-    if (!function.Call(WidenForGate(process), address, WidenForGate(local), size, WidenForGate(&transferred))) {
+    if (!function.Call(GateArgument(process), address, GateArgument(local), size, GateArgument(&transferred))) {
         return false;
     }
     if (count != nullptr) {
@@ -60,11 +60,11 @@ bool Transfer(GateFunction& function, platform::Handle process, uint64_t address
 } // namespace
 
 bool GateGetContext(platform::Handle thread, void* context) {
-    return getContext.Find() && getContext.Call(WidenForGate(thread), WidenForGate(context));
+    return getContext.Find() && getContext.Call(GateArgument(thread), GateArgument(context));
 }
 
 bool GateSetContext(platform::Handle thread, const void* context) {
-    return setContext.Find() && setContext.Call(WidenForGate(thread), WidenForGate(context));
+    return setContext.Find() && setContext.Call(GateArgument(thread), GateArgument(context));
 }
 
 bool GateReadMemory(platform::Handle process, uint64_t address, void* destination, uint32_t size, uint64_t* count) {
@@ -78,26 +78,26 @@ bool GateWriteMemory(platform::Handle process, uint64_t address, const void* sou
 uint64_t GateAllocateMemory(platform::Handle process, uint64_t address, uint32_t size, uint32_t allocationType,
                             uint32_t protection) {
     uint64_t base = address;
-    uint64_t wideSize = size;
+    uint64_t size64 = size;
     const bool allocated =
-        allocateMemory.Find() && allocateMemory.Call(WidenForGate(process), WidenForGate(&base), uint64_t{0},
-                                                     WidenForGate(&wideSize), allocationType, protection);
+        allocateMemory.Find() && allocateMemory.Call(GateArgument(process), GateArgument(&base), uint64_t{0},
+                                                     GateArgument(&size64), allocationType, protection);
     return allocated ? base : 0;
 }
 
 bool GateFreeMemory(platform::Handle process, uint64_t address, uint32_t size, uint32_t freeType) {
     uint64_t base = address;
-    uint64_t wideSize = size;
+    uint64_t size64 = size;
     return freeMemory.Find() &&
-           freeMemory.Call(WidenForGate(process), WidenForGate(&base), WidenForGate(&wideSize), freeType);
+           freeMemory.Call(GateArgument(process), GateArgument(&base), GateArgument(&size64), freeType);
 }
 
 bool GateProtectMemory(platform::Handle process, uint64_t address, uint32_t size, uint32_t protection,
                        uint32_t* oldProtection) {
     uint64_t base = address;
-    uint64_t wideSize = size;
-    return protectMemory.Find() && protectMemory.Call(WidenForGate(process), WidenForGate(&base),
-                                                      WidenForGate(&wideSize), protection, WidenForGate(oldProtection));
+    uint64_t size64 = size;
+    return protectMemory.Find() && protectMemory.Call(GateArgument(process), GateArgument(&base), GateArgument(&size64),
+                                                      protection, GateArgument(oldProtection));
 }
 
 uint32_t GateQueryMemory(platform::Handle process, uint64_t address, void* buffer, uint32_t size) {
@@ -105,6 +105,6 @@ uint32_t GateQueryMemory(platform::Handle process, uint64_t address, void* buffe
         return 0;
     }
     uint64_t length = 0;
-    queryMemory.Call(WidenForGate(process), address, uint64_t{0}, WidenForGate(buffer), size, WidenForGate(&length));
+    queryMemory.Call(GateArgument(process), address, uint64_t{0}, GateArgument(buffer), size, GateArgument(&length));
     return static_cast<uint32_t>(length);
 }

@@ -1,4 +1,4 @@
-// The modules of a target: its loader lists, and the map that is made of them.
+// The modules of a target: its loader lists, and the map of the modules found so far.
 #include <algorithm>
 #include <iterator>
 
@@ -32,8 +32,7 @@ TargetProcess::ModuleList TargetProcess::ListModules64() {
     return ListModulesOf<Bits64>();
 }
 
-// An entry that cannot be read still gives a record, with base 0, size 0 and no path. The walk ends at the head of the
-// list or at a link that cannot be read; it has no other limit.
+// A failed read of an entry is ignored, by design: the record then has base 0, size 0 and no path.
 template <typename Bits>
 TargetProcess::ModuleList TargetProcess::ListModulesOf() {
     using Pointer = typename Bits::Pointer;
@@ -45,7 +44,7 @@ TargetProcess::ModuleList TargetProcess::ListModulesOf() {
     const uint64_t ldr = LoadField<Pointer>(peb.bytes, Bits::pebLdr);
     SystemBuffer<Bits::ldrDataSize> ldrData;
     const NtStatus read = native->ReadMemory(ldr, ldrData.bytes, sizeof ldrData.bytes, nullptr);
-    if (read != STATUS_OF_SUCCESS) { // stricter than the others
+    if (read != STATUS_OF_SUCCESS) { // by design: warnings end the walk here, unlike at the other reads
         return list;
     }
     const auto head = static_cast<Pointer>(ldr + Bits::ldrInLoadOrderModuleList);
@@ -65,7 +64,7 @@ TargetProcess::ModuleList TargetProcess::ListModulesOf() {
             LoadField<uint32_t>(entry.bytes, Bits::entrySizeOfImage),
             kindOf<Bits>,
         }));
-        // The entry's first field is the link to the next one.
+        // The first field of an entry is the link to the next one.
         if (Failed(native->ReadMemory(cursor, &cursor, sizeof cursor, nullptr))) {
             break;
         }
@@ -81,7 +80,7 @@ void TargetProcess::LoadModules(ModuleKind kind) {
 
 const TargetProcess::ModuleMap& TargetProcess::LoadAllModules() {
     if (native->TargetIsWow64()) {
-        LoadModules(ModuleKind32); // such a process has both lists
+        LoadModules(ModuleKind32); // a WOW64 process has both lists
     }
     LoadModules(ModuleKind64);
     return modules;
@@ -95,7 +94,7 @@ std::shared_ptr<const ModuleData> TargetProcess::FindTargetModule(uint64_t addre
     return FindLoadedModule(address, strict);
 }
 
-// A 32-bit target of a 64-bit machine is asked through its 64-bit PEB.
+// On a 64-bit machine even a 32-bit target is read through its 64-bit PEB.
 std::shared_ptr<const ModuleData> TargetProcess::GetMainModule() {
     uint64_t base = 0;
     if (native->IsX86System()) {

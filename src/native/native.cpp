@@ -9,11 +9,11 @@
 namespace {
 
 struct TebAddress {
-    bool known;       // the query did not fail
-    uint64_t address; // as the query left it; 0 before
+    bool valid;       // the query succeeded
+    uint64_t address; // as the query left it; initially 0
 };
 
-// Where the TEB of a thread lies, by the table's query and in the layout `Bits`.
+// Queries the TEB address of a thread, with the layout `Bits`.
 template <typename Bits>
 TebAddress QueryTeb(platform::Handle thread) {
     const auto query = FindNativeFunction<NtQueryInformationThreadFunction>("NtQueryInformationThread");
@@ -42,10 +42,10 @@ Native::Native(platform::Handle process, bool machineIs32Bit) : processHandle(pr
     int32_t self = 0;
     int32_t target = 0;
     platform::IsWow64Process(platform::GetCurrentProcess(), &self);
-    platform::IsWow64Process(processHandle, &target); // a query that fails counts as 64-bit
+    platform::IsWow64Process(processHandle, &target); // a failed query counts as 64-bit
     selfIsWow64 = self == 1;
     targetIsWow64 = target == 1;
-    // The system's own flags are compared here: one that is neither 0 nor 1 makes the two differ, even from its equal.
+    // Compares the raw flags: a flag that is neither 0 nor 1 makes the bitness differ, even if both flags are equal.
     if (self == 1 && target == self) {
         crossing = CrossingWow64ToWow64;
     } else if (self == 0 && target == 0) {
@@ -59,7 +59,7 @@ Native::Native(platform::Handle process, bool machineIs32Bit) : processHandle(pr
 NtStatus Native::ReadMemory(uint64_t address, void* destination, uint64_t size, uint64_t* bytesRead) {
     return StatusOf([&] {
         platform::ReadProcessMemory(processHandle, CutToCaller(address), destination, CutToCaller(size),
-                                    reinterpret_cast<size_t*>(bytesRead)); // handed on as it is
+                                    reinterpret_cast<size_t*>(bytesRead)); // passed on unchanged
     });
 }
 
@@ -99,7 +99,8 @@ NtStatus Native::QuerySystemInformation(uint32_t informationClass, void* buffer,
     return query(informationClass, buffer, size, returnedLength);
 }
 
-// For a 64-bit target a success that has done nothing; it is meant so. A system without the function gives 0 as well.
+// For a 64-bit target this succeeds without any effect, by design. It also returns success if the system lacks
+// Wow64GetThreadContext.
 NtStatus Native::GetThreadContext32(platform::Handle thread, void* context) {
     if (!targetIsWow64) {
         return STATUS_OF_SUCCESS;
@@ -127,7 +128,7 @@ uint64_t Native::ReadPeb32(void* destination) {
     if (query == nullptr) {
         return 0;
     }
-    uint64_t address = 0; // stays as the query leaves it, whatever that returns
+    uint64_t address = 0; // the result is what the query stores, whatever its status
     const NtStatus status = query(processHandle, ProcessWow64InformationClass, &address, sizeof address, nullptr);
     if (!Failed(status) && destination != nullptr) {
         platform::ReadProcessMemory(processHandle, CutToCaller(address), destination, Bits32::pebSize, nullptr);
@@ -137,20 +138,21 @@ uint64_t Native::ReadPeb32(void* destination) {
 
 uint64_t Native::ReadTeb64(platform::Handle thread, void* destination) {
     const TebAddress teb = QueryTeb<Bits64>(thread);
-    if (teb.known && destination != nullptr) {
+    if (teb.valid && destination != nullptr) {
         platform::ReadProcessMemory(processHandle, CutToCaller(teb.address), destination, Bits64::tebSize, nullptr);
     }
     return teb.address;
 }
 
-// A query that fails gives the distance alone, 8192; the value is required as it stands.
+// If the query for a 32-bit target fails, the result is the bare offset, 8192, by design. Callers must not take it
+// for a TEB.
 uint64_t Native::ReadTeb32(platform::Handle thread, void* destination) {
     if (!targetIsWow64) {
         return 0;
     }
     const TebAddress teb64 = QueryTeb<Bits64>(thread);
     const uint64_t address = teb64.address + teb32AboveTeb64;
-    if (teb64.known && destination != nullptr) {
+    if (teb64.valid && destination != nullptr) {
         platform::ReadProcessMemory(processHandle, CutToCaller(address), destination, Bits32::tebSize, nullptr);
     }
     return address;
@@ -170,12 +172,12 @@ uint64_t Native::ReadPlainPeb(void* destination) {
     if (destination != nullptr) {
         platform::ReadProcessMemory(processHandle, CutToCaller(address), destination, Caller::pebSize, nullptr);
     }
-    return WidenAddress(address);
+    return To64BitAddress(address);
 }
 
 uint64_t Native::ReadPlainTeb32(platform::Handle thread, void* destination) {
     const TebAddress teb = QueryTeb<Bits32>(thread);
-    if (teb.known && destination != nullptr) {
+    if (teb.valid && destination != nullptr) {
         platform::ReadProcessMemory(processHandle, CutToCaller(teb.address), destination, Bits32::tebSize, nullptr);
     }
     return teb.address;

@@ -43,18 +43,18 @@ constexpr const char* kernel32Names[] = {
     "GetProcessDEPPolicy",   "QueryFullProcessImageNameW",
 };
 
-// Guards NativeTableLoaded and the load. It spins, since the load is short and happens once, and since a mutex needs
-// memory at its first use on some platforms and reports the lack of it in its own way.
-class LoadGuard {
+// Guards NativeTableLoaded and the load. A spin lock, since the load is short and happens once, and since a std::mutex
+// allocates at its first use on some platforms and does not report a failure as std::bad_alloc.
+class LoadLock {
 public:
-    LoadGuard() {
+    LoadLock() {
         while (s_taken.test_and_set(std::memory_order_acquire)) {
             std::this_thread::yield();
         }
     }
-    ~LoadGuard() { s_taken.clear(std::memory_order_release); }
-    LoadGuard(const LoadGuard&) = delete;
-    LoadGuard& operator=(const LoadGuard&) = delete;
+    ~LoadLock() { s_taken.clear(std::memory_order_release); }
+    LoadLock(const LoadLock&) = delete;
+    LoadLock& operator=(const LoadLock&) = delete;
 
 private:
     static inline std::atomic_flag s_taken;
@@ -70,9 +70,9 @@ NativeFunctionTable& GetNativeFunctionTable() {
 }
 
 void LoadNativeFunctionsOnce() {
-    const LoadGuard guard;
+    const LoadLock lock;
     if (!NativeTableLoaded) {
-        NativeTableLoaded = true; // before the load, so that it is never begun twice
+        NativeTableLoaded = true; // before the load, so that a failed one is not repeated
         LoadNativeFunctions();
     }
 }

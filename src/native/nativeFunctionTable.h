@@ -1,4 +1,4 @@
-// The NT functions that are reached by name at run time, since a system may lack them.
+// The NT functions that are looked up by name at run time, since a system may lack them.
 #pragma once
 
 #include <string>
@@ -6,30 +6,30 @@
 
 #include "platform/platform.h"
 
-// Function name to address in this process; no address in it is null. An insertion of a name that is present keeps the
-// old entry.
+// Maps a function name to its address in this process, which is never null. Inserting a name again keeps the old entry.
 using NativeFunctionTable = std::unordered_map<std::string, void*>;
 
-// Whether the table was loaded, or is being loaded. Set before the load begins, and never cleared: a load that runs out
-// of memory half-way is not repeated. LoadNativeFunctionsOnce alone reads and writes it, under its guard.
+// Whether a load of the table has begun. Set before the load and never cleared: a load that runs out of memory is not
+// repeated, and the table keeps the entries loaded so far. Only LoadNativeFunctionsOnce reads and writes it, under its
+// spin lock.
 extern bool NativeTableLoaded;
 
-// The process-wide table, empty until LoadNativeFunctions.
+// Returns the process-wide table, which is empty until LoadNativeFunctions. Reading it needs no lock after the load.
 NativeFunctionTable& GetNativeFunctionTable();
 
-// Loads the table at the first call in the process. Any thread may call; a thread that comes while another one loads
-// waits until the table is complete. Every Native does this before it reads the table.
+// Loads the table at the first call in the process. Any thread may call; concurrent callers wait until the load ends.
+// Every Native calls this before it reads the table. Throws std::bad_alloc.
 void LoadNativeFunctionsOnce();
 
-// Enters all names that this system has. For one thread, while no other reads the table. Loads no module and reports no
-// name that is missing; all are optional.
+// Enters every function that this system has. No other thread may read the table meanwhile. Loads no module. All
+// functions are optional: a missing one is neither reported nor logged.
 void LoadNativeFunctions();
 
-// The address that `module` exports under `name`, entered into `table`; null, with the table left alone, when there is
-// none.
+// Looks `name` up in `module` and enters its address into `table`. Returns the address; returns null and leaves the
+// table unchanged if the module does not export it.
 void* LoadNativeFunction(NativeFunctionTable& table, const char* name, platform::ModuleHandle module);
 
-// The function of that name in the process-wide table, or null: the function is missing.
+// Returns the function `name` of the process-wide table, or null if the system lacks it.
 template <typename Function>
 Function FindNativeFunction(const char* name) {
     const NativeFunctionTable& table = GetNativeFunctionTable();

@@ -14,7 +14,7 @@ NtStatus NativeWow64::ReadMemory(uint64_t address, void* destination, uint64_t s
     if (read == nullptr) {
         return STATUS_OF_MISSING_FUNCTION;
     }
-    uint64_t count = 0; // the function wants a place for it
+    uint64_t count = 0; // the function requires a place for it
     return read(processHandle, address, destination, size, bytesRead != nullptr ? bytesRead : &count);
 }
 
@@ -33,7 +33,7 @@ NtStatus NativeWow64::QueryThreadInformation(platform::Handle thread, uint32_t i
     if (function == 0) {
         return STATUS_OF_MISSING_FUNCTION;
     }
-    return GateStatus(GateCall(function, 5, WidenForGate(thread), uint64_t{informationClass}, WidenForGate(buffer),
+    return GateStatus(GateCall(function, 5, GateArgument(thread), uint64_t{informationClass}, GateArgument(buffer),
                                size, uint64_t{0}));
 }
 
@@ -42,8 +42,8 @@ NtStatus NativeWow64::QueryVirtualMemory(uint64_t address, uint32_t informationC
     if (function == 0) {
         return STATUS_OF_MISSING_FUNCTION;
     }
-    return GateStatus(GateCall(function, 6, WidenForGate(processHandle), address, uint64_t{informationClass},
-                               WidenForGate(buffer), size, uint64_t{0}));
+    return GateStatus(GateCall(function, 6, GateArgument(processHandle), address, uint64_t{informationClass},
+                               GateArgument(buffer), size, uint64_t{0}));
 }
 
 NtStatus NativeWow64::GetThreadContext32(platform::Handle thread, void* context) {
@@ -58,10 +58,10 @@ NtStatus NativeWow64::GetThreadContext64(platform::Handle thread, void* context)
     if (function == 0) {
         return STATUS_OF_MISSING_FUNCTION;
     }
-    return GateStatus(GateCall(function, 2, WidenForGate(thread), WidenForGate(context)));
+    return GateStatus(GateCall(function, 2, GateArgument(thread), GateArgument(context)));
 }
 
-// The query's status is not looked at: that it returned something is the test.
+// The status of the query is ignored: the required test is that the query returned data.
 uint64_t NativeWow64::ReadPeb64(void* destination) {
     const auto query = FindNativeFunction<NtQueryInformationProcessFunction>("NtWow64QueryInformationProcess64");
     if (query == nullptr) {
@@ -77,7 +77,7 @@ uint64_t NativeWow64::ReadPeb64(void* destination) {
                      Bits64::pebSize);
 }
 
-// A 32-bit caller's view of a 32-bit target is the plain one.
+// For a 32-bit caller the plain query describes the 32-bit PEB of a 32-bit target.
 uint64_t NativeWow64::ReadPeb32(void* destination) {
     return targetIsWow64 ? ReadPlainPeb(destination) : 0;
 }
@@ -90,8 +90,8 @@ uint64_t NativeWow64::ReadTeb64(platform::Handle thread, void* destination) {
     }
     SystemBuffer<Bits64::threadBasicInformationSize> block;
     uint32_t returnedLength = 0;
-    GateCall(function, 5, WidenForGate(thread), uint64_t{ThreadBasicInformationClass}, WidenForGate(block.bytes),
-             uint64_t{sizeof block.bytes}, WidenForGate(&returnedLength));
+    GateCall(function, 5, GateArgument(thread), uint64_t{ThreadBasicInformationClass}, GateArgument(block.bytes),
+             uint64_t{sizeof block.bytes}, GateArgument(&returnedLength));
     if (returnedLength == 0) {
         return 0;
     }

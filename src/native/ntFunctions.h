@@ -1,6 +1,7 @@
-// Types of the NT functions that are called by address, and the information classes that are asked for.
+// Types of the NT functions that are called through a pointer, and the information classes in use.
 //
-// Pointers and sizes have the caller's width; where a function takes 64-bit ones from a 32-bit caller, it says so.
+// Pointers and sizes have the caller's width, except for the NtWow64 functions, which take 64-bit ones from a 32-bit
+// caller.
 #pragma once
 
 #include <cstddef>

@@ -7,11 +7,11 @@
 
 namespace {
 
-// The parameters pointer is read as eight bytes for a target of either width; the word behind a 32-bit pointer stays in
-// the value. It is meant so.
+// The parameters pointer is read as eight bytes for both bitnesses, by design: in a 32-bit target the word behind the
+// pointer becomes the upper half of the address.
 constexpr uint64_t parametersPointerSize = 8;
 
-// The text is read at twice the bytes that the target declares, running past the string; it is meant so.
+// The read covers twice the bytes that the target declares and runs past the string, by design.
 constexpr uint64_t textReadFactor = 2;
 
 } // namespace

@@ -1,4 +1,4 @@
-// The processes of the system, and a target's parent.
+// The list of the system's processes, and a target's parent.
 #include <algorithm>
 #include <memory>
 
@@ -9,7 +9,7 @@
 
 namespace {
 
-struct FreeArea {
+struct VirtualFreeDeleter {
     void operator()(char* area) const { platform::VirtualFree(area); }
 };
 
@@ -28,14 +28,14 @@ std::shared_ptr<const ProcessData> MakeRecord(const char* entry) {
 TargetProcess::ProcessList TargetProcess::ListProcesses() {
     ProcessList list;
     uint32_t size = 0;
-    // The first call asks for the length; one that succeeds has nothing to tell.
+    // The first call fails and delivers the length; there is no list to read if it succeeds.
     if (!Failed(native->QuerySystemInformation(SystemExtendedProcessInformationClass, nullptr, 0, &size))) {
         return list;
     }
-    const std::unique_ptr<char, FreeArea> area(static_cast<char*>(platform::VirtualAlloc(size)));
+    const std::unique_ptr<char, VirtualFreeDeleter> area(static_cast<char*>(platform::VirtualAlloc(size)));
     if (area == nullptr ||
         Failed(native->QuerySystemInformation(SystemExtendedProcessInformationClass, area.get(), size, &size))) {
-        return list; // a list that grew meanwhile is not asked for again
+        return list; // not repeated if the list grew since the first call
     }
     const char* entry = area.get();
     for (;;) {
@@ -48,17 +48,17 @@ TargetProcess::ProcessList TargetProcess::ListProcesses() {
         }
         entry += next;
     }
-    std::sort(list.begin(), list.end()); // by the addresses of the records, which tells nothing
+    std::sort(list.begin(), list.end()); // by the addresses of the records, by design: no useful order
     return list;
 }
 
 uint32_t TargetProcess::GetParentProcessId() {
     SystemBuffer<Bits64::processBasicInformationSize> block;
-    const bool narrow = native->IsX86System();
-    const uint32_t size = narrow ? Bits32::processBasicInformationSize : Bits64::processBasicInformationSize;
+    const bool machineIs32Bit = native->IsX86System();
+    const uint32_t size = machineIs32Bit ? Bits32::processBasicInformationSize : Bits64::processBasicInformationSize;
     if (Failed(native->QueryProcessInformation(ProcessBasicInformationClass, block.bytes, size, nullptr))) {
         return 0;
     }
-    return LoadField<uint32_t>(block.bytes, narrow ? Bits32::processBasicInheritedFromUniqueProcessId
-                                                   : Bits64::processBasicInheritedFromUniqueProcessId);
+    return LoadField<uint32_t>(block.bytes, machineIs32Bit ? Bits32::processBasicInheritedFromUniqueProcessId
+                                                           : Bits64::processBasicInheritedFromUniqueProcessId);
 }

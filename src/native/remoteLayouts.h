@@ -1,7 +1,7 @@
-// Layouts of a process's own structures, as they lie in its memory.
+// Layouts of the structures that process inspection reads in a target's memory.
 //
-// A target's width is a type: Bits32 or Bits64. It carries the width of a pointer and the named sizes and offsets of
-// the structures that are read, in bytes. Walks are templates over it. All of them are published layouts of the
+// A target's bitness is a type: Bits32 or Bits64. It holds the pointer type and the sizes and offsets of the
+// structures, in bytes. Code that walks a target's memory is a template over it. All are published layouts of the
 // platform.
 #pragma once
 
@@ -22,7 +22,7 @@ struct Bits32 {
     static constexpr size_t unicodeStringSize = 8;
     static constexpr size_t unicodeStringBuffer = 4;
 
-    // RTL_USER_PROCESS_PARAMETERS: the strings that ProcessParameterField counts
+    // RTL_USER_PROCESS_PARAMETERS: the strings, in the order of ProcessParameterField
     static constexpr size_t parameterStrings[] = {36, 48, 56, 64, 112, 120, 128, 136};
 
     // PEB_LDR_DATA
@@ -51,6 +51,7 @@ struct Bits32 {
     static constexpr size_t listedInheritedFromUniqueProcessId = 72;
 };
 
+// The same names as in Bits32, for 64-bit structures.
 struct Bits64 {
     using Pointer = uint64_t;
 
@@ -86,21 +87,22 @@ struct Bits64 {
     static constexpr size_t listedInheritedFromUniqueProcessId = 88;
 };
 
-// The same in both widths: Length and MaximumLength of a UNICODE_STRING, 16 bits each, in bytes; BaseAddress of a
-// MEMORY_BASIC_INFORMATION; NextEntryOffset of a SYSTEM_PROCESS_INFORMATION.
+// Offsets that do not depend on the bitness: Length and MaximumLength of a UNICODE_STRING (16 bits each, a count of
+// bytes), BaseAddress of a MEMORY_BASIC_INFORMATION, NextEntryOffset of a SYSTEM_PROCESS_INFORMATION.
 constexpr size_t unicodeStringLength = 0;
 constexpr size_t unicodeStringMaximumLength = 2;
 constexpr size_t memoryBasicBaseAddress = 0;
 constexpr size_t listedNextEntryOffset = 0;
 
-// Room for the full name of a module, at which a longer one is cut; and for the reply that names a mapped file.
+// Sizes in bytes of the buffers for a module's full name, which is truncated to it, and for the reply that names a
+// mapped file.
 constexpr size_t moduleNameSize = 1024;
 constexpr size_t mappedFileNameSize = 1048;
 
-// How far a WOW64 thread's 32-bit TEB lies above its 64-bit one.
+// Offset of a WOW64 thread's 32-bit TEB from its 64-bit TEB.
 constexpr uint64_t teb32AboveTeb64 = 0x2000;
 
-// The field of type `Field` at `offset` in the local image of a structure.
+// Returns the field of type `Field` at `offset` bytes in `image`, a local copy of a structure. Needs no alignment.
 template <typename Field>
 Field LoadField(const void* image, size_t offset) {
     Field field;

@@ -1,8 +1,10 @@
-// A handle that is closed at the end of its scope.
+// A handle that closes itself.
 #pragma once
 
 #include "platform/processApi.h"
 
+// Owns a handle, which can be null, and closes it at the end of the scope. INVALID_HANDLE_VALUE is not null and would
+// be closed: check for it before.
 class ScopedHandle {
 public:
     explicit ScopedHandle(platform::Handle handle) : m_handle(handle) {}
@@ -10,6 +12,7 @@ public:
     ScopedHandle(const ScopedHandle&) = delete;
     ScopedHandle& operator=(const ScopedHandle&) = delete;
 
+    // Closes the handle now, if it is open.
     void Close() {
         if (m_handle != nullptr) {
             platform::CloseHandle(m_handle);

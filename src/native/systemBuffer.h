@@ -1,10 +1,10 @@
-// A local buffer that the system fills.
+// A local buffer for a reply of the system.
 #pragma once
 
 #include <cstddef>
 
-// `size` bytes, cleared, at a multiple of eight: the system may write fields of eight bytes, and a 32-bit compiler
-// aligns an array of characters to less. Read by LoadField (remoteLayouts.h).
+// `size` zeroed bytes, aligned to eight: the system may write fields of eight bytes, and a 32-bit compiler aligns a
+// character array to less. Read it with LoadField (remoteLayouts.h).
 template <size_t size>
 struct SystemBuffer {
     alignas(8) char bytes[size] = {};

@@ -1,4 +1,4 @@
-// The threads of a target, and the file behind the start of each.
+// The threads of a target, and the file at the start address of each.
 #include <algorithm>
 
 #include "native/devicePath.h"
@@ -10,10 +10,11 @@
 
 namespace {
 
+// More rights than the queries need, by design.
 constexpr uint32_t threadAllAccess = 0x1FFFFF;
 
-// The text of the UNICODE_STRING of width `Bits` at the start of `reply`. Its address leads further into the same
-// reply; what it tells beyond the reply's end is cut.
+// Returns the text of the UNICODE_STRING of bitness `Bits` at the start of `reply`. Its address must point into the
+// same reply; the text is truncated at the end of the reply.
 template <typename Bits>
 std::basic_string<WideChar> TextOfReply(const char (&reply)[mappedFileNameSize]) {
     const auto begin = reinterpret_cast<uintptr_t>(reply);
@@ -28,13 +29,12 @@ std::basic_string<WideChar> TextOfReply(const char (&reply)[mappedFileNameSize])
     return text;
 }
 
-// The name in the reply of a machine that is `narrow` or not, for a target of width `Bits`. The routine for 32-bit
-// targets follows the layout of the reply; the one for 64-bit targets has one place for the address, on a 32-bit
-// machine too.
+// Returns the name in `reply`, for a target of bitness `Bits`. The reply has the layout of the machine; only on a
+// 32-bit machine does a 32-bit target get the 32-bit one.
 template <typename Bits>
-std::basic_string<WideChar> NameInReply(const char (&reply)[mappedFileNameSize], bool narrow) {
+std::basic_string<WideChar> NameInReply(const char (&reply)[mappedFileNameSize], bool machineIs32Bit) {
     if constexpr (sizeof(typename Bits::Pointer) == 4) {
-        if (narrow) {
+        if (machineIs32Bit) {
             return TextOfReply<Bits32>(reply);
         }
     }
@@ -59,7 +59,7 @@ TargetProcess::ThreadList
 TargetProcess::ListThreadsBy(std::shared_ptr<const TheradData> (TargetProcess::*readThread)(uint32_t)) {
     ThreadList list;
     const ScopedHandle snapshot(platform::CreateToolhelp32Snapshot(platform::TH32CS_SNAPTHREAD_FLAG, 0));
-    if (!snapshot) { // the one result that counts as failure
+    if (!snapshot) { // only null is a failure here, by design
         return list;
     }
     platform::ThreadEntry entry{};
@@ -99,17 +99,17 @@ std::shared_ptr<const TheradData> TargetProcess::ReadThreadOf(uint32_t threadId)
             native->QueryThreadInformation(thread.Get(), ThreadQuerySetWin32StartAddressClass, &start, sizeof start))) {
         return nullptr;
     }
-    // Replies have the layout of the machine, whatever the target's width.
-    const bool narrow = native->IsX86System();
+    // Replies have the layout of the machine, whatever the target's bitness.
+    const bool machineIs32Bit = native->IsX86System();
     SystemBuffer<Bits64::memoryBasicInformationSize> memory;
-    const size_t memorySize = narrow ? Bits32::memoryBasicInformationSize : Bits64::memoryBasicInformationSize;
+    const size_t memorySize = machineIs32Bit ? Bits32::memoryBasicInformationSize : Bits64::memoryBasicInformationSize;
     if (Failed(native->QueryVirtualMemory(start, MemoryBasicInformationClass, memory.bytes, memorySize))) {
         return nullptr;
     }
     using SignedPointer = std::make_signed_t<typename Bits::Pointer>;
-    const uint64_t base = narrow ? static_cast<typename Bits::Pointer>(
-                                       SignedPointer{LoadField<int32_t>(memory.bytes, memoryBasicBaseAddress)})
-                                 : LoadField<uint64_t>(memory.bytes, memoryBasicBaseAddress);
+    const uint64_t base = machineIs32Bit ? static_cast<typename Bits::Pointer>(
+                                               SignedPointer{LoadField<int32_t>(memory.bytes, memoryBasicBaseAddress)})
+                                         : LoadField<uint64_t>(memory.bytes, memoryBasicBaseAddress);
     if (base == 0) {
         return nullptr;
     }
@@ -118,7 +118,7 @@ std::shared_ptr<const TheradData> TargetProcess::ReadThreadOf(uint32_t threadId)
             native->QueryVirtualMemory(base, MemoryMappedFilenameInformationClass, reply.bytes, sizeof reply.bytes))) {
         return nullptr;
     }
-    auto path = DevicePathToDosPath(NameInReply<Bits>(reply.bytes, narrow));
+    auto path = DevicePathToDosPath(NameInReply<Bits>(reply.bytes, machineIs32Bit));
     if (path.empty()) {
         return nullptr;
     }

@@ -1,10 +1,11 @@
-// WOW64 file-system redirection, switched off for a scope.
+// A scope without WOW64 file-system redirection.
 #pragma once
 
 #include <cstdint>
 
-// A system without redirection, or without the functions, is left as it is; nothing is reported. To be used on one
-// thread.
+// Disables redirection for the calling thread and restores it in the destructor, which must run on the same thread.
+// Does nothing on a system without redirection or without the functions for it. Throws and logs nothing. The library
+// does not use it itself.
 class CAutoWow64PauseDisable {
 public:
     CAutoWow64PauseDisable();
@@ -12,10 +13,10 @@ public:
     CAutoWow64PauseDisable(const CAutoWow64PauseDisable&) = delete;
     CAutoWow64PauseDisable& operator=(const CAutoWow64PauseDisable&) = delete;
 
-    // Whether redirection was switched off, and so is given back at the end.
+    // Returns whether the constructor disabled redirection.
     bool Disabled() const { return disabled != 0; }
 
 private:
-    void* savedValue = nullptr; // what the platform wants back
-    int32_t disabled = 0;       // the platform's result
+    void* savedValue = nullptr; // state that the platform restores
+    int32_t disabled = 0;       // result of the platform's function; not 0 on success
 };

@@ -1,14 +1,14 @@
-// The calling conventions of the library's edge, told once.
+// The calling conventions of the library's binary interface.
 //
-// - The operations of an interface are plain virtual members in the platform's default member convention. On
-//   32-bit Windows that is thiscall: the object in ECX, arguments on the stack from right to left, removed by the
-//   callee. Nothing is written at the operations for it.
-// - A factory (`CreateZelkObject`, of this library and of its siblings) is `extern "C"` with MORD_CDECL and is
-//   exported under its undecorated name.
-// - Functions of the system that are called by address take MORD_STDCALL. They do not cross the edge.
+// - The operations of an interface are plain virtual members in the platform's default member convention. On 32-bit
+//   Windows that is thiscall: the object in ECX, the arguments on the stack from right to left, removed by the callee.
+//   Their declarations need no attribute.
+// - A factory (`CreateZelkObject`, of this library and of its siblings) is `extern "C"` and MORD_CDECL, exported under
+//   its undecorated name.
+// - System functions that are called through a pointer are MORD_STDCALL. They are not part of the binary interface.
 //
-// Only tables of virtual operations and plain records cross the edge: no class of the standard library, no heap block
-// that the other side would have to free by itself.
+// Only virtual tables and plain records cross the interface: no class of the standard library, and no heap block that
+// the other side has to free with its own allocator.
 #pragma once
 
 #if defined(_WIN32)

@@ -11,7 +11,7 @@ namespace platform {
 
 namespace {
 
-constexpr std::string_view blanks = " \t\v\f\x1A"; // the last one ended files once
+constexpr std::string_view blanks = " \t\v\f\x1A"; // 0x1A marked the end of a DOS text file
 constexpr std::string_view lineEnds = "\r\n";
 
 std::string_view Trim(std::string_view text) {
@@ -31,7 +31,7 @@ bool SameName(std::string_view left, std::string_view right) {
                       [](char a, char b) { return FoldCase(a) == FoldCase(b); });
 }
 
-// 0 to 15, or more for what is no digit.
+// Returns 0 to 15, or 16 for a character that is not a digit.
 uint32_t DigitValue(char c) {
     if (c >= '0' && c <= '9') {
         return static_cast<uint32_t>(c - '0');
@@ -60,13 +60,13 @@ std::string FindIniValue(std::string_view ini, std::string_view section, std::st
         }
         if (line.front() == '[') {
             if (inSection) {
-                return {}; // a second section of the same name does not continue the first
+                return {}; // a later section of the same name is not merged
             }
             const size_t close = line.rfind(']');
             inSection = close != std::string_view::npos && SameName(Trim(line.substr(1, close - 1)), section);
             continue;
         }
-        const size_t equals = std::min(line.find('='), line.size()); // a key without one has no value
+        const size_t equals = std::min(line.find('='), line.size()); // no "=": the value is empty
         if (inSection && SameName(Trim(line.substr(0, equals)), key)) {
             return std::string(Unquote(Trim(line.substr(std::min(equals + 1, line.size())))));
         }
@@ -76,7 +76,7 @@ std::string FindIniValue(std::string_view ini, std::string_view section, std::st
 
 uint32_t ParseIniInteger(std::string_view text) {
     while (!text.empty() && static_cast<unsigned char>(text.front()) <= ' ') {
-        text.remove_prefix(1); // quotes can keep them in a value
+        text.remove_prefix(1); // FindIniValue keeps blanks inside quotes
     }
     const bool negative = text.starts_with('-');
     if (negative || text.starts_with('+')) {

@@ -1,4 +1,6 @@
-// Ini files by the rules of the Windows profile functions, for systems that have none.
+// Ini files with the syntax of the Windows profile functions, for systems that lack them.
+//
+// All functions may run on any thread and throw only std::bad_alloc.
 #pragma once
 
 #include <cstdint>
@@ -7,17 +9,19 @@
 
 namespace platform {
 
-// The text of `key` in `section` within the ini text `ini`, without the blanks around it and without one pair of
-// quotes around it; empty when there is none. Names are compared without regard to the case of ASCII letters, the first
-// section and the first key of a name count, with or without a "=", and lines that begin with a semicolon are comments.
-// A line ends at a carriage return or a line feed.
+// Returns the value of `key` in `section` of the ini text `ini`, without surrounding blanks and without one pair of
+// surrounding quotes. Returns an empty text if the key is missing or has no value.
+//
+// Names ignore the case of ASCII letters. The first section and the first key of a name count, even if that key has no
+// "=". A line that begins with a semicolon is a comment. A line ends at a carriage return or a line feed.
 std::string FindIniValue(std::string_view ini, std::string_view section, std::string_view key);
 
-// The number at the start of `text`, behind blanks and control characters: an optional sign, then decimal digits, or
-// hexadecimal, octal or binary ones behind "0x", "0o" or "0b"; taken modulo 2^32; 0 where none stand.
+// Returns the number at the start of `text`, after blanks and control characters, modulo 2^32: an optional sign, then
+// decimal digits, or hexadecimal, octal or binary digits after "0x", "0o" or "0b". Returns 0 if there are no digits.
 uint32_t ParseIniInteger(std::string_view text);
 
-// The whole file at `path` as UTF-8, also when it is UTF-16 with a byte order mark; empty when it cannot be read.
+// Returns the content of the file at `path` as UTF-8 without a byte order mark. A file that begins with the mark of
+// UTF-16LE is converted. Returns an empty text if the file cannot be read.
 std::string ReadIniFile(const std::string& path);
 
 } // namespace platform

@@ -1,7 +1,8 @@
-// What the code needs of the operating system, under the system's own names.
+// The operating system services that the library uses, under the system's own names.
 //
-// Each platform has one body of these (platformWin32.cpp, platformPosix.cpp); what a function must do stands here.
-// All of them may be called from any thread.
+// Each platform implements them in one file (platformWin32.cpp, platformPosix.cpp). Any thread may call them. None
+// logs. Pointers must not be null unless the contract says so. On Linux those that build a file name can throw
+// std::bad_alloc; where the contract says "throws nothing", no platform throws.
 #pragma once
 
 #include <cstddef>
@@ -11,39 +12,38 @@
 
 namespace platform {
 
-// A loaded library. Not counted: whoever loaded it keeps it loaded.
+// A loaded library. The handle holds no reference: it is valid as long as someone else keeps the library loaded.
 using ModuleHandle = void*;
 
-// The library with the file name `name`, such as "ZelkBase.dll", if it is loaded already; null otherwise. Loads
-// nothing. Elsewhere than on Windows "ZelkBase.dll" stands for "libZelkBase.so".
+// Returns the library with the file name `name`, such as "ZelkBase.dll", if the process has loaded it already; null
+// otherwise. Loads nothing. On Linux "ZelkBase.dll" means "libZelkBase.so"; a name without ".dll" is used unchanged.
 ModuleHandle GetModuleHandleW(const WideChar* name);
 
-// The address that `module` itself exports under the narrow, undecorated `name`, or null: what a library exports that
-// `module` depends on does not count. Null for a null `module`.
+// Returns the address that `module` itself exports under the undecorated `name`, or null. An export of a library that
+// `module` depends on does not count. A null `module` gives null.
 void* GetProcAddress(ModuleHandle module, const char* name);
 
-// The integer under `key` in `section` of the ini file at `path`, or `defaultValue` when file, section or key is
-// missing or the value is empty. Section and key are told apart without regard to case. A value is the number at
-// its start, behind blanks: an optional sign and decimal digits, or "0x" and hexadecimal ones. Any other value is 0.
+// Reads the integer under `key` in `section` of the ini file at `path`. Returns `defaultValue` if the file, the section
+// or the key is missing or the value is empty. Section and key names ignore case. The value is the number at the start
+// of the text, after blanks: an optional sign and decimal digits, or "0x" and hexadecimal digits. Any other text is 0.
 uint32_t GetPrivateProfileIntW(const WideChar* section, const WideChar* key, int32_t defaultValue,
                                const WideChar* path);
 
-// Writes `text` to the system's debug output; elsewhere than on Windows, to the standard error as UTF-8.
-// Throws nothing.
+// Writes `text`, NUL-terminated, to the system's debug output; on Linux to the standard error, as UTF-8. Throws
+// nothing.
 void OutputDebugStringW(const WideChar* text);
 
-// Writes `text` to the standard wide output stream, and leaves the stream ready for more. Throws nothing.
+// Writes `text`, NUL-terminated, to std::wcout, flushes it and clears its error state. Throws nothing.
 void WriteStandardOutput(const WideChar* text);
 
-// A number that is stable for the calling thread and differs between the threads that run.
+// Returns the id of the calling thread: constant for the thread, and different from that of every other running thread.
 uint32_t GetCurrentThreadId();
 
-// Fills `size` bytes at `buffer` from the system's source of randomness. Returns false when the source fails; the
-// content of the buffer is unspecified then. Waits at most until the system has gathered enough to start the source.
-// Throws nothing.
+// Fills `size` bytes at `buffer` from the system's random source. Returns false if the source fails; the content of the
+// buffer is then unspecified. Blocks at most until the system has seeded the source. Throws nothing.
 bool FillRandom(void* buffer, size_t size);
 
-// The reason of this thread's last failed call: a Windows error code, or errno.
+// Returns the error of this thread's last failed system call: a Windows error code, or errno.
 uint32_t GetLastError();
 
 } // namespace platform

@@ -18,14 +18,14 @@ namespace platform {
 
 namespace {
 
-// The calling thread's number, or 0: the system call for it takes a tenth of a record. The model of access needs no
-// memory at the first use in a thread.
+// The id of the calling thread, or 0 if it is not known yet: the system call takes a tenth of the time of a record.
+// This access model needs no memory at the first use in a thread.
 [[gnu::tls_model("initial-exec")]] thread_local uint32_t threadId = 0;
 
-// The one thread of a process that was forked has another number than the thread that forked it.
-const bool forgetsAtFork = pthread_atfork(nullptr, nullptr, [] { threadId = 0; }) == 0;
+// The only thread of a forked process has another id than the thread that forked it.
+const bool resetsAtFork = pthread_atfork(nullptr, nullptr, [] { threadId = 0; }) == 0;
 
-// "ZelkBase.dll" is "libZelkBase.so" here; a name without that ending is taken as it stands.
+// Maps "ZelkBase.dll" to "libZelkBase.so". Leaves a name without ".dll" unchanged.
 std::string LibraryFileName(const WideChar* name) {
     std::string narrow = ToUtf8(name);
     constexpr std::string_view ending = ".dll";
@@ -40,12 +40,12 @@ std::string LibraryFileName(const WideChar* name) {
 ModuleHandle GetModuleHandleW(const WideChar* name) {
     void* const module = dlopen(LibraryFileName(name).c_str(), RTLD_NOLOAD | RTLD_LAZY);
     if (module != nullptr) {
-        dlclose(module); // the handle is not counted; it stays good for as long as its owner keeps the library
+        dlclose(module); // callers get no reference; the host keeps the library loaded
     }
     return module;
 }
 
-// dlsym also searches the libraries that `module` depends on: what it finds counts only where `module` holds it.
+// dlsym also searches the libraries that `module` depends on, so a result counts only if `module` itself contains it.
 void* GetProcAddress(ModuleHandle module, const char* name) {
     link_map* wanted = nullptr;
     if (module == nullptr || dlinfo(module, RTLD_DI_LINKMAP, &wanted) != 0) {
@@ -64,11 +64,11 @@ uint32_t GetPrivateProfileIntW(const WideChar* section, const WideChar* key, int
     return value.empty() ? static_cast<uint32_t>(defaultValue) : ParseIniInteger(value);
 }
 
-// Allocates nothing: a record that is left over when memory runs out comes here too.
+// Allocates nothing: the destructor of a log stream calls it after memory ran out.
 void OutputDebugStringW(const WideChar* text) {
     std::u16string_view rest(text);
     char bytes[4];
-    flockfile(stderr); // so that the lines of several threads stay whole
+    flockfile(stderr); // keeps the lines of concurrent threads apart
     while (!rest.empty()) {
         fwrite_unlocked(bytes, 1, EncodeUtf8(TakeCodePoint(rest), bytes), stderr);
     }
@@ -78,7 +78,7 @@ void OutputDebugStringW(const WideChar* text) {
 void WriteStandardOutput(const WideChar* text) {
     std::u16string_view rest(text);
     while (!rest.empty()) {
-        std::wcout.put(static_cast<wchar_t>(TakeCodePoint(rest))); // beyond ASCII it is up to the locale of the stream
+        std::wcout.put(static_cast<wchar_t>(TakeCodePoint(rest))); // std::wcout's locale encodes what is beyond ASCII
     }
     std::wcout.flush();
     std::wcout.clear();
@@ -87,7 +87,7 @@ void WriteStandardOutput(const WideChar* text) {
 uint32_t GetCurrentThreadId() {
     if (threadId == 0) {
         const auto id = static_cast<uint32_t>(syscall(SYS_gettid));
-        if (!forgetsAtFork) {
+        if (!resetsAtFork) {
             return id;
         }
         threadId = id;

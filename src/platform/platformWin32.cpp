@@ -1,4 +1,4 @@
-#define _CRT_RAND_S // rand_s, which asks the system for each number // NOLINT(bugprone-reserved-identifier)
+#define _CRT_RAND_S // declares rand_s, which draws from the system // NOLINT(bugprone-reserved-identifier)
 #include "platform/platform.h"
 
 #include <algorithm>
@@ -57,7 +57,8 @@ uint32_t GetLastError() {
 
 } // namespace platform
 
-// The library's entry carries no logic: nothing is set up when it is loaded and nothing torn down when it goes.
+// The entry point does nothing: the library sets nothing up when it is loaded and runs only its static destructors when
+// it is unloaded.
 extern "C" BOOL WINAPI DllMain(HINSTANCE, DWORD, LPVOID) {
     return TRUE;
 }

@@ -1,7 +1,8 @@
-// What process inspection needs of the operating system, under the system's own names.
+// The operating system services that process inspection uses, under the system's own names.
 //
-// These have a body on Windows alone (processApiWin32.cpp). Elsewhere the tests of process inspection link a system of
-// their own behind this header. All may be called from any thread.
+// Only Windows implements them (processApiWin32.cpp). On Linux the tests of process inspection link a scripted system
+// behind this header. Any thread may call them. None throws or logs. Unless stated otherwise a failure leaves its
+// reason in GetLastError.
 #pragma once
 
 #include <cstddef>
@@ -13,48 +14,48 @@ namespace platform {
 
 using Handle = void*;
 
-constexpr uint16_t PROCESSOR_ARCHITECTURE_INTEL_32 = 0; // a 32-bit machine, in SystemInfo
+constexpr uint16_t PROCESSOR_ARCHITECTURE_INTEL_32 = 0; // in SystemInfo: a 32-bit machine
 
-// The part of SYSTEM_INFO that is used.
+// The fields of SYSTEM_INFO that the library reads.
 struct SystemInfo {
     uint16_t wProcessorArchitecture;
 };
 
-// A handle on the process `processId` with the rights `access`, or null with the reason in GetLastError. The caller
-// closes it.
+// Opens the process `processId` with the access rights `access`. Returns null on failure. The caller closes the handle.
 Handle OpenProcess(uint32_t access, bool inherit, uint32_t processId);
 
-// A handle on a thread, likewise.
+// Opens a thread; otherwise like OpenProcess.
 Handle OpenThread(uint32_t access, bool inherit, uint32_t threadId);
 
-// Closes a handle that this process owns.
+// Closes `handle`, which must be open.
 void CloseHandle(Handle handle);
 
-// The pseudo handle of the calling process. It is not closed.
+// Returns the pseudo handle of the calling process. It needs no CloseHandle.
 Handle GetCurrentProcess();
 
-// The id of the process behind a handle, or 0.
+// Returns the id of an open process, or 0 on failure.
 uint32_t GetProcessId(Handle process);
 
-// What the machine itself is, also when the caller is a 32-bit process on a 64-bit system.
+// Describes the machine itself, even if the caller is a 32-bit process on a 64-bit system. Cannot fail.
 SystemInfo GetNativeSystemInfo();
 
-// Stores 1 in `*isWow64` for a 32-bit process on a 64-bit system and 0 for any other. False, with `*isWow64` left
-// alone, on failure.
+// Stores 1 in `*isWow64` for a 32-bit process on a 64-bit system and 0 for any other process. Returns false on failure
+// and leaves `*isWow64` unchanged.
 bool IsWow64Process(Handle process, int32_t* isWow64);
 
-// Copies `size` bytes at `address` of the target to `destination`, and their count to `*bytesRead` unless that is null.
-// On failure the NT status stands in LastStatusValue.
+// Copies `size` bytes at `address` of the target process to `destination`, and stores the number of bytes copied in
+// `*bytesRead` unless that is null. Returns false on failure and leaves the NT status in LastStatusValue.
 bool ReadProcessMemory(Handle process, uintptr_t address, void* destination, size_t size, size_t* bytesRead);
 
-// Fills the platform's context record of a thread. On failure the NT status stands in LastStatusValue.
+// Fills `context`, the platform's CONTEXT record, whose ContextFlags the caller has set. Returns false on failure and
+// leaves the NT status in LastStatusValue.
 bool GetThreadContext(Handle thread, void* context);
 
-// The last-status value in the TEB of the calling thread.
+// Reads and writes LastStatusValue in the TEB of the calling thread.
 uint32_t LastStatusValue();
 void SetLastStatusValue(uint32_t status);
 
-// THREADENTRY32. dwSize is set to its size, 28, before the first call.
+// THREADENTRY32. The caller sets dwSize to 28, its size, before the first call.
 struct ThreadEntry {
     uint32_t dwSize;
     uint32_t cntUsage;
@@ -66,18 +67,22 @@ struct ThreadEntry {
 };
 static_assert(sizeof(ThreadEntry) == 28);
 
-// A snapshot of all threads of the system for `flags` TH32CS_SNAPTHREAD and `processId` 0, which the caller closes.
+// Takes a snapshot; TH32CS_SNAPTHREAD_FLAG with `processId` 0 covers all threads of the system. The caller closes the
+// handle. On failure Windows returns the handle value -1, not null.
 constexpr uint32_t TH32CS_SNAPTHREAD_FLAG = 4;
 Handle CreateToolhelp32Snapshot(uint32_t flags, uint32_t processId);
 
-// Walk a snapshot, with one entry for all calls; false at its end and on failure.
+// Step through a snapshot. Every call gets the same `entry`. Return false at the end, with error 18 (no more files),
+// and on failure, with any other error.
 bool Thread32First(Handle snapshot, ThreadEntry* entry);
 bool Thread32Next(Handle snapshot, ThreadEntry* entry);
 
-// Stores the NUL-ended device names behind a drive letter with its colon, and returns how many units were stored, or 0.
+// Stores the NUL-terminated device names of `drive`, a letter with its colon, in `buffer`, which has room for
+// `capacity` units. Returns the number of units stored, or 0 on failure.
 uint32_t QueryDosDeviceW(const WideChar* drive, WideChar* buffer, uint32_t capacity);
 
-// Commits a local work area of `size` bytes, readable and writable, or gives null; and releases it.
+// Allocates and frees a readable and writable block of `size` bytes in this process. VirtualAlloc returns null on
+// failure.
 void* VirtualAlloc(size_t size);
 void VirtualFree(void* area);
 

@@ -8,7 +8,7 @@ namespace platform {
 
 namespace {
 
-// LastStatusValue in the TEB, which the system's headers do not name.
+// Offset of LastStatusValue in the TEB; the system headers do not declare the field.
 constexpr size_t lastStatusInTeb = sizeof(void*) == 4 ? 0xBF4 : 0x1250;
 
 uint32_t* LastStatusField() {

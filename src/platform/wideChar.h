@@ -1,7 +1,7 @@
 // Wide text: UTF-16 code units on every platform.
 //
-// The records and tables that cross the library's edge carry UTF-16. On Windows that is wchar_t, which the
-// system calls take; elsewhere wchar_t has 32 bits, and char16_t stands in.
+// The records and tables of the binary interface carry UTF-16. On Windows that is wchar_t, which the system calls take;
+// elsewhere wchar_t has 32 bits, and char16_t is used instead.
 #pragma once
 
 #include <stdint.h>

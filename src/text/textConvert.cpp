@@ -12,8 +12,8 @@ namespace {
 
 constexpr uint32_t utf8CodePage = 65001;
 
-// Room that no conversion outgrows: a byte gives at most one unit, a unit at most three bytes. The rest is slack, and
-// part of the contract with the converter.
+// Destination sizes that every conversion fits in: a byte gives at most one UTF-16 unit, a unit at most three bytes.
+// The converter relies on these exact sizes; the slack belongs to its contract.
 constexpr size_t WideCapacity(size_t narrowLength) {
     return 2 * narrowLength + 4;
 }
@@ -21,10 +21,11 @@ constexpr size_t NarrowCapacity(size_t wideLength) {
     return 4 * wideLength;
 }
 
-// Up to this capacity the destination of a narrow text stands on the stack.
+// Up to this capacity the destination of a narrow text is on the stack.
 constexpr size_t narrowStackCapacity = 4096;
 
-// Lengths and capacities travel as 32-bit words; what lies behind the longest text that they can tell is left out.
+// The request carries 32-bit lengths and capacities. A longer source is truncated to the length whose capacity still
+// fits.
 constexpr size_t longestSource = (std::numeric_limits<uint32_t>::max() - 4) / 4;
 
 ITextConverter* FindConverter() {
@@ -37,13 +38,13 @@ ITextConverter* FindConverter() {
     return converter;
 }
 
-// Null for the rest of the process when it could not be had at the first call; never released.
+// Looks the converter up at the first call; a failure lasts for the process. The reference is never released.
 ITextConverter* Converter() {
     static ITextConverter* const converter = FindConverter();
     return converter;
 }
 
-// The first NUL from `at` on, or `end`. Looks at several characters in one step.
+// Returns the first NUL from `at` on, or `end`. Scans several characters per step.
 template <typename Char>
 const Char* FindNul(const Char* at, const Char* end) {
     constexpr ptrdiff_t block = 8;
@@ -59,7 +60,7 @@ const Char* FindNul(const Char* at, const Char* end) {
     return std::find(at, end, Char{});
 }
 
-// A reference on the converter for the time of one call.
+// Holds a reference on the converter during one call.
 class ConverterReference {
 public:
     explicit ConverterReference(ITextConverter* converter) : m_converter(converter) { m_converter->AddRef(); }
@@ -73,9 +74,10 @@ private:
     ITextConverter* m_converter;
 };
 
-// One conversion into `onStack`, or into `onHeap` where that has less than `capacity`. `command` tells the direction;
-// the result is the text in the destination up to its first NUL, and never more than the destination holds.
-// Out of line: the compiler warns of the sizes that no process of 32 bits can have, which are std::bad_alloc here.
+// Converts into `onStack`, or into `onHeap` if `capacity` is larger. `command` selects the direction. Returns the text
+// up to its first NUL, and never beyond the destination, whatever the converter wrote.
+//
+// Not inlined: GCC warns about allocation sizes that a 32-bit process cannot have; they end in std::bad_alloc here.
 template <typename To, size_t stackCapacity, typename From>
 [[gnu::noinline]] std::basic_string_view<To> Convert(uint32_t command, const From* source, size_t length,
                                                      size_t capacity, std::array<To, stackCapacity>& onStack,
@@ -89,7 +91,7 @@ template <typename To, size_t stackCapacity, typename From>
     if (shared == nullptr) {
         return {};
     }
-    *destination = To{}; // the rest is not cleared; a converter that writes nothing gives an empty text
+    *destination = To{}; // the result is empty if the converter writes nothing
 
     const ConverterReference converter(shared);
     TextConversionRequest request{};
@@ -122,7 +124,7 @@ std::string WideToUtf8(const WideChar* text) {
         return {};
     }
     const size_t length = std::min(std::char_traits<WideChar>::length(text), longestSource);
-    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): clearing it would cost what the stack gains
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): clearing it would cost more than the heap
     std::array<char, narrowStackCapacity> onStack;
     std::unique_ptr<char[]> onHeap;
     return std::string(Convert(CONVERT_WIDE_TO_NARROW, text, length, NarrowCapacity(length), onStack, onHeap));

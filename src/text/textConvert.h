@@ -1,8 +1,11 @@
-// Conversion between narrow UTF-8 and wide UTF-16 text, through the converter of the base library.
+// Conversion between UTF-8 and UTF-16 through the converter of the base library.
 //
-// Neither routine reports a failure: without a converter both give an empty text, whatever the source. The converter is
-// looked for once in the process, at the first conversion of a text that is not empty; what was missing then stays
-// missing. Any thread may call.
+// Neither direction reports a failure, and nothing is logged: without a converter the result is empty. The process
+// looks for the converter once, at the first conversion of a non-empty text, and never again, even if ZelkBase is
+// loaded later. Any thread may call; each call holds a reference on the shared converter, and no lock. Throws only
+// std::bad_alloc.
+//
+// A source of more than about 10^9 characters is truncated, since the converter takes 32-bit lengths.
 #pragma once
 
 #include <array>
@@ -12,10 +15,11 @@
 
 #include "platform/wideChar.h"
 
-// The wide form of NUL-ended narrow text. `text` may be null, which is empty.
+// Returns the UTF-16 form of the NUL-terminated `text`, up to its first NUL. Null counts as empty.
 std::basic_string<WideChar> Utf8ToWide(const char* text);
 
-// The same, for a look at the text while the object lives: a short one takes no memory from the heap.
+// The UTF-16 form of a text without a std::basic_string: a short text (up to 1022 bytes) needs no heap memory. The view
+// is valid as long as the object.
 class WideText {
 public:
     explicit WideText(const char* text);
@@ -30,5 +34,5 @@ private:
     std::basic_string_view<WideChar> m_view;
 };
 
-// The narrow form of NUL-ended wide text. `text` may be null, which is empty.
+// Returns the UTF-8 form of the NUL-terminated `text`, up to its first NUL. Null counts as empty.
 std::string WideToUtf8(const WideChar* text);

@@ -1,13 +1,13 @@
 #include "abi/edge.h"
 
 #include "abi/journal.h"
-#include "hostKit/dynamicLibrary.h"
+#include "kit/siblings/dynamicLibrary.h"
 
 namespace edge {
 
 namespace {
 
-using hostKit::DynamicLibrary;
+using kit::DynamicLibrary;
 
 // A library that stays loaded.
 const DynamicLibrary& Load(const std::filesystem::path& file) {
@@ -24,12 +24,12 @@ ConverterUse converterUse;
 // The text lives as long as the process.
 const Utf16* ConfigDirectory(const char* folder) {
     static std::u16string text;
-    text = (hostKit::ProgramFolder() / folder / "").u16string();
+    text = (kit::ProgramFolder() / folder / "").u16string();
     return reinterpret_cast<const Utf16*>(text.c_str());
 }
 
 const DynamicLibrary& LoadSibling(const char* name) {
-    return Load(hostKit::ProgramFolder() / "abi/siblings" / hostKit::LibraryFile(name));
+    return Load(kit::ProgramFolder() / "abi/siblings" / kit::LibraryFile(name));
 }
 
 void SetUp(const DynamicLibrary& sibling, const SiblingSetUp& setUp) {
@@ -39,7 +39,7 @@ void SetUp(const DynamicLibrary& sibling, const SiblingSetUp& setUp) {
 } // namespace
 
 std::filesystem::path LibraryPath() {
-    return hostKit::ProductFolder() / hostKit::LibraryFile("mordRev");
+    return kit::ProductFolder() / kit::LibraryFile("mordRev");
 }
 
 void* LibraryModule() {

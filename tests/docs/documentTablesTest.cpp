@@ -4,14 +4,14 @@
 
 #include "docs/markdown.h"
 #include "docs/sourceTree.h"
-#include "hostKit/receiverFixture.h"
+#include "kit/host/receiverFixture.h"
 
 namespace {
 
 using docs::Row;
 using docs::Span;
 
-class DocumentTables : public hostKit::ReceiverFixture {
+class DocumentTables : public kit::ReceiverFixture {
 protected:
     void SetUp() override {
         ReceiverFixture::SetUp();
@@ -40,7 +40,7 @@ protected:
             end = begin + message.size() + 2;
             const bool isError = level.find("ERROR") != std::string::npos;
             EXPECT_NE(isError, level.find("TRACE") != std::string::npos) << cell;
-            records.push_back(isError ? hostKit::Error(site, message) : hostKit::Trace(site, message));
+            records.push_back(isError ? kit::Error(site, message) : kit::Trace(site, message));
         }
         EXPECT_EQ(records.empty(), cell == "none") << cell;
         return records;
@@ -72,8 +72,8 @@ TEST_F(DocumentTables, ParseErrorsCarryTheCodeAndTheOffsetThatTheTableTells) {
         SCOPED_TRACE(row[2]);
         EXPECT_FALSE(receiver->SetAllowList(Span(row[2]).c_str()));
         const std::string site = "allowList.cpp CMordRecv::SetAllowList";
-        const std::vector<std::string> expected{hostKit::Error(site, "error_code" + row[0] + "error_offset" + row[3]),
-                                                hostKit::Trace(site, "parse allow list, ret0")};
+        const std::vector<std::string> expected{kit::Error(site, "error_code" + row[0] + "error_offset" + row[3]),
+                                                kit::Trace(site, "parse allow list, ret0")};
         EXPECT_EQ(TakeRecords(), expected);
     }
 }
@@ -89,7 +89,7 @@ TEST_F(DocumentTables, AnAllowListDoesWhatTheTableTells) {
         EXPECT_EQ(result, Yes(row[1]));
         const std::string site = "allowList.cpp CMordRecv::SetAllowList";
         std::vector<std::string> expected = Records(site, row[2]);
-        expected.push_back(hostKit::Trace(site, result ? "parse allow list, ret1" : "parse allow list, ret0"));
+        expected.push_back(kit::Trace(site, result ? "parse allow list, ret1" : "parse allow list, ret0"));
         EXPECT_EQ(TakeRecords(), expected);
         EXPECT_EQ(Join(Fields().AllowedMids(), [](const auto& entry) { return Entry(entry.first, entry.second); }),
                   Span(row[3]));
@@ -107,7 +107,7 @@ TEST_F(DocumentTables, AnActionTableDoesWhatTheTableTells) {
         EXPECT_EQ(result, Yes(row[1]));
         const std::string site = "actionTable.cpp CMordRecv::ParseActionJson";
         std::vector<std::string> expected = Records(site, row[2]);
-        expected.push_back(hostKit::Trace(site, result ? "type action parse ret=1" : "type action parse ret=0"));
+        expected.push_back(kit::Trace(site, result ? "type action parse ret=1" : "type action parse ret=0"));
         EXPECT_EQ(TakeRecords(), expected);
         EXPECT_EQ(
             Join(Fields().Actions(), [](const auto& entry) { return entry.first + (entry.second ? "=1" : "=0"); }),
@@ -126,7 +126,7 @@ TEST_F(DocumentTables, AQueryResultDoesWhatTheTableTells) {
         std::map<std::string, std::set<std::string>> rules;
         for (const char* guid : {"A", "B", "C"}) {
             if (const MidSet* const mids = table.Find(guid)) {
-                rules[guid] = hostKit::TextsOf(*mids);
+                rules[guid] = kit::TextsOf(*mids);
             }
         }
         EXPECT_EQ(rules.size(), table.Size());

@@ -4,11 +4,11 @@
 
 #include "docs/markdown.h"
 #include "docs/sourceTree.h"
-#include "hostKit/receiverFixture.h"
+#include "kit/host/receiverFixture.h"
 
 namespace {
 
-class LogExamples : public hostKit::ReceiverFixture {
+class LogExamples : public kit::ReceiverFixture {
 protected:
     // The records from Init to the first event of the small host.
     std::vector<std::string> RecordsOfARun() {
@@ -18,9 +18,9 @@ protected:
         receiver->Start();
         EXPECT_TRUE(receiver->SetAllowList(R"({"mid_list": [{"mid": "LAPTOP-12", "protocol": ["ssh"]}]})"));
         host.answer = R"({"rule-ssh": {"value": 1, "mid": {"LAPTOP-12": 1}}})";
-        hostKit::FakeRecord event;
+        kit::FakeRecord event;
         event.Int32("pid", 4);
-        hostKit::FakeRecord rule = hostKit::MakeRule("rule-ssh", "ssh");
+        kit::FakeRecord rule = kit::MakeRule("rule-ssh", "ssh");
         IEventRecord* rules[] = {&rule};
         uint32_t reply = REPLY_BLOCK;
         EXPECT_TRUE(receiver->HandleEvent(&event, rules, 1, &reply));
@@ -40,7 +40,7 @@ TEST_F(LogExamples, AreRecordsThatTheLibraryWrites) {
             std::istringstream lines(block.text);
             for (std::string line; std::getline(lines, line);) {
                 ++shown;
-                const std::string record = hostKit::MaskRecord(line + "\r\n");
+                const std::string record = kit::MaskRecord(line + "\r\n");
                 EXPECT_NE(std::find(written.begin(), written.end(), record), written.end())
                     << page.filename().string() << ":" << block.line << " " << record;
             }

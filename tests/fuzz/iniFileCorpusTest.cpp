@@ -1,13 +1,17 @@
-// The fuzzer of the reader of ini files: every kept input.
+// The target of ini files, without a fuzzing engine.
 #include <gtest/gtest.h>
 
-#include "fuzz/corpusReplay.h"
-#include "fuzz/targets.h"
+#include "fuzz/corpus.h"
+#include "fuzz/randomInputs.h"
 
 namespace {
 
-TEST(FuzzCorpus, OfIniFilesPasses) {
+TEST(IniFileCorpus, KeptInputsPass) {
     ReplayCorpus("iniFile", FuzzIniFile);
+}
+
+TEST(IniFileCorpus, RandomInputsPass) {
+    RunRandomInputs("iniFile", "iniFile", FuzzIniFile, 5000);
 }
 
 } // namespace

@@ -1,29 +1,32 @@
-// The fuzzers of the receiver: every kept input, on every build.
+// The receiver's targets on every build, without a fuzzing engine.
 #include <gtest/gtest.h>
 
-#include "fuzz/corpusReplay.h"
-#include "fuzz/targets.h"
+#include "fuzz/corpus.h"
+#include "fuzz/randomInputs.h"
 
 namespace {
 
-TEST(FuzzCorpus, OfAllowListsPasses) {
-    ReplayCorpus("allowList", FuzzAllowList);
+struct ReceiverTarget {
+    const char* name;
+    FuzzTarget* run;
+};
+
+class ReceiverCorpus : public testing::TestWithParam<ReceiverTarget> {};
+
+TEST_P(ReceiverCorpus, KeptInputsPass) {
+    ReplayCorpus(GetParam().name, GetParam().run);
 }
 
-TEST(FuzzCorpus, OfActionTablesPasses) {
-    ReplayCorpus("actionTable", FuzzActionTable);
+TEST_P(ReceiverCorpus, RandomInputsPass) {
+    RunRandomInputs(GetParam().name, GetParam().name, GetParam().run, 1000);
 }
 
-TEST(FuzzCorpus, OfQueryResultsPasses) {
-    ReplayCorpus("queryResult", FuzzQueryResult);
-}
-
-TEST(FuzzCorpus, OfHostRecordsPasses) {
-    ReplayCorpus("hostRecords", FuzzHostRecords);
-}
-
-TEST(FuzzCorpus, OfHostAnswersPasses) {
-    ReplayCorpus("hostAnswers", FuzzHostAnswers);
-}
+INSTANTIATE_TEST_SUITE_P(Of, ReceiverCorpus,
+                         testing::Values(ReceiverTarget{"allowList", FuzzAllowList},
+                                         ReceiverTarget{"actionTable", FuzzActionTable},
+                                         ReceiverTarget{"queryResult", FuzzQueryResult},
+                                         ReceiverTarget{"hostRecords", FuzzHostRecords},
+                                         ReceiverTarget{"hostAnswers", FuzzHostAnswers}),
+                         [](const auto& target) { return target.param.name; });
 
 } // namespace

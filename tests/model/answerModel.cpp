@@ -63,6 +63,7 @@ bool ReceiverModel::ParseQueryResult(const std::string& text, Answer& answer) {
             answer.emplace_back(guid, mids);
         }
     }
+    TookIf(text.size() >= sixteenBits && !answer.empty(), Branch::AnswerBeyond64K);
     if (answer.size() >= many) {
         Took(Branch::AnswerOfManyRules);
     }

@@ -1,4 +1,4 @@
-// The branches of the decision, each counted as often as a run of the model takes it.
+// Counts how often the model takes each branch of the decision.
 #pragma once
 
 #include <array>
@@ -8,21 +8,24 @@
 
 namespace model {
 
-// Every name is one place where the decision, or a document, can go one way or another, or one kind of what comes in.
-// The number behind it is its least share: how often it must have been taken in 10,000 random cases.
-#define MODEL_BRANCHES(X)                                                                                              \
-    X(InitFresh, 4000)                                                                                                 \
+// Each name is a branch of the decision, a kind of document or a kind of input. The number is its least share: how
+// often 10,000 new receivers, or 10,000 random cases, must take it. It is about half of what they usually do.
+#define MODEL_BRANCHES_OF_RECEIVERS(X)                                                                                 \
+    X(InitFresh, 5000)                                                                                                 \
+    X(MidServiceFailed, 800)                                                                                           \
+    X(MidServiceEmpty, 600)                                                                                            \
+    X(MidFromService, 5000)                                                                                            \
+    X(PropertyNoHost, 7000)                                                                                            \
+    X(EventNoHost, 6000)
+
+#define MODEL_BRANCHES_OF_CASES(X)                                                                                     \
     X(InitAgainAfterUninit, 400)                                                                                       \
     X(InitRepeated, 300)                                                                                               \
     X(InitNullHost, 100)                                                                                               \
     X(InitLoggingUnsettled, 200)                                                                                       \
     X(MidKept, 400)                                                                                                    \
-    X(MidServiceFailed, 200)                                                                                           \
-    X(MidServiceEmpty, 100)                                                                                            \
-    X(MidFromService, 4000)                                                                                            \
     X(PropertyNullData, 300)                                                                                           \
     X(PropertyZeroSize, 400)                                                                                           \
-    X(PropertyNoHost, 1000)                                                                                            \
     X(PropertyDefenderMode, 4000)                                                                                      \
     X(PropertyExceptionMode, 3000)                                                                                     \
     X(PropertyActions, 3000)                                                                                           \
@@ -30,7 +33,6 @@ namespace model {
     X(PropertyMidEmpty, 100)                                                                                           \
     X(PropertyUnknown, 300)                                                                                            \
     X(EventNullReply, 100)                                                                                             \
-    X(EventNoHost, 700)                                                                                                \
     X(EventNull, 100)                                                                                                  \
     X(EventNullRules, 90)                                                                                              \
     X(EventNoRules, 80)                                                                                                \
@@ -74,10 +76,17 @@ namespace model {
     X(AnswerMidTwice, 4000)                                                                                            \
     X(AnswerEntryStored, 5000)                                                                                         \
     X(AnswerGuidTwice, 2000)                                                                                           \
+    X(EventOf256Rules, 9)                                                                                              \
+    X(RuleMatchedBehind256, 9)                                                                                         \
+    X(NoneOf256RulesMatched, 9)                                                                                        \
+    X(AnswerBeyond64K, 9)                                                                                              \
+    X(MatchOfThousandMids, 9)                                                                                          \
+    X(ListOfThousandPairs, 9)                                                                                          \
+    X(FifthListOfThousandPairs, 9)                                                                                     \
     X(AnswerOfManyRules, 20)                                                                                           \
     X(RuleNotStarted, 900)                                                                                             \
     X(RuleGuidAbsent, 4000)                                                                                            \
-    X(RuleGuidAbsentAmongMany, 30)                                                                                     \
+    X(RuleGuidAbsentAmongMany, 12)                                                                                     \
     X(RuleGuidAmongMany, 60)                                                                                           \
     X(RuleGuidWithoutMids, 200)                                                                                        \
     X(RuleKeyIsGuid, 800)                                                                                              \
@@ -196,14 +205,17 @@ namespace model {
 
 enum class Branch : size_t {
 #define MODEL_BRANCH_NAME(name, share) name,
-    MODEL_BRANCHES(MODEL_BRANCH_NAME)
+    MODEL_BRANCHES_OF_RECEIVERS(MODEL_BRANCH_NAME) MODEL_BRANCHES_OF_CASES(MODEL_BRANCH_NAME)
 #undef MODEL_BRANCH_NAME
         Count
 };
 
-// What is long enough to be kept in another way than a few, whatever the way is.
+// Sizes at which an implementation may store or count in another way.
 constexpr size_t many = 10;
 constexpr size_t veryMany = 130;
+constexpr size_t byteRange = 256;
+constexpr size_t largeList = 1000;
+constexpr size_t sixteenBits = 65536;
 
 class BranchCounts {
 public:
@@ -211,15 +223,20 @@ public:
     void Add(const BranchCounts& other);
     uint64_t operator[](Branch branch) const { return m_counts[static_cast<size_t>(branch)]; }
 
-    // The branches that were taken less often in `cases` cases than their share asks for, one a line; empty when there
-    // are none. As little as chance leaves of a share is enough, but where it asks for five or more, none is too few.
+    void AddReceiver() { ++m_receivers; }
+
+    // The branches that `cases` cases took less often than their share requires, one a line; empty when there are none.
+    // Three standard deviations of chance are allowed; a share of five or more requires at least one.
     std::string Starved(uint64_t cases) const;
 
-    // All branches, one a line: how often each was taken, how often that is in 10,000 cases, and the least share.
+    // All branches, one a line: count, count per 10,000, least share.
     std::string Table(uint64_t cases) const;
 
 private:
+    std::string Row(size_t branch, uint64_t cases) const;
+
     std::array<uint64_t, static_cast<size_t>(Branch::Count)> m_counts{};
+    uint64_t m_receivers = 0;
 };
 
 } // namespace model

@@ -1,4 +1,4 @@
-// Random cases. A case depends on nothing but the seed and its number: each can be made again alone.
+// Random cases.
 #pragma once
 
 #include <cstdint>
@@ -7,7 +7,12 @@
 
 namespace model {
 
-// `logs` is whether the process that the case is for has logging on.
-TestCase MakeCase(uint64_t seed, uint64_t number, bool logs);
+// Every so many cases one is large: allow lists of 1,000 and more pairs, one after the other, events of 256 and more
+// rules, answers beyond 64 KiB.
+constexpr uint64_t casesOfALargeOne = 1000;
+
+// Depends on the arguments alone. `place` counts the cases before it on the same receiver; `logs` is false for a
+// receiver that never logs.
+TestCase MakeCase(uint64_t seed, uint64_t number, uint64_t place, bool logs);
 
 } // namespace model

@@ -1,19 +1,25 @@
-// Runs a case on the model, or on the library, and gives what could be seen.
+// Compares the library with the model on random cases.
 #pragma once
 
+#include <cstdint>
+#include <iosfwd>
+
 #include "model/branches.h"
-#include "model/testCase.h"
-#include "model/trace.h"
 
 namespace model {
 
-// Adds the branches that the decision took to `branches`.
-Trace RunOnModel(const TestCase& testCase, BranchCounts& branches);
+struct CaseRange {
+    uint64_t seed;
+    uint64_t first; // of a receiver, which is new: a multiple of casesOfAReceiver
+    uint64_t end;
+};
 
-// On a receiver of its own, which begins and ends here. PrepareLibrary must have been called.
-Trace RunOnLibrary(const TestCase& testCase);
+// Runs the cases and returns how many differ; skips the cases after a difference on the same receiver. Writes the first
+// five differences to `out`, with their inputs and the command that repeats them.
+uint64_t RunCases(const CaseRange& range, BranchCounts& branches, std::ostream& out);
 
-// Sets the library's siblings up, and logging on or off for all that follows.
-void PrepareLibrary(bool logs);
+// Runs one case, after those before it on the same receiver, and writes what happens to `out`. Returns whether it
+// differs.
+bool RunOneCase(uint64_t seed, uint64_t number, std::ostream& out);
 
 } // namespace model

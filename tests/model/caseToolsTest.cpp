@@ -1,38 +1,41 @@
-// What makes, compares and reduces cases: a tool that saw no difference where there is one would make every case agree.
+// The tools of the comparison: one that misses a difference would let every case pass.
 #include <gtest/gtest.h>
 
 #include "model/branches.h"
 #include "model/caseGenerator.h"
-#include "model/caseReducer.h"
-#include "model/libraryRecords.h"
-#include "model/operations.h"
+#include "model/libraryRecord.h"
+#include "model/session.h"
 #include "model/trace.h"
 
 namespace {
 
 using namespace model;
 
-TEST(CaseGenerator, CaseDependsOnSeedAndNumberAlone) {
-    const std::string dump = Dump(MakeCase(1, 5, true));
-    EXPECT_EQ(Dump(MakeCase(1, 5, true)), dump);
-    EXPECT_NE(Dump(MakeCase(1, 6, true)), dump);
-    EXPECT_NE(Dump(MakeCase(2, 5, true)), dump);
+// What the model does in this case on a new receiver.
+std::vector<std::string> LinesOf(const TestCase& testCase) {
+    BranchCounts branches;
+    Session session(branches);
+    session.SetVerbose();
+    EXPECT_EQ(session.Run(testCase), "");
+    return session.Seen().Lines();
 }
 
-TEST(CaseReducer, KeepsWhatIsNeededAndNothingElse) {
-    TestCase testCase;
-    EventScript inner = EventOf(0, {RuleRecord("a", ""), RuleRecord("b", ""), RuleRecord("c", "")}, "{}");
-    EventScript outer = EventOf(0, {RuleRecord("d", ""), RuleRecord("e", "")}, "{}");
-    outer.duringQuery = {StartOf(), HandlingOf(inner), StopOf()};
-    testCase.operations = {InitOf(0), StartOf(), HandlingOf(outer), ClearingOf()};
-    const TestCase reduced = Reduced(testCase, [](const TestCase& candidate) {
-        return Dump(candidate).find("guid=\"b\\x00\"") != std::string::npos;
-    });
-    ASSERT_EQ(reduced.operations.size(), 1U);
-    const EventScript& event = reduced.operations[0].event[0];
-    EXPECT_EQ(event.rules.size(), 1U);
-    ASSERT_EQ(event.duringQuery.size(), 1U);
-    EXPECT_EQ(event.duringQuery[0].event[0].rules.size(), 1U);
+TEST(CaseGenerator, CaseDependsOnItsArgumentsAlone) {
+    const auto lines = LinesOf(MakeCase(1, 5, 1, true));
+    EXPECT_EQ(LinesOf(MakeCase(1, 5, 1, true)), lines);
+    EXPECT_NE(LinesOf(MakeCase(1, 6, 1, true)), lines);
+    EXPECT_NE(LinesOf(MakeCase(2, 5, 1, true)), lines);
+}
+
+TEST(CaseGenerator, EveryThousandthCaseIsLarge) {
+    BranchCounts branches;
+    Session session(branches);
+    EXPECT_EQ(session.Run(MakeCase(1, 2 * casesOfALargeOne - casesOfALargeOne / 2, 0, false)), "");
+    for (const Branch branch :
+         {Branch::EventOf256Rules, Branch::RuleMatchedBehind256, Branch::NoneOf256RulesMatched, Branch::AnswerBeyond64K,
+          Branch::MatchOfThousandMids, Branch::ListOfThousandPairs, Branch::FifthListOfThousandPairs}) {
+        EXPECT_GE(branches[branch], 1U) << static_cast<size_t>(branch);
+    }
 }
 
 TEST(Difference, IsEmptyForEqualTracesAlone) {
@@ -51,27 +54,34 @@ TEST(Difference, IsEmptyForEqualTracesAlone) {
                                       "  library  \"log 35 C::F: a\\x0a\"\n");
 }
 
-TEST(BranchCounts, NameTheOnesThatWereTakenLessOftenThanTheirShareAsksFor) {
+TEST(BranchCounts, NameTheBranchesBelowTheirShare) {
     BranchCounts counts;
+    counts.AddReceiver();
     counts.Add(Branch::InitFresh);
     counts.Add(counts);
     EXPECT_EQ(counts[Branch::InitFresh], 2U);
-    EXPECT_EQ(counts.Starved(20).find("InitFresh"), std::string::npos); // 8 of 20 are asked for
-    EXPECT_NE(counts.Starved(20).find("EventInModeActionTable"), std::string::npos);
-    EXPECT_EQ(counts.Starved(20).find("ListDeepRefused"), std::string::npos);
-    EXPECT_NE(counts.Starved(5000).find("ListDeepRefused"), std::string::npos); // one of 1000
-    EXPECT_NE(counts.Starved(40).find("InitFresh"), std::string::npos);         // 16 less three times 4
-    EXPECT_EQ(counts.Starved(0), "");
+    const auto isStarved = [&counts](uint64_t cases, const char* branch) {
+        return counts.Starved(cases).find(std::string("  ") + branch + " ") != std::string::npos;
+    };
+    EXPECT_FALSE(isStarved(0, "InitFresh")); // 1 of 2 receivers
+    EXPECT_TRUE(isStarved(20, "EventInModeActionTable"));
+    EXPECT_FALSE(isStarved(20, "ListDeepRefused"));
+    EXPECT_TRUE(isStarved(5000, "ListDeepRefused")); // one of 1000
+    for (int i = 0; i < 40; ++i) {
+        counts.AddReceiver();
+    }
+    EXPECT_TRUE(isStarved(0, "InitFresh")); // 21 less three times 4.6
+    EXPECT_EQ(BranchCounts().Starved(0), "");
 }
 
 // The trace of one record.
 std::string Line(int32_t level, const std::string& record) {
     Trace trace;
-    LibraryRecords(trace).Take(level, std::basic_string<WideChar>(record.begin(), record.end()));
+    AddRecord(level, std::basic_string<WideChar>(record.begin(), record.end()), trace);
     return trace.Lines().empty() ? "" : trace.Lines()[0];
 }
 
-TEST(LibraryRecords, TakeLevelFunctionAndMessageOfWholeRecordsAlone) {
+TEST(LibraryRecord, LevelFunctionAndMessageOfACompleteRecord) {
     const std::string time = "2026-11-16 14:03:07 ";
     EXPECT_EQ(Line(30, time + "[TRACE][a.cpp 12][C::F] [99] text] [1] \n\r\n"), "log 30 C::F: text] [1] \n");
     EXPECT_EQ(Line(35, time + "[ERROR][a.cpp 12][C::F] [99] \r\n"), "log 35 C::F: ");

@@ -1,4 +1,4 @@
-// What the model counts beside the ways that the decision takes: kinds of events, of texts, and of calls.
+// What the model counts besides the branches of the decision: kinds of events, of texts and of calls.
 #include <algorithm>
 
 #include "model/documentTraits.h"
@@ -11,7 +11,8 @@ constexpr size_t longText = 1000;
 
 } // namespace
 
-void ReceiverModel::CountEvent(int32_t flags) {
+void ReceiverModel::CountEvent(int32_t flags, uint32_t ruleCount) {
+    TookIf(ruleCount >= byteRange, Branch::EventOf256Rules);
     switch (m_defenderMode) {
     case 0:
         Took(Branch::EventInNoMode);

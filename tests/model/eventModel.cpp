@@ -19,7 +19,7 @@ bool ReceiverModel::HandleEvent(IEventRecord* event, IEventRecord** rules, uint3
         return false;
     }
     const int32_t flags = Int32Of(event, "flags");
-    CountEvent(flags);
+    CountEvent(flags, ruleCount);
     const std::string type = TextOf(rules[0], "type");
 
     bool result = true;
@@ -63,7 +63,9 @@ bool ReceiverModel::DecideByQuery(IEventRecord** rules, uint32_t ruleCount, uint
 
     char* result = nullptr;
     const int32_t code = QueryDot(request, &result);
-    LogTrace("HandleEvent", {"query dot result_json=", result == nullptr ? "" : result});
+    if (m_logging) { // the text is not read otherwise
+        LogTrace("HandleEvent", {"query dot result_json=", result == nullptr ? "" : result});
+    }
 
     if (code == 1007) {
         *reply = m_exceptionMode == 1 ? 1 : 0;
@@ -103,11 +105,13 @@ bool ReceiverModel::DecideByQuery(IEventRecord** rules, uint32_t ruleCount, uint
         HandleRule(rules[i], answer, reply);
         if (*reply == 1) {
             Took(i == 0 ? Branch::FirstRuleMatched : Branch::LaterRuleMatched);
+            TookIf(i >= byteRange, Branch::RuleMatchedBehind256);
             matched = rules[i];
             return true;
         }
     }
     Took(Branch::NoRuleMatched);
+    TookIf(ruleCount >= byteRange && m_started, Branch::NoneOf256RulesMatched);
     return false;
 }
 

@@ -99,6 +99,7 @@ TEST_F(PinnedEvent, NullReplyTouchesNothing) {
 }
 
 TEST_F(PinnedEvent, BeforeInitTheReplyStaysAsItWas) {
+    Do(InitOf(2)); // logs, without a host
     Do(HandlingOf(EventOf(0, {RuleRecord("g1", "dns")}, answerM1)));
     EXPECT_EQ(SeenWithReads(), (Lines{TraceOf("HandleEvent", "==>enter"), ErrorOf("HandleEvent", "param error"),
                                       "= false reply 3735928559 answers out 0"}));

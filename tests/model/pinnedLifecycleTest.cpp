@@ -72,6 +72,7 @@ TEST_F(PinnedLifecycle, StopIsFalseAndAllElseIsTrue) {
 }
 
 TEST_F(PinnedLifecycle, PropertiesNeedAHostDataAndASize) {
+    Do(InitOf(2)); // logs, without a host
     Do(NumberOf(8, 1));
     EXPECT_EQ(Seen(), refusedProperty);
     Do(InitOf(0));

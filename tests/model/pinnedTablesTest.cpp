@@ -1,4 +1,4 @@
-// The allow list and the action table: what documents make of them.
+// The allow list and the action table.
 #include "model/pinnedCase.h"
 #include "model/receiverModel.h"
 
@@ -11,7 +11,9 @@ const std::string good = R"({"mid_list":[{"mid":"a","protocol":["k","l"]},{"mid"
 
 class PinnedTables : public PinnedCase {
 protected:
-    // What the model holds once all steps are done.
+    void SetUp() override { Do(InitOf(2)); } // logs, without a host
+
+    // The tables of the model after all steps.
     std::map<std::string, std::vector<std::string>> AllowList() {
         Hold();
         std::map<std::string, std::vector<std::string>> rows;
@@ -88,6 +90,7 @@ TEST_F(PinnedTables, EmptyTextIsRefusedWithTheParsersNumbers) {
 TEST_F(PinnedTables, MidListThatIsNoArrayEmptiesTheList) {
     for (const char* const text : {"{\"mid_list\":1}", "{\"mid_list\":{}}", "{\"mid_list\":null}"}) {
         m_case = TestCase();
+        Do(InitOf(2));
         Do(AllowListOf(good));
         Do(AllowListOf(text));
         EXPECT_EQ(Seen(), (Lines{TraceOf("SetAllowList", "mid list is empty"),

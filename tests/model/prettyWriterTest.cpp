@@ -3,6 +3,7 @@
 #include <rapidjson/prettywriter.h>
 #include <rapidjson/stringbuffer.h>
 
+#include "kit/text/runSeed.h"
 #include "model/prettyWriter.h"
 #include "model/random.h"
 #include "model/trace.h"
@@ -28,7 +29,7 @@ TEST(PrettyWriter, EscapesQuoteBackslashAndControlCharactersAlone) {
 }
 
 TEST(PrettyWriter, WritesRandomTextsAsTheUsualWriterDoes) {
-    Random random(3);
+    Random random(kit::RunSeed());
     for (int i = 0; i < 3000; ++i) {
         std::vector<std::string> texts;
         for (uint32_t count = random.Between(1, 4); count > 0; --count) {

@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include "model/siblings.h"
+
 namespace model {
 
 bool TextOrder::operator()(const std::string& left, const std::string& right) const {
@@ -26,13 +28,13 @@ std::string_view Logged(std::string_view value) {
 }
 
 void ReceiverModel::LogTrace(std::string_view function, Trace::Parts message) {
-    if (m_siblings.logs) {
+    if (m_logging) {
         m_trace.AddLog(30, "CMordRecv::", function, message);
     }
 }
 
 void ReceiverModel::LogError(std::string_view function, Trace::Parts message) {
-    if (m_siblings.logs) {
+    if (m_logging) {
         m_trace.AddLog(35, "CMordRecv::", function, message);
     }
 }
@@ -40,6 +42,11 @@ void ReceiverModel::LogError(std::string_view function, Trace::Parts message) {
 bool ReceiverModel::InitLogMoudle() {
     if (!m_siblings.settlesLogging) {
         return false;
+    }
+    if (m_siblings.writesLog) {
+        m_trace.Add({"siblings: log level ", Decimal(logLevel)});
+        m_trace.Add("siblings: start logger MORD_Recv 0");
+        m_logging = true; // never cleared
     }
     LogTrace("InitLogMoudle", "logger is ready");
     return true;
@@ -50,6 +57,11 @@ std::string ReceiverModel::GetLocalMid() {
         Took(Branch::MidKept);
         return m_mid;
     }
+    if (!m_hasMidService) {
+        m_trace.Add("siblings: machine id service");
+        m_hasMidService = true;
+    }
+    m_trace.Add("siblings: machine id");
     if (m_siblings.machineIdResult != 0) {
         Took(Branch::MidServiceFailed);
         LogTrace("GetLocalMid", "Get local mid failed!");
@@ -61,6 +73,7 @@ std::string ReceiverModel::GetLocalMid() {
     }
     Took(Branch::MidFromService);
     m_mid = m_siblings.machineId;
+    m_trace.Add({"siblings: narrow ", m_mid});
     LogTrace("GetLocalMid", {"GetLocalMid()-Get local mid is:", Logged(m_mid)});
     return m_mid;
 }

@@ -1,7 +1,7 @@
-// A second receiver: the behaviour that hosts are promised, done in the plainest way, step by step and without any care
-// for speed. It shares with the library only the header of the interfaces; JSON it reads and writes by itself.
+// A second receiver: the required behaviour, step by step, without any optimisation. It shares only the headers of the
+// interfaces with the library and has its own JSON reader and writer.
 //
-// It is for one thread, takes no lock, and logs into a Trace.
+// It serves one thread, takes no lock, and logs into a Trace.
 #pragma once
 
 #include <map>
@@ -46,6 +46,9 @@ public:
     bool SetAllowList(const char* text) override;
     bool ClearAllowList() override;
     bool SetReportSink(IReportSink* sink) override;
+
+    // Turns log records on or off, instead of an Init that finds an ini file.
+    void SetLogging(bool on) { m_logging = on; }
 
     // The steps of the decision; public, so that the model itself can be tested.
 
@@ -94,8 +97,8 @@ private:
         }
     }
 
-    // Counts what kind of event it is; what is called from within a call into the host; what kind of text a record has.
-    void CountEvent(int32_t flags);
+    // Count the kind of an event; a call from within a call to the host; the kind of a text of a record.
+    void CountEvent(int32_t flags, uint32_t ruleCount);
     void CountEntry(bool isEvent, bool isDocument);
     void CountText(const std::vector<char>& buffer, const std::string& text);
 
@@ -118,6 +121,8 @@ private:
     const SiblingState& m_siblings;
     BranchCounts& m_branches;
 
+    bool m_logging = false;
+    bool m_hasMidService = false;
     bool m_inited = false;
     IDotHost* m_host = nullptr;
     bool m_started = false;
@@ -132,6 +137,7 @@ private:
     std::optional<Branch> m_within;
     bool m_handledBefore = false;
     bool m_listSetBefore = false;
+    uint32_t m_largeLists = 0; // accepted one after the other
 };
 
 // `text` up to its first NUL.

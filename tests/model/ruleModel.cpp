@@ -72,6 +72,7 @@ bool ReceiverModel::IsMatchmid(const std::string& key, const TextSet& queryMids,
         if (queryMids.size() >= veryMany) {
             Took(Branch::MatchOfManyMids);
         }
+        TookIf(queryMids.size() >= largeList, Branch::MatchOfThousandMids);
         if (!common.empty() && entry->second.size() >= many) {
             Took(Branch::MatchInLargeList);
         }

@@ -6,6 +6,57 @@
 #include "model/scriptedRecord.h"
 
 namespace model {
+namespace {
+
+// Nothing is mapped in the first pages of a process.
+char* const unreadable = reinterpret_cast<char*>(8);
+
+const char* KindName(OperationKind kind) {
+    switch (kind) {
+    case OperationKind::Init:
+        return "Init";
+    case OperationKind::Uninit:
+        return "Uninit";
+    case OperationKind::GetProperty:
+        return "GetProperty";
+    case OperationKind::SetNumber:
+        return "SetProperty number";
+    case OperationKind::SetText:
+        return "SetProperty text";
+    case OperationKind::SetNullData:
+        return "SetProperty null data";
+    case OperationKind::SetZeroSize:
+        return "SetProperty size 0";
+    case OperationKind::Start:
+        return "Start";
+    case OperationKind::Stop:
+        return "Stop";
+    case OperationKind::SetAllowList:
+        return "SetAllowList";
+    case OperationKind::ClearAllowList:
+        return "ClearAllowList";
+    case OperationKind::SetReportSink:
+        return "SetReportSink";
+    case OperationKind::HandleEvent:
+        return "HandleEvent";
+    case OperationKind::ChangeSiblings:
+        return "siblings change";
+    }
+    return "";
+}
+
+void AddInputs(const char* name, const RecordScript& record, Trace& trace) {
+    for (const auto& [key, number] : record.numbers) {
+        trace.Add({"> ", name, " ", key, " ", Decimal(number.value), number.writes ? " result " : " unwritten result ",
+                   Decimal(number.result)});
+    }
+    for (const auto& [key, text] : record.texts) {
+        trace.Add({"> ", name, " ", key, " ", text.bytes, " results ", Decimal(text.firstResult), " ",
+                   Decimal(text.secondResult), " size ", Decimal(text.firstSize)});
+    }
+}
+
+} // namespace
 
 class ScriptedWorld::Host final : public IDotHost {
 public:
@@ -55,6 +106,10 @@ void ScriptedWorld::Run(const std::vector<Operation>& operations) {
 
 void ScriptedWorld::Run(const Operation& operation) {
     m_trace.Add({"> ", KindName(operation.kind)});
+    if (m_verbose) {
+        m_trace.Add(
+            {"> key ", Decimal(operation.key), " number ", Decimal(operation.number), " text ", operation.text});
+    }
     bool result = true;
     switch (operation.kind) {
     case OperationKind::Init:
@@ -92,6 +147,11 @@ void ScriptedWorld::Run(const Operation& operation) {
         return;
     case OperationKind::ChangeSiblings:
         m_siblings = operation.siblings;
+        if (m_verbose) {
+            m_trace.Add({"> ", m_siblings.settlesLogging ? "" : "no log settings, ",
+                         m_siblings.writesLog ? "WriteLog=1" : "no ini file", ", machine id ", m_siblings.machineId,
+                         " result ", Decimal(m_siblings.machineIdResult)});
+        }
         return;
     }
     m_trace.Add(result ? "= true" : "= false");
@@ -99,7 +159,7 @@ void ScriptedWorld::Run(const Operation& operation) {
 
 bool ScriptedWorld::SetProperty(const Operation& operation) {
     if (operation.kind == OperationKind::SetText) {
-        // A buffer of its own size: a read past the NUL is found by the sanitizers.
+        // Sized exactly: sanitizers find a read past the NUL.
         std::vector<char> text(operation.text.c_str(),
                                operation.text.c_str() + std::strlen(operation.text.c_str()) + 1);
         return m_receiver.SetProperty(operation.key, text.data(), static_cast<uint32_t>(text.size()));
@@ -119,6 +179,12 @@ void ScriptedWorld::HandleEvent(const EventScript& script) {
         rules.emplace_back("rule " + std::to_string(rules.size()), rule, m_trace);
         pointers.push_back(&rules.back());
     }
+    if (m_verbose) {
+        AddInputs("event", script.event, m_trace);
+        for (size_t i = 0; i < script.rules.size(); ++i) {
+            AddInputs(("rule " + std::to_string(i)).c_str(), script.rules[i], m_trace);
+        }
+    }
     uint32_t reply = script.replyBefore;
     const EventScript* const outer = m_event;
     m_event = &script;
@@ -131,9 +197,16 @@ void ScriptedWorld::HandleEvent(const EventScript& script) {
 
 int32_t ScriptedWorld::QueryDot(const std::string& name, const char* guidJson, const char* mid, char** result) {
     m_trace.Add({name, ".QueryDot ", guidJson, " ", Shown(mid), *result == nullptr ? "" : " not preset to null"});
+    ++m_queries;
     const EventScript& script = *m_event;
+    if (m_verbose) {
+        m_trace.Add({"> answer ", script.answer ? *script.answer : std::string("null"), " result ",
+                     Decimal(script.queryResult), " delete ", Decimal(script.deleteResult)});
+    }
     Run(script.duringQuery);
-    if (script.answer) {
+    if (script.unreadableAnswer) {
+        *result = unreadable;
+    } else if (script.answer) {
         const size_t length = std::strlen(script.answer->c_str());
         auto text = std::make_unique<char[]>(length + 1);
         std::copy_n(script.answer->c_str(), length + 1, text.get());
@@ -153,7 +226,11 @@ int32_t ScriptedWorld::DeleteDot(const std::string& name, const char* guid, cons
 
 int32_t ScriptedWorld::FreeResult(const std::string& name, char* result) {
     const bool known = m_answers.erase(result) != 0;
-    m_trace.Add({name, ".FreeResult ", result == nullptr ? "null" : known ? "answer" : "unknown"});
+    m_trace.Add({name, ".FreeResult ",
+                 result == nullptr      ? "null"
+                 : known                ? "answer"
+                 : result == unreadable ? "unreadable"
+                                        : "unknown"});
     const EventScript& script = *m_event;
     Run(script.duringFree);
     return script.freeResult;

@@ -1,5 +1,5 @@
-// Runs a case on one receiver: does the operations in order, plays the host, its records and its sinks by the script,
-// and writes all that passes between the two into a trace.
+// The host side of one receiver: runs operations in order, answers as host, records and sinks by the script, and writes
+// all calls in both directions into a trace.
 #pragma once
 
 #include <map>
@@ -16,13 +16,19 @@ namespace model {
 
 class ScriptedWorld {
 public:
-    // `siblings` is what the receiver's siblings answer by; it changes as the case tells.
+    // `siblings` is the state of the receiver's siblings, which operations change.
     ScriptedWorld(IMordRev& receiver, SiblingState& siblings, Trace& trace);
     ~ScriptedWorld();
     ScriptedWorld(const ScriptedWorld&) = delete;
     ScriptedWorld& operator=(const ScriptedWorld&) = delete;
 
     void Run(const std::vector<Operation>& operations);
+
+    // Adds the inputs to the trace: documents, values of records, answers. For reports of a difference.
+    void SetVerbose(bool verbose) { m_verbose = verbose; }
+
+    // QueryDot calls since the beginning.
+    uint64_t Queries() const { return m_queries; }
 
 private:
     class Host;
@@ -32,7 +38,7 @@ private:
     bool SetProperty(const Operation& operation);
     void HandleEvent(const EventScript& script);
 
-    // The calls into the host; `name` tells which host or sink was called.
+    // The calls to the host; `name` is the host or sink.
     int32_t QueryDot(const std::string& name, const char* guidJson, const char* mid, char** result);
     int32_t DeleteDot(const std::string& name, const char* guid, const char* mid, int32_t kind, const char* type);
     int32_t FreeResult(const std::string& name, char* result);
@@ -43,8 +49,10 @@ private:
     Trace& m_trace;
     std::vector<std::unique_ptr<Host>> m_hosts;
     std::vector<std::unique_ptr<Sink>> m_sinks;
-    const EventScript* m_event = nullptr;                     // the one that is being handled
-    std::map<const char*, std::unique_ptr<char[]>> m_answers; // those that were not given back
+    const EventScript* m_event = nullptr;                     // in progress
+    std::map<const char*, std::unique_ptr<char[]>> m_answers; // not given back yet
+    bool m_verbose = false;
+    uint64_t m_queries = 0;
 };
 
 } // namespace model

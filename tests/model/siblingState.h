@@ -1,4 +1,4 @@
-// What the sibling libraries answer while an object is initialised.
+// What the sibling libraries answer during Init.
 #pragma once
 
 #include <cstdint>
@@ -7,9 +7,8 @@
 namespace model {
 
 struct SiblingState {
-    bool settlesLogging = true;     // whether the base library gives its log settings
-    bool logs = true;               // whether records go anywhere; the same for the whole life of a process
-    bool tellsSettings = true;      // whether the log settings are where the base library says that they are
+    bool settlesLogging = true;     // false: the base library refuses its log settings
+    bool writesLog = true;          // the ini file has WriteLog=1; otherwise there is no ini file
     int32_t machineIdResult = 0;    // of the machine id service
     std::string machineId = "HOST"; // what the service delivers, plain ASCII
 };

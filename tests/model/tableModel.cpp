@@ -46,6 +46,13 @@ bool ReceiverModel::FillAllowList(const std::string& text) {
         AddAllowListEntry(entry);
     }
     TookIf(wasFilled && m_allowList.empty(), Branch::ListEmptiesFilled);
+    size_t pairs = 0;
+    for (const auto& [key, mids] : m_allowList) {
+        pairs += mids.size();
+    }
+    m_largeLists = pairs >= largeList ? m_largeLists + 1 : 0;
+    TookIf(m_largeLists != 0, Branch::ListOfThousandPairs);
+    TookIf(m_largeLists >= 5, Branch::FifthListOfThousandPairs);
     return true;
 }
 

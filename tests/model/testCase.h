@@ -1,5 +1,5 @@
-// One case: what is done to a receiver, and what the host's side answers meanwhile. Plain data, so that the same case
-// can be run twice.
+// One case: the operations on a receiver, and what the host answers meanwhile. Plain data: the same case runs on the
+// model and on the library.
 #pragma once
 
 #include <cstdint>
@@ -48,6 +48,7 @@ struct EventScript {
 
     int32_t queryResult = 0;
     std::optional<std::string> answer; // ends at its first NUL, if it holds one
+    bool unreadableAnswer = false;     // the answer is an address that nobody can read, instead of `answer`
     int32_t deleteResult = 0;
     int32_t freeResult = 0;
     int32_t reportResult = 0;
@@ -89,14 +90,5 @@ struct TestCase {
     SiblingState siblings;
     std::vector<Operation> operations;
 };
-
-// The case in lines that a person can read; every byte of every text is in them.
-std::string Dump(const TestCase& testCase);
-
-// The operation in one line, without an event's script.
-std::string Title(const Operation& operation);
-
-// What kind of operation it is, in a word or two.
-const char* KindName(OperationKind kind);
 
 } // namespace model

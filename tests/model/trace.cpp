@@ -30,6 +30,11 @@ std::vector<std::string> Trace::Lines() const {
     return lines;
 }
 
+void Trace::Clear() {
+    m_text.clear();
+    m_ends.clear();
+}
+
 std::string Shown(std::string_view bytes) {
     std::string out;
     out.reserve(bytes.size() + 2);
@@ -56,20 +61,23 @@ std::string Difference(const Trace& model, const Trace& library) {
     if (model == library) {
         return "";
     }
+    constexpr size_t before = 40;
+    constexpr size_t after = 4;
+    constexpr size_t longest = 3000;
     const auto expected = model.Lines();
     const auto seen = library.Lines();
     const auto left = std::mismatch(expected.begin(), expected.end(), seen.begin(), seen.end()).first;
     const auto first = static_cast<size_t>(left - expected.begin());
     std::string out;
-    for (size_t i = first > 12 ? first - 12 : 0; i < first; ++i) {
-        out += "  both     " + Shown(expected[i]) + "\n";
-    }
-    for (size_t i = first; i < std::min(first + 4, expected.size()); ++i) {
-        out += "  model    " + Shown(expected[i]) + "\n";
-    }
-    for (size_t i = first; i < std::min(first + 4, seen.size()); ++i) {
-        out += "  library  " + Shown(seen[i]) + "\n";
-    }
+    const auto show = [&out](const char* who, const std::vector<std::string>& lines, size_t begin, size_t end) {
+        for (size_t i = begin; i < std::min(end, lines.size()); ++i) {
+            const std::string line = Shown(lines[i]);
+            out += who + line.substr(0, longest) + (line.size() > longest ? "...\n" : "\n");
+        }
+    };
+    show("  both     ", expected, first > before ? first - before : 0, first);
+    show("  model    ", expected, first, first + after);
+    show("  library  ", seen, first, first + after);
     return out;
 }
 

@@ -1,5 +1,5 @@
-// What can be seen from outside while a case runs, in order: calls into the host, its records and its sink, log
-// records, results. One line of text each; the two runs of a case must give the same lines.
+// What an observer sees while a case runs, in order: calls to the host, its records, its sink and its siblings, log
+// records, results. One line each; model and library must give the same lines.
 #pragma once
 
 #include <charconv>
@@ -25,7 +25,7 @@ private:
     std::ptrdiff_t m_length;
 };
 
-// The lines stand in one text, one behind the other: a run adds very many, and two runs are compared at once.
+// One text holds all lines: a run adds very many, and comparing two runs is one comparison.
 class Trace {
 public:
     using Parts = std::initializer_list<std::string_view>;
@@ -35,15 +35,17 @@ public:
         m_ends.reserve(256);
     }
 
-    // One line, put together of its parts.
+    // One line, the parts joined.
     void Add(Parts parts);
     void Add(std::string_view line) { Add({line}); }
 
-    // A log record, without what differs from run to run: time, file, line and thread. Its function is `scope`, which
-    // ends in "::" or is empty, and `function`.
+    // A log record, without time, file, line and thread, which differ from run to run. Its function is `scope`, which
+    // is empty or ends in "::", and `function`.
     void AddLog(int32_t level, std::string_view scope, std::string_view function, Parts message);
 
     std::vector<std::string> Lines() const;
+
+    void Clear();
 
     friend bool operator==(const Trace&, const Trace&) = default;
 
@@ -58,7 +60,7 @@ private:
 std::string Shown(std::string_view bytes);
 std::string Shown(const char* text); // null as "null"
 
-// A text that says where two runs part, with some lines before; empty when they are equal.
+// The first lines that differ and some lines before them; empty when the traces are equal. Long lines are cut.
 std::string Difference(const Trace& model, const Trace& library);
 
 } // namespace model

@@ -89,7 +89,8 @@ std::string Vocabulary::DocumentKey() {
 
 std::string Vocabulary::Address() {
     return m_random.Pick({"10.0.0.2", "10.0.0.2", "::1", "fe80::1%eth0", "", "a\"b\\c/d", "\b\f\n\r\t\x01\x1F\x7F",
-                          "\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80", "\xFF\xC3(\x80"});
+                          "\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80", "\xFF\xC3(\x80",
+                          "\xE2\x80\xA8\xE2\x80\xA9\xED\xA0\x80\xED\xB0\x80"});
 }
 
 } // namespace model

@@ -53,7 +53,7 @@ TEXT = ["textConvertTest", "missingConverterTest", "converterLookupTest", "textC
         "memoryTest", "productTest"]
 FRAME = ["objectModelTest", "createZelkObjectTest", "baseServicesTest", "serviceLookupTest", "moduleLookupTest",
          "creationTest", "converterLookupTest", "localMidTest", "productTest", "abiTest"]
-PROC_PATH = ["procPathNarrowTest", "procPathWideTest"]
+PROC_PATH = ["procPath32Test", "procPath64Test"]
 COVERING = [
     (r"src/mordRev/src/procPathWin32\.cpp", PROC_PATH),
     (r"src/frame/values\.h", ["abiTest", "productTest"] + RECEIVER),

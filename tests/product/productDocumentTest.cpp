@@ -1,7 +1,7 @@
 // Documents that are handed to the shipped library: what is accepted shows in the decisions that follow.
 #include "product/productDecision.h"
 
-using namespace hostKit;
+using namespace kit;
 
 namespace {
 

@@ -3,7 +3,7 @@
 
 #include "product/productDecision.h"
 
-using namespace hostKit;
+using namespace kit;
 
 namespace {
 

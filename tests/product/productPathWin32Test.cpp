@@ -1,11 +1,11 @@
 // The process of a connection in the reports of the shipped library, on Windows.
-#include "native/real/childProcess.h"
-#include "native/real/systemTellsPeb.h"
 #include "product/productDecision.h"
+#include "unit/native/real/childProcess.h"
+#include "unit/native/real/systemTellsPeb.h"
 
 #include <windows.h>
 
-using namespace hostKit;
+using namespace kit;
 
 namespace {
 

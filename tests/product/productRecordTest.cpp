@@ -3,10 +3,10 @@
 #include <cstdio>
 #include <thread>
 
+#include "kit/system/threadId.h"
 #include "product/productDecision.h"
-#include "product/threadId.h"
 
-using namespace hostKit;
+using namespace kit;
 
 namespace {
 

@@ -5,9 +5,9 @@
 
 #include <gtest/gtest.h>
 
-#include "hostKit/productFixture.h"
-#include "hostKit/startLine.h"
-#include "model/directSiblings.h"
+#include "kit/host/productFixture.h"
+#include "kit/text/startLine.h"
+#include "race/directSiblings.h"
 #include "text/textConvert.h"
 
 namespace {
@@ -17,7 +17,7 @@ constexpr size_t threadCount = 8;
 // Runs `step` on several threads from the same moment on, with the number of the thread.
 template <typename Step>
 void AtOnce(const Step& step) {
-    hostKit::StartLine start(threadCount);
+    kit::StartLine start(threadCount);
     std::vector<std::thread> threads;
     for (size_t i = 0; i < threadCount; ++i) {
         threads.emplace_back([&start, &step, i] {
@@ -31,13 +31,13 @@ void AtOnce(const Step& step) {
 }
 
 TEST(FirstUse, ConverterIsFoundByEveryThread) {
-    model::UseDirectSiblings(false);
+    race::UseDirectSiblings(false);
     std::vector<std::basic_string<WideChar>> texts(threadCount);
     AtOnce([&texts](size_t i) { texts[i] = Utf8ToWide("text"); });
     EXPECT_EQ(texts, (std::vector<std::basic_string<WideChar>>(threadCount, WIDE("text"))));
 }
 
-class FirstUseOfTheProduct : public hostKit::ProductFixture {};
+class FirstUseOfTheProduct : public kit::ProductFixture {};
 
 TEST_F(FirstUseOfTheProduct, EveryThreadGetsTheSameObject) {
     std::vector<void*> objects(threadCount);

@@ -1,9 +1,9 @@
 #include "race/raceHost.h"
 
 #include <algorithm>
-#include <cstring>
 
 #include "frame/values.h"
+#include "kit/host/fakeRecord.h"
 
 namespace race {
 namespace {
@@ -21,7 +21,7 @@ void TakeBack() {
     lent = nullptr;
 }
 
-class ThreadRecords final : public model::RecordTaker {
+class ThreadRecords final : public RecordTaker {
 public:
     void Take(int32_t, std::basic_string_view<WideChar> record) override {
         // The message stands behind function and thread, which are in brackets with a blank between them.
@@ -62,38 +62,17 @@ int32_t RaceHost::Report(int32_t, const char* text, uint32_t size) {
     return 0;
 }
 
-int32_t RaceRecord::GetInt32(const char* name, int32_t* value) {
-    *value = std::strcmp(name, "pid") == 0 ? 4 : 0;
-    return 0;
-}
-
-int32_t RaceRecord::GetInt64(const char*, int64_t*) {
-    return 0;
-}
-
-int32_t RaceRecord::GetString(const char* name, char* buffer, int32_t* size) {
-    const auto text = m_texts.find(name);
-    if (text == m_texts.end()) {
-        return 2;
-    }
-    if (buffer == nullptr) {
-        *size = static_cast<int32_t>(text->second.size() + 1);
-        return 201;
-    }
-    std::copy_n(text->second.c_str(), text->second.size() + 1, buffer);
-    return 0;
-}
-
 Outcome HandleOneEvent(IMordRev& receiver) {
     Outcome outcome;
     ThreadRecords records;
-    RaceRecord event;
-    RaceRecord rule({{"guid", "g"}, {"type", "dns"}});
+    kit::FakeRecord event;
+    event.Int32("pid", 4).OtherNumbers(0);
+    kit::FakeRecord rule = kit::MakeRule("g", "dns");
     IEventRecord* rules[] = {&rule};
     current = &outcome;
-    model::TakeRecords(&records);
+    TakeRecords(&records);
     outcome.result = receiver.HandleEvent(&event, rules, 1, &outcome.reply);
-    model::TakeRecords(nullptr);
+    TakeRecords(nullptr);
     current = nullptr;
     TakeBack();
     return outcome;

@@ -2,12 +2,11 @@
 // order among the threads of a race test is the one that the receiver makes itself.
 #pragma once
 
-#include <map>
 #include <string>
 #include <vector>
 
 #include "frame/interfaces.h"
-#include "model/directSiblings.h"
+#include "race/directSiblings.h"
 
 namespace race {
 
@@ -31,19 +30,6 @@ public:
     int32_t QueryDot(const char* guidJson, const char* mid, char** result) override;
     int32_t FreeResult(char* result) override;
     int32_t Report(int32_t kind, const char* text, uint32_t size) override;
-};
-
-// A record of texts; numbers are 0 but for "pid", which names the system's process.
-class RaceRecord final : public IEventRecord {
-public:
-    explicit RaceRecord(std::map<std::string, std::string> texts = {}) : m_texts(std::move(texts)) {}
-
-    int32_t GetInt32(const char* name, int32_t* value) override;
-    int32_t GetInt64(const char* name, int64_t* value) override;
-    int32_t GetString(const char* name, char* buffer, int32_t* size) override;
-
-private:
-    std::map<std::string, std::string> m_texts;
 };
 
 // Hands one event with one rule of type "dns" and guid "g" to the receiver, on the calling thread.

@@ -12,8 +12,8 @@
 
 #include <gtest/gtest.h>
 
-#include "model/caseRun.h"
 #include "mordRev/src/mordRev.h"
+#include "race/directSiblings.h"
 #include "race/raceHost.h"
 #include "race/threads.h"
 
@@ -98,7 +98,7 @@ void PrintTo(Logging logging, std::ostream* out) {
 class Race : public testing::TestWithParam<Logging> {
 protected:
     void SetUp() override {
-        model::PrepareLibrary(GetParam() == Logging::On);
+        PrepareLibrary(GetParam() == Logging::On);
         receiver = std::make_unique<CMordRecv>();
         ASSERT_TRUE(receiver->Init(&host));
         receiver->SetReportSink(&host);

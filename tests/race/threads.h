@@ -11,7 +11,7 @@
 
 #include <gtest/gtest.h>
 
-#include "hostKit/startLine.h"
+#include "kit/text/startLine.h"
 
 namespace race {
 
@@ -32,7 +32,7 @@ public:
 
     void Race(const std::function<bool()>& enough = [] { return true; }) {
         std::atomic<bool> stop = false;
-        hostKit::StartLine start(m_steps.size() + 1);
+        kit::StartLine start(m_steps.size() + 1);
         std::vector<std::thread> threads;
         for (const auto& step : m_steps) {
             threads.emplace_back([&start, &stop, &step] {

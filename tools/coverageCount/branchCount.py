@@ -1,4 +1,4 @@
-"""Adds up what several programs took of the branches and conditions of src."""
+"""Adds up the branches and conditions of src that several programs took."""
 
 import re
 from collections import Counter
@@ -9,16 +9,16 @@ from typing import Any, NamedTuple
 from coverageCount.profiles import CannotCount
 from coverageCount.promises import CALLERS
 
-EXPANSION = 1  # the kind of a region that a macro fills
+EXPANSION = 1  # the kind of a region that a macro expands to
 
 
 class Place(NamedTuple):
-    """Where a condition is."""
+    """The place of a condition."""
 
-    row: str  # that it counts for
+    row: str  # of the table that it counts for
     file: str
-    way: tuple[tuple[int, int], ...]  # lines and columns, from where the code is written into the macros that it uses
-    function: str  # in a .cpp file; empty for what a header has, which counts once
+    way: tuple[tuple[int, int], ...]  # lines and columns, from the code into the macros that it uses
+    function: str  # in a .cpp file; empty in a header, whose code counts once
 
     @property
     def line(self) -> int:
@@ -33,23 +33,23 @@ class Branch(NamedTuple):
 
 
 class Condition(NamedTuple):
-    """One condition of several that are joined by && and ||."""
+    """One condition of an expression with && or ||."""
 
     place: Place
     number: int  # from 1
 
 
 class BranchCount:
-    """`root` is the tree whose src is counted."""
+    """The counts of src below `root`."""
 
     def __init__(self, root: Path) -> None:
         self._root = root
         self.taken: Counter[Branch] = Counter()
-        self.decides: dict[Condition, bool] = {}  # to whether one program shows that it decides by itself
+        self.decides: dict[Condition, bool] = {}  # to whether one program shows that it decides independently
         self.files: set[str] = set()
 
     def add(self, functions: list[dict[str, Any]]) -> None:
-        """The functions of one program."""
+        """Adds the functions of one program."""
         files = {name for function in functions for name in self._files_of(function)}
         rows = sorted({row for name, row in CALLERS.items() if name in files})
         if len(rows) > 1:
@@ -67,13 +67,13 @@ class BranchCount:
                  if region[7] == EXPANSION}
 
         def places(number: int, line: int, column: int) -> Iterator[Place]:
-            """One for each row that the place counts for."""
+            """One place for each row that it counts for."""
             way = [(line, column)]
             while number in sites:
                 number, line, column = sites[number]
                 way.insert(0, (line, column))
             file = files[number]
-            # The name without the file that a local function is of.
+            # The name without the prefix of a local function: its file.
             name = re.split("[;:]", function["name"])[-1] if file.endswith(".cpp") else ""
             folder = "/".join(file.split("/")[:2])
             for row in native_rows if folder == "src/native" else [folder]:

@@ -1,4 +1,4 @@
-"""The programs of a build, the profiles of their runs, and what LLVM's tools say of both."""
+"""The programs of a build, the profiles of their runs, and the output of LLVM's tools for them."""
 
 import json
 import os
@@ -12,7 +12,7 @@ BUILD_ID = re.compile(rb"\x04\0\0\0\x14\0\0\0\x03\0\0\0GNU\0(.{20})", re.DOTALL)
 
 
 class CannotCount(Exception):
-    """A count cannot be had or cannot be trusted; the text says why."""
+    """The counts are missing or unreliable; the text says why."""
 
 
 def _run(*command: str, may_fail_by: str = "") -> subprocess.CompletedProcess[str]:
@@ -23,7 +23,7 @@ def _run(*command: str, may_fail_by: str = "") -> subprocess.CompletedProcess[st
 
 
 def programs(build: Path) -> dict[str, Path]:
-    """The programs and shared libraries that were built, by build id."""
+    """Returns the programs and shared libraries of a build, by build id."""
     found = {}
     for folder, names, files in os.walk(build):
         names[:] = [name for name in names if name not in ("CMakeFiles", "profiles")]
@@ -38,7 +38,7 @@ def programs(build: Path) -> dict[str, Path]:
 
 
 def profiles_by_program(build: Path) -> dict[Path, list[str]]:
-    """The profiles of each program that ran."""
+    """Returns the profiles of each program that ran."""
     known = programs(build)
     found: dict[Path, list[str]] = defaultdict(list)
     for profile in sorted(build.glob("profiles/*.profraw")):
@@ -52,7 +52,7 @@ def profiles_by_program(build: Path) -> dict[Path, list[str]]:
 
 
 def functions_of(program: Path, profiles: list[str]) -> list[dict[str, Any]]:
-    """What a program has of src, with its counts, as llvm-cov exports it."""
+    """Returns the functions of src in a program with their counts, as llvm-cov exports them."""
     merged = profiles[0].replace(".profraw", ".profdata")
     _run("llvm-profdata-19", "merge", "-sparse", "-o", merged, *profiles)
     export = ["llvm-cov-19", "export", "-instr-profile", merged, "-compilation-dir", os.getcwd(), str(program)]
@@ -60,7 +60,7 @@ def functions_of(program: Path, profiles: list[str]) -> list[dict[str, Any]]:
     if done.returncode != 0:
         return []
     if "mismatched" in done.stderr:
-        # A function that one source of the program does not use has no counters there, only in others: its hash is 0.
+        # A function that one source of the program does not use has no counters there, and hash 0.
         lost = [line for line in _run(*export, "-dump").stderr.splitlines()
                 if line.startswith("hash-mismatch") and not line.endswith("hash = 0x0")]
         if lost:

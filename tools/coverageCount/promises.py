@@ -1,16 +1,16 @@
-"""What share of each folder the tests have to take. The figures are those of docs/assurance.md."""
+"""The share of branches and conditions that the tests must take, by folder. docs/assurance.md has the same figures."""
 
 from typing import NamedTuple
 
 
 class Promise(NamedTuple):
-    """In per cent; None where nothing is promised."""
+    """In per cent; None if nothing is promised."""
 
     branches: float | None
-    conditions: float | None  # shown to decide by themselves (MC/DC)
+    conditions: float | None  # shown to decide independently (MC/DC)
 
 
-# src/native is counted twice, as the programs of a 32-bit and of a 64-bit caller have it.
+# src/native is counted twice, as built for 32-bit and for 64-bit callers.
 PROMISES: dict[str, Promise] = {
     "src/frame": Promise(100, 100),
     "src/mordRev": Promise(100, 100),
@@ -21,7 +21,7 @@ PROMISES: dict[str, Promise] = {
     "src/platform": Promise(None, None),
 }
 
-# The sources that only the programs of one of the two have. A program with none of them counts for both.
+# The sources that are built for one of the two only. A program without any of them counts for both.
 CALLERS: dict[str, str] = {
     "src/native/chooseNativeX86.cpp": "src/native, 32-bit caller",
     "src/native/x86Native.cpp": "src/native, 32-bit caller",

@@ -1,4 +1,4 @@
-"""Holds what was counted against what is promised, and prints both."""
+"""Compares the counts with the promised shares and formats both."""
 
 from collections import Counter
 from pathlib import Path
@@ -13,7 +13,7 @@ HEADER = (f"{'':28}{'branches':>9}{'missed':>9}{'excused':>9}{'taken':>10}{'prom
 
 
 def percent(part: int, whole: int) -> float:
-    """Of nothing nothing is taken."""
+    """Returns the share of `part`; 0 for an empty whole."""
     return 100 * part / whole if whole else 0.0
 
 
@@ -22,7 +22,7 @@ def _promised(share: float | None) -> str:
 
 
 class Verdict:
-    """Goes through a count. `root` has the sources; the promises are those of promises.py but in tests."""
+    """The result of a count. `root` contains the sources. Only tests pass other promises than those of promises.py."""
 
     def __init__(self, root: Path, count: BranchCount, excused: Excuses,
                  promises: dict[str, Promise] = PROMISES) -> None:
@@ -32,7 +32,7 @@ class Verdict:
         self._promises = promises
         self._lines: dict[str, list[str]] = {}
         self.report: list[str] = []  # to be printed
-        self.faults: list[str] = []  # to be printed at the end; without one all is as promised
+        self.faults: list[str] = []  # to be printed at the end; empty if all promises hold
         missed, excused_branches = self._missed_branches()
         self._unshown_conditions()
         self._sources()
@@ -44,7 +44,7 @@ class Verdict:
         return self._lines[file][line - 1].strip()
 
     def _missed_branches(self) -> tuple[Counter[str], Counter[str]]:
-        """How many branches of each row were never taken, without and with an excuse."""
+        """Counts the branches of each row that were never taken, without and with an excuse."""
         missed: Counter[str] = Counter()
         excused: Counter[str] = Counter()
         never = (branch for branch, times in self._count.taken.items()
@@ -70,7 +70,7 @@ class Verdict:
                                    f"({place.row}): {self._code(place.file, place.line)}")
 
     def _sources(self) -> None:
-        """Each source is counted, or excused with a reason."""
+        """Reports each source that is neither counted nor excused."""
         there = {path.relative_to(self._root).as_posix() for path in (self._root / "src").rglob("*")
                  if path.suffix in (".cpp", ".c", ".S")}
         uncounted, excused = there - self._count.files, self._excuses.sources.keys()

@@ -1,11 +1,11 @@
-"""The line that each run leaves behind: when, preset, target, commit, executions, seconds, result."""
+"""A file with a line for each run: time, preset, target, commit, executions, seconds, result."""
 
 from datetime import datetime, timezone
 from pathlib import Path
 
 
 class Counts:
-    """A file that is only added to. Its sums go over all lines, whatever the commits."""
+    """Lines are only added. Sums are over all lines, whatever their commits."""
 
     def __init__(self, file: Path, preset: str) -> None:
         self._file = file

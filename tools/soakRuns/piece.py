@@ -1,4 +1,4 @@
-"""One process of a long comparison: so many random cases of one seed."""
+"""One process of a long comparison: the random cases of one seed."""
 
 import re
 import subprocess
@@ -9,15 +9,15 @@ RESULT = re.compile(r"seed (\d+): (\d+) cases, (\d+) differences, \d+ s")
 
 
 class PieceResult(NamedTuple):
-    """What became of a piece."""
+    """The result of a piece."""
 
     output: str
     differences: int
-    fault: str  # why it counts as failed, or an empty text
+    fault: str  # why it failed, or an empty text
 
 
 def judge(seed: int, cases: int, code: int, output: str) -> PieceResult:
-    """The last line has to be the result of all cases of the seed, and the exit code 0."""
+    """A piece passes if its last line is the result of all cases of the seed and its exit code is 0."""
     lines = output.splitlines()
     result = RESULT.fullmatch(lines[-1]) if lines else None
     differences = int(result[3]) if result else 0
@@ -33,14 +33,14 @@ def judge(seed: int, cases: int, code: int, output: str) -> PieceResult:
 
 
 class Piece:
-    """Starts `PROGRAM SEED CASES`, with its output in a file of the folder."""
+    """Starts `COMMAND SEED CASES`, with its output in a file of the folder."""
 
-    def __init__(self, program: Path, seed: int, cases: int, folder: Path) -> None:
+    def __init__(self, command: list[str], seed: int, cases: int, folder: Path) -> None:
         self.seed = seed
         self.cases = cases
         self._output = folder / str(seed)
         with self._output.open("wb") as output:
-            self._process = subprocess.Popen([program, str(seed), str(cases)], stdin=subprocess.DEVNULL, stdout=output,
+            self._process = subprocess.Popen([*command, str(seed), str(cases)], stdin=subprocess.DEVNULL, stdout=output,
                                              stderr=subprocess.STDOUT)
 
     def finish(self) -> PieceResult:

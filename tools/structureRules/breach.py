@@ -4,7 +4,7 @@ from typing import NamedTuple
 
 
 class Breach(NamedTuple):
-    """Sorts by file, then by line."""
+    """A rule that a line breaks. Sorts by file, then by line."""
 
     file: str  # from the root of the tree
     line: int  # from 1

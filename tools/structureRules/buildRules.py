@@ -1,4 +1,4 @@
-"""Rules about what the build knows of the sources."""
+"""Rules about the sources that the build names."""
 
 import re
 from collections.abc import Iterator
@@ -13,7 +13,7 @@ VARIABLE = re.compile(r"\$\{\w*\}")
 
 
 def named_sources(build_files: list[SourceFile]) -> re.Pattern[str]:
-    """Matches the name of each source that a CMake file names. A variable within a name stands for any letters."""
+    """Matches the name of each source that a CMake file names. A variable within a name matches any letters."""
     names = set()
     for file in build_files:
         for line in file.lines:
@@ -24,7 +24,7 @@ def named_sources(build_files: list[SourceFile]) -> re.Pattern[str]:
 
 
 def built(sources: list[SourceFile], build_files: list[SourceFile]) -> Iterator[Breach]:
-    """A source that no CMake file names is compiled by nothing, and a test in it never runs."""
+    """A source that no CMake file names is never compiled, and its tests never run."""
     known = named_sources(build_files)
     for source in sources:
         if source.suffix in COMPILED and not known.fullmatch(source.name):

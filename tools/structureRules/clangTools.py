@@ -12,12 +12,12 @@ from pathlib import Path
 from structureRules.sourceTree import SourceTree
 
 COMMANDS = Path("build/linux/compile_commands.json")
-# Headers that another compiler has precompiled are of no use to clang.
+# clang cannot use the precompiled headers of another compiler.
 PRECOMPILED = re.compile(r" (-Winvalid-pch|-include [^ ]*cmake_pch[^ ]*)")
 
 
 class CannotCheck(Exception):
-    """A tool or what it needs is missing; the text says which."""
+    """The check cannot run; the text names the missing tool or input."""
 
 
 def _need(tool: str) -> None:
@@ -26,14 +26,14 @@ def _need(tool: str) -> None:
 
 
 def format_is_kept(tree: SourceTree) -> bool:
-    """Whether clang-format has nothing to change. It prints what it would."""
+    """Returns whether clang-format has nothing to change; it prints the changes that it would make."""
     _need("clang-format")
     files = [source.path for source in tree.sources if source.is_code and source.suffix != ".S"]
     return subprocess.run(["clang-format", "--dry-run", "-Werror", *files], cwd=tree.root).returncode == 0
 
 
 def _commands_of_src(root: Path) -> list[dict[str, str]]:
-    """What the Linux build compiles of src, each source once. The bodies for Windows are left to the cross compiler."""
+    """The compile commands of the Linux build for src, one for each source. The Windows bodies are not among them."""
     if not (root / COMMANDS).exists():
         raise CannotCheck(f"no {COMMANDS} (cmake --preset linux)")
     first: dict[str, dict[str, str]] = {}
@@ -46,7 +46,7 @@ def _commands_of_src(root: Path) -> list[dict[str, str]]:
 
 
 def tidy_finds_nothing(root: Path) -> bool:
-    """Whether clang-tidy finds nothing in src. It prints what it finds."""
+    """Returns whether clang-tidy finds nothing in src; it prints its findings."""
     _need("clang-tidy")
     commands = _commands_of_src(root)
     with tempfile.TemporaryDirectory() as work:

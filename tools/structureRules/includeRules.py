@@ -1,4 +1,4 @@
-"""Rules about #include directives: layers, public headers, RapidJSON, headers of the system."""
+"""Rules about #include directives: layers, public headers, RapidJSON, system headers."""
 
 import posixpath
 import re
@@ -17,7 +17,7 @@ PLATFORM_BODY = re.compile(r"src/platform/[A-Za-z0-9]*(Win32|Posix)\.cpp$")
 
 
 def longest_prefix(path: str, folders: dict[str, list[str]]) -> str:
-    """The longest of the folders that the path is in, or an empty text."""
+    """The longest of the folders that contains the path, or an empty text."""
     folder = posixpath.dirname(path)
     while folder and folder not in folders:
         folder = posixpath.dirname(folder)
@@ -25,7 +25,7 @@ def longest_prefix(path: str, folders: dict[str, list[str]]) -> str:
 
 
 class IncludeRules:
-    """Judges one file after the other; `paths` are all files that an include can mean."""
+    """Checks one file after the other. `paths` are all files that an include can refer to."""
 
     def __init__(self, table: LayerTable, paths: set[str]) -> None:
         self._table = table
@@ -33,7 +33,7 @@ class IncludeRules:
         self._used_exceptions: set[tuple[str, str]] = set()
 
     def breaches(self, source: SourceFile) -> Iterator[Breach]:
-        """At most one breach for each include."""
+        """The breaches of a file, at most one for each include."""
         if not source.is_code:
             return
         if not longest_prefix(source.path, self._table.may_include):
@@ -44,13 +44,13 @@ class IncludeRules:
                 yield Breach(source.path, include.line, message)
 
     def stale_exceptions(self) -> Iterator[Breach]:
-        """The exceptions of the table that no file needed; to be asked when all files were judged."""
+        """The exceptions of the table that no file needed. Call it after all files have been checked."""
         for file, included in sorted(self._table.exceptions.keys() - self._used_exceptions):
             yield Breach("tools/structureRules/layerTable.py", 1,
                          f"the exception is not needed any more: {file} includes {included}")
 
     def _fault(self, source: SourceFile, include: Include) -> str:
-        """What is wrong with the include, or an empty text."""
+        """The message for an include that breaks a rule, otherwise an empty text."""
         target = self._resolve(source, include)
         is_src = source.is_below("src")
         if source.path in self._table.public_headers:
@@ -70,7 +70,7 @@ class IncludeRules:
         return ""
 
     def _fault_of_foreign(self, source: SourceFile, include: Include) -> str:
-        """Of an include of a header that is not of this tree."""
+        """The same for a header that is not in this tree."""
         is_src = source.is_below("src")
         if include.name.startswith("rapidjson/"):
             if source.path != self._table.json_header and (is_src or source.is_header):
@@ -91,7 +91,7 @@ class IncludeRules:
         return ""
 
     def _resolve(self, source: SourceFile, include: Include) -> str | None:
-        """The path of the file of this tree that is included."""
+        """The path of the included file, or None if it is not in this tree."""
         for place in self._table.searched.get(longest_prefix(source.path, self._table.searched), ["."]):
             if place == "." and not include.quoted:
                 continue

@@ -14,7 +14,7 @@ EMPTY_WORDS = {"util", "utils", "utility", "utilities", "helper", "helpers", "mi
 
 
 def names(source: SourceFile) -> Iterator[Breach]:
-    """A file is named in lowerCamel, for what it holds; so are the folders that it is in."""
+    """Files and folders have lowerCamel names that describe their content."""
     if source.is_code and not CODE_NAME.match(source.name):
         yield Breach(source.path, 1, "a source is named in lowerCamel and ends in .h, .cpp, .c or .S")
     elif not source.is_code and not PYTHON_NAME.match(source.name):

@@ -1,4 +1,4 @@
-"""One file of the tree, as the rules see it."""
+"""A file of the tree, with the properties that the rules check."""
 
 import re
 from dataclasses import dataclass
@@ -18,7 +18,7 @@ class Include:
 
 
 class SourceFile:
-    """The text of a file and what the rules ask about it. Paths are from the root of the tree, with slashes."""
+    """The text and the properties of a file. Paths are relative to the root of the tree, with slashes."""
 
     def __init__(self, path: str, text: str) -> None:
         self.path = path
@@ -36,11 +36,11 @@ class SourceFile:
 
     @staticmethod
     def read(root: Path, path: str) -> "SourceFile":
-        """Bytes that are no UTF-8 become replacement characters, each one column wide."""
+        """Reads a file. Bytes that are not UTF-8 become replacement characters, each one column wide."""
         return SourceFile(path, (root / path).read_text(encoding="utf-8", errors="replace"))
 
     def is_below(self, folder: str) -> bool:
-        """Whether the file is in the folder or in one below it."""
+        """Returns whether the file is in the folder or below it."""
         return self.path.startswith(folder + "/")
 
     def _read_includes(self) -> list[Include]:

@@ -1,4 +1,4 @@
-"""The files that are checked."""
+"""The files to check."""
 
 import os
 from pathlib import Path
@@ -9,7 +9,7 @@ PYTHON_SUFFIX = ".py"
 
 
 def is_python_script(path: Path) -> bool:
-    """Whether a file without a suffix begins like a Python program."""
+    """Returns whether the file is Python, by its suffix or, without one, by its first line."""
     if path.suffix:
         return path.suffix == PYTHON_SUFFIX
     with path.open("rb") as file:
@@ -18,7 +18,7 @@ def is_python_script(path: Path) -> bool:
 
 
 class SourceTree:
-    """The sources below some folders of a tree, and the CMake files beside them and at the root."""
+    """The sources below the given folders of a tree, and the CMake files there and at the root."""
 
     def __init__(self, root: Path, folders: list[str]) -> None:
         self.root = root

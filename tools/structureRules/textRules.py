@@ -10,7 +10,7 @@ from structureRules.sourceFile import SourceFile
 MOST_LINES = 500
 MOST_COLUMNS = 120
 
-# Words that this file must not have itself are written with brackets.
+# The brackets keep these patterns from matching this file.
 LEFT_WORK = re.compile(r"T[O]DO|FIX[M]E")
 NO_TEST = re.compile(r"GTEST_[S]KIP|SUCCEED\(|DIS[A]BLED_|(EXPECT|ASSERT)_TRUE\(true\)")
 NO_PYTHON_TEST = re.compile(r"@unittest\.(skip|expectedFailure)|\.skipTest\(|assertTrue\(True\)")
@@ -37,7 +37,7 @@ def lengths(source: SourceFile) -> Iterator[Breach]:
 
 
 def habits(source: SourceFile) -> Iterator[Breach]:
-    """What a line of text shows by itself."""
+    """Rules about single lines."""
     in_src = source.is_below("src") and source.is_code
     for number, line in enumerate(source.lines, 1):
         if LEFT_WORK.search(line):
@@ -49,7 +49,7 @@ def habits(source: SourceFile) -> Iterator[Breach]:
 
 
 def public_headers(source: SourceFile, table: LayerTable) -> Iterator[Breach]:
-    """The headers for hosts use no class of the standard library."""
+    """The headers for hosts do not use the standard library."""
     if source.path in table.public_headers:
         for number, line in enumerate(source.lines, 1):
             if "std::" in STRING_OR_COMMENT.sub("", line):
@@ -57,7 +57,7 @@ def public_headers(source: SourceFile, table: LayerTable) -> Iterator[Breach]:
 
 
 def platform_conditions(source: SourceFile, table: LayerTable) -> Iterator[Breach]:
-    """Conditions of the preprocessor, with the lines that continue them."""
+    """Preprocessor conditions, including their continuation lines, do not test the platform."""
     if not source.is_code or source.path in table.platform_tests:
         return
     condition, first = "", 0
@@ -76,7 +76,7 @@ def platform_conditions(source: SourceFile, table: LayerTable) -> Iterator[Breac
 
 
 def test_cases(source: SourceFile) -> Iterator[Breach]:
-    """Test cases are run, can fail, and are in files named for them."""
+    """Test cases run, can fail, and are in files with the name of a test."""
     pattern = NO_TEST if source.is_below("tests") else NO_PYTHON_TEST if source.is_below("tools/tests") else None
     if pattern:
         for number, line in enumerate(source.lines, 1):

@@ -8,7 +8,7 @@ from structureRules.sourceTree import SourceTree
 
 
 def check(tree: SourceTree, table: LayerTable) -> list[Breach]:
-    """What the tree breaks, in the order of files and lines."""
+    """Returns the breaches of all rules, by file and line."""
     found: list[Breach] = []
     includes = IncludeRules(table, tree.paths)
     for source in tree.sources:

@@ -1,15 +1,15 @@
-"""Runs a program and passes on what it writes as it comes. Imports little: each test case starts this anew."""
+"""Runs a program and passes on its output as it arrives. Imports little: each test case starts a new interpreter."""
 
 from __future__ import annotations
 
 import os
 import select
 
-TYPE_CHECKING = False  # typing itself takes as long to import as all the rest
+TYPE_CHECKING = False  # importing typing takes as long as all other imports
 if TYPE_CHECKING:
     from collections.abc import Callable
 
-GRACE_SECONDS = 5.0  # for output that is still on its way when the program has ended
+GRACE_SECONDS = 5.0  # for output that is in transit when the program has ended
 CHUNK = 65536
 
 
@@ -17,15 +17,15 @@ class Ended:
     """How a program ended."""
 
     def __init__(self, code: int, is_held: bool) -> None:
-        self.code = code  # negative: the number of the signal that ended it
+        self.code = code  # negative: the number of the signal that ended the program
         self.is_held = is_held  # whether another process still held its output after the grace
 
 
 def run(command: list[str], environment: dict[str, str], on_output: Callable[[bytes], None],
         on_errors: Callable[[bytes], None] | None) -> Ended:
-    """Calls back with each piece of standard output and standard error. Raises OSError when nothing can be started.
+    """Runs the program and calls back with each piece of its output. Raises OSError if the program cannot be started.
 
-    Without `on_errors` the program has the standard error of this process. Its standard input is empty.
+    Without `on_errors` the program inherits the standard error of this process. Its standard input is empty.
     """
     receivers: dict[int, Callable[[bytes], None]] = {}
     output, output_end = os.pipe()
@@ -51,7 +51,10 @@ def run(command: list[str], environment: dict[str, str], on_output: Callable[[by
 
 
 def _pass_on(receivers: dict[int, Callable[[bytes], None]], child: int) -> bool:
-    """Reads until all streams end, or the grace after the end of the child does. Returns whether one has not ended."""
+    """Reads until all streams end, or until the grace period after the end of the child.
+
+    Returns whether a stream has not ended.
+    """
     poll = select.poll()
     for stream in receivers:
         poll.register(stream, select.POLLIN)

@@ -1,4 +1,4 @@
-"""What the output of a GoogleTest program says of its run. Imports nothing: each test case starts this anew."""
+"""Checks the output of a GoogleTest program. Imports nothing: each test case starts a new interpreter."""
 
 RUNNING = b"[==========] Running "
 RULE = b"[==========] "
@@ -6,21 +6,21 @@ PASSED = b"[  PASSED  ] "
 SKIPPED = b"[  SKIPPED ] "
 DISABLED_NOTICE = b"  YOU HAVE "
 
-# Settings of the environment that would select other cases than the command line does, or change the lines above.
+# Environment variables that would override the selection of the command line, or change the lines above.
 FOREIGN_SETTINGS = ("GTEST_FILTER", "GTEST_COLOR", "GTEST_BRIEF", "GTEST_TOTAL_SHARDS", "GTEST_SHARD_INDEX")
 
 
 def first_number(text: bytes) -> int | None:
-    """The number that the text begins with."""
+    """Returns the number at the start of the text, or None."""
     digits = text.split(b" ", 1)[0]
     return int(digits) if digits.isdigit() else None
 
 
 class GtestOutput:
-    """Takes the output in pieces and finds what is missing for a passed run."""
+    """Takes the output in pieces and finds what a passed run lacks."""
 
     def __init__(self) -> None:
-        self._rest = b""  # a line that has not ended yet
+        self._rest = b""  # an incomplete line
         self._iterations: list[dict[str, int]] = []  # for each run of the selected cases: selected, ended, passed
         self._skipped: set[str] = set()
         self._disabled = 0
@@ -54,7 +54,7 @@ class GtestOutput:
             self._iterations[-1][what] = number
 
     def faults(self, allowed: set[str]) -> list[str]:
-        """Why the output is not that of a passed run. The cases in `allowed` may be skipped or disabled."""
+        """Returns why the run did not pass; empty if it did. The cases in `allowed` may be skipped or disabled."""
         if self._rest:
             self.take(b"\n")
         found = [f"{name} was skipped" for name in sorted(self._skipped - allowed)]
@@ -76,7 +76,7 @@ class GtestOutput:
 
 
 def faults_of_listing(listing: bytes, allowed: set[str]) -> list[str]:
-    """Why the output of --gtest_list_tests is none that tests can be taken from."""
+    """Returns why the output of --gtest_list_tests is unusable; empty if it is usable."""
     cases, suite, found = 0, "", []
     for line in listing.decode(errors="replace").splitlines():
         name = line.split("#")[0].rstrip()

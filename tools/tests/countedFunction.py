@@ -4,7 +4,7 @@ from typing import Any
 
 
 def counted(name: str, file: str, true: int, false: int, conditions: tuple[bool, ...] = (True,)) -> dict[str, Any]:
-    """A function with a condition in its first line that was so often true and false."""
+    """A function with a condition in its first line, with the counts of both outcomes."""
     return {"name": name, "filenames": [file], "regions": [[1, 1, 1, 9, 1, 0, 0, 0]],
             "branches": [[1, 5, 1, 8, true, false, 0, 0, 4]],
             "mcdc_records": [[1, 5, 1, 8, 0, 5, list(conditions)]]}

@@ -1,4 +1,4 @@
-"""Programs for tests to run: Python scripts in a folder of their own."""
+"""Programs for tests to run: Python scripts in a separate folder."""
 
 import subprocess
 import sys
@@ -11,7 +11,7 @@ TOOLS = Path(__file__).resolve().parents[1]
 
 
 class FakeProgramTest(unittest.TestCase):
-    """Has a folder for each test."""
+    """A test case with a temporary folder."""
 
     def setUp(self) -> None:
         folder = tempfile.TemporaryDirectory()
@@ -19,7 +19,7 @@ class FakeProgramTest(unittest.TestCase):
         self.folder = Path(folder.name)
 
     def program(self, name: str, code: str) -> str:
-        """An executable file that runs the code; `say` prints a line at once."""
+        """Creates an executable file that runs the code; `say` prints a line and flushes."""
         file = self.folder / name
         file.parent.mkdir(parents=True, exist_ok=True)
         file.write_text(f"#!{sys.executable} -ES\nimport os, sys\ndef say(text): print(text, flush=True)\n"

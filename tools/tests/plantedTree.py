@@ -1,4 +1,4 @@
-"""A small tree that the tests of the structure rules plant breaches into."""
+"""A small tree that the tests of the structure rules change."""
 
 import tempfile
 import unittest
@@ -8,7 +8,7 @@ from structureRules.layerTable import LayerTable
 from structureRules.sourceTree import SourceTree
 from structureRules.treeCheck import check
 
-# A table with the kinds of rows that the real one has.
+# A table with the same kinds of rows as the real one.
 TABLE = LayerTable(
     may_include={
         "src/platform": [],
@@ -20,7 +20,7 @@ TABLE = LayerTable(
         "host/high": ["host/low", "PUBLIC"],
         "tests/kit": ["src/frame"],
         "tests/model": ["tests/kit", "src/frame/interfaces.h"],
-        "fuzz": [],
+        "bench": [],
     },
     exceptions={},
     searched={
@@ -28,14 +28,14 @@ TABLE = LayerTable(
         "siblings": [".", "siblings", "src"],
         "host": [".", "host", "src"],
         "tests": [".", "tests", "", "src"],
-        "fuzz": [".", "", "tests"],
+        "bench": [".", "", "tests"],
     },
     public_headers=["src/platform/wideChar.h", "src/frame/interfaces.h"],
     platform_tests=["src/platform/wideChar.h"],
     json_header="src/mordRev/src/json.h",
 )
 
-# A file in each row, none of which breaks a rule.
+# One file in each row; none breaks a rule.
 FILES = {
     "src/platform/wideChar.h": "#ifdef _WIN32\n#endif\n",
     "src/platform/platform.h": "",
@@ -49,7 +49,7 @@ FILES = {
     "host/high/main.cpp": '#include "low/text.h"\n',
     "tests/kit/fake.h": '#include "frame/factory.h"\n',
     "tests/model/model.h": '#include "kit/fake.h"\n#include "frame/interfaces.h"\n',
-    "fuzz/targets.h": "",
+    "bench/limits.h": "",
     "CMakeLists.txt": "add_library(all src/mordRev/src/receiver.cpp host/high/main.cpp # notThis.cpp\n)\n",
     "src/CMakeLists.txt": "target_sources(all PRIVATE planted${body}.cpp planted.c)\n",
 }
@@ -71,7 +71,7 @@ class PlantedTreeTest(unittest.TestCase):
         file.write_text(text, encoding="utf-8")
 
     def reports(self, table: LayerTable = TABLE) -> list[str]:
-        tree = SourceTree(self.root, ["src", "siblings", "host", "tests", "fuzz", "tools"])
+        tree = SourceTree(self.root, ["src", "siblings", "host", "tests", "bench", "tools"])
         return [str(breach) for breach in check(tree, table)]
 
     def refuses(self, path: str, text: str, *messages: str, table: LayerTable = TABLE) -> None:

@@ -1,4 +1,4 @@
-"""What is added up over programs, and what is kept apart."""
+"""The counts that are added up over programs, and those that stay separate."""
 
 import re
 import unittest
@@ -9,7 +9,7 @@ from coverageCount.profiles import CannotCount
 from coverageCount.promises import CALLERS
 from tests.countedFunction import counted, logs
 
-NARROW, WIDE = "src/native/chooseNativeX86.cpp", "src/native/chooseNativeX64.cpp"
+CALLER_32, CALLER_64 = "src/native/chooseNativeX86.cpp", "src/native/chooseNativeX64.cpp"
 MACROS = "/tree/src/logging/logMacros.h"
 
 
@@ -21,7 +21,7 @@ class Counting(unittest.TestCase):
         return count
 
     def missed(self, *programs: list[dict]) -> list[tuple[str, str, bool]]:
-        """Row, function and outcome of what was never taken."""
+        """Row, function and outcome of each branch that was never taken."""
         count = self.count(*programs)
         return sorted((branch.place.row, branch.place.function, branch.outcome)
                       for branch, times in count.taken.items() if times == 0)
@@ -57,8 +57,8 @@ class Counting(unittest.TestCase):
 
     def test_counts_native_for_the_caller_that_a_program_has(self) -> None:
         self.assertEqual([("src/native, 64-bit caller", "six", False)],
-                         self.missed([counted("six", f"/tree/{NARROW}", 1, 1)],
-                                     [counted("six", f"/tree/{WIDE}", 1, 0)]))
+                         self.missed([counted("six", f"/tree/{CALLER_32}", 1, 1)],
+                                     [counted("six", f"/tree/{CALLER_64}", 1, 0)]))
 
     def test_knows_a_caller_by_any_source_that_it_alone_has(self) -> None:
         self.assertEqual([("src/native, 32-bit caller", "one", False)],
@@ -70,7 +70,7 @@ class Counting(unittest.TestCase):
 
     def test_refuses_a_program_with_both_callers(self) -> None:
         with self.assertRaisesRegex(CannotCount, "either width"):
-            self.count([counted("six", f"/tree/{NARROW}", 1, 1), counted("six", f"/tree/{WIDE}", 1, 1)])
+            self.count([counted("six", f"/tree/{CALLER_32}", 1, 1), counted("six", f"/tree/{CALLER_64}", 1, 1)])
 
     def test_takes_a_condition_as_shown_when_one_program_shows_it(self) -> None:
         file = "/tree/src/frame/one.cpp"
@@ -88,9 +88,9 @@ class Counting(unittest.TestCase):
 
 class Callers(unittest.TestCase):
     def test_are_told_apart_by_the_sources_that_the_build_gives_to_each(self) -> None:
-        """src/CMakeLists.txt lists them in nativeNarrowSources and nativeWideSources."""
+        """src/CMakeLists.txt lists them in native32Sources and native64Sources."""
         text = (Path(__file__).resolve().parents[2] / "src/CMakeLists.txt").read_text()
-        for name, row in (("Narrow", "src/native, 32-bit caller"), ("Wide", "src/native, 64-bit caller")):
+        for name, row in (("32", "src/native, 32-bit caller"), ("64", "src/native, 64-bit caller")):
             listed = re.search(rf"set\(native{name}Sources\s([^)]*)\)", text)
             assert listed
             self.assertEqual({f"src/{file}" for file in listed[1].split()},

@@ -1,4 +1,4 @@
-"""What the build knows of the sources."""
+"""The sources that the build names."""
 
 from tests.plantedTree import PlantedTreeTest
 

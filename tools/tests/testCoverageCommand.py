@@ -1,4 +1,4 @@
-"""tools/coverage over a small tree, with stand-ins for the compiler's tools."""
+"""tools/coverage on a small tree, with substitutes for the compiler's tools."""
 
 import json
 import os
@@ -9,7 +9,7 @@ import sys
 from tests.countedFunction import counted
 from tests.fakeProgram import TOOLS, FakeProgramTest
 
-# A profile holds the build id of its program in its first line, and behind it what was counted.
+# A profile has the build id of its program in its first line, followed by the counts.
 PROFDATA = """
     if sys.argv[1] == "show":
         say("Binary IDs:")
@@ -50,8 +50,8 @@ class Command(FakeProgramTest):
             (self.tree / file).parent.mkdir(parents=True, exist_ok=True)
             (self.tree / file).write_text("    if (one) {\n")
         self.built("oneTest", 1, *SOURCES[:4])
-        self.built("narrowTest", 2, SOURCES[4])
-        self.built("wideTest", 3, SOURCES[5])
+        self.built("native32Test", 2, SOURCES[4])
+        self.built("native64Test", 3, SOURCES[5])
         self.built("otherTest", 4)
 
     def built(self, name: str, digit: int, *files: str, false: int = 1) -> None:
@@ -64,7 +64,7 @@ class Command(FakeProgramTest):
         (self.build / f"profiles/{name}.profraw").write_text(str(digit) * 40 + "\n" + counts)
 
     def sees(self, code: int, *lines: str) -> None:
-        """The exit code, and lines that are printed among others."""
+        """Checks the exit code, and that these lines are printed among others."""
         path = f"{self.folder}/bin:{os.environ['PATH']}"
         done = subprocess.run([sys.executable, self.tree / "tools/coverage", self.build], capture_output=True,
                               text=True, env=os.environ | {"PATH": path, "DUMP": str(self.dump)})
@@ -77,12 +77,12 @@ class Command(FakeProgramTest):
         self.sees(0)
 
     def test_fails_below_the_promise(self) -> None:
-        self.built("wideTest", 3, SOURCES[5], false=0)
+        self.built("native64Test", 3, SOURCES[5], false=0)
         self.sees(1, "src/native/chooseNativeX64.cpp:1: never false (src/native, 64-bit caller, one): if (one) {",
                   "src/native, 64-bit caller: 50.00 % of the branches are taken, 100 % are promised")
 
     def test_reads_the_excuses_of_the_tree(self) -> None:
-        self.built("wideTest", 3, SOURCES[5], false=0)
+        self.built("native64Test", 3, SOURCES[5], false=0)
         (self.tree / "tools/coverageCount/unreached.txt").write_text(f"{SOURCES[5]} | if (one) {{ | 1 | it is so\n")
         self.sees(0)
 
@@ -96,8 +96,8 @@ class Command(FakeProgramTest):
         self.sees(2, lost)
 
     def test_refuses_a_profile_of_a_program_that_was_built_anew(self) -> None:
-        (self.build / "wideTest").unlink()
-        self.sees(2, f"coverage: {self.build}/profiles/wideTest.profraw is of a program that is not there any more")
+        (self.build / "native64Test").unlink()
+        self.sees(2, f"coverage: {self.build}/profiles/native64Test.profraw is of a program that is not there any more")
 
     def test_refuses_tests_that_have_not_run(self) -> None:
         for profile in self.build.glob("profiles/*"):

@@ -1,4 +1,4 @@
-"""What is read from the output of the fuzzing engine."""
+"""The reading of libFuzzer's messages."""
 
 import unittest
 
@@ -18,6 +18,11 @@ class Log(unittest.TestCase):
     def test_has_the_statistics(self) -> None:
         log = EngineLog(PASSED)
         self.assertEqual((5000, 81, 7, (5000, 61)), (log.executed, log.rate, log.new_inputs, log.done))
+
+    def test_has_the_seed(self) -> None:
+        self.assertEqual(1, EngineLog(PASSED).seed)
+        self.assertEqual(4294967295, EngineLog(PASSED.replace("Seed: 1", "Seed: 4294967295")).seed)
+        self.assertIsNone(EngineLog("").seed)
 
     def test_is_long_enough_by_inputs_or_by_seconds(self) -> None:
         for runs, seconds in ((5000, 0), (0, 61), (0, 60), (4999, 0), (5000, 600), (9999, 60)):
@@ -41,4 +46,4 @@ class Log(unittest.TestCase):
         words = ["does not hold: x == y", "==7==ERROR: AddressSanitizer: heap-buffer-overflow",
                  "a.cpp:3: runtime error: y"]
         log = EngineLog("\n".join(["INFO: x", *words, "artifact; Test unit written to ./crash-1"]))
-        self.assertEqual(words, log.words_of_findings)
+        self.assertEqual(words, log.findings)

@@ -1,4 +1,4 @@
-"""tools/fuzz with programs that stand in for the fuzzers."""
+"""tools/fuzz with programs in place of the fuzzers."""
 
 import json
 import os
@@ -11,10 +11,11 @@ from pathlib import Path
 
 from tests.fakeProgram import TOOLS, FakeProgramTest
 
-# Does what it is asked for: so many inputs, or 1,000 in so many seconds, which it only says.
+# Claims to run the number of inputs that it is asked for, or 1,000 in the number of seconds.
 ENGINE = """
     options = dict(argument[1:].split("=", 1) for argument in sys.argv[1:] if argument.startswith("-"))
     runs, seconds = int(options.get("runs", 1000)), int(options.get("max_total_time", 3))
+    say("INFO: Seed: 4711")
     def end(runs=runs, seconds=seconds):
         say(f"Done {runs} runs in {seconds} second(s)")
         say(f"stat::number_of_executed_units: {runs}")
@@ -71,17 +72,19 @@ class Fuzz(FakeProgramTest):
                          r"^\d{4}-\d\d-\d\dT\d\d:\d\d:\d\dZ linux-fuzz allowList unknown 1000 \d+ passed\n")
 
     def test_hands_the_engine_what_it_needs(self) -> None:
-        self.engine("targetMemoryWide", ENGINE + "    say('\\n'.join(sys.argv[1:])); end()\n", "linux-fuzz-32")
-        (self.tree / "fuzz").mkdir()
-        (self.tree / "fuzz/targetMemoryWide.dict").write_text("")
-        self.assertEqual(0, self.fuzz("--preset", "linux-fuzz-32", "--seconds", "5", "targetMemoryWide").returncode)
+        code = ENGINE + "    say('\\n'.join(sys.argv[1:])); say(os.environ['ASAN_OPTIONS']); end()\n"
+        for name in ("targetMemory64", "queryResult"):
+            self.engine(name, code, "linux-fuzz-32")
+            self.assertEqual(0, self.fuzz("--preset", "linux-fuzz-32", "--seconds", "5", name).returncode)
         build = self.tree / "build/linux-fuzz-32"
         self.assertEqual(
-            ["-max_len=512", "-timeout=20", "-rss_limit_mb=2048", "-entropic=0",
-             f"-artifact_prefix={build}/findings/targetMemoryWide-", "-print_final_stats=1",
-             f"-dict={self.tree}/fuzz/targetMemoryWide.dict", "-detect_leaks=0", "-max_total_time=5",
-             f"{build}/corpus/targetMemoryWide", f"{self.tree}/fuzz/corpus/targetMemory"],
-            (build / "logs/targetMemoryWide/0").read_text().splitlines()[:11])
+            ["-max_len=512", "-timeout=60", "-rss_limit_mb=2048", "-entropic=0",
+             f"-artifact_prefix={build}/findings/targetMemory64-", "-print_final_stats=1", "-detect_leaks=0",
+             "-max_total_time=5", f"{build}/corpus/targetMemory64", f"{self.tree}/tests/fuzz/corpus/targetMemory",
+             "malloc_context_size=0:quarantine_size_mb=2:thread_local_quarantine_size_kb=256"],
+            (build / "logs/targetMemory64/0").read_text().splitlines()[1:12])
+        self.assertIn(f"-dict={self.tree}/tests/fuzz/json.dict",
+                      (build / "logs/queryResult/0").read_text().splitlines())
 
     def test_reports_a_crash_and_fails(self) -> None:
         self.engine("allowList", CRASH)
@@ -195,15 +198,21 @@ class Fuzz(FakeProgramTest):
         self.git("add", ".")
         self.git("commit", "-qm", "first")
         self.fuzz("allowList")
+        settings = self.tree / "build/linux-fuzz/CMakeFiles/3.25.1/CMakeCXXCompiler.cmake"
+        settings.parent.mkdir(parents=True)
+        settings.write_text('set(CMAKE_CXX_COMPILER "/bin/c")\nset(CMAKE_CXX_COMPILER_ID "Clang")\n'
+                            'set(CMAKE_CXX_COMPILER_VERSION "14.0.6")\n')
         records = self.tree / "docs/runs/fuzz.json"
         self.assertFalse(records.exists())
         for _ in range(2):
-            self.assertEqual(0, self.fuzz("--record", "allowList").returncode)
+            self.assertEqual(0, self.fuzz("--record", "--jobs", "2", "allowList").returncode)
         entries = json.loads(records.read_text())
         self.assertEqual(2, len(entries))
         self.assertRegex(entries[1].pop("date"), r"^\d{4}-\d\d-\d\d$")
-        self.assertEqual({"preset": "linux-fuzz", "commit": self.git("rev-parse", "--short", "HEAD"),
-                          "target": "allowList", "executions": 1000, "result": "passed"}, entries[1])
+        self.assertIn(entries[1].pop("seconds"), range(60))
+        self.assertEqual({"preset": "linux-fuzz", "compiler": "Clang 14.0.6", "target": "allowList",
+                          "commit": self.git("rev-parse", "--short", "HEAD"), "seeds": [4711, 4711],
+                          "executions": 2000, "result": "passed"}, entries[1])
         (self.tree / "changed").write_text("")
         self.assertEqual(2, self.fuzz("--record", "allowList").returncode)
 

@@ -1,4 +1,4 @@
-"""What counts as the output of a passed run."""
+"""The output that counts as a passed run."""
 
 import unittest
 

@@ -46,27 +46,27 @@ class Layers(PlantedTreeTest):
     def test_refuses_a_folder_without_a_row(self) -> None:
         self.refuses("src/other/planted.h", "", "1: the layer table has no row for src/other")
 
-    def test_keeps_tests_and_fuzzers_apart(self) -> None:
-        self.refuses("fuzz/planted.h", '#include "model/model.h"\n', "1: fuzz may not include tests/model/model.h")
-        (self.root / "fuzz/planted.h").unlink()
-        self.refuses("tests/kit/planted.h", '#include "fuzz/targets.h"\n',
-                     "1: tests/kit may not include fuzz/targets.h")
+    def test_refuses_tests_in_benches_and_benches_in_tests(self) -> None:
+        self.refuses("bench/planted.h", '#include "model/model.h"\n', "1: bench may not include tests/model/model.h")
+        (self.root / "bench/planted.h").unlink()
+        self.refuses("tests/kit/planted.h", '#include "bench/limits.h"\n',
+                     "1: tests/kit may not include bench/limits.h")
 
 
 class Exceptions(PlantedTreeTest):
-    TABLE = replace(TABLE, exceptions={("fuzz/planted.h", "tests/model/model.h"): "why"})
+    TABLE = replace(TABLE, exceptions={("bench/planted.h", "tests/model/model.h"): "why"})
 
     def test_accept_what_they_name(self) -> None:
-        self.accepts("fuzz/planted.h", '#include "model/model.h"\n', table=self.TABLE)
+        self.accepts("bench/planted.h", '#include "model/model.h"\n', table=self.TABLE)
 
     def test_are_for_one_file(self) -> None:
-        self.write("fuzz/planted.h", '#include "model/model.h"\n')
-        self.refuses("fuzz/plantedToo.h", '#include "model/model.h"\n',
-                     "1: fuzz may not include tests/model/model.h", table=self.TABLE)
+        self.write("bench/planted.h", '#include "model/model.h"\n')
+        self.refuses("bench/plantedToo.h", '#include "model/model.h"\n',
+                     "1: bench may not include tests/model/model.h", table=self.TABLE)
 
     def test_are_reported_when_nothing_needs_them(self) -> None:
         self.assertEqual(["tools/structureRules/layerTable.py:1: the exception is not needed any more: "
-                          "fuzz/planted.h includes tests/model/model.h"], self.reports(self.TABLE))
+                          "bench/planted.h includes tests/model/model.h"], self.reports(self.TABLE))
 
 
 class OwnSources(PlantedTreeTest):

@@ -63,8 +63,8 @@ class Soak(FakeProgramTest):
         self.assertEqual(0, done.returncode, done.stderr)
         self.assertRegex(done.stdout, "\n".join([
             "^seed 3: 10 cases, 0 differences, 3 s", "seed 4: 10 cases, 0 differences, 3 s",
-            r"20 of 25 cases, 0 differences, \d+ s; go on with SEED=5", "seed 5: 5 cases, 0 differences, 3 s",
-            r"25 of 25 cases, 0 differences, \d+ s; go on with SEED=6\n$"]))
+            r"20 of 25 cases, 0 differences, \d+ s; continue with SEED=5", "seed 5: 5 cases, 0 differences, 3 s",
+            r"25 of 25 cases, 0 differences, \d+ s; continue with SEED=6\n$"]))
 
     def test_deals_few_cases_out_too(self) -> None:
         done = self.soak(PASSES, "4")
@@ -117,9 +117,9 @@ class Soak(FakeProgramTest):
         entries = json.loads(records.read_text())
         self.assertEqual(2, len(entries))
         self.assertRegex(entries[0].pop("date"), r"^\d{4}-\d\d-\d\d$")
-        self.assertEqual({"preset": "linux", "commit": self.git("rev-parse", "--short", "HEAD"), "firstSeed": 3,
-                          "lastSeed": 5, "casesOfASeed": 10, "cases": 25, "differences": 0, "failedPieces": 0},
-                         entries[0])
+        self.assertEqual({"preset": "linux", "commit": self.git("rev-parse", "--short", "HEAD"), "library": "none",
+                          "firstSeed": 3, "lastSeed": 5, "casesOfASeed": 10, "cases": 25, "differences": 0,
+                          "failedPieces": 0}, entries[0])
 
     def test_records_nothing_of_a_tree_with_changes(self) -> None:
         self.git("init", "-q")

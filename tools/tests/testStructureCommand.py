@@ -1,4 +1,4 @@
-"""tools/structure as a command, with stand-ins for clang-format and clang-tidy."""
+"""tools/structure as a command, with substitutes for clang-format and clang-tidy."""
 
 import json
 import os
@@ -14,7 +14,7 @@ from structureRules import layerTable
 
 TOOL = Path(__file__).resolve().parents[1] / "structure"
 
-# Both stand-ins find fault with files named planted.cpp and with no other.
+# Both substitutes reject files named planted.cpp and no others.
 CLANG_FORMAT = """#!{python}
 import sys
 planted = [name for name in sys.argv if name.endswith("planted.cpp")]
@@ -45,7 +45,7 @@ class Command(unittest.TestCase):
         self.write("src/frame/one.h", "")
 
     def write_what_the_exceptions_need(self) -> None:
-        """Otherwise the real table, which the command goes by, has exceptions that are reported as not needed."""
+        """Adds the includes that the real table lists as exceptions; unused ones would be reported."""
         texts: dict[str, str] = {"CMakeLists.txt": "planted.cpp\n"}
         for file, included in layerTable.EXCEPTIONS:
             name = included.removeprefix("src/") if file.startswith("src/") else included
@@ -75,7 +75,7 @@ class Command(unittest.TestCase):
             for file in files]))
 
     def run_tool(self, *arguments: str) -> tuple[int, list[str]]:
-        """The exit code, and what was printed on either stream."""
+        """Returns the exit code and the output of both streams."""
         done = subprocess.run([sys.executable, TOOL, *arguments], capture_output=True, text=True,
                               env=os.environ | {"PATH": str(self.tools)})
         return done.returncode, (done.stdout + done.stderr).splitlines()

@@ -1,4 +1,4 @@
-"""tools/testRun over programs that pass, fail and end in odd ways."""
+"""tools/testRun with programs that pass, fail and end abnormally."""
 
 import subprocess
 import time

@@ -1,4 +1,4 @@
-"""Length, width, habits, conditions on the platform, test cases."""
+"""Length, width, single lines, conditions on the platform, test cases."""
 
 from tests.plantedTree import PlantedTreeTest
 

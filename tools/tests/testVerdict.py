@@ -1,4 +1,4 @@
-"""The gates of coverage: below, at and above what is promised; excuses."""
+"""The limits of coverage: below, at and above the promised share; excuses."""
 
 import tempfile
 import unittest
@@ -18,7 +18,7 @@ UNREACHED = "tools/coverageCount/unreached.txt"
 
 
 def row(name: str, *columns: object) -> str:
-    """A line of the table: branches, missed, excused, taken, promised, MC/DC, promised."""
+    """A row of the table: branches, missed, excused, taken, promised, MC/DC, promised."""
     widths = (9, 9, 9, 10, 10, 10, 10)
     return f"{name:28}" + "".join(f"{column!s:>{width}}" for column, width in zip(columns, widths, strict=True))
 

@@ -1,4 +1,4 @@
-"""Starts under Wine, with a stand-in that fails as Wine does and as programs do."""
+"""Starts under Wine, with a substitute that fails as Wine and as programs do."""
 
 import os
 
@@ -13,7 +13,7 @@ UNHANDLED = "wine: Unhandled page fault on write access to 00000000 at address 0
 
 class WineStart(FakeProgramTest):
     def sees(self, code: int, starts: int, output: str, told: list[str], *plan: str) -> None:
-        """Runs a stand-in for Wine whose n-th start does what the n-th line of the plan says; the last goes on."""
+        """Runs a substitute for Wine whose n-th start executes the n-th line of the plan; the last line repeats."""
         starter = self.program("wine", f"""
             with open({str(self.folder / "starts")!r}, "a+") as file:
                 file.write(" ".join(sys.argv[1:]) + "\\n")
@@ -62,7 +62,7 @@ class WineStart(FakeProgramTest):
         self.sees(1, 1, "failed\n", ["exit code 1"], f"err({MAPPING!r}); say('failed'); sys.exit(1)")
 
     def test_that_ends_in_silence_is_not_repeated(self) -> None:
-        """A static initialiser that ends the program, or a DLL that is missing."""
+        """A static initialiser that ends the program, or a missing DLL."""
         for code, words in ((1, "exit code 1"), (3, "exit code 3 (under Wine that may be abort())"),
                             (5, "exit code 5 (under Wine that may be 0xC0000005, access violation)"),
                             (53, "exit code 53 (under Wine that may be 0xC0000135, a program or DLL is missing)")):

@@ -1,6 +1,6 @@
-// The action table, and the last word on a reply.
+// The action table, and the final reply.
 //
-// The document is one object; each member is a row: {"TYPE-1": 1, "TYPE-2": 0}.
+// The document is an object; each member is a row: {"TYPE-1": 1, "TYPE-2": 0}.
 #include "logging/logMacros.h"
 #include "mordRev/src/json.h"
 #include "mordRev/src/mordRev.h"
@@ -12,7 +12,7 @@ bool CMordRecv::ParseActionJson(const char* text) {
     if (ParseJson(document, text).IsError()) {
         LOG_ERROR(WIDE("action json is invalid json format"));
     } else {
-        m_actionTable.clear(); // the old rows are gone from here on, also when no new one is usable
+        m_actionTable.clear(); // cleared even if no new row is valid
         for (const JsonMember& member : Members(document)) {
             std::string type = TextToNul(member.name);
             if (member.value.IsInt() && !type.empty()) {

@@ -32,32 +32,7 @@ MarkedHash AllowList::HashOfPair(uint32_t protocolHash, std::string_view mid) {
     return MarkedHash(protocolHash ^ HashText(mid, ProcessHashKeys().mid));
 }
 
-// What can fail comes first: room for the pair, then the element of the table. A key comes into the table together with
-// its first machine id.
-void AllowList::Add(std::string protocol, std::string mid) {
-    const MarkedHash hash = HashOfPair(HashOfProtocol(protocol), mid);
-    m_pairs.emplace_back(); // by the vector's own growth: reserve() takes no more than it is asked for
-    m_pairs.pop_back();
-    m_index.Reserve();
-
-    auto entry = m_table.find(protocol);
-    auto place = AllowedMids::iterator();
-    if (entry == m_table.end()) {
-        AllowedMids first;
-        place = first.insert(std::move(mid)).first;
-        entry = m_table.emplace(std::move(protocol), std::move(first)).first;
-    } else {
-        const auto [inserted, isNew] = entry->second.insert(std::move(mid));
-        if (!isNew) {
-            return;
-        }
-        place = inserted;
-    }
-    m_index.Add(hash, static_cast<uint32_t>(m_pairs.size()));
-    m_pairs.push_back({&entry->second, &*place});
-}
-
-// In the order of the table, so that each element is put in behind the last one, without being compared with others.
+// Inserts in the order of the table, so that each element goes behind the last one without a comparison.
 void AllowList::Fill(std::vector<AllowedPair>& pairs) {
     std::sort(pairs.begin(), pairs.end());
     const auto end = std::unique(pairs.begin(), pairs.end());
@@ -89,8 +64,8 @@ void AllowList::Clear() noexcept {
 }
 
 const std::string* AllowList::Match(const AllowQuery& query) const {
-    // Most ids are not in the list, and most queries end here. The loop does the same few steps for each id: the longer
-    // the receiver's lock is held, the more often another thread is put to sleep for it.
+    // Most ids are not in the list, and most queries end here. The loop takes the same few steps for every id: a longer
+    // hold of the receiver's lock puts other threads to sleep more often.
     bool mayMatch = false;
     for (size_t i = 0; i < query.m_mids.size(); ++i) {
         mayMatch |= m_index.MayHold(query.m_pairs[i]);
@@ -113,8 +88,8 @@ const std::string* AllowList::Match(const AllowQuery& query) const {
 
 namespace {
 
-// Appends what one entry of "mid_list" says. An entry without a "mid" that is a string and a "protocol" that is an
-// array is skipped, and so is an element of "protocol" that is not a string.
+// Appends the pairs of one entry of "mid_list". Skips an entry without a string "mid" and an array "protocol", and
+// every element of "protocol" that is not a string.
 void AppendEntry(std::vector<AllowedPair>& pairs, const JsonValue& entry) {
     const JsonValue* const mid = FindMember(entry, "mid");
     if (mid == nullptr || !mid->IsString()) {
@@ -126,7 +101,8 @@ void AppendEntry(std::vector<AllowedPair>& pairs, const JsonValue& entry) {
     }
     for (const JsonValue& protocol : protocols->GetArray()) {
         if (protocol.IsString()) {
-            const std::string_view key = protocol.GetString(); // up to its first NUL, as the machine id
+            const std::string_view key = protocol.GetString(); // up to its first NUL, like the machine id
+            // Pairs of one key share its text, which makes their comparison faster.
             const bool isSame = !pairs.empty() && pairs.back().Protocol() == key;
             pairs.emplace_back(isSame ? pairs.back().Protocol() : key, mid->GetString());
         }
@@ -147,11 +123,11 @@ bool CMordRecv::SetAllowList(const char* text) {
     } else if (midList == nullptr) {
         LOG_ERROR(WIDE("format error"));
     } else {
-        m_allowList.Clear(); // the old list is gone from here on, whatever follows
+        m_allowList.Clear(); // the old list is lost from here on, by design
         if (!midList->IsArray()) {
             LOG_TRACE(WIDE("mid list is empty")); // sic: a value of another kind logs this, an empty array does not
         } else {
-            std::vector<AllowedPair> pairs; // texts of the document
+            std::vector<AllowedPair> pairs; // views of texts in the document
             pairs.reserve(midList->Size());
             for (const JsonValue& entry : midList->GetArray()) {
                 AppendEntry(pairs, entry);

@@ -1,4 +1,4 @@
-// The allow list: which machines may connect, by protocol key.
+// The allow list: the machines that may connect, by protocol key.
 #pragma once
 
 #include <array>
@@ -16,7 +16,8 @@
 using AllowedMids = std::set<std::string>;
 using AllowTable = std::map<std::string, AllowedMids>; // protocol key to machine ids; no set is empty
 
-// A machine id that is allowed under a protocol key; neither has a NUL. Ordered by protocol key, then by machine id.
+// A machine id that is allowed under a protocol key; neither has a NUL. Ordered by protocol key, then by machine id,
+// both by unsigned bytes. Views: the texts must outlive it.
 class AllowedPair {
 public:
     AllowedPair(std::string_view protocol, std::string_view mid)
@@ -25,7 +26,7 @@ public:
     std::string_view Protocol() const { return m_protocol; }
     std::string_view Mid() const { return m_mid; }
 
-    // Most comparisons look at no text: pairs of one protocol key share its text, and ids differ in their beginning.
+    // Most comparisons read no text: pairs of one key share its text, and ids differ in their first bytes.
     bool operator<(const AllowedPair& other) const {
         if (!HasProtocolOf(other)) {
             return m_protocol < other.m_protocol;
@@ -42,7 +43,7 @@ private:
                m_protocol == other.m_protocol;
     }
 
-    // Its first bytes, with zeros behind a shorter text, as a number in their order.
+    // The first bytes of `text`, padded with zeros, as a number whose order is that of the bytes.
     static uint64_t BeginOf(std::string_view text) {
         uint64_t begin = 0;
         for (size_t i = 0; i < sizeof begin; ++i) {
@@ -56,8 +57,9 @@ private:
     uint64_t m_midBegin;
 };
 
-// Which of some machine ids are allowed under one protocol key? Holds what can be computed without the list, and so
-// without its lock. The texts that it was made of must outlive it.
+// A query: which of some machine ids does the list allow under one protocol key? The constructor computes what does not
+// depend on the list, before the caller takes the lock of the list. Keeps references: `protocol` and `mids` with their
+// texts must outlive the object. Throws std::bad_alloc.
 class AllowQuery {
 public:
     AllowQuery(const std::string& protocol, MidSet mids);
@@ -69,36 +71,35 @@ private:
 
     const std::string& m_protocol;
     MidSet m_mids;
-    // The hash of each id with the protocol key, in the order of the ids. Those of a few ids take no memory from the
-    // heap.
+    // The hash of each id combined with the protocol key, in the order of the ids. Up to 128 are stored in the object,
+    // more on the heap.
     std::array<MarkedHash, 128> m_few;
     std::vector<MarkedHash> m_many;
     const MarkedHash* m_pairs;
 };
 
-// The table, and an index over its pairs: a look-up takes a time that does not grow with the list, and compares no
-// texts when the id is not there. Not for several threads at once: the receiver guards it by its lock.
+// The table and a hash index over its pairs: the time of a look-up does not grow with the list, and absent ids need no
+// text comparison. Not thread-safe: the receiver guards it with m_lock.
 class AllowList {
 public:
-    // Adds a pair, unless it is there already. Nothing has changed when memory runs out.
-    void Add(std::string protocol, std::string mid);
-
-    // Fills a list that is empty, and changes the order of `pairs`. When memory runs out, the list has some of them.
+    // Fills an empty list and reorders `pairs`, which may repeat. Throws std::bad_alloc; the list then has some of the
+    // pairs.
     void Fill(std::vector<AllowedPair>& pairs);
 
-    // Empties the list and returns its memory.
+    // Removes all pairs and frees the memory.
     void Clear() noexcept;
 
-    // The least of the machine ids of the query, by unsigned bytes, that is allowed under its key; null when none is.
-    // Valid until the list changes.
+    // Returns the smallest machine id of the query, in unsigned byte order, that is allowed under its key, or null. The
+    // pointer is valid until the list changes. Throws nothing.
     const std::string* Match(const AllowQuery& query) const;
 
+    // The table, valid until the list changes.
     const AllowTable& Table() const { return m_table; }
 
 private:
     friend class AllowQuery;
 
-    // An element of a set of the table. The set stands for its protocol key.
+    // An element of a set of the table. The address of the set identifies the protocol key.
     struct Pair {
         const AllowedMids* mids;
         const std::string* mid;
@@ -108,6 +109,6 @@ private:
     static MarkedHash HashOfPair(uint32_t protocolHash, std::string_view mid);
 
     AllowTable m_table;
-    std::vector<Pair> m_pairs; // all of the table
-    HashIndex m_index;         // by the hash of a pair, to its number in m_pairs
+    std::vector<Pair> m_pairs; // every pair of the table
+    HashIndex m_index;         // from the hash of a pair to its position in m_pairs
 };

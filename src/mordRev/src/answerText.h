@@ -1,4 +1,4 @@
-// An answer that is read where it stands, with its strings copied: a stream of RapidJSON's kind, for its in-situ parse.
+// A RapidJSON stream for the in-situ parse of a text that must not change: it copies the strings.
 #pragma once
 
 #include <algorithm>
@@ -9,11 +9,10 @@
 #include "mordRev/src/blockMemory.h"
 #include "mordRev/src/plainText.h"
 
-// Over a text with a NUL behind it, which is not changed. The parser writes the value of each string, and a NUL behind
-// it, into `memory`, whose open piece must be empty.
+// A NUL must follow the text. The parser writes the value of each string, and a NUL behind it, into `memory`, whose
+// open piece must be empty. Reads and writes nothing out of bounds even if the host changes the text meanwhile.
 //
-// Most strings have no escape sequence: they are copied as a whole at their beginning, and the parser finds their end
-// at once.
+// Most strings have no escape sequence: PutBegin copies them as a whole, and the parser continues at their end.
 class AnswerText {
 public:
     using Ch = char;
@@ -40,13 +39,13 @@ public:
         return begin;
     }
     void Put(Ch character) {
-        // There is always room, unless the host changes its answer while it is read.
+        // There is always room unless the host changes the text meanwhile.
         if (m_put != m_putLimit) {
             *m_put++ = character;
         }
     }
     size_t PutEnd(const Ch* begin) {
-        m_put[-1] = '\0'; // it is, unless there was no room
+        m_put[-1] = '\0'; // Put wrote it, unless there was no room
         const auto size = static_cast<size_t>(m_put - begin);
         m_memory.Add(size);
         m_memory.Close();
@@ -55,7 +54,8 @@ public:
     void Flush() {}
 
 private:
-    // The characters from m_at to the end of the string, which is at `at` or behind it. No value is longer than that.
+    // Returns the number of characters from m_at to the end of the string, which is not before `at`. No value is
+    // longer.
     size_t LengthOfString(const char* at) const {
         at = PassPlainText(at, m_end);
         while (at != m_end && *at == '\\') {

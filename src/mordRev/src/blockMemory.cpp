@@ -31,7 +31,7 @@ void BlockMemory::MoveToRoomFor(size_t size) {
         if (used > most || size > most) {
             throw std::bad_alloc();
         }
-        // A piece that has grown already will grow further.
+        // A piece that has grown before is likely to grow again.
         capacity = used == 0 ? size : 2 * (used + size);
         memory = std::malloc(sizeof(Header) + capacity);
         if (memory == nullptr) {

@@ -1,4 +1,4 @@
-// Memory for many pieces that go away together.
+// Memory for many pieces that are freed together.
 #pragma once
 
 #include <cstddef>
@@ -6,19 +6,19 @@
 #include <span>
 #include <type_traits>
 
-// Pieces follow one another, in memory of the owner first and then in blocks (spareBlocks.h); a piece that is larger
-// than a block has memory for itself. The last piece is open: it grows until it is closed. A closed piece is neither
-// moved nor freed before all of them are. For one thread at a time.
+// Pieces follow one another, first in memory of the owner and then in blocks (spareBlocks.h); a piece larger than a
+// block has separate memory. The last piece is open: it grows until it is closed. Closed pieces do not move and stay
+// until Clear or the destructor. For use by one thread at a time.
 class BlockMemory {
 public:
-    // Begins in `first`, of `size` bytes, which must outlive it and is aligned for what will stand in it.
+    // Begins in `first`, of `size` bytes, which must outlive the object and be aligned for its contents.
     BlockMemory(char* first, size_t size) : m_begin(first), m_end(first), m_limit(first + size) {}
     ~BlockMemory() { Clear(); }
     BlockMemory(const BlockMemory&) = delete;
     BlockMemory& operator=(const BlockMemory&) = delete;
 
-    // The end of the open piece, with room for `size` bytes more; they count once they are added. The piece may have
-    // moved. Throws std::bad_alloc, with nothing changed.
+    // Returns the end of the open piece, with room for `size` more bytes, which Add makes part of the piece. The piece
+    // may move. Throws std::bad_alloc and changes nothing then.
     char* Room(size_t size) {
         if (static_cast<size_t>(m_limit - m_end) < size) {
             MoveToRoomFor(size);
@@ -26,24 +26,24 @@ public:
         return m_end;
     }
 
-    // The size of the room that there is already.
+    // The number of bytes that Room returns without moving the piece.
     size_t RoomLeft() const { return static_cast<size_t>(m_limit - m_end); }
 
-    // Counts `size` bytes of the room.
+    // Appends the next `size` bytes of the room to the open piece.
     void Add(size_t size) { m_end += size; }
 
-    // The open piece: where it begins, and its size.
+    // The beginning and the size of the open piece.
     char* Begin() const { return m_begin; }
     size_t Size() const { return static_cast<size_t>(m_end - m_begin); }
 
-    // Closes it and opens an empty one behind it.
+    // Closes the open piece and opens an empty one behind it.
     void Close() { m_begin = m_end; }
 
     // Frees all pieces, the open one too. The first memory is not used again.
     void Clear();
 
 private:
-    // At the beginning of each block and of the memory of each large piece. Its size keeps pieces aligned for pointers.
+    // At the start of each block and of the memory of each large piece. Its size keeps pieces aligned for pointers.
     struct Header {
         Header* previous;
         bool isBlock;
@@ -57,7 +57,7 @@ private:
     char* m_limit;
 };
 
-// Appends a value to the open piece, which holds values of its kind alone.
+// Appends a value to the open piece, which holds only values of this type.
 template <typename Item>
 void AddItem(BlockMemory& memory, const Item& item) {
     static_assert(std::is_trivially_copyable_v<Item> && alignof(Item) <= alignof(void*), "pieces move as bytes");
@@ -65,7 +65,7 @@ void AddItem(BlockMemory& memory, const Item& item) {
     memory.Add(sizeof item);
 }
 
-// The values of the open piece. Good as long as it does not move.
+// The values of the open piece, valid until it moves.
 template <typename Item>
 std::span<Item> ItemsOf(const BlockMemory& memory) {
     return {reinterpret_cast<Item*>(memory.Begin()), memory.Size() / sizeof(Item)};

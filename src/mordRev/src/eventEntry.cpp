@@ -8,7 +8,7 @@
 
 namespace {
 
-// What the host is asked: the guids of all rules.
+// The query request: the guids of all rules.
 class QueryRequest {
 public:
     QueryRequest(IEventRecord** rules, uint32_t ruleCount) {
@@ -39,8 +39,8 @@ bool CMordRecv::HandleEvent(IEventRecord* event, IEventRecord** rules, uint32_t 
         return false;
     }
     const uint32_t flags = ReadInt32(event, "flags");
-    std::string type = ReadString(rules[0], "type"); // serves the whole call, whichever rule decides
-    IEventRecord* matched = nullptr; // the record, not its place: the host may change the array while it is called
+    std::string type = ReadString(rules[0], "type"); // used for the whole call, whichever rule decides
+    IEventRecord* matched = nullptr;                 // not an index: the host can change the array during a call
     bool result = true;
 
     if (m_defenderMode.load(std::memory_order_relaxed) == MODE_EMERGENCY) {
@@ -66,7 +66,7 @@ bool CMordRecv::HandleEvent(IEventRecord* event, IEventRecord** rules, uint32_t 
             answer.GiveBack();
             result = false;
         } else if (m_defenderMode.load(std::memory_order_relaxed) == MODE_ALL_FORBID) {
-            answer.Keep(); // on this path alone the host never gets its buffer back; it is meant so
+            answer.Keep(); // by design: only on this path the host never gets its buffer back
             *reply = REPLY_BLOCK;
             LOG_TRACE(WIDE(" defender mode is all forbid, reply=") << *reply);
         } else if (!ParseQueryResult(answer.View(), &queryResult)) {

@@ -5,7 +5,7 @@
 
 namespace {
 
-// What the host gets as the kind of a dot that it deletes.
+// The kind of dot that DeleteDot receives.
 constexpr int32_t deletedDotKind = 2;
 
 } // namespace
@@ -34,7 +34,7 @@ bool CMordRecv::HandleEventInner(IEventRecord* event, IEventRecord* rule, QueryR
         LOG_TRACE(WIDE("query dot result mid is empty, reply=") << *reply << WIDE(",rule guid") << guid.Text());
         return true;
     }
-    // A web rule has a list of its own under its guid; all rules of another type share the list of their type word.
+    // A web rule has a separate list under its guid; all rules of another type share the list of their type.
     const RecordText& protocolKey = type.View() == "web" ? guid : type;
     std::string midMatched;
     if (!IsMatchmid(std::string(protocolKey.View()), *mids, &midMatched)) {

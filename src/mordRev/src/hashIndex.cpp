@@ -5,17 +5,18 @@
 
 namespace {
 
-constexpr size_t leastSize = 16;
+constexpr size_t minimumSlots = 16;
 
 } // namespace
 
 void HashIndex::Reserve(size_t more) {
+    // The table is at most half full, so that a search always ends at a free slot.
     const size_t needed = 2 * (m_used + more);
     if (needed <= m_slots.size()) {
         return;
     }
     HashIndex larger;
-    const size_t size = std::max(leastSize, std::bit_ceil(needed));
+    const size_t size = std::max(minimumSlots, std::bit_ceil(needed));
     larger.m_slots.resize(size);
     larger.m_filter.resize(size >> slotsOfAWordLog2);
     larger.m_shift = 32 - static_cast<unsigned>(std::countr_zero(size));

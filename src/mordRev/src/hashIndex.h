@@ -1,16 +1,16 @@
-// Where entries stand, by their hashes.
+// An index from hashes to the numbers of entries that are stored elsewhere.
 //
-// An index over entries that stand elsewhere and have numbers. A filter answers most look-ups in vain, the most
-// frequent ones, from a word; it is small enough to stay in the processor's cache for a hundred thousand entries.
-// Behind it are the places of the entries: open addressing with linear probing, at most half full.
+// A Bloom filter rejects most absent hashes, the most frequent case, with one memory access; for a hundred thousand
+// entries it still fits in the processor's cache. Behind it is an open-addressing hash table with linear probing, at
+// most half full.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 #include <vector>
 
-// A hash and what it leaves in its word of the filter: up to three bits, by the bits of the hash that have least to do
-// with the place. For who looks up under a lock, and has the time before it.
+// A hash and its bits in the filter: up to three bits of one word, from the bits of the hash that influence the slot
+// least. Computed in advance by callers that look up under a lock.
 struct MarkedHash {
     MarkedHash() = default;
     explicit MarkedHash(uint32_t hash)
@@ -21,25 +21,29 @@ struct MarkedHash {
     uint32_t marks;
 };
 
+// Not thread-safe: const operations may run concurrently, others need exclusive access. Duplicate hashes are allowed.
 class HashIndex {
 public:
+    // The number that no entry has.
     static constexpr uint32_t none = 0xFFFFFFFF;
 
-    // Makes room for `more` entries. The index is as it was when that fails.
+    // Makes room for `more` entries. Throws std::bad_alloc and is then unchanged.
     void Reserve(size_t more = 1);
 
-    // Adds the entry `number`, which is not none, and for which there must be room. Hashes may come more than once.
+    // Adds the entry `number`, which must not be `none`. Reserve must have made room for it.
     void Add(const MarkedHash& hash, uint32_t number) noexcept;
 
+    // Removes all entries and frees the memory.
     void Clear() noexcept;
 
-    // False when there is no entry with this hash. When there is none, true for about one hash in a hundred; never
-    // true for an empty index. Takes the same few steps whatever comes out, for loops over many hashes.
+    // Returns false if no entry has this hash. Returns true for about one absent hash in a hundred, and never for an
+    // empty index. Takes the same few steps in either case, for loops over many hashes.
     bool MayHold(const MarkedHash& sought) const {
         return !m_filter.empty() && (m_filter[WordOf(sought.value)] & sought.marks) == sought.marks;
     }
 
-    // The number of an entry with this hash for which `isSought(number)` is true, or none.
+    // Returns the number of an entry with this hash for which `isSought(number)` is true, or `none`. `isSought`
+    // compares the entry itself, since hashes can collide.
     template <typename IsSought>
     uint32_t Find(const MarkedHash& sought, const IsSought& isSought) const {
         if (!MayHold(sought)) {
@@ -56,16 +60,16 @@ public:
 private:
     struct Slot {
         uint32_t hash = 0;
-        uint32_t number = none; // of a free place
+        uint32_t number = none; // marks a free slot
     };
 
-    static constexpr unsigned slotsOfAWordLog2 = 2; // two entries in a word of the filter at most, on average
+    static constexpr unsigned slotsOfAWordLog2 = 2; // at most two entries per filter word, on average
 
     size_t PlaceOf(uint32_t hash) const { return hash >> m_shift; }
     size_t WordOf(uint32_t hash) const { return hash >> (m_shift + slotsOfAWordLog2); }
 
-    std::vector<uint32_t> m_filter; // a power of two, or none
-    std::vector<Slot> m_slots;      // four for each word of the filter
+    std::vector<uint32_t> m_filter; // its size is a power of two, or 0
+    std::vector<Slot> m_slots;      // four per filter word
     unsigned m_shift = 0;           // from the bits of a hash to those of a place
     size_t m_used = 0;
 };

@@ -1,16 +1,16 @@
-// Text that is parsed where it stands: a stream of RapidJSON's kind, for its in-situ parse.
+// A stream for RapidJSON's in-situ parse.
 #pragma once
 
 #include <cstddef>
 
 #include "mordRev/src/plainText.h"
 
-// Over `length` bytes and the NUL behind them. The parser turns each string into its value in the place where it
-// stands, so that no string is copied.
+// Reads `length` bytes and the NUL behind them, which the caller owns. The parser decodes each string in place, so that
+// no string is copied, and thereby overwrites the text.
 //
-// The parser looks at a string character by character. This stream makes that a matter of the characters that need it:
-// at the beginning of a string it passes over all that stand for themselves, which are where they belong already. What
-// is left is so little that RapidJSON's way of working on a copy of the stream would take longer than it saves.
+// RapidJSON's own stream passes every character of a string through the parser. This one skips the plain characters at
+// the start of a string at once: they are already where they belong. The rest is so short that a local copy of the
+// stream, which RapidJSON can make, would cost more than it saves.
 class InPlaceText {
 public:
     using Ch = char;

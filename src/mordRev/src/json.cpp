@@ -21,7 +21,7 @@ void* JsonAllocator::Realloc(void* memory, size_t, size_t newSize) {
     }
     void* const moved = std::realloc(memory, newSize);
     if (moved == nullptr) {
-        throw std::bad_alloc(); // the old block stays, and its owner frees it
+        throw std::bad_alloc(); // the old block remains valid; its owner frees it
     }
     return moved;
 }
@@ -34,10 +34,11 @@ namespace {
 
 constexpr unsigned parseFlags = rapidjson::kParseDefaultFlags | rapidjson::kParseIterativeFlag;
 
-// What a parse of `text` gave that uses the heap and not the stack, as the default one would have told it.
+// Returns the result of an iterative parse of `text` as RapidJSON's recursive parse would report it.
 rapidjson::ParseResult ResultOf(const JsonDocument& document, const char* text) {
     const rapidjson::ParseResult result(document.GetParseError(), document.GetErrorOffset());
-    // The iterative parse calls a document empty too when its first token begins no value; the default one does not.
+    // The iterative parse also reports an empty document if the first token cannot start a value; the recursive parse
+    // reports an invalid value.
     if (result.Code() == rapidjson::kParseErrorDocumentEmpty && text[result.Offset()] != '\0') {
         return {rapidjson::kParseErrorValueInvalid, result.Offset()};
     }
@@ -54,7 +55,7 @@ rapidjson::ParseResult ParseJson(JsonDocument& document, const char* text) {
 rapidjson::ParseResult ParseJsonInPlace(JsonDocument& document, char* text, size_t length) {
     InPlaceText stream(text, length);
     document.ParseStream<parseFlags | rapidjson::kParseInsituFlag>(stream);
-    return ResultOf(document, text); // a first token that is no value has been left as it was
+    return ResultOf(document, text); // the parse leaves an invalid first token unchanged
 }
 
 const JsonValue* FindMember(const JsonValue& object, const char* name) {

@@ -1,7 +1,8 @@
-// RapidJSON as the receiver uses it. The one header that includes RapidJSON; only .cpp files include it.
+// The receiver's configuration of RapidJSON. The only header that includes RapidJSON; only .cpp files include it.
 //
-// Exhausted memory: RapidJSON's own base allocator hands a null pointer on, which nothing tests. Everything here rests
-// on one that throws std::bad_alloc instead, which passes out of the operation.
+// Out of memory: RapidJSON passes on the null pointer of its default allocator without a check. Everything here uses an
+// allocator that throws std::bad_alloc instead, which leaves the operation of the receiver. Documents and writers
+// belong to one thread at a time; nothing here is logged.
 #pragma once
 
 #include <cstddef>
@@ -17,7 +18,7 @@
 
 #include "mordRev/src/inPlaceText.h"
 
-// Base allocator whose failure is std::bad_alloc.
+// A base allocator, as RapidJSON defines it, that throws std::bad_alloc on failure. Any thread may use it.
 class JsonAllocator {
 public:
     static const bool kNeedFree = true;
@@ -26,7 +27,7 @@ public:
     static void Free(void* memory);
 };
 
-// It has no state, and so one serves all: RapidJSON would allocate one for each of its objects.
+// Shared, since it has no state: RapidJSON would allocate one for each of its objects.
 inline JsonAllocator jsonAllocator;
 
 using JsonDocument =
@@ -34,62 +35,65 @@ using JsonDocument =
 using JsonValue = JsonDocument::ValueType;
 using JsonMember = JsonValue::Member;
 
-// Parses NUL-ended text with the default flags' grammar; white space alone may stand around the root value. Returns
-// what a parse with those flags returns, error code and offset included, at any depth of nesting: the parse uses the
-// heap and not the stack.
+// Parses the NUL-terminated `text` with the grammar of the default flags; only white space may surround the root value.
+// Returns what a parse with those flags returns, including error code and offset, for every nesting depth: it uses the
+// heap instead of the stack. The document copies its strings.
 rapidjson::ParseResult ParseJson(JsonDocument& document, const char* text);
 
-// The same, with the text of strings left where it stands: `text` must outlive the document, and is destroyed.
+// Like ParseJson, but decodes the strings in place: `text`, `length` bytes and a NUL, is overwritten and must outlive
+// the document.
 rapidjson::ParseResult ParseJsonInPlace(JsonDocument& document, char* text, size_t length);
 
-// Has `handler` take the parts of a text as the parser comes across them, without a document. The texts that the
-// handler gets stay where the stream has put them.
+// Passes the parts of a text to `handler`, a RapidJSON reader handler, without building a document. The result is that
+// of RapidJSON's parse. `stream` provides the memory of the strings that the handler gets.
 template <unsigned flags, typename Stream, typename Handler>
 rapidjson::ParseResult ReadJsonBy(Stream& stream, Handler& handler) {
     rapidjson::GenericReader<rapidjson::UTF8<>, rapidjson::UTF8<>, JsonAllocator> reader(&jsonAllocator);
     return reader.Parse<rapidjson::kParseDefaultFlags | rapidjson::kParseInsituFlag | flags>(stream, handler);
 }
 
-// At any depth of nesting, as ParseJson.
+// For every nesting depth, like ParseJson.
 template <typename Stream, typename Handler>
 rapidjson::ParseResult ReadJson(Stream& stream, Handler& handler) {
     return ReadJsonBy<rapidjson::kParseIterativeFlag>(stream, handler);
 }
 
-// Faster: the parser calls itself for each level. The handler must refuse an object or array that is nested too deep.
+// Faster: the parser recurses for each level. The handler must refuse objects and arrays that are nested too deep.
 template <typename Stream, typename Handler>
 rapidjson::ParseResult ReadShallowJson(Stream& stream, Handler& handler) {
     return ReadJsonBy<rapidjson::kParseNoFlags>(stream, handler);
 }
 
-// The member of `object` with the name `name`, or null: also when it is no object.
+// Returns the member of `object` with the name `name`, or null; null also if `object` is not an object. The first of
+// several counts.
 const JsonValue* FindMember(const JsonValue& object, const char* name);
 
-// The members of `value` in document order; none when it is no object.
+// Returns the members of `value` in document order; an empty span if it is not an object. The document owns them.
 std::span<const JsonMember> Members(const JsonValue& value);
 
-// The text of a string value or a member's name, whole.
+// Returns the text of a string value or a member name, including NULs within it.
 inline std::string WholeText(const JsonValue& string) {
     return {string.GetString(), string.GetStringLength()};
 }
 
-// The same up to its first NUL.
+// Returns the text of a string value or a member name up to its first NUL.
 inline std::string TextToNul(const JsonValue& string) {
     return string.GetString();
 }
 
-// JSON in the pretty format, as it is written. A text of an event with a few rules takes no memory from the heap.
+// Writes JSON in the format of RapidJSON's PrettyWriter. The text of an event with a few rules needs no heap memory.
+// Not thread-safe.
 class JsonText {
     using Pool = rapidjson::MemoryPoolAllocator<JsonAllocator>;
     using Buffer = rapidjson::GenericStringBuffer<rapidjson::UTF8<>, Pool>;
 
 public:
-    // RapidJSON's writer, and a faster way for texts.
+    // RapidJSON's writer with a faster operation for texts. Its operations throw std::bad_alloc.
     class Writer : public rapidjson::PrettyWriter<Buffer, rapidjson::UTF8<>, rapidjson::UTF8<>, Pool> {
     public:
         using PrettyWriter::PrettyWriter;
 
-        // A string, as String writes it; without a character that must be escaped, it goes in as a whole.
+        // Writes a string as String does. A text without a character to escape is copied as a whole.
         void Text(std::string_view text) {
             if (PassPlainText(text.data(), text.data() + text.size()) != text.data() + text.size()) {
                 String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
@@ -109,7 +113,7 @@ public:
 
     Writer& Out() { return m_writer; }
 
-    // The text so far, NUL-ended. Good until more is written.
+    // The text written so far, NUL-terminated, and its size in bytes without the NUL. Valid until more is written.
     const char* Get() const { return m_buffer.GetString(); }
     size_t Size() const { return m_buffer.GetSize(); }
 
@@ -118,7 +122,7 @@ private:
     static constexpr size_t levels = 2;
     static constexpr size_t chunkSize = 65536;
 
-    // Room for the text, for the writer's levels and for what the pool keeps in front of them.
+    // Room for the text, the writer's level stack and the pool's own headers.
     alignas(std::max_align_t) char m_first[firstCapacity + 256]; // NOLINT(cppcoreguidelines-pro-type-member-init)
     Pool m_pool{m_first, sizeof m_first - alignof(std::max_align_t), chunkSize, &jsonAllocator};
     Buffer m_buffer{&m_pool, firstCapacity};

@@ -26,7 +26,7 @@ std::string CMordRecv::GetLocalMid() {
         LOG_TRACE(WIDE("Get local mid failed!"));
         return {};
     }
-    // A record without a NUL ends where it ends.
+    // Without a NUL the text ends at the end of the array.
     const std::basic_string<WideChar> wide(
         record.machineId, std::find(std::begin(record.machineId), std::end(record.machineId), WideChar{}));
     std::string mid = WideToUtf8(wide.c_str());

@@ -1,4 +1,4 @@
-// Matching of machine ids: equality of whole strings, nothing else.
+// Matching of machine ids: whole strings, byte by byte.
 #include <set>
 #include <string_view>
 
@@ -14,11 +14,11 @@ uint32_t CountDistinct(MidSet mids) {
 } // namespace
 
 bool CMordRecv::IsMatchmid(std::string protocolKey, MidSet queryMids, std::string* midMatchOutput) {
-    const AllowQuery query(protocolKey, queryMids); // before the lock, which is then held for the look-ups alone
+    const AllowQuery query(protocolKey, queryMids); // hashes before the lock is taken
 
     const std::lock_guard lock(m_lock);
     if (queryMids.empty() || m_allowList.Table().empty()) {
-        // The numbers are those of protocol keys and of distinct ids.
+        // The numbers of protocol keys and of distinct ids.
         LOG_ERROR(WIDE("CMordRecv::IsMatchmid fail")
                   << WIDE("allow_list_size:") << static_cast<uint32_t>(m_allowList.Table().size())
                   << WIDE("query_mids_size:") << CountDistinct(queryMids));

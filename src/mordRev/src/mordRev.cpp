@@ -19,19 +19,19 @@ uint32_t ReadWord(const void* data) {
 
 } // namespace
 
-// Some platforms make a lock at its first use and report missing memory in their own way. It is made here, once, so
-// that no later operation meets that; a lock that nobody can hold yet is refused for that reason alone.
+// Some platforms allocate a mutex at its first use and report a failure in their own way. The constructor forces that,
+// so that no later operation fails for it: nobody else can hold the lock yet, so a failed try_lock means that memory
+// ran out.
 CMordRecv::CMordRecv() {
-    ProcessHashKeys(); // drawn now, so that no operation waits for the system's randomness under the lock
+    ProcessHashKeys(); // now, so that no operation waits for the random source under the lock
     if (!m_lock.try_lock()) {
         throw std::bad_alloc();
     }
     m_lock.unlock();
 }
 
-// Not reached in a running system: the one object of the process stays. Host and report sink are not released. The
-// action table goes first; what follows goes in the reverse order of its declaration, the machine id service being
-// released on the way.
+// Not reached in a running system, since the process-wide object is never destroyed. Host and report sink are not
+// released. The action table is cleared first, by design; the rest follows in reverse order of declaration.
 CMordRecv::~CMordRecv() {
     m_started = false;
     m_inited = false;
@@ -74,18 +74,19 @@ bool CMordRecv::Init(IDotHost* host) {
     if (m_inited) {
         return true;
     }
+    // The log comes first: a null host fails with logging already started.
     if (!InitLogMoudle() || host == nullptr) {
         return false;
     }
     m_host = host;
-    m_mid = GetLocalMid(); // an empty one is no failure
+    m_mid = GetLocalMid(); // an empty id is no failure
     LOG_TRACE(WIDE("init get mid=") << m_mid);
     m_inited = true;
     return true;
 }
 
 bool CMordRecv::Uninit() {
-    m_inited = false; // host, machine id, tables and the started flag stay
+    m_inited = false; // host, machine id, tables and the started flag keep their values
     return true;
 }
 
@@ -126,14 +127,14 @@ bool CMordRecv::Start() {
     return true;
 }
 
-// The false is part of the contract; it reports no failure.
+// The result is part of the contract; it does not mean a failure.
 bool CMordRecv::Stop() {
     m_started.store(false, std::memory_order_relaxed);
     return false;
 }
 
 bool CMordRecv::SetReportSink(IReportSink* sink) {
-    m_reportSink.store(sink, std::memory_order_release); // with what the sink holds
+    m_reportSink.store(sink, std::memory_order_release); // publishes the sink's own state to the reporting threads
     return true;
 }
 

@@ -1,4 +1,4 @@
-// The characters of a JSON string that stand for themselves.
+// The plain characters of a JSON string: those that need no escape.
 #pragma once
 
 #include <bit>
@@ -6,20 +6,21 @@
 #include <cstddef>
 #include <cstring>
 
-// Whether a character ends a JSON string, must be escaped in it or may not stand in it.
+// Returns whether `character` may appear unescaped within a JSON string: no control character, quote or backslash.
 inline bool IsPlainText(char character) {
     return static_cast<unsigned char>(character) >= 0x20 && character != '"' && character != '\\';
 }
 
-// What the functions below look at in one step.
+// What the functions below scan in one step. They read nothing outside their ranges.
 using TextWord = size_t;
 static_assert(std::endian::native == std::endian::little, "the first character is the lowest byte of a word");
 
-// Zero when all characters of a word are plain; otherwise its lowest bit that is set is in the first one that is not.
+// Returns zero if all characters of a word are plain. Otherwise the lowest bit that is set is in the first one that is
+// not.
 inline TextWord MarksOf(TextWord word) {
     constexpr TextWord each = ~TextWord{0} / 0xFF; // 1 in each byte
-    // A subtraction sets the highest bit of a byte that is too small, and borrows from the bytes behind it only then.
-    // Beyond ASCII all is plain.
+    // A subtraction sets the highest bit of a byte that is too small. Only then it borrows from the bytes behind it.
+    // Bytes beyond ASCII are always plain.
     const TextWord quote = (word ^ each * '"') - each;
     const TextWord backslash = (word ^ each * '\\') - each;
     const TextWord control = word - each * 0x20;
@@ -32,7 +33,7 @@ inline TextWord TextWordAt(const char* at) {
     return word;
 }
 
-// The first character from `at` on that is not plain, or `end`.
+// Returns the first character from `at` on that is not plain, or `end`.
 inline const char* PassPlainText(const char* at, const char* end) {
     while (static_cast<size_t>(end - at) >= sizeof(TextWord)) {
         if (const TextWord marks = MarksOf(TextWordAt(at))) {
@@ -46,7 +47,8 @@ inline const char* PassPlainText(const char* at, const char* end) {
     return at;
 }
 
-// The same, with the characters before it copied to `to`, which has room for all up to `end`, and may be changed there.
+// Like PassPlainText, and copies the characters before it to `to`, which has room for all up to `end` and may be
+// changed that far.
 inline const char* CopyPlainText(const char* at, const char* end, char* to) {
     while (static_cast<size_t>(end - at) >= sizeof(TextWord)) {
         const TextWord word = TextWordAt(at);
@@ -63,8 +65,8 @@ inline const char* CopyPlainText(const char* at, const char* end, char* to) {
     return at;
 }
 
-// The characters before the first NUL of `text`, which has one among its first `most` + 1. The system's own function
-// goes byte by byte on Windows.
+// Returns the number of characters before the first NUL of `text`, which has one among its first `most` + 1. On Windows
+// the system's function scans byte by byte.
 inline size_t LengthOfText(const char* text, size_t most) {
     constexpr TextWord each = ~TextWord{0} / 0xFF;
     size_t length = 0;

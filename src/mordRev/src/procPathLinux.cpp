@@ -1,4 +1,4 @@
-// The image path of a process, on Linux: where /proc/PID/exe leads.
+// The image path of a process on Linux: the target of /proc/PID/exe.
 #include <filesystem>
 #include <system_error>
 
@@ -17,10 +17,11 @@ bool CMordRecv::GetProcPathByPid(uint32_t pid, std::string* path) {
     }
     const std::filesystem::path image = std::filesystem::read_symlink(process / "exe", error);
     if (error) {
-        LOG_ERROR(WIDE("get process path fail, pid=") << pid); // no right to ask, a kernel thread, or gone meanwhile
+        // Access denied, a kernel thread, or the process has ended meanwhile.
+        LOG_ERROR(WIDE("get process path fail, pid=") << pid);
         return false;
     }
     *path = image.native();
-    LowerCaseAscii(*path); // as on Windows, so that the reports of all hosts compare
+    LowerCaseAscii(*path); // as on Windows, so that reports of all hosts are comparable
     return true;
 }

@@ -1,10 +1,10 @@
-// Texts that a report makes of the path of a process.
+// The forms of a process path that a report contains. Pure functions; any thread may call.
 #pragma once
 
 #include <string>
 
-// Turns 'A' to 'Z' into small letters, byte by byte. The bytes of other characters stay, whatever the locale.
+// Converts 'A' to 'Z' to lower case, byte by byte, whatever the locale. Other bytes stay unchanged.
 void LowerCaseAscii(std::string& text);
 
-// Returns what follows the last "/" or "\" of `path`, whichever comes last; the whole path when it has neither.
+// Returns the part of `path` behind its last "/" or "\", whichever comes last; the whole path if it has neither.
 std::string ExtractProcName(const std::string& path);

@@ -1,4 +1,4 @@
-// The image path of a process, on Windows: what the process's own parameters block says.
+// The image path of a process on Windows: the path in the parameters block of the process itself.
 #include "logging/logMacros.h"
 #include "mordRev/src/mordRev.h"
 #include "mordRev/src/procPathText.h"
@@ -18,7 +18,7 @@ bool CMordRecv::GetProcPathByPid(uint32_t pid, std::string* path) {
     path->clear();
     ScopedHandle process(platform::OpenProcess(processQueryInformation | processVmRead, false, pid));
     if (!process) {
-        // Read at once, and only for the record: what builds a record may change it.
+        // Read first, and only if it is logged: building a record can change it.
         const uint32_t lastError = LoggingEnabled() ? platform::GetLastError() : 0;
         LOG_ERROR(WIDE("Open process failed!") << WIDE(" pid=") << pid << WIDE(" ,lasterror=") << lastError);
         return false;
@@ -27,7 +27,7 @@ bool CMordRecv::GetProcPathByPid(uint32_t pid, std::string* path) {
     const auto imagePath = target.ReadImagePath();
     if (imagePath == nullptr) {
         LOG_ERROR(WIDE("get process path fail, pid=") << pid);
-        process.Close(); // before the objects that were built on it go
+        process.Close(); // before the objects that use it are destroyed, by design
         return false;
     }
     *path = WideToUtf8(imagePath->buffer.get());

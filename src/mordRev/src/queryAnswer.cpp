@@ -11,13 +11,14 @@ std::string_view DotAnswer::View() const {
 
 namespace {
 
-constexpr size_t usualLevels = 8; // an answer has three; those behind its values are of no use
+// An answer has three levels. Deeper ones are within values that do not count.
+constexpr size_t usualLevels = 8;
 
-// Takes the answer as the parser comes across its parts. No value is kept beside what is asked for: a document of its
-// own would cost more than all the rest of a decision.
+// Collects the rules while the parser reads the answer. A rapidjson::Document with every value would cost more than the
+// rest of the decision.
 class AnswerHandler : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, AnswerHandler> {
 public:
-    // Refuses an object or array that stands in `mostLevels` others.
+    // Refuses an object or array within `mostLevels` others.
     AnswerHandler(BlockMemory& rules, BlockMemory& mids, size_t mostLevels)
         : m_rules(rules), m_mids(mids), m_mostLevels(mostLevels) {}
 
@@ -27,7 +28,7 @@ public:
     bool Default() { return TakeNumber({}); } // null, a boolean, a fraction, a string
     bool Int(int number) { return TakeNumber(number); }
     bool Uint(unsigned number) { return JsonValue(number).IsInt() ? TakeNumber(number) : Default(); }
-    bool Int64(int64_t) { return Default(); } // comes only when 32 bits do not do
+    bool Int64(int64_t) { return Default(); } // only for numbers that need more than 32 bits
     bool Uint64(uint64_t) { return Default(); }
 
     bool StartObject() {
@@ -73,16 +74,16 @@ public:
     }
 
 private:
-    // What the next value is, if it is one that counts.
+    // The role of the next value.
     enum class Next { other, value, mids };
 
-    // Which members the rule that was begun last has had: of several with the same name the first counts.
+    // The members seen in the current rule: of several with the same name the first counts.
     struct Seen {
         bool value = false;
         bool mids = false;
     };
 
-    // How many containers are open where the names of the root, of a rule and of "mid" stand.
+    // The number of open containers at the member names of the root, of a rule and of "mid".
     static constexpr size_t rootDepth = 1;
     static constexpr size_t ruleDepth = 2;
     static constexpr size_t midDepth = 3;
@@ -108,9 +109,9 @@ private:
     }
 
     BlockMemory& m_rules;
-    BlockMemory& m_mids; // the open piece has the ids of the last rule
+    BlockMemory& m_mids; // the open piece holds the ids of the last rule
     const size_t m_mostLevels;
-    size_t m_depth = 0; // containers that are open
+    size_t m_depth = 0; // open containers
     Next m_next = Next::other;
     bool m_rootIsObject = false;
     bool m_inMids = false;

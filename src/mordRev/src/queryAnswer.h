@@ -1,4 +1,4 @@
-// The host's answer to a query: its buffer, and what it says.
+// The host's answer to a query: ownership of its buffer, and its parsed content.
 //
 // An answer is {"GUID": {"value": 1, "mid": {"MID-1": …, "MID-2": …}}, …}.
 #pragma once
@@ -12,8 +12,8 @@
 #include "mordRev/src/blockMemory.h"
 #include "mordRev/src/queryResultTable.h"
 
-// Owns the buffer that IDotHost::QueryDot delivers, null or not. It goes back to the host by GiveBack, unless it is
-// kept; where an exception passes before either, the end of the scope gives it back.
+// Owns the buffer that IDotHost::QueryDot delivers, null or not. GiveBack returns it to the host, Keep leaves it;
+// otherwise the destructor returns it, for example after an exception. Belongs to one thread.
 class DotAnswer {
 public:
     explicit DotAnswer(IDotHost* host) : m_host(host) {}
@@ -21,15 +21,15 @@ public:
     DotAnswer(const DotAnswer&) = delete;
     DotAnswer& operator=(const DotAnswer&) = delete;
 
-    // Where QueryDot stores its answer; null before.
+    // The place for QueryDot to store its answer; null before.
     char** Out() { return &m_text; }
     const char* Text() const { return m_text; }
 
     // The text, which must not be null, without its NUL.
     std::string_view View() const;
 
-    // Calls FreeResult, once in the life of the object: a host that throws there is not asked again. Its exception
-    // passes; at the end of the scope it ends the process.
+    // Calls FreeResult, at most once in the life of the object, even if the host throws. That exception passes through;
+    // thrown from the destructor it ends the process.
     void GiveBack() {
         char* const text = std::exchange(m_text, nullptr);
         if (IDotHost* const host = std::exchange(m_host, nullptr)) {
@@ -37,7 +37,7 @@ public:
         }
     }
 
-    // The buffer never goes back.
+    // Never returns the buffer to the host.
     void Keep() { m_host = nullptr; }
 
 private:
@@ -45,33 +45,34 @@ private:
     char* m_text = nullptr;
 };
 
-// What an answer says of one rule: a member of the root.
+// The content of an answer for one rule: a member of the root.
 struct AnsweredRule {
-    enum class Value { malformed, zero, good }; // malformed: missing, or no number that fits 32 signed bits
+    enum class Value { malformed, zero, good }; // malformed: missing, or not a signed 32-bit number
 
     std::string_view guid;
     Value value = Value::malformed;
-    std::optional<MidSet> mids = std::nullopt; // none: "mid" is missing, or no object
+    std::optional<MidSet> mids = std::nullopt; // none: "mid" is missing or not an object
 };
 
-// Owns all texts and lists that it gives out. A NUL stands behind each of the texts.
+// A parsed answer. Owns all texts and lists that it returns. A NUL follows each text.
 class QueryAnswer {
 public:
-    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init,modernize-use-equals-default): leaves the room as it is
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init,modernize-use-equals-default): the arrays stay
+    // uninitialised
     QueryAnswer() {}
     QueryAnswer(const QueryAnswer&) = delete;
     QueryAnswer& operator=(const QueryAnswer&) = delete;
 
-    // Reads `text` up to its first NUL, once; a NUL must stand behind it. The text is not needed afterwards. False when
-    // it is no JSON. A root that is no object is one without members. Of the members of a rule with the same name the
-    // first counts.
+    // Parses `text` up to its first NUL, once; a NUL must follow it. The text is not needed afterwards. Returns false
+    // if it is not JSON. A root that is not an object has no members. If a rule has several members of the same name,
+    // the first counts. Throws std::bad_alloc. Logs nothing.
     bool Read(std::string_view text);
 
     // In document order.
     std::span<const AnsweredRule> Rules() const { return ItemsOf<AnsweredRule>(m_rules); }
 
 private:
-    // Room for all of an event of about 64 rules with 16 machine ids each. The object fills a block with it.
+    // Enough for an event of about 64 rules with 16 machine ids each. The object fills a block.
     alignas(void*) char m_firstRules[6144];
     alignas(void*) char m_firstMids[18432];
     char m_firstTexts[40448];

@@ -17,7 +17,7 @@ bool CMordRecv::ParseQueryResult(std::string_view text, QueryResultTable* table)
     for (const AnsweredRule& rule : answer->Rules()) {
         LOG_TRACE(WIDE("guid is:") << rule.guid.data());
 
-        // A malformed rule ends the scan, and the document still counts as parsed; a value of 0 skips this rule alone.
+        // A malformed rule ends the scan of a document that still counts as parsed; a value of 0 skips only its rule.
         if (rule.value == AnsweredRule::Value::malformed) {
             LOG_ERROR(WIDE("The down_packet (value)data errror")); // sic
             return true;

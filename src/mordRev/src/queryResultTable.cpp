@@ -17,12 +17,12 @@ struct QueryResultTable::Entries {
     void Add(std::string_view guid, MidSet mids, const std::shared_ptr<const void>& owner);
 
     std::vector<Entry> list;
-    HashIndex index; // by guid; empty as long as the list is short
+    HashIndex index; // by guid; empty while the list is short
 };
 
 namespace {
 
-// Up to here it takes less to compare guids than to hash one.
+// Up to this size, comparing guids costs less than hashing one.
 constexpr size_t longestWalk = 8;
 
 MarkedHash HashOfGuid(std::string_view guid) {
@@ -44,7 +44,7 @@ const QueryResultTable::Entries::Entry* QueryResultTable::Entries::Find(std::str
     return found == HashIndex::none ? nullptr : &list[found];
 }
 
-// What can fail comes before the list grows: a table for which memory runs out has its former entries alone.
+// Strong exception guarantee: everything that can throw comes before the list grows.
 void QueryResultTable::Entries::Add(std::string_view guid, MidSet mids, const std::shared_ptr<const void>& owner) {
     if (list.size() < longestWalk) {
         list.reserve(longestWalk);

@@ -1,4 +1,4 @@
-// What the host's answer to a query holds: machine ids by rule guid.
+// The content of the host's answer to a query: machine ids by rule guid.
 #pragma once
 
 #include <cstddef>
@@ -6,23 +6,25 @@
 #include <span>
 #include <string_view>
 
-// The machine ids listed for one rule, in the order of the answer: a set, of which an element may stand here more than
-// once. Opaque text, compared whole; an id may be empty or hold a NUL.
+// The machine ids of one rule, in the order of the answer. A set in which an element can occur more than once. The ids
+// are opaque and compared whole; an id can be empty or contain NULs. The table owns the texts.
 using MidSet = std::span<const std::string_view>;
 
-// Rule guid to machine ids. A value: copies behave as independent tables, and making one costs the same whatever the
-// table holds, since copies share their entries until one of them changes. Copies may be used on different threads.
+// Maps a rule guid to machine ids. A value type: copies are independent tables, and copying takes constant time, since
+// copies share their entries until one of them changes (copy on write). Threads may use different copies at once, but
+// not the same one.
 //
-// No text is copied. What owns the texts of an entry stays as long as a table has the entry.
+// The table copies no text; it shares the ownership of the texts of its entries.
 class QueryResultTable {
 public:
-    // Adds an entry, unless `guid` has one already, which then stays as it is. `owner` owns the texts of both.
+    // Adds an entry unless `guid` has one, which then stays unchanged. `owner` keeps both texts alive. Throws
+    // std::bad_alloc and is then unchanged.
     void Insert(std::string_view guid, MidSet mids, const std::shared_ptr<const void>& owner);
 
-    // The entry of `guid`, or null. Valid until this table changes or goes away.
+    // Returns the entry of `guid`, or null. Valid until this table changes or is destroyed.
     const MidSet* Find(std::string_view guid) const;
 
-    // The number of guids.
+    // Returns the number of guids.
     size_t Size() const;
 
 private:

@@ -1,4 +1,5 @@
-// Reading the values of a record. A value that cannot be had gives its default, with nothing logged.
+// Reads the values of a record. A value that the record does not deliver gives its default; nothing is logged. The
+// functions run on the thread of the event and call into the host.
 #pragma once
 
 #include <cstdlib>
@@ -11,24 +12,25 @@
 #include "frame/values.h"
 #include "mordRev/src/plainText.h"
 
-// 0 when the read fails, even if the record wrote something.
+// Returns the value, or 0 if the read fails, even if the record wrote something.
 inline uint32_t ReadInt32(IEventRecord* record, const char* name) {
     int32_t value = 0;
     return record->GetInt32(name, &value) == RECORD_DELIVERED ? static_cast<uint32_t>(value) : 0;
 }
 
-// What the record left; the result code plays no part.
+// Returns what the record stored, initially 0; the result code is ignored, by design.
 inline int64_t ReadInt64(IEventRecord* record, const char* name) {
     int64_t value = 0;
     record->GetInt64(name, &value);
     return value;
 }
 
-// A text of a record, up to its first NUL, or empty. A record may leave out the NUL, or write nothing: the text never
-// reaches beyond the buffer that the record asked for, which is cleared first.
+// A text of a record, up to its first NUL; empty if the record does not deliver one or the buffer cannot be allocated.
+// A record can omit the NUL or write nothing: the buffer is cleared first, and the text never exceeds the size that the
+// record requested.
 //
-// Guids, types and addresses stand in the object itself; a longer text takes memory. The text can be read anew, and is
-// good until then.
+// Texts of less than 48 bytes (guids, types, addresses) are in the object itself; longer ones use the heap. A view is
+// valid until the next Read.
 class RecordText {
 public:
     RecordText() = default;
@@ -49,7 +51,7 @@ public:
         if (capacity < sizeof m_short) {
             std::memset(m_short, 0, sizeof m_short);
         } else {
-            // calloc, since a size that cannot be had is no error here, and a huge one must not cost its clearing.
+            // calloc: a failure is no error here, and the system clears huge blocks without touching them.
             m_long.reset(static_cast<char*>(std::calloc(capacity + 1, 1)));
             buffer = m_long.get();
         }
@@ -76,6 +78,7 @@ private:
     size_t m_length = 0;
 };
 
+// Returns the text as a string. Throws std::bad_alloc.
 inline std::string ReadString(IEventRecord* record, const char* name) {
     return std::string(RecordText(record, name).View());
 }

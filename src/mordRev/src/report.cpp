@@ -44,7 +44,7 @@ void CMordRecv::ReportEventHandleRes(IEventRecord* event, IEventRecord** rules, 
     if (pid == systemPid) {
         procPath = "System";
     } else {
-        GetProcPathByPid(pid, &procPath); // leaves the path empty where it fails; the report goes out all the same
+        GetProcPathByPid(pid, &procPath); // the path is empty on failure; the report is still sent
     }
     const std::string procName = ExtractProcName(procPath);
 
@@ -72,7 +72,7 @@ void CMordRecv::ReportEventHandleRes(IEventRecord* event, IEventRecord** rules, 
     writer.EndObject();
 
     LOG_TRACE(WIDE("ReportEventHandleRes json=") << report.Get());
-    // Taken once: since the test above a record, or another thread, may have put null in its place.
+    // Loaded once: a record or another thread can have replaced the sink with null since the test above.
     if (IReportSink* const target = m_reportSink.load(std::memory_order_acquire)) {
         target->Report(reportKind, report.Get(), static_cast<uint32_t>(report.Size()));
     }

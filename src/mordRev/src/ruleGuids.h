@@ -1,12 +1,12 @@
-// The guids of rules, as the query request and the report hold them.
+// The guids of rules, as the query request and the report list them.
 #pragma once
 
 #include <cstdint>
 
 #include "mordRev/src/recordReader.h"
 
-// An array of the guids of all rules in array order, duplicates and empty ones kept. `Writer` is JsonText::Writer; a
-// template, since headers leave RapidJSON to json.h.
+// Writes an array with the guid of every rule, in array order, including duplicates and empty guids. `Writer` is
+// JsonText::Writer; a template parameter, since only json.h includes RapidJSON.
 template <typename Writer>
 void WriteRuleGuids(Writer& writer, IEventRecord** rules, uint32_t ruleCount) {
     writer.StartArray();

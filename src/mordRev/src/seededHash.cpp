@@ -15,14 +15,14 @@ static_assert(std::is_trivially_copyable_v<HashKeys> && sizeof(HashKeys) == 3 * 
                   sizeof(HashKey) == 22 * sizeof(uint32_t),
               "keys are filled as bytes, without padding");
 
-// The generator SplitMix64: a counter whose steps are mixed until they look random. For a system without a source of
-// randomness; it makes no secret of what is not one.
+// The generator SplitMix64: a counter whose values are mixed until they look random. Used only if the system has no
+// random source; its output is not secret.
 class Mixer {
 public:
     explicit Mixer(uint64_t state) : m_state(state) {}
 
-    // Changes what follows by `value`.
-    void Stir(uint64_t value) {
+    // Mixes `value` into the state.
+    void Mix(uint64_t value) {
         m_state ^= value;
         m_state = Next();
     }
@@ -39,14 +39,14 @@ private:
     uint64_t m_state;
 };
 
-void FillFromProcess(HashKeys& keys) noexcept {
+void DeriveFromProcess(HashKeys& keys) noexcept {
     static std::atomic<uint32_t> draws = 0;
     Mixer mixer(draws.fetch_add(1, std::memory_order_relaxed));
-    mixer.Stir(static_cast<uint64_t>(std::chrono::system_clock::now().time_since_epoch().count()));
-    mixer.Stir(static_cast<uint64_t>(std::chrono::steady_clock::now().time_since_epoch().count()));
-    mixer.Stir(platform::GetCurrentThreadId());
-    mixer.Stir(reinterpret_cast<uintptr_t>(&draws)); // where the library lies
-    mixer.Stir(reinterpret_cast<uintptr_t>(&keys));  // and the stack or the heap
+    mixer.Mix(static_cast<uint64_t>(std::chrono::system_clock::now().time_since_epoch().count()));
+    mixer.Mix(static_cast<uint64_t>(std::chrono::steady_clock::now().time_since_epoch().count()));
+    mixer.Mix(platform::GetCurrentThreadId());
+    mixer.Mix(reinterpret_cast<uintptr_t>(&draws)); // the address of the library
+    mixer.Mix(reinterpret_cast<uintptr_t>(&keys));  // and that of the stack or the heap
     auto* const bytes = reinterpret_cast<unsigned char*>(&keys);
     for (size_t at = 0; at < sizeof keys; at += sizeof(uint64_t)) {
         const uint64_t next = mixer.Next();
@@ -54,16 +54,17 @@ void FillFromProcess(HashKeys& keys) noexcept {
     }
 }
 
-// What the hash is made of: two words, each hidden behind a word of the key, multiplied.
+// Multiplies two words, each masked by a word of the key.
 uint64_t Product(uint32_t first, uint32_t second, uint32_t firstKey, uint32_t secondKey) {
     return static_cast<uint64_t>(first + firstKey) * static_cast<uint32_t>(second + secondKey);
 }
 
 } // namespace
 
-// The sum of the products of all pairs of words: the hash NH, of the message code UMAC. A block is as long as the key;
-// the hash of those before it goes into that of the next as one more pair, and the length, which tells texts apart that
-// differ in the zeros behind them, into the first. The last multiplication spreads what the sum has over the high bits.
+// The NH hash of the message authentication code UMAC: the sum of the products of all pairs of words. A block is as
+// long as the key. The hash of the previous blocks enters the next block as one more pair. The length enters the first
+// block: it separates texts that differ only in trailing zeros. The final multiplication spreads the sum over the high
+// bits.
 uint32_t HashText(std::string_view text, const HashKey& key) {
     constexpr size_t pairSize = 2 * sizeof(uint32_t);
     uint64_t sum = Product(static_cast<uint32_t>(text.size()), 0, key.length[0], key.length[1]);
@@ -86,7 +87,7 @@ uint32_t HashText(std::string_view text, const HashKey& key) {
         sum = Product(static_cast<uint32_t>(sum), static_cast<uint32_t>(sum >> 32), key.chain[0], key.chain[1]);
         words = key.words.data();
     }
-    // A rest begins no block: one that is as long as a block leaves none.
+    // The remainder fits into the current block: behind a whole block it is empty.
     if (at != end) {
         pair[0] = 0;
         pair[1] = 0;
@@ -99,7 +100,7 @@ uint32_t HashText(std::string_view text, const HashKey& key) {
 HashKeys DrawHashKeys() noexcept {
     HashKeys keys{};
     if (!platform::FillRandom(&keys, sizeof keys)) {
-        FillFromProcess(keys);
+        DeriveFromProcess(keys);
     }
     for (HashKey* const key : {&keys.mid, &keys.protocol, &keys.guid}) {
         key->last |= 1;

@@ -1,14 +1,15 @@
-// Hashes of texts that come from outside.
+// Keyed hashes of texts from outside.
 //
-// Answers and allow lists may be written by whoever wants the tables over them to be slow. The hash is of a kind that
-// leaves no way to prepare texts that collide for whoever does not know its key: of all keys, about one in a
-// thousand million lets two given texts of up to 64 bytes collide. Each process draws its keys for itself.
+// An attacker can write answers and allow lists that slow down the tables over them. The hash is a keyed,
+// collision-resistant one: without the key nobody can prepare colliding texts. Two given texts of up to 64 bytes
+// collide for about one key in 10^9. Each process draws its own keys.
 #pragma once
 
 #include <array>
 #include <cstdint>
 #include <string_view>
 
+// The key of one hash function. Random bits; `last` is odd.
 struct HashKey {
     std::array<uint32_t, 16> words; // one for each word of a block
     std::array<uint32_t, 2> length;
@@ -16,22 +17,24 @@ struct HashKey {
     uint64_t last; // odd
 };
 
-// The high bits of a hash say most: a table of a power of two is to take its places from there.
+// Returns the hash of `text`. The high bits are the most random: a table with a power of two as size must index with
+// them. Pure; any thread may call.
 uint32_t HashText(std::string_view text, const HashKey& key);
 
-// The keys of this process, one for each kind of text, so that hashes of two kinds can be combined by exclusive or.
+// The keys of the process, one for each kind of text, so that the exclusive or of two hashes of different kinds is a
+// hash of both.
 struct HashKeys {
     HashKey mid;
     HashKey protocol;
     HashKey guid;
 };
 
-// Draws keys from the system's source of randomness (platform::FillRandom). When that fails, they are made of the
-// clock, the thread and the addresses of this process instead: they still differ between processes and between draws,
-// but whoever knows the machine well can guess them, and prepare texts that make look-ups slow. Decisions never depend
-// on the keys. Any thread may call.
+// Draws keys from the system's random source (platform::FillRandom). If that fails, derives them from the clocks, the
+// thread and addresses of the process instead. Such keys still differ between processes and calls, but an attacker who
+// knows the machine can guess them and prepare slow texts. Decisions never depend on the keys. The fallback is not
+// logged. Any thread may call.
 HashKeys DrawHashKeys() noexcept;
 
-// The keys of this process: drawn at the first call, which is the creation of the receiver, and constant from then on.
+// Returns the keys of the process. The first call, from the constructor of the receiver, draws them; they never change.
 // Any thread may call.
 const HashKeys& ProcessHashKeys() noexcept;

@@ -8,17 +8,17 @@
 
 namespace {
 
-// A place for one spare block. Each has a cache line, so that threads that use different places do not slow each other.
-struct alignas(64) Place {
+// Holds one spare block or null. Slots of different threads do not share a cache line.
+struct alignas(64) Slot {
     std::atomic<void*> block = nullptr;
 };
 
-constinit std::array<Place, mostSpareBlocks> places;
+constinit std::array<Slot, mostSpareBlocks> slots;
 
-static_assert((mostSpareBlocks & (mostSpareBlocks - 1)) == 0, "places are chosen by the low bits of a number");
+static_assert((mostSpareBlocks & (mostSpareBlocks - 1)) == 0, "the low bits of a number select a slot");
 
-// Where the calling thread begins to look. Threads differ by their stacks.
-size_t FirstPlace() {
+// The slot that the calling thread tries first. Threads have different stacks.
+size_t FirstSlot() {
     const char local = 0;
     return reinterpret_cast<uintptr_t>(&local) / 65536 * 0x9E3779B1U >> 16;
 }
@@ -26,11 +26,11 @@ size_t FirstPlace() {
 } // namespace
 
 void* TakeBlock() {
-    const size_t first = FirstPlace();
+    const size_t first = FirstSlot();
     for (size_t i = 0; i < mostSpareBlocks; ++i) {
-        std::atomic<void*>& place = places[(first + i) % mostSpareBlocks].block;
-        if (place.load(std::memory_order_relaxed) != nullptr) {
-            if (void* const block = place.exchange(nullptr, std::memory_order_acquire)) {
+        std::atomic<void*>& slot = slots[(first + i) % mostSpareBlocks].block;
+        if (slot.load(std::memory_order_relaxed) != nullptr) {
+            if (void* const block = slot.exchange(nullptr, std::memory_order_acquire)) {
                 return block;
             }
         }
@@ -43,12 +43,12 @@ void* TakeBlock() {
 }
 
 void GiveBlock(void* block) noexcept {
-    const size_t first = FirstPlace();
+    const size_t first = FirstSlot();
     for (size_t i = 0; i < mostSpareBlocks; ++i) {
-        std::atomic<void*>& place = places[(first + i) % mostSpareBlocks].block;
+        std::atomic<void*>& slot = slots[(first + i) % mostSpareBlocks].block;
         void* none = nullptr;
-        if (place.load(std::memory_order_relaxed) == nullptr &&
-            place.compare_exchange_strong(none, block, std::memory_order_release, std::memory_order_relaxed)) {
+        if (slot.load(std::memory_order_relaxed) == nullptr &&
+            slot.compare_exchange_strong(none, block, std::memory_order_release, std::memory_order_relaxed)) {
             return;
         }
     }

@@ -1,23 +1,23 @@
-// Memory that events use one after the other.
+// Memory blocks that one event leaves for the next.
 //
-// A system may take large blocks back when they are freed, and clear them when they are allocated again: both took
-// longer than the decision of a large event. A few blocks are kept instead.
+// A system can take large blocks back when they are freed, and clear them when they are allocated again; together this
+// took longer than the decision of a large event.
 #pragma once
 
 #include <cstddef>
 
-constexpr size_t blockSize = 65472; // 64 KiB with what an allocator adds
+constexpr size_t blockSize = 65472; // 64 KiB with the overhead of an allocator
 constexpr size_t mostSpareBlocks = 16;
 
-// Returns a block of blockSize bytes: a spare one, or a new one. Throws std::bad_alloc. Any thread may call; takes no
-// lock of this library.
+// Returns a block of blockSize bytes, spare or new, which the caller owns until GiveBlock. Throws std::bad_alloc. Any
+// thread may call. Takes no lock of this library.
 void* TakeBlock();
 
-// Takes a block of TakeBlock back. It becomes spare, or is freed when mostSpareBlocks are spare. Any thread may call,
-// also another one than that of TakeBlock. Spare blocks are never freed: they stay when the library is unloaded.
+// Takes back a block of TakeBlock: keeps it, or frees it if mostSpareBlocks are spare. Any thread may call, also
+// another one than that of TakeBlock. Spare blocks are never freed; they remain when the library is unloaded.
 void GiveBlock(void* block) noexcept;
 
-// Allocator of one object in a block, for std::allocate_shared.
+// An allocator of one object in a block, for std::allocate_shared.
 template <typename T>
 struct BlockAllocator {
     using value_type = T;

@@ -1,0 +1,15 @@
+// All commands of mordhost. One body per platform.
+#pragma once
+
+#include "cli/command.h"
+
+namespace mordhost {
+
+// The commands of this platform, in the order of the help text.
+Commands AllCommands();
+
+std::unique_ptr<Command> MakeReplayCommand();
+std::unique_ptr<Command> MakeRecordCommand(); // Linux only
+std::unique_ptr<Command> MakeWatchCommand();  // Linux only
+
+} // namespace mordhost

@@ -1,0 +1,13 @@
+#include "cli/commandList.h"
+
+namespace mordhost {
+
+Commands AllCommands() {
+    Commands commands;
+    commands.push_back(MakeReplayCommand());
+    commands.push_back(MakeRecordCommand());
+    commands.push_back(MakeWatchCommand());
+    return commands;
+}
+
+} // namespace mordhost

@@ -1,0 +1,12 @@
+// Windows has no interface to watch the connections of the machine.
+#include "cli/commandList.h"
+
+namespace mordhost {
+
+Commands AllCommands() {
+    Commands commands;
+    commands.push_back(MakeReplayCommand());
+    return commands;
+}
+
+} // namespace mordhost

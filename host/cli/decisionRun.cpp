@@ -1,0 +1,118 @@
+#include "cli/decisionRun.h"
+
+#include <iostream>
+
+#include "frame/values.h"
+#include "output/requireWritten.h"
+#include "output/title.h"
+#include "system/hostSystem.h"
+#include "system/runError.h"
+
+namespace mordhost {
+
+namespace {
+
+std::optional<OutputFile> OpenIfNamed(const std::string& name) {
+    return name.empty() ? std::nullopt : std::optional<OutputFile>(std::in_place, name);
+}
+
+std::unique_ptr<Presenter> MakePresenter(const Policy& policy, const RunOptions& options, const std::string& title,
+                                         const Widths& widths) {
+    if (options.json) {
+        return MakeJsonPresenter(std::cout, policy);
+    }
+    return MakeTablePresenter(std::cout, policy, title, widths, TakesColour(Stream::output));
+}
+
+constexpr std::chrono::milliseconds betweenFlushes(50);
+
+} // namespace
+
+DecisionRun::DecisionRun(const std::string& policyName, const Policy& policy, const RunOptions& options,
+                         const Widths& widths)
+    : m_policy(policy), m_reportFile(OpenIfNamed(options.reports)), m_logFile(OpenIfNamed(options.log)),
+      m_logging(!options.noLog), m_store(policy.dots, options.dots),
+      m_session(policy, m_store, options.LibraryDirectory(), m_logging),
+      m_presenter(MakePresenter(policy, options, TitleOf(policyName, policy), widths)) {
+    WriteLog(m_session.StartRecords());
+}
+
+void DecisionRun::Run(const std::function<void()>& work) {
+    try {
+        m_presenter->Begin();
+        RequireWritten(std::cout, standardOutputName);
+        work();
+    } catch (const std::exception&) {
+        try {
+            End();
+        } catch (const std::exception&) { // the first error is reported
+        }
+        throw;
+    }
+    End();
+    RequireKeptDots();
+}
+
+void DecisionRun::Handle(ConnectionEvent&& event) {
+    const Decision& decision = m_session.Decide(std::move(event));
+    m_statistics.Add(decision);
+    m_presenter->Show(decision);
+    RequireWritten(std::cout, standardOutputName);
+    WriteLog(decision.log);
+    if (m_reportFile) {
+        for (const std::string& report : decision.reports) {
+            m_reportFile->Write(report);
+            m_reportFile->Write("\n"); // reports have no line end
+        }
+    }
+}
+
+void DecisionRun::WriteLog(const WrittenRecords& records) {
+    if (m_logFile) {
+        m_logFile->Write(records.text);
+    }
+}
+
+void DecisionRun::Flush() {
+    std::cout.flush();
+    RequireWritten(std::cout, standardOutputName);
+    if (m_reportFile) {
+        m_reportFile->Flush();
+    }
+    if (m_logFile) {
+        m_logFile->Flush();
+    }
+}
+
+void DecisionRun::FlushNowAndThen() {
+    const auto now = std::chrono::steady_clock::now();
+    if (now >= m_nextFlush) {
+        Flush();
+        m_nextFlush = now + betweenFlushes;
+    }
+}
+
+void DecisionRun::End() {
+    m_presenter->End({m_statistics, m_session.Calls(), m_store.Size(), m_logging});
+    Warn();
+    Flush();
+}
+
+void DecisionRun::Warn() const {
+    const DotHost::Account& calls = m_session.Calls();
+    const size_t kept = calls.answers - calls.givenBack;
+    // In this mode the library keeps the answers of queries. In all others it frees each of them.
+    const size_t toBeKept = m_policy.defenderMode == MODE_ALL_FORBID ? calls.answers : 0;
+    if (kept != toBeKept || calls.strayReturns != 0) {
+        std::cerr << "mordhost: warning: of " << calls.answers << " query answers the library kept " << kept
+                  << " instead of " << toBeKept << ", and it freed " << calls.strayReturns << " that it did not own\n";
+    }
+}
+
+void DecisionRun::RequireKeptDots() const {
+    if (!m_store.Trouble().empty()) {
+        throw RunError("the remaining dots could not be written: " + m_store.Trouble());
+    }
+}
+
+} // namespace mordhost

@@ -1,0 +1,39 @@
+// A policy, the loaded library and a dot store, ready to decide events.
+#pragma once
+
+#include <filesystem>
+
+#include "decide/decider.h"
+#include "decide/libraries.h"
+#include "policy/dotStore.h"
+
+namespace mordhost {
+
+// At most one per process. For use by one thread.
+class DecisionSession {
+public:
+    // Loads the libraries from `libraries`, initialises and configures them. If `logging` is false, the library writes
+    // no log records and decisions have no reasons. `policy` and `store` must outlive the session. Throws LoadError,
+    // DocumentError and RunError.
+    DecisionSession(const Policy& policy, DotStore& store, const std::filesystem::path& libraries, bool logging);
+
+    // The log records of the initialisation.
+    const WrittenRecords& StartRecords() const { return m_startRecords; }
+
+    // Decides the event. The result is valid until the next call.
+    const Decision& Decide(ConnectionEvent&& event) { return m_decider.Decide(std::move(event)); }
+
+    // The library's calls to the host so far.
+    const DotHost::Account& Calls() const { return m_dots.Calls(); }
+
+private:
+    DotHost m_dots;
+    ReportSink m_sink;
+    Libraries m_libraries;
+    RecordLog m_log;
+    Receiver m_receiver;
+    Decider m_decider;
+    WrittenRecords m_startRecords;
+};
+
+} // namespace mordhost

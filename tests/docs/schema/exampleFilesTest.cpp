@@ -1,0 +1,74 @@
+// The documents in examples/: each fits the schema that its name tells.
+#include <algorithm>
+#include <sstream>
+
+#include <gtest/gtest.h>
+
+#include "docs/schema/schemaFile.h"
+#include "docs/sourceTree.h"
+
+namespace {
+
+// "policyEmergency.json" is a policy, "actionTable.json" an action table, and so on: a file's name begins with that of
+// its schema. Empty for a name that tells none.
+std::string SchemaOf(const std::filesystem::path& file) {
+    const std::string name = file.filename().string();
+    for (const std::string& schema : schema::SchemaNames()) {
+        if (name.starts_with(schema)) {
+            return schema;
+        }
+    }
+    return {};
+}
+
+TEST(ExampleFiles, FitTheSchemaThatTheirNameTells) {
+    size_t policies = 0;
+    for (const auto& file : docs::FilesBelow("examples", ".json")) {
+        SCOPED_TRACE(file.string());
+        const std::string schema = SchemaOf(file);
+        ASSERT_NE(schema, "");
+        EXPECT_EQ(schema::SchemaFile(schema).Misfit(docs::ReadText(file)), "");
+        policies += schema == "policy" ? 1 : 0;
+    }
+    EXPECT_GE(policies, 2U);
+}
+
+TEST(ExampleFiles, HoldOneEventALine) {
+    size_t events = 0;
+    const schema::SchemaFile schema("event");
+    for (const auto& file : docs::FilesBelow("examples", ".jsonl")) {
+        SCOPED_TRACE(file.string());
+        std::istringstream lines(docs::ReadText(file));
+        for (std::string line; std::getline(lines, line);) {
+            ++events;
+            EXPECT_EQ(schema.Misfit(line), "") << line;
+        }
+    }
+    EXPECT_GE(events, 10U);
+}
+
+// One report behind the other, each with a line feed behind it.
+TEST(ExampleFiles, ExpectReportsThatFitTheirSchema) {
+    size_t reports = 0;
+    const schema::SchemaFile schema("report");
+    for (const auto& file : docs::FilesBelow("examples", ".txt")) {
+        if (!file.filename().string().ends_with(".reports.txt")) {
+            continue;
+        }
+        SCOPED_TRACE(file.string());
+        std::istringstream lines(docs::ReadText(file));
+        std::string report;
+        for (std::string line; std::getline(lines, line);) {
+            report += line + "\n";
+            if (line == "}") {
+                ++reports;
+                EXPECT_EQ(schema.Misfit(report), "") << report;
+                report.clear();
+            }
+        }
+        EXPECT_EQ(report, "");
+    }
+    EXPECT_GE(reports, 10U);
+}
+
+} // namespace

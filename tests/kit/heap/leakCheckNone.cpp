@@ -1,0 +1,5 @@
+// A build without a leak check: there is nothing to pause.
+#include "kit/heap/leakCheck.h"
+
+PauseLeakCheck::PauseLeakCheck() = default;
+PauseLeakCheck::~PauseLeakCheck() = default;

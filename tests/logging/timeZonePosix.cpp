@@ -1,9 +1,0 @@
-#include "logging/timeZone.h"
-
-#include <cstdlib>
-#include <ctime>
-
-void SetTimeZone(const char* zone) {
-    setenv("TZ", zone, 1);
-    tzset();
-}

@@ -1,5 +1,0 @@
-#include "hostKit/scriptedSystem.h"
-
-void PrepareSystem() {
-    hostKit::ScriptedSystem::Instance().randomFails = true;
-}

@@ -1,7 +1,0 @@
-#include "product/threadId.h"
-
-#include <windows.h>
-
-uint32_t ThreadId() {
-    return ::GetCurrentThreadId();
-}

@@ -1,0 +1,103 @@
+// The two flags that every log site tests first.
+#include "logging/logMacros.h"
+#include "unit/logging/logFixture.h"
+
+using Texts = std::vector<std::string>;
+
+// Outside any namespace: that would be part of the names in the records.
+struct FlagsSample {
+    static const char* Evaluated() {
+        ++evaluations;
+        return "value";
+    }
+    static void Trace() { LOG_TRACE(WIDE("t=") << Evaluated()); }
+    static void Error() { LOG_ERROR(WIDE("e=") << Evaluated()); }
+
+    static inline int evaluations = 0;
+};
+
+namespace {
+
+class LogFlags : public LogFixture {
+protected:
+    void SetUp() override {
+        LogFixture::SetUp();
+        siblings.keepsConversions = true;
+        FlagsSample::evaluations = 0;
+    }
+
+    const Texts both{kit::Trace("logFlagsTest.cpp FlagsSample::Trace", "t=value"),
+                     kit::Error("logFlagsTest.cpp FlagsSample::Error", "e=value")};
+};
+
+TEST_F(LogFlags, AreZeroAtLoad) {
+    EXPECT_FALSE(LogFileEnabled);
+    EXPECT_FALSE(LogDebugViewEnabled);
+    EXPECT_FALSE(LoggerObject);
+    EXPECT_FALSE(LoggingEnabled());
+}
+
+TEST_F(LogFlags, BothOffEvaluateNothingConvertNothingAndReachNoSink) {
+    for (const bool logger : {false, true}) {
+        SetLogState(false, false, logger);
+        FlagsSample::Trace();
+        FlagsSample::Error();
+        EXPECT_EQ(FlagsSample::evaluations, 0);
+        EXPECT_EQ(siblings.Conversions(), Texts());
+        EXPECT_EQ(TakeCalls(), Texts());
+        EXPECT_EQ(TakeRawRecords(), Texts());
+        EXPECT_EQ(TakeDebugOutput(), Texts());
+        EXPECT_EQ(system.standardOutput.Take(), Texts());
+    }
+}
+
+TEST_F(LogFlags, FileAloneWritesToTheLoggerOnly) {
+    SetLogState(true, false, true);
+    FlagsSample::Trace();
+    FlagsSample::Error();
+    EXPECT_EQ(siblings.TakeRecordTexts(), both);
+    EXPECT_EQ(TakeDebugOutput(), Texts());
+    EXPECT_EQ(FlagsSample::evaluations, 2);
+}
+
+TEST_F(LogFlags, DebugViewAloneWritesToTheDebugOutputOnlyThoughThereIsALogger) {
+    SetLogState(false, true, true);
+    FlagsSample::Trace();
+    FlagsSample::Error();
+    EXPECT_EQ(siblings.TakeRecordTexts(), Texts());
+    Texts masked;
+    for (const std::string& text : TakeDebugOutput()) {
+        masked.push_back(kit::MaskRecord(text));
+    }
+    EXPECT_EQ(masked, both);
+    EXPECT_EQ(FlagsSample::evaluations, 2);
+}
+
+TEST_F(LogFlags, BothOnWriteTheSameTextToBoth) {
+    SetLogState(true, true, true);
+    FlagsSample::Trace();
+    FlagsSample::Error();
+    const Texts texts = TakeDebugOutput();
+    EXPECT_EQ(texts.size(), 2U);
+    EXPECT_EQ(TakeRawRecords(), texts);
+    EXPECT_EQ(FlagsSample::evaluations, 2) << "once for each site";
+}
+
+TEST_F(LogFlags, FileWithoutALoggerWritesNothingAndFailsNothing) {
+    SetLogState(true, false, false);
+    FlagsSample::Trace();
+    FlagsSample::Error();
+    EXPECT_EQ(TakeRawRecords(), Texts());
+    EXPECT_EQ(TakeDebugOutput(), Texts());
+    EXPECT_EQ(system.standardOutput.Take(), Texts());
+    EXPECT_EQ(FlagsSample::evaluations, 2) << "the site goes by the flags alone";
+}
+
+TEST_F(LogFlags, FileWithoutALoggerLeavesTheDebugOutputAlone) {
+    SetLogState(true, true, false);
+    FlagsSample::Trace();
+    EXPECT_EQ(TakeDebugOutput().size(), 1U);
+    EXPECT_EQ(TakeRawRecords(), Texts());
+}
+
+} // namespace

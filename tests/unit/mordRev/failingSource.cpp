@@ -1,0 +1,5 @@
+#include "kit/system/scriptedSystem.h"
+
+void PrepareSystem() {
+    kit::ScriptedSystem::Instance().randomFails = true;
+}

@@ -1,0 +1,19 @@
+// A program of its own that writes records through ZelkBase: logAppender MODULE TAG COUNT. Ends with 0 when all were
+// taken. The log directory comes with the environment.
+#include <cstdlib>
+#include <iostream>
+
+#include "unit/siblings/logRecords.h"
+
+int main(int argc, char** argv) {
+    using namespace siblingTest;
+    if (argc != 4) {
+        std::cerr << "usage: logAppender MODULE TAG COUNT\n";
+        return 2;
+    }
+    const SiblingLibrary library{std::string("ZelkBase")};
+    const auto writer = library.Make<ILogWriter>(SID_LogWriter);
+    const std::string module = argv[1];
+    const bool started = writer->Start(WideString(module.begin(), module.end()).c_str(), 0) == 0;
+    return started && WriteNumbered(*writer.Get(), argv[2], std::atoi(argv[3])) ? 0 : 1;
+}
