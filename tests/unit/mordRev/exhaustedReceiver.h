@@ -8,6 +8,7 @@
 #include "kit/host/countingHost.h"
 #include "kit/host/decisionSamples.h"
 #include "kit/host/receiverFixture.h"
+#include "mordRev/src/spareBlocks.h"
 #include "unit/mordRev/exhaustedMemory.h"
 
 namespace exhausted {
@@ -55,6 +56,7 @@ protected:
         MakeRunning();
         WarmUp(Fields().Lock());
         LogFileEnabled = false;
+        GiveBlock(TakeBlock()); // spare from now on
         Fields().Host() = &countingHost;
         receiver->SetReportSink(&countingSink);
         std::string mid = longText + "mid";

@@ -40,8 +40,8 @@ TEST(Room, OfAJsonTextIsAThousandBytes) {
                   text.Out().Text("guid");
                   text.Out().StartArray();
                   for (int i = 0; i < 9; ++i) {
-                      text.Out().Text("a text that is, together with its quotes, comma, line feed and blanks, "
-                                      "a hundred bytes long");
+                      text.Out().Text("a text that is, together with its quotes, comma, line feed and indentation, "
+                                      "one hundred bytes");
                   }
                   text.Out().EndArray();
                   text.Out().EndObject();
