@@ -1,4 +1,4 @@
-// A file that is only appended to, opened as the sibling's logger opens its own: what a log record cannot do without.
+// A file opened for appending, as the sibling's logger opens its log: the floor of a log record.
 #pragma once
 
 #include <filesystem>
@@ -8,13 +8,13 @@ namespace bench {
 
 class AppendFile {
 public:
-    // Makes the file when there is none. Throws std::runtime_error.
+    // Creates the file if it does not exist. Throws std::runtime_error.
     explicit AppendFile(const std::filesystem::path& path);
     ~AppendFile();
     AppendFile(const AppendFile&) = delete;
     AppendFile& operator=(const AppendFile&) = delete;
 
-    // One call of the system. Throws std::runtime_error.
+    // Makes one system call. Throws std::runtime_error.
     void Append(std::string_view bytes) const;
 
 private:

@@ -1,4 +1,4 @@
-// What every measured event says, beside the guids of its rules.
+// The values of every measured event, except the guids of its rules.
 #pragma once
 
 #include <cstdint>

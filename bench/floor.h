@@ -1,8 +1,8 @@
-// The floor: the JSON work of an operation that nobody can avoid, done by RapidJSON as it comes, with its default
-// flags, allocators and formats, and with nothing around it. It is what decisions are measured against.
+// The floor of an operation: its unavoidable JSON work, done by RapidJSON with its default flags, allocators and
+// formats and nothing else. Decisions are compared with it.
 //
 // The texts are those that the library writes and parses, byte for byte (measureEvents.cpp compares them). Numbers are
-// there as text already. No settings are made for RapidJSON, in this file or in the build.
+// already texts. Neither this file nor the build configures RapidJSON.
 #pragma once
 
 #include <cstddef>
@@ -13,16 +13,16 @@
 
 namespace bench {
 
-// F, the floor of one event: the request is written, the answer parsed, the report written. Returns the number of
-// characters written and members parsed, so that nothing of it can be left out.
+// F, the floor of one event: writes the request, parses the answer, writes the report. Returns the number of characters
+// written and members parsed, so that the compiler cannot omit any of it.
 size_t EventFloor(const std::vector<std::string>& guids, const std::string& answer);
 
-// The request and the report as the floor writes them.
+// The request and the report that the floor writes.
 std::string RequestText(const std::vector<std::string>& guids);
 std::string ReportText(const std::vector<std::string>& guids);
 
-// The floor of an allow list: it is parsed, and the ordered map of ordered sets filled from what was parsed. Returns
-// the map's number of machine ids.
+// The floor of an allow list: parses it and fills an ordered map of ordered sets. Returns the number of machine ids in
+// the map.
 size_t AllowListFloor(const std::string& text);
 
 } // namespace bench

@@ -1,4 +1,4 @@
-// The receiver in the program itself, ready for events.
+// A receiver that is linked into the program, ready for events.
 #pragma once
 
 #include <memory>
@@ -9,8 +9,8 @@ class CMordRecv;
 
 namespace bench {
 
-// A receiver of its own, initialised and started, without logging, over the host and the sink of workload.h. The
-// sibling library that Init asks for is loaded from where the build puts it. Throws std::runtime_error when that fails.
+// A receiver that is initialised and started, without logging, with the host and the sink of workload.h. Loads the
+// sibling library that Init needs from the build. Throws std::runtime_error.
 class LibraryReceiver {
 public:
     LibraryReceiver();

@@ -1,14 +1,14 @@
 // Measures the built library through its export: libraryTiming WHAT LIBRARIES SIBLINGS LOGS
 //
-//   events    each event beside its floor, each allow list beside its
-//   threads   what a second thread gains
-//   records   a log record beside its floor; writes into the folder LOGS, which has no ini file yet
+//   events    events and allow lists, with their floors
+//   threads   the gain by a second thread
+//   records   a log record, with its floor; writes to the folder LOGS, which must not have an ini file yet
 //   resident  the resident size after many events
 //
-// LIBRARIES and SIBLINGS are folders: another version of the library can be measured with the same siblings. Prints a
-// figure a line: its name and its value, in nanoseconds, in bytes or as a ratio.
+// LIBRARIES and SIBLINGS are folders, so that another version of the library can be measured with the same siblings.
+// Prints one figure per line: its name and its value, in nanoseconds, in bytes or as a ratio.
 //
-// Exit codes: 0 measured, 1 failure, with a message, 2 wrong use.
+// Exit codes: 0 success, 1 failure, with a message, 2 wrong usage.
 #include <exception>
 #include <iostream>
 #include <stdexcept>
@@ -30,7 +30,7 @@ void* Load(const std::filesystem::path& folder, const char* name) {
     return library;
 }
 
-// The object of a library that `id` names.
+// The object with the id `id` from a library.
 void* Obtain(void* library, const GUID& id) {
     const auto create = reinterpret_cast<CreateZelkObjectFunction>(mordhost::FindExport(library, "CreateZelkObject"));
     void* object = nullptr;

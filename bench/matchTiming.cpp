@@ -1,5 +1,5 @@
-// The time that one rule takes to be matched, which bounds the time that it holds the receiver's lock, for each size of
-// the allow list. Prints a figure for each.
+// The time to match one rule, for each size of the allow list. It bounds the time that a rule holds the receiver's
+// lock. Prints one figure per size.
 #include <exception>
 #include <iostream>
 #include <memory>
@@ -19,14 +19,14 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr size_t midsOfARule = 16;
-constexpr size_t ruleCount = 64; // other ids for each, so that not all that is looked at is at hand
+constexpr size_t ruleCount = 64; // each with other ids, so that the data exceed the smallest cache
 constexpr int rounds = 100;
 
 } // namespace
 
 int main() {
     try {
-        // Ids of which no list has one.
+        // No list has any of these ids.
         std::vector<std::string> texts;
         for (size_t i = 0; i < ruleCount * midsOfARule; ++i) {
             texts.push_back("no machine has this id: " + std::to_string(10000000 + i));

@@ -18,9 +18,9 @@ constexpr int turns = 10;
 constexpr int roundsOfATurn = 2;
 constexpr int listRounds = 12;
 
-volatile size_t kept; // the compiler leaves no work out whose result goes here
+volatile size_t kept; // the compiler keeps all work whose result goes here
 
-// Has the receiver decide the event once and compares what it wrote with what the floor writes.
+// Lets the receiver decide the event once and compares its texts with those of the floor.
 void CompareWithFloor(IMordRev& receiver, const Workload& workload) {
     SeenTexts seen;
     workload.Select();
@@ -46,7 +46,7 @@ void DecideTimes(IMordRev& receiver, const Workload& workload, uint32_t count) {
 
 } // namespace
 
-// The process has one receiver, and so one list at a time: the lists take turns, and each turn is a round.
+// The process has one receiver and therefore one list at a time: the lists take turns, one round each.
 void MeasureEvents(IMordRev& receiver) {
     std::vector<std::string> lists;
     std::vector<Subject> listSubjects;

@@ -24,8 +24,7 @@ std::string ContentOf(const std::filesystem::path& path) {
     return {std::istreambuf_iterator<char>(stream), {}};
 }
 
-// Whether a record begins at `at`, which is behind the end of a line: the answer and the report are texts of several
-// lines.
+// Returns whether a record begins at `at`, the start of a line. Answers and reports span several lines.
 bool IsBegin(const std::string& log, size_t at) {
     constexpr size_t sizeOfTime = std::string_view("2026-11-22 14:03:07").size();
     return log.compare(at + sizeOfTime, 9, " [TRACE][") == 0 || log.compare(at + sizeOfTime, 9, " [ERROR][") == 0;

@@ -15,7 +15,7 @@ constexpr uint32_t firstEvents = 100000;
 constexpr uint32_t allEvents = 10000000;
 constexpr uint32_t eventsOfAMode = 500;
 
-// All but the mode that keeps the host's answers.
+// All modes except the one that keeps the host's answers.
 constexpr uint32_t modes[] = {MODE_ACTION_TABLE, MODE_ALLOW_AFTER_DECISION, MODE_EMERGENCY, 0};
 
 } // namespace
@@ -24,7 +24,7 @@ void MeasureResidentSize(IMordRev& receiver) {
     const Workload one({1, 1});
     const Workload two({2, 2});
     const std::string list = AllowListText(10);
-    ResidentSize(); // what the question itself brings into memory is there from now on
+    ResidentSize(); // the first call loads code and data of its own
     double first = 0;
     for (uint32_t events = 0; events < allEvents; events += eventsOfAMode) {
         const uint32_t turn = events / eventsOfAMode;

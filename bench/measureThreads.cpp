@@ -22,10 +22,10 @@ namespace {
 
 constexpr Shape shape{8, 8};
 constexpr uint32_t listSize = 1000;
-constexpr uint32_t eventsOfAThread = 400; // few milliseconds: now and then both processors are free for so long
+constexpr uint32_t eventsOfAThread = 400; // a few milliseconds; both processors are sometimes free for this long
 
-// A second processor counts as free while work that shares nothing gains so much by it. Each step keeps the
-// multipliers busy, which two hardware threads of one core share: they are no two processors.
+// A second processor counts as free while work that shares nothing gains this much by it. Each step keeps the
+// multipliers busy, which two hardware threads of one core share; such threads do not count as two processors.
 constexpr double gainByAFreeProcessor = 1.9;
 constexpr uint32_t stepsOfSpareWork = 100000; // a fraction of a millisecond
 
@@ -35,14 +35,14 @@ constexpr std::chrono::seconds patience{90};
 
 using Clock = std::chrono::steady_clock;
 
-// The time of `work` on `count` threads that begin together, in nanoseconds, until the last one ends.
+// Returns the time of `work` on `count` threads, in nanoseconds, from their common start to the end of the last one.
 double TimeOn(unsigned count, const std::function<void()>& work) {
     std::atomic<unsigned> waiting{count};
     std::vector<Clock::time_point> starts(count);
     std::vector<Clock::time_point> ends(count);
     const auto run = [&](unsigned i) {
         --waiting;
-        while (waiting != 0) { // no lock: all shall begin in the same instant
+        while (waiting != 0) { // no lock, so that all begin at the same instant
         }
         starts[i] = Clock::now();
         work();
@@ -61,7 +61,7 @@ double TimeOn(unsigned count, const std::function<void()>& work) {
         .count();
 }
 
-// Tells whether a second processor is to be had right now.
+// Returns whether a second processor is free now.
 class SecondProcessor {
 public:
     bool IsFree() {
@@ -86,8 +86,8 @@ private:
     double m_leastOnOne = 0;
 };
 
-// One sample of what a second thread gains: twice the least time on one thread in the least time on two, while there
-// were two processors.
+// One sample of the gain by a second thread: twice the least time on one thread, divided by the least time on two, both
+// while a second processor was free.
 class Gain {
 public:
     Gain(std::string name, std::function<void()> work) : m_name(std::move(name)), m_work(std::move(work)) {}

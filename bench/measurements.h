@@ -1,5 +1,5 @@
-// What libraryTiming measures. Each prints its figures, as they are named in docs/performance.md, and throws
-// std::runtime_error when the library fails.
+// The measurements of libraryTiming. Each prints its figures under the names that tools/benchLimits reads, and throws
+// std::runtime_error if the library fails.
 #pragma once
 
 #include <filesystem>
@@ -8,15 +8,15 @@
 
 namespace bench {
 
-// Each event beside its floor, and each allow list beside its.
+// Events and allow lists, each with its floor.
 void MeasureEvents(IMordRev& receiver);
 
-// What a second thread gains with events, and with their floor: nine samples of each, or fewer when no second processor
-// was free for long enough.
+// The gain by a second thread, for events and for their floor: nine samples of each, fewer if no second processor was
+// free for long enough.
 void MeasureThreads(IMordRev& receiver);
 
-// A log record beside its floor, which appends the same bytes to a file. `receiver` has been initialised without
-// logging; an ini file is written to the log directory `logFolder`, and logging is on afterwards.
+// A log record, with its floor, which appends the same bytes to a file. `receiver` must be initialised without logging.
+// Writes an ini file to the log directory `logFolder`; logging is on afterwards.
 void MeasureRecords(IMordRev& receiver, const std::filesystem::path& logFolder);
 
 // The resident size after a hundred thousand and after ten million events.

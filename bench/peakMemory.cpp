@@ -1,8 +1,7 @@
-// The most memory that one event of a thousand rules with a hundred machine ids each has in use, beside the size of its
-// answer. Prints both as figures.
+// The peak memory of one event of a thousand rules with a hundred machine ids each, and the size of its answer. Prints
+// both as figures.
 //
-// Counts the heap of this program: its operator new, and what is linked in the place of malloc and its siblings (see
-// the CMake file).
+// Counts the heap of this program: operator new, and malloc and its relatives, which the linker wraps (CMakeLists.txt).
 #include <algorithm>
 #include <cstddef>
 #include <cstdlib>
@@ -33,7 +32,7 @@ namespace {
 size_t used = 0;
 size_t peak = 0;
 
-// Each block is preceded by its size.
+// The size precedes each block.
 constexpr size_t headerSize = alignof(std::max_align_t);
 
 void* Begin(void* block, size_t size) {
@@ -68,7 +67,7 @@ void* __wrap_realloc(void* memory, size_t size) {
     if (memory == nullptr) {
         return __wrap_malloc(size);
     }
-    // Both are in use while the system moves the one to the other.
+    // Both blocks are in use while the system copies one to the other.
     const size_t before = SizeOf(memory);
     peak = std::max(peak, used + size);
     used -= before;
@@ -107,7 +106,7 @@ int main() {
         peak = used;
         const bool decided = workload.Decide(receiver.Interface());
         const size_t most = peak - before;
-        const size_t kept = used - before; // for the events that follow
+        const size_t kept = used - before; // for later events
         if (!decided || kept > mostSpareBlocks * blockSize) {
             std::cerr << "peakMemory: the event is not decided as expected, or keeps too much memory\n";
             return 1;

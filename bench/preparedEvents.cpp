@@ -31,7 +31,7 @@ int32_t Give(const std::string& text, char* buffer, int32_t* size) {
     return RECORD_DELIVERED;
 }
 
-// Passes everything on, and keeps what the last query came to.
+// Forwards all calls and keeps the result of the last query.
 class ListeningHost final : public IDotHost {
 public:
     explicit ListeningHost(IDotHost& host) : m_host(host) {}
@@ -57,7 +57,7 @@ private:
 
 } // namespace
 
-// Recordings hold every value.
+// Recordings have every value.
 class PreparedEvents::Event final : public IEventRecord {
 public:
     explicit Event(const mordhost::ConnectionEvent& event)

@@ -1,5 +1,5 @@
-// The events of a recording in memory, for the library alone: what mordhost works out for each event is worked out
-// before, and everything that the library asks for is given from there.
+// The events of a recording in memory, for the library alone: everything that mordhost computes for an event and that
+// the library asks for is computed in advance.
 #pragma once
 
 #include <cstdint>
@@ -14,19 +14,19 @@
 
 namespace bench {
 
-// One event that the library is asked about.
+// One event for the library to decide.
 struct PreparedEvent {
     IEventRecord* record;
     IEventRecord** rules;
     uint32_t ruleCount;
     int32_t queryCode;
-    const char* answer; // null where there is none
+    const char* answer; // null if there is none
     uint32_t reply;     // what the library replied when the event was prepared
 };
 
 class PreparedEvents {
 public:
-    // Reads the recording in `folder` and has `receiver`, which must not be initialised, decide it once with the dots
+    // Reads the recording in `folder` and lets `receiver`, which must not be initialised, decide it once with the dots
     // of the policy, as mordhost does. Throws what mordhost throws.
     PreparedEvents(const std::filesystem::path& folder, IMordRev& receiver);
     ~PreparedEvents();
@@ -35,7 +35,7 @@ public:
 
     const mordhost::Policy& Policy() const { return m_policy; }
     const std::vector<PreparedEvent>& Asked() const { return m_asked; }
-    size_t Count() const { return m_count; } // of all events, those without a rule too
+    size_t Count() const { return m_count; } // of all events, including those without a rule
 
 private:
     class Event;
@@ -46,7 +46,7 @@ private:
     mordhost::Policy m_policy;
     std::vector<Rule> m_rules;
     std::deque<Event> m_records;
-    std::set<std::vector<IEventRecord*>> m_choices; // of rules; each stands once
+    std::set<std::vector<IEventRecord*>> m_choices; // of rules, without duplicates
     std::set<std::string> m_answers;                // likewise
     std::vector<PreparedEvent> m_asked;
     size_t m_count = 0;

@@ -36,7 +36,7 @@ const std::vector<Service>& Services() {
     static const std::vector<Service> services = {
         {22, {"ssh"}, 0},      {443, {"web", "web"}, 3},
         {445, {"smb"}, 4},     {631, {"print"}, 0},
-        {1433, {"ledger"}, 2}, {3306, {"notes"}, 0}, // the action table lets its type pass
+        {1433, {"ledger"}, 2}, {3306, {"notes"}, 0}, // the action table allows its type
         {3389, {"rdp"}, 6},    {8443, {"web", "smb", "notes", "web"}, 1},
     };
     return services;
@@ -66,7 +66,7 @@ struct Rules {
     struct Rule {
         std::string type;
         uint16_t port;
-        std::vector<std::string> mids; // of its dot; none: no dot is held
+        std::vector<std::string> mids; // of its dot; empty: no dot is held
     };
     std::vector<Rule> rules; // the guid of each is Guid of its index
 
@@ -191,10 +191,10 @@ public:
         event.time = mordhost::Timestamp(sys_days(2026y / 11 / 20) + milliseconds(number * 7ULL));
         event.name = "connection-" + std::to_string(number);
         event.flags = Draw(20) == 0 ? uint32_t{EVENT_FLAG_REPLY_TWO} : 0;
-        event.pid = 4200000 + Draw(20); // beyond the ids that Linux gives
+        event.pid = 4200000 + Draw(20); // above the highest id of Linux
         static constexpr const char* processes[] = {"/usr/sbin/sshd", "/usr/lib/postgresql/15/bin/postgres",
                                                     "/usr/sbin/apache2", "/usr/bin/python3.11"};
-        if (Draw(10) != 0) { // the one in ten was not seen in time
+        if (Draw(10) != 0) { // one in ten was not identified in time
             event.process = processes[Draw(4)];
         }
         const bool v6 = Draw(10) == 0;

@@ -1,4 +1,4 @@
-// A long recording for mordhost, and the policy under which it is replayed.
+// A long recording for mordhost, with its policy.
 #pragma once
 
 #include <cstdint>
@@ -11,10 +11,10 @@ constexpr auto eventsFileName = "events.jsonl";
 
 // Writes both into `folder`. The same count gives the same bytes. Throws std::runtime_error.
 //
-// Of a hundred events about 20 are disconnects, 12 meet a failure that the policy prescribes (10 of them the network
-// error), 4 meet no rule, 20 meet several rules, and the rest meets one: it has no dot, a dot of machines that are not
-// allowed, or, for one event in a hundred, a dot that lets it in. A dot serves once and a rule has one, so that there
-// are as many such rules as such events. The processes of the events are gone.
+// Of a hundred events about 20 are disconnects, for 12 the query fails as the policy prescribes (10 network errors), to
+// 4 no rule applies, to 20 several rules apply, and to the rest one rule applies. It has no dot, a dot of machines that
+// are not allowed, or, for one event in a hundred, a dot that allows it. A rule has one dot, which is used once;
+// therefore there are as many such rules as such events. The processes of the events have ended.
 void WriteRecording(const std::filesystem::path& folder, uint32_t eventCount);
 
 } // namespace bench

@@ -1,13 +1,13 @@
-// The two sides that `mordhost replay` is measured by:
+// Both sides of the measurement of `mordhost replay`:
 //
 //   replayWork record FOLDER COUNT                 writes a recording of COUNT events, and its policy, into FOLDER
-//   replayWork library FOLDER LIBRARIES on|off     has the library alone decide it, with or without its log records
+//   replayWork library FOLDER LIBRARIES on|off     decides it by the library alone, with or without log records
 //
-// The second prints the time of the library for the whole recording and the time of the processor in it, in seconds.
-// The events and their rules are in memory by then, the answers to the queries are the texts that mordhost gave, the
-// sink of the reports and the writer of the records only receive.
+// The second prints the elapsed time and the processor time of the library for the whole recording, in seconds. Events
+// and rules are in memory beforehand, the answers to the queries are the texts that mordhost gave, and the report sink
+// and the log writer discard what they receive.
 //
-// Exit codes: 0 done, 1 something is not as it has to be (what, is told), 2 wrong use.
+// Exit codes: 0 success, 1 failure, with a message, 2 wrong usage.
 #include <chrono>
 #include <cstdio>
 #include <ctime>
@@ -31,7 +31,7 @@ class Host final : public IDotHost {
 public:
     int32_t DeleteDot(const char*, const char*, int32_t, const char*) override { return 0; }
     int32_t QueryDot(const char*, const char*, char** result) override {
-        *result = const_cast<char*>(current->answer); // the library gives it back as it is
+        *result = const_cast<char*>(current->answer); // the library returns it unchanged
         return current->queryCode;
     }
     int32_t FreeResult(char*) override { return 0; }
@@ -44,7 +44,7 @@ public:
     int32_t Report(int32_t, const char*, uint32_t) override { return 0; }
 };
 
-// Takes every record and does nothing with it.
+// Discards every record.
 class Writer final : public ILogWriter {
 public:
     int32_t AddRef() override { return 1; }
@@ -60,7 +60,7 @@ public:
     size_t records = 0;
 };
 
-Writer writer; // longer than the library, which releases it at the end of the process
+Writer writer; // outlives the library, which releases it at the end of the process
 
 void WriteSettings(const std::filesystem::path& folder, bool logging) {
     std::ofstream(folder / "Zelklog.ini", std::ios::binary) << "[OUTLOG]\nWriteLog=" << (logging ? 1 : 0) << '\n';

@@ -1,11 +1,11 @@
-// How much memory this process holds.
+// The resident memory of this process.
 #pragma once
 
 #include <cstddef>
 
 namespace bench {
 
-// In bytes; what is swapped out does not count.
+// In bytes, without swapped pages.
 size_t ResidentSize();
 
 } // namespace bench

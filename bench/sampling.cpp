@@ -17,7 +17,7 @@ double Nanoseconds(const Subject& subject, uint32_t count) {
     return std::chrono::duration<double, std::nano>(Clock::now() - start).count();
 }
 
-// How often the work has to be done for a sample to last.
+// Returns how often to repeat the work so that a sample is long enough.
 uint32_t CountFor(const Subject& subject, std::chrono::nanoseconds sample) {
     const auto wanted = static_cast<double>(sample.count());
     uint32_t count = 1;

@@ -1,7 +1,7 @@
-// Times of several pieces of work, taken side by side.
+// Measures the times of several pieces of work side by side.
 //
-// The machine is never quiet, and its pace drifts. Each subject is sampled many times, briefly, in an order that is
-// drawn anew for each round, so that a disturbance falls on all alike; what counts is the least time of each.
+// Machines are noisy and their speed drifts. Each subject is sampled many times, briefly, in a new random order in each
+// round, so that a disturbance affects all alike. The least time of each counts.
 #pragma once
 
 #include <chrono>
@@ -15,17 +15,17 @@ namespace bench {
 struct Subject {
     std::string name;
     std::function<void(uint32_t count)> run; // does the work `count` times
-    double least = 0;                        // nanoseconds for one; 0 before it is measured
-    uint32_t count = 0;                      // of one sample; likewise
+    double least = 0;                        // nanoseconds per repetition; 0 before the measurement
+    uint32_t count = 0;                      // repetitions of one sample; 0 before the measurement
 };
 
-// Fills in `least` of each subject; when it is called again, over all samples.
+// Sets `least` of each subject. A further call continues with the samples so far.
 void Measure(std::vector<Subject>& subjects, int rounds, std::chrono::nanoseconds sample);
 
-// Prints a figure, as tools/benchLimits reads it: its name and its value.
+// Prints a figure in the form that tools/benchLimits reads: its name and its value.
 void PrintFigure(const std::string& name, double value);
 
-// Prints all of them.
+// Prints the figures of all subjects.
 void PrintFigures(const std::vector<Subject>& subjects);
 
 } // namespace bench

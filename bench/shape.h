@@ -14,10 +14,10 @@ struct Shape {
 
 constexpr std::array<Shape, 5> shapes{{{1, 1}, {8, 8}, {64, 16}, {256, 64}, {1000, 100}}};
 
-// N: machine ids that the allow list holds under the type of the rules.
+// N: the number of machine ids that the allow list has under the type of the rules.
 constexpr std::array<uint32_t, 3> listSizes{10, 1000, 100000};
 
-// "Event/8/8/1000": what a figure is called.
+// The name of a figure: "Event/8/8/1000".
 inline std::string FigureName(const std::string& what, const Shape& shape, uint32_t listSize) {
     return what + '/' + std::to_string(shape.rules) + '/' + std::to_string(shape.mids) + '/' + std::to_string(listSize);
 }

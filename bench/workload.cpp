@@ -12,7 +12,7 @@ namespace {
 
 constexpr int32_t systemPid = 4;
 
-// Of the host and the sink.
+// The state of the host and the sink.
 const char* currentAnswer = nullptr;
 SeenTexts* seenTexts = nullptr;
 
@@ -24,7 +24,7 @@ std::string GuidOf(uint32_t number) {
     return text;
 }
 
-// 32 hexadecimal digits, another text for each number.
+// 32 hexadecimal digits, different for each number.
 std::string MidOf(uint32_t number) {
     char text[40];
     std::snprintf(text, sizeof text, "%08x%08x%08x%08x", static_cast<unsigned>(number * 2654435761U),
@@ -74,7 +74,7 @@ public:
         if (seenTexts != nullptr) {
             seenTexts->request = request;
         }
-        *result = const_cast<char*>(currentAnswer); // the library gives it back as it is
+        *result = const_cast<char*>(currentAnswer); // the library returns it unchanged
         return DOT_QUERY_ANSWERED;
     }
     int32_t FreeResult(char*) override { return 0; }
@@ -144,7 +144,7 @@ bool Workload::Decide(IMordRev& receiver) const {
     uint32_t reply = REPLY_ALLOW_FLAGGED;
     const bool matched =
         receiver.HandleEvent(&theEvent, const_cast<IEventRecord**>(m_rulePointers.data()),
-                             static_cast<uint32_t>(m_rulePointers.size()), &reply); // which writes to no array
+                             static_cast<uint32_t>(m_rulePointers.size()), &reply); // the array is not written
     return !matched && reply == REPLY_BLOCK;
 }
 

@@ -1,7 +1,7 @@
-// One event of a given shape, as a host hands it to the library, and the documents that go with it.
+// One event of a given shape, as a host passes it to the library, and its documents.
 //
-// No rule matches: every machine id of the answer is looked for in vain, which is the longest way that an event can go.
-// The event's process is the system's own (process id 4), which is not looked up.
+// No rule matches: the library looks up every machine id of the answer and finds none, the most work that an event can
+// take. The event's process is the system process (id 4), whose path is not read.
 #pragma once
 
 #include <cstddef>
@@ -14,7 +14,7 @@
 
 namespace bench {
 
-// An allow list of `size` machine ids under the type of all rules; none of them stands in an answer.
+// An allow list of `size` machine ids under the type of all rules. No answer contains any of them.
 std::string AllowListText(uint32_t size);
 
 // The host's side of one event.
@@ -28,11 +28,11 @@ public:
     const std::vector<std::string>& Guids() const { return m_guids; }
     const std::string& Answer() const { return m_answer; }
 
-    // Makes the host answer for this workload from now on. Not while events are being decided.
+    // The host answers for this workload from now on. Must not be called while events are decided.
     void Select() const;
 
-    // Has the library decide the event; true when it was decided as it has to be: blocked, without a match. Several
-    // threads may be here at once.
+    // Lets the library decide the event. Returns whether the result is as expected: blocked, without a match. Several
+    // threads may call it at once.
     bool Decide(IMordRev& receiver) const;
 
 private:
@@ -44,16 +44,16 @@ private:
     std::vector<IEventRecord*> m_rulePointers;
 };
 
-// The host of all workloads. It answers each query at once with the text of the workload that was selected last, and
-// throws reports away.
+// The host of all workloads. It answers each query with the text of the workload that was selected last. The sink
+// discards reports.
 IDotHost& Host();
 IReportSink& Sink();
 
-// The texts that host and sink get, for a look at them.
+// The texts that the host and the sink receive.
 struct SeenTexts {
     std::string request;
     std::string report;
 };
-void KeepTextsIn(SeenTexts* texts); // null ends it
+void KeepTextsIn(SeenTexts* texts); // null: no longer
 
 } // namespace bench
