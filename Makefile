@@ -69,7 +69,7 @@ test-windows: build-windows ## run the tests on Windows, under Wine: all on 32 b
 	@$(call ctest,windows-x86)
 	@$(call ctest,windows-x64) -L inspection
 
-coverage: ## count the branches that the tests take; fail below what is promised
+coverage: ## count the branches that the tests take; fail below the required shares
 	@scripts/setup linux coverage
 	@$(call built,linux-coverage)
 	@rm -rf build/linux-coverage/profiles

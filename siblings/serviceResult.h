@@ -11,7 +11,7 @@ constexpr uint32_t RESULT_FAILED = 0x80004005;           // a system call failed
 constexpr uint32_t RESULT_NOT_STARTED = 0x8000FFFF;      // the service has not been started
 constexpr uint32_t RESULT_OUT_OF_MEMORY = 0x8007000E;    // no effect
 constexpr uint32_t RESULT_INVALID_ARGUMENT = 0x80070057; // an argument is null, unknown or malformed
-constexpr uint32_t RESULT_CUT = 0x8007007A;              // the output did not fit and is truncated
+constexpr uint32_t RESULT_TRUNCATED = 0x8007007A;              // the output did not fit and is truncated
 
 // The operations of the services return signed words with the same bits.
 constexpr int32_t Signed(uint32_t result) {

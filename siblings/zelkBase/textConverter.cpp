@@ -40,7 +40,7 @@ template <typename To, typename From>
 uint32_t ConvertText(const TextConversionRequest& request) {
     auto* const destination = static_cast<To*>(request.destination);
     if (request.destinationCapacity == 0) {
-        return RESULT_CUT;
+        return RESULT_TRUNCATED;
     }
     if (destination == nullptr) {
         return RESULT_INVALID_ARGUMENT;
@@ -51,7 +51,7 @@ uint32_t ConvertText(const TextConversionRequest& request) {
         return RESULT_INVALID_ARGUMENT;
     }
     const std::basic_string_view<From> source(static_cast<const From*>(request.source), request.sourceLength);
-    return Fill(source, destination, request.destinationCapacity - 1) ? RESULT_OK : RESULT_CUT;
+    return Fill(source, destination, request.destinationCapacity - 1) ? RESULT_OK : RESULT_TRUNCATED;
 }
 
 } // namespace

@@ -13,9 +13,9 @@ namespace siblings {
 // Source and destination must not overlap. `reserved` is ignored. A source can be null if its length is 0, a
 // destination if its capacity is 0.
 //
-// Results: RESULT_OK; RESULT_CUT if the output is truncated, and always for a capacity of 0; RESULT_INVALID_ARGUMENT
-// for a null request, an unknown command or a null destination (nothing is written), and for a code page other than
-// 65001 or a null source (the output is empty).
+// Results: RESULT_OK; RESULT_TRUNCATED if the output is truncated, and always for a capacity of 0;
+// RESULT_INVALID_ARGUMENT for a null request, an unknown command or a null destination (nothing is written), and for a
+// code page other than 65001 or a null source (the output is empty).
 class TextConverter final : public ServiceObject<TextConverter, ITextConverter> {
 public:
     explicit TextConverter(const GUID& id = SID_TextConverter) : ServiceObject(id) {}

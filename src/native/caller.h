@@ -25,7 +25,7 @@ using Caller = CallerOf<sizeof(void*) * 8>;
 #endif
 
 // Truncates an address or a size to the caller's pointer width, as a parameter of a system function.
-constexpr uintptr_t CutToCaller(uint64_t value) {
+constexpr uintptr_t TruncateToCaller(uint64_t value) {
     return static_cast<uintptr_t>(static_cast<Caller::Pointer>(value));
 }
 

@@ -1,8 +1,8 @@
 // Modules and functions of the 64-bit half of a 32-bit process.
 //
 // Any thread may call. GateNtdllBase caches its result for the life of the process, and so does GateResolve for the
-// resolver that it uses (foundValue.h); the others search at each call. A failure is 0, never an exception; it is not
-// logged, and the next call tries again.
+// resolver that it uses (cachedAddress.h); the others search at each call. A failure is 0, never an exception; it is
+// not logged, and the next call tries again.
 #pragma once
 
 #include <cstdint>

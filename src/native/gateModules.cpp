@@ -4,7 +4,7 @@
 #include <new>
 #include <string_view>
 
-#include "native/foundValue.h"
+#include "native/cachedAddress.h"
 #include "native/gate.h"
 #include "native/gateLayouts.h"
 #include "native/remoteLayouts.h"
@@ -12,7 +12,7 @@
 
 namespace {
 
-constinit FoundValue<uint64_t> ntdllBase;
+constinit CachedAddress<uint64_t> ntdllBase;
 
 // A local copy of a 64-bit structure of `size` bytes.
 template <size_t size>

@@ -2,7 +2,7 @@
 #include <atomic>
 #include <cstring>
 
-#include "native/foundValue.h"
+#include "native/cachedAddress.h"
 #include "native/gate.h"
 #include "native/gateLayouts.h"
 #include "platform/callConv.h"
@@ -10,7 +10,7 @@
 
 namespace {
 
-constinit FoundValue<uint64_t> loaderResolver;
+constinit CachedAddress<uint64_t> loaderResolver;
 
 using StatusToErrorFunction = uint32_t(MORD_STDCALL*)(uint32_t status);
 using SetLastErrorFunction = void(MORD_STDCALL*)(uint32_t error);

@@ -1,6 +1,6 @@
 #include "native/gateWrappers.h"
 
-#include "native/foundValue.h"
+#include "native/cachedAddress.h"
 #include "native/gate.h"
 
 namespace {
@@ -29,7 +29,7 @@ private:
     }
 
     const char* m_name;
-    FoundValue<uint64_t> m_address;
+    CachedAddress<uint64_t> m_address;
 };
 
 constinit GateFunction getContext("NtGetContextThread");

@@ -58,7 +58,7 @@ Native::Native(platform::Handle process, bool machineIs32Bit) : processHandle(pr
 
 NtStatus Native::ReadMemory(uint64_t address, void* destination, uint64_t size, uint64_t* bytesRead) {
     return StatusOf([&] {
-        platform::ReadProcessMemory(processHandle, CutToCaller(address), destination, CutToCaller(size),
+        platform::ReadProcessMemory(processHandle, TruncateToCaller(address), destination, TruncateToCaller(size),
                                     reinterpret_cast<size_t*>(bytesRead)); // passed on unchanged
     });
 }
@@ -87,7 +87,8 @@ NtStatus Native::QueryVirtualMemory(uint64_t address, uint32_t informationClass,
         return STATUS_OF_MISSING_FUNCTION;
     }
     size_t returnedLength = 0;
-    return query(processHandle, CutToCaller(address), informationClass, buffer, CutToCaller(size), &returnedLength);
+    return query(processHandle, TruncateToCaller(address), informationClass, buffer, TruncateToCaller(size),
+                 &returnedLength);
 }
 
 NtStatus Native::QuerySystemInformation(uint32_t informationClass, void* buffer, uint32_t size,
@@ -131,7 +132,7 @@ uint64_t Native::ReadPeb32(void* destination) {
     uint64_t address = 0; // the result is what the query stores, whatever its status
     const NtStatus status = query(processHandle, ProcessWow64InformationClass, &address, sizeof address, nullptr);
     if (!Failed(status) && destination != nullptr) {
-        platform::ReadProcessMemory(processHandle, CutToCaller(address), destination, Bits32::pebSize, nullptr);
+        platform::ReadProcessMemory(processHandle, TruncateToCaller(address), destination, Bits32::pebSize, nullptr);
     }
     return address;
 }
@@ -139,7 +140,8 @@ uint64_t Native::ReadPeb32(void* destination) {
 uint64_t Native::ReadTeb64(platform::Handle thread, void* destination) {
     const TebAddress teb = QueryTeb<Bits64>(thread);
     if (teb.valid && destination != nullptr) {
-        platform::ReadProcessMemory(processHandle, CutToCaller(teb.address), destination, Bits64::tebSize, nullptr);
+        platform::ReadProcessMemory(processHandle, TruncateToCaller(teb.address), destination, Bits64::tebSize,
+                                    nullptr);
     }
     return teb.address;
 }
@@ -153,7 +155,7 @@ uint64_t Native::ReadTeb32(platform::Handle thread, void* destination) {
     const TebAddress teb64 = QueryTeb<Bits64>(thread);
     const uint64_t address = teb64.address + teb32AboveTeb64;
     if (teb64.valid && destination != nullptr) {
-        platform::ReadProcessMemory(processHandle, CutToCaller(address), destination, Bits32::tebSize, nullptr);
+        platform::ReadProcessMemory(processHandle, TruncateToCaller(address), destination, Bits32::tebSize, nullptr);
     }
     return address;
 }
@@ -170,7 +172,7 @@ uint64_t Native::ReadPlainPeb(void* destination) {
     }
     const auto address = LoadField<Caller::Pointer>(block.bytes, Caller::processBasicPebBaseAddress);
     if (destination != nullptr) {
-        platform::ReadProcessMemory(processHandle, CutToCaller(address), destination, Caller::pebSize, nullptr);
+        platform::ReadProcessMemory(processHandle, TruncateToCaller(address), destination, Caller::pebSize, nullptr);
     }
     return To64BitAddress(address);
 }
@@ -178,7 +180,8 @@ uint64_t Native::ReadPlainPeb(void* destination) {
 uint64_t Native::ReadPlainTeb32(platform::Handle thread, void* destination) {
     const TebAddress teb = QueryTeb<Bits32>(thread);
     if (teb.valid && destination != nullptr) {
-        platform::ReadProcessMemory(processHandle, CutToCaller(teb.address), destination, Bits32::tebSize, nullptr);
+        platform::ReadProcessMemory(processHandle, TruncateToCaller(teb.address), destination, Bits32::tebSize,
+                                    nullptr);
     }
     return teb.address;
 }

@@ -7,7 +7,7 @@ from pathlib import Path
 from typing import Any, NamedTuple
 
 from coverageCount.profiles import CannotCount
-from coverageCount.promises import CALLERS
+from coverageCount.thresholds import CALLERS
 
 EXPANSION = 1  # the kind of a region that a macro expands to
 

@@ -9,7 +9,7 @@ WEB = 0
 
 
 class Size(NamedTuple):
-    """Of a share: events on the library, and the combinations that these stand for."""
+    """x."""
 
     runs: int
     combinations: int

@@ -6,7 +6,7 @@ from pathlib import Path
 
 from coverageCount.branchCount import Branch, BranchCount, Condition, Place
 from coverageCount.profiles import CannotCount
-from coverageCount.promises import CALLERS
+from coverageCount.thresholds import CALLERS
 from tests.countedFunction import counted, logs
 
 CALLER_32, CALLER_64 = "src/native/chooseNativeX86.cpp", "src/native/chooseNativeX64.cpp"

@@ -76,12 +76,12 @@ class Command(FakeProgramTest):
     def test_passes_a_tree_of_which_all_is_taken(self) -> None:
         self.sees(0)
 
-    def test_fails_below_the_promise(self) -> None:
+    def test_fails_below_the_threshold(self) -> None:
         self.built("native64Test", 3, SOURCES[5], false=0)
         self.sees(1, "src/native/chooseNativeX64.cpp:1: never false (src/native, 64-bit caller, one): if (one) {",
-                  "src/native, 64-bit caller: 50.00 % of the branches are taken, 100 % are promised")
+                  "src/native, 64-bit caller: 50.00 % of the branches are taken, 100 % are required")
 
-    def test_reads_the_excuses_of_the_tree(self) -> None:
+    def test_reads_the_exclusions_of_the_tree(self) -> None:
         self.built("native64Test", 3, SOURCES[5], false=0)
         (self.tree / "tools/coverageCount/unreached.txt").write_text(f"{SOURCES[5]} | if (one) {{ | 1 | it is so\n")
         self.sees(0)

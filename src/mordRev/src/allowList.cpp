@@ -11,12 +11,12 @@
 #include "mordRev/src/mordRev.h"
 #include "mordRev/src/seededHash.h"
 
-// NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): m_few is set as far as there are ids
+// NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): m_inline is set as far as there are ids
 AllowQuery::AllowQuery(const std::string& protocol, MidSet mids) : m_protocol(protocol), m_mids(mids) {
-    MarkedHash* pairs = m_few.data();
-    if (mids.size() > m_few.size()) {
-        m_many.resize(mids.size());
-        pairs = m_many.data();
+    FilteredHash* pairs = m_inline.data();
+    if (mids.size() > m_inline.size()) {
+        m_heap.resize(mids.size());
+        pairs = m_heap.data();
     }
     const uint32_t protocolHash = AllowList::HashOfProtocol(protocol);
     std::transform(mids.begin(), mids.end(), pairs,
@@ -28,8 +28,8 @@ uint32_t AllowList::HashOfProtocol(const std::string& protocol) {
     return HashText(protocol, ProcessHashKeys().protocol);
 }
 
-MarkedHash AllowList::HashOfPair(uint32_t protocolHash, std::string_view mid) {
-    return MarkedHash(protocolHash ^ HashText(mid, ProcessHashKeys().mid));
+FilteredHash AllowList::HashOfPair(uint32_t protocolHash, std::string_view mid) {
+    return FilteredHash(protocolHash ^ HashText(mid, ProcessHashKeys().mid));
 }
 
 // Inserts in the order of the table, so that each element goes behind the last one without a comparison.

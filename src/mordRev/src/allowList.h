@@ -73,9 +73,9 @@ private:
     MidSet m_mids;
     // The hash of each id combined with the protocol key, in the order of the ids. Up to 128 are stored in the object,
     // more on the heap.
-    std::array<MarkedHash, 128> m_few;
-    std::vector<MarkedHash> m_many;
-    const MarkedHash* m_pairs;
+    std::array<FilteredHash, 128> m_inline;
+    std::vector<FilteredHash> m_heap;
+    const FilteredHash* m_pairs;
 };
 
 // The table and a hash index over its pairs: the time of a look-up does not grow with the list, and absent ids need no
@@ -106,7 +106,7 @@ private:
     };
 
     static uint32_t HashOfProtocol(const std::string& protocol);
-    static MarkedHash HashOfPair(uint32_t protocolHash, std::string_view mid);
+    static FilteredHash HashOfPair(uint32_t protocolHash, std::string_view mid);
 
     AllowTable m_table;
     std::vector<Pair> m_pairs; // every pair of the table

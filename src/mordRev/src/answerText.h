@@ -57,10 +57,10 @@ private:
     // Returns the number of characters from m_at to the end of the string, which is not before `at`. No value is
     // longer.
     size_t LengthOfString(const char* at) const {
-        at = PassPlainText(at, m_end);
+        at = SkipPlainText(at, m_end);
         while (at != m_end && *at == '\\') {
             at += m_end - at >= 2 ? 2 : 1;
-            at = PassPlainText(at, m_end);
+            at = SkipPlainText(at, m_end);
         }
         return static_cast<size_t>(at - m_at);
     }

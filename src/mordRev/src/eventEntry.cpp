@@ -76,7 +76,7 @@ bool CMordRecv::HandleEvent(IEventRecord* event, IEventRecord** rules, uint32_t 
             result = false;
         } else {
             answer.GiveBack();
-            matched = GoThroughRules(event, rules, ruleCount, queryResult, reply);
+            matched = MatchRules(event, rules, ruleCount, queryResult, reply);
             result = matched != nullptr;
         }
     }
@@ -90,8 +90,8 @@ bool CMordRecv::HandleEvent(IEventRecord* event, IEventRecord** rules, uint32_t 
     return result;
 }
 
-IEventRecord* CMordRecv::GoThroughRules(IEventRecord* event, IEventRecord** rules, uint32_t ruleCount,
-                                        const QueryResultTable& queryResult, uint32_t* reply) {
+IEventRecord* CMordRecv::MatchRules(IEventRecord* event, IEventRecord** rules, uint32_t ruleCount,
+                                    const QueryResultTable& queryResult, uint32_t* reply) {
     for (uint32_t i = 0; i < ruleCount; ++i) {
         IEventRecord* const rule = rules[i];
         HandleEventInner(event, rule, queryResult, reply);

@@ -18,17 +18,17 @@ void HashIndex::Reserve(size_t more) {
     HashIndex larger;
     const size_t size = std::max(minimumSlots, std::bit_ceil(needed));
     larger.m_slots.resize(size);
-    larger.m_filter.resize(size >> slotsOfAWordLog2);
+    larger.m_filter.resize(size >> slotsPerFilterWordLog2);
     larger.m_shift = 32 - static_cast<unsigned>(std::countr_zero(size));
     for (const Slot& slot : m_slots) {
         if (slot.number != none) {
-            larger.Add(MarkedHash(slot.hash), slot.number);
+            larger.Add(FilteredHash(slot.hash), slot.number);
         }
     }
     *this = std::move(larger);
 }
 
-void HashIndex::Add(const MarkedHash& hash, uint32_t number) noexcept {
+void HashIndex::Add(const FilteredHash& hash, uint32_t number) noexcept {
     size_t at = PlaceOf(hash.value);
     while (m_slots[at].number != none) {
         at = (at + 1) & (m_slots.size() - 1);

@@ -11,9 +11,9 @@
 
 // A hash and its bits in the filter: up to three bits of one word, from the bits of the hash that influence the slot
 // least. Computed in advance by callers that look up under a lock.
-struct MarkedHash {
-    MarkedHash() = default;
-    explicit MarkedHash(uint32_t hash)
+struct FilteredHash {
+    FilteredHash() = default;
+    explicit FilteredHash(uint32_t hash)
         : value(hash),
           marks(uint32_t{1} << (hash & 31) | uint32_t{1} << (hash >> 5 & 31) | uint32_t{1} << (hash >> 10 & 31)) {}
 
@@ -31,21 +31,21 @@ public:
     void Reserve(size_t more = 1);
 
     // Adds the entry `number`, which must not be `none`. Reserve must have made room for it.
-    void Add(const MarkedHash& hash, uint32_t number) noexcept;
+    void Add(const FilteredHash& hash, uint32_t number) noexcept;
 
     // Removes all entries and frees the memory.
     void Clear() noexcept;
 
     // Returns false if no entry has this hash. Returns true for about one absent hash in a hundred, and never for an
     // empty index. Takes the same few steps in either case, for loops over many hashes.
-    bool MayHold(const MarkedHash& sought) const {
+    bool MayHold(const FilteredHash& sought) const {
         return !m_filter.empty() && (m_filter[WordOf(sought.value)] & sought.marks) == sought.marks;
     }
 
     // Returns the number of an entry with this hash for which `isSought(number)` is true, or `none`. `isSought`
     // compares the entry itself, since hashes can collide.
     template <typename IsSought>
-    uint32_t Find(const MarkedHash& sought, const IsSought& isSought) const {
+    uint32_t Find(const FilteredHash& sought, const IsSought& isSought) const {
         if (!MayHold(sought)) {
             return none;
         }
@@ -63,10 +63,10 @@ private:
         uint32_t number = none; // marks a free slot
     };
 
-    static constexpr unsigned slotsOfAWordLog2 = 2; // at most two entries per filter word, on average
+    static constexpr unsigned slotsPerFilterWordLog2 = 2; // at most two entries per filter word, on average
 
     size_t PlaceOf(uint32_t hash) const { return hash >> m_shift; }
-    size_t WordOf(uint32_t hash) const { return hash >> (m_shift + slotsOfAWordLog2); }
+    size_t WordOf(uint32_t hash) const { return hash >> (m_shift + slotsPerFilterWordLog2); }
 
     std::vector<uint32_t> m_filter; // its size is a power of two, or 0
     std::vector<Slot> m_slots;      // four per filter word

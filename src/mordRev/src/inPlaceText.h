@@ -23,7 +23,7 @@ public:
 
     Ch* PutBegin() {
         Ch* const begin = m_at;
-        m_at += PassPlainText(m_at, m_end) - m_at;
+        m_at += SkipPlainText(m_at, m_end) - m_at;
         m_put = m_at;
         return begin;
     }

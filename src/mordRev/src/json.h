@@ -95,7 +95,7 @@ public:
 
         // Writes a string as String does. A text without a character to escape is copied as a whole.
         void Text(std::string_view text) {
-            if (PassPlainText(text.data(), text.data() + text.size()) != text.data() + text.size()) {
+            if (SkipPlainText(text.data(), text.data() + text.size()) != text.data() + text.size()) {
                 String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
                 return;
             }

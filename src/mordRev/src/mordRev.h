@@ -109,8 +109,8 @@ public:
 
 private:
     // Decides the rules in array order until one allows; returns that rule, or null if none does.
-    IEventRecord* GoThroughRules(IEventRecord* event, IEventRecord** rules, uint32_t ruleCount,
-                                 const QueryResultTable& queryResult, uint32_t* reply);
+    IEventRecord* MatchRules(IEventRecord* event, IEventRecord** rules, uint32_t ruleCount,
+                             const QueryResultTable& queryResult, uint32_t* reply);
 
     // The atomic fields are as large as plain ones: they contain no lock.
     static_assert(sizeof(std::atomic<bool>) == sizeof(bool) && sizeof(std::atomic<uint32_t>) == sizeof(uint32_t) &&

@@ -34,7 +34,7 @@ inline TextWord TextWordAt(const char* at) {
 }
 
 // Returns the first character from `at` on that is not plain, or `end`.
-inline const char* PassPlainText(const char* at, const char* end) {
+inline const char* SkipPlainText(const char* at, const char* end) {
     while (static_cast<size_t>(end - at) >= sizeof(TextWord)) {
         if (const TextWord marks = MarksOf(TextWordAt(at))) {
             return at + std::countr_zero(marks) / CHAR_BIT;
@@ -47,7 +47,7 @@ inline const char* PassPlainText(const char* at, const char* end) {
     return at;
 }
 
-// Like PassPlainText, and copies the characters before it to `to`, which has room for all up to `end` and may be
+// Like SkipPlainText, and copies the characters before it to `to`, which has room for all up to `end` and may be
 // changed that far.
 inline const char* CopyPlainText(const char* at, const char* end, char* to) {
     while (static_cast<size_t>(end - at) >= sizeof(TextWord)) {

@@ -23,16 +23,16 @@ struct QueryResultTable::Entries {
 namespace {
 
 // Up to this size, comparing guids costs less than hashing one.
-constexpr size_t longestWalk = 8;
+constexpr size_t maximumLinearSearch = 8;
 
-MarkedHash HashOfGuid(std::string_view guid) {
-    return MarkedHash(HashText(guid, ProcessHashKeys().guid));
+FilteredHash HashOfGuid(std::string_view guid) {
+    return FilteredHash(HashText(guid, ProcessHashKeys().guid));
 }
 
 } // namespace
 
 const QueryResultTable::Entries::Entry* QueryResultTable::Entries::Find(std::string_view guid) const {
-    if (list.size() <= longestWalk) {
+    if (list.size() <= maximumLinearSearch) {
         for (const Entry& entry : list) {
             if (entry.guid == guid) {
                 return &entry;
@@ -46,21 +46,21 @@ const QueryResultTable::Entries::Entry* QueryResultTable::Entries::Find(std::str
 
 // Strong exception guarantee: everything that can throw comes before the list grows.
 void QueryResultTable::Entries::Add(std::string_view guid, MidSet mids, const std::shared_ptr<const void>& owner) {
-    if (list.size() < longestWalk) {
-        list.reserve(longestWalk);
+    if (list.size() < maximumLinearSearch) {
+        list.reserve(maximumLinearSearch);
         list.push_back({guid, mids, owner});
         return;
     }
-    if (list.size() == longestWalk) {
+    if (list.size() == maximumLinearSearch) {
         HashIndex first;
-        for (uint32_t number = 0; number < longestWalk; ++number) {
+        for (uint32_t number = 0; number < maximumLinearSearch; ++number) {
             first.Reserve();
             first.Add(HashOfGuid(list[number].guid), number);
         }
         index = std::move(first);
     }
     index.Reserve();
-    const MarkedHash hash = HashOfGuid(guid);
+    const FilteredHash hash = HashOfGuid(guid);
     list.push_back({guid, mids, owner});
     index.Add(hash, static_cast<uint32_t>(list.size() - 1));
 }

@@ -34,9 +34,9 @@ static_assert(FunctionIs("bool CMordRecv::IsMatchmid(std::string, std::vector<st
 static_assert(FunctionIs("std::string CMordRecv::GetLocalMid()", "CMordRecv::GetLocalMid"));
 static_assert(FunctionIs("static bool CMordRecv::GetProcPathByPid(uint32_t, std::string*)",
                          "CMordRecv::GetProcPathByPid"));
-static_assert(FunctionIs("IEventRecord** CMordRecv::GoThroughRules(IEventRecord*)", "CMordRecv::GoThroughRules"),
+static_assert(FunctionIs("IEventRecord** CMordRecv::MatchRules(IEventRecord*)", "CMordRecv::MatchRules"),
               "a pointer result, as GCC writes it");
-static_assert(FunctionIs("IEventRecord **CMordRecv::GoThroughRules(IEventRecord *)", "CMordRecv::GoThroughRules"),
+static_assert(FunctionIs("IEventRecord **CMordRecv::MatchRules(IEventRecord *)", "CMordRecv::MatchRules"),
               "a pointer result, as Clang writes it");
 static_assert(FunctionIs("const Base::CSmartStream &Base::CSmartStream::Self()", "Base::CSmartStream::Self"),
               "a reference result");

@@ -13,7 +13,7 @@ constexpr auto any = [](uint32_t) { return true; };
 // The numbers that a look-up offers, in its order; none of them is what it seeks.
 std::vector<uint32_t> Offered(const HashIndex& index, uint32_t hash) {
     std::vector<uint32_t> numbers;
-    const uint32_t found = index.Find(MarkedHash(hash), [&](uint32_t number) {
+    const uint32_t found = index.Find(FilteredHash(hash), [&](uint32_t number) {
         numbers.push_back(number);
         return false;
     });
@@ -23,8 +23,8 @@ std::vector<uint32_t> Offered(const HashIndex& index, uint32_t hash) {
 
 void ExpectEmpty(const HashIndex& index) {
     for (const uint32_t hash : {0x00000000U, 0x12345678U, 0xFFFFFFFFU}) {
-        EXPECT_FALSE(index.MayHold(MarkedHash(hash)));
-        EXPECT_EQ(index.Find(MarkedHash(hash), any), HashIndex::none);
+        EXPECT_FALSE(index.MayHold(FilteredHash(hash)));
+        EXPECT_EQ(index.Find(FilteredHash(hash), any), HashIndex::none);
     }
 }
 
@@ -33,8 +33,8 @@ TEST(HashIndex, WithoutAnEntryFindsNothing) {
     ExpectEmpty(index);
     index.Reserve();
     ExpectEmpty(index);
-    index.Add(MarkedHash(0x12345678), 0);
-    EXPECT_TRUE(index.MayHold(MarkedHash(0x12345678)));
+    index.Add(FilteredHash(0x12345678), 0);
+    EXPECT_TRUE(index.MayHold(FilteredHash(0x12345678)));
     index.Clear();
     ExpectEmpty(index);
 }
@@ -45,13 +45,13 @@ TEST(HashIndex, OffersTheEntriesOfThatHashAndNoOther) {
     const uint32_t hashes[] = {0xF0000001, 0xF0000001, 0xF0010001, 0xF0000002};
     for (uint32_t number = 0; number < 4; ++number) {
         index.Reserve();
-        index.Add(MarkedHash(hashes[number]), number);
+        index.Add(FilteredHash(hashes[number]), number);
     }
     EXPECT_EQ(Offered(index, 0xF0000001), (std::vector<uint32_t>{0, 1}));
     EXPECT_EQ(Offered(index, 0xF0010001), std::vector<uint32_t>{2});
     EXPECT_EQ(Offered(index, 0xF0000002), std::vector<uint32_t>{3});
     EXPECT_EQ(Offered(index, 0xF0020001), std::vector<uint32_t>{});
-    EXPECT_EQ(index.Find(MarkedHash(0xF0000001), [](uint32_t number) { return number == 1; }), 1U);
+    EXPECT_EQ(index.Find(FilteredHash(0xF0000001), [](uint32_t number) { return number == 1; }), 1U);
 }
 
 // At the last place it goes on with the first one.
@@ -59,10 +59,10 @@ TEST(HashIndex, OffersTheEntriesOfItsEnd) {
     HashIndex index;
     for (uint32_t number = 0; number < 3; ++number) {
         index.Reserve();
-        index.Add(MarkedHash(0xFFFFFFFF), number);
+        index.Add(FilteredHash(0xFFFFFFFF), number);
     }
     index.Reserve();
-    index.Add(MarkedHash(0), 3);
+    index.Add(FilteredHash(0), 3);
     EXPECT_EQ(Offered(index, 0xFFFFFFFF), (std::vector<uint32_t>{0, 1, 2}));
     EXPECT_EQ(Offered(index, 0), std::vector<uint32_t>{3});
 }
@@ -72,10 +72,10 @@ TEST(HashIndex, KeepsItsEntriesAsItGrows) {
     const auto hashOf = [](uint32_t number) { return (number % 700) * 0x9E3779B1; }; // some come twice, one is 0
     for (uint32_t number = 0; number < 1000; ++number) {
         index.Reserve();
-        index.Add(MarkedHash(hashOf(number)), number);
+        index.Add(FilteredHash(hashOf(number)), number);
     }
     for (uint32_t number = 0; number < 1000; ++number) {
-        EXPECT_EQ(index.Find(MarkedHash(hashOf(number)), [&](uint32_t other) { return other == number; }), number);
+        EXPECT_EQ(index.Find(FilteredHash(hashOf(number)), [&](uint32_t other) { return other == number; }), number);
     }
 }
 
@@ -86,12 +86,12 @@ TEST(HashIndex, MayHoldFewHashesThatItDoesNotHold) {
         HashIndex index;
         for (uint32_t number = 0; number < entries; ++number) {
             index.Reserve();
-            index.Add(MarkedHash(static_cast<uint32_t>(random())), number);
+            index.Add(FilteredHash(static_cast<uint32_t>(random())), number);
         }
         constexpr int tries = 100000;
         int passed = 0;
         for (int i = 0; i < tries; ++i) {
-            passed += index.MayHold(MarkedHash(static_cast<uint32_t>(random()))) ? 1 : 0;
+            passed += index.MayHold(FilteredHash(static_cast<uint32_t>(random()))) ? 1 : 0;
         }
         EXPECT_LE(passed, tries / 50) << entries;
     }

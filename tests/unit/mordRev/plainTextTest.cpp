@@ -21,7 +21,7 @@ size_t PlainLength(const std::string& text, size_t length) {
 }
 
 size_t Passed(const std::string& text, size_t length) {
-    return static_cast<size_t>(PassPlainText(text.data(), text.data() + length) - text.data());
+    return static_cast<size_t>(SkipPlainText(text.data(), text.data() + length) - text.data());
 }
 
 TEST(PlainText, EndsAtEachCharacterThatIsNoneAtEachPlace) {

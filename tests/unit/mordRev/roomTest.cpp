@@ -105,7 +105,7 @@ TEST(Room, OfAnIndexIsDoubledWhenHalfOfItIsFull) {
             EXPECT_EQ(calls, 2U);
             growths.push_back(number);
         }
-        index.Add(MarkedHash(number * 0x9E3779B1), number);
+        index.Add(FilteredHash(number * 0x9E3779B1), number);
     }
     EXPECT_EQ(growths, (std::vector<uint32_t>{0, 8, 16, 32, 64}));
 }

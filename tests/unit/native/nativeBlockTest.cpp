@@ -154,9 +154,9 @@ TEST_F(NativeBlock, ReadPeb32GoesOnWithAPositiveStatus) {
 // ReadTeb64
 
 TEST_F(NativeBlock, ReadTeb64AsksForTheThreadIn48BytesAndReads6200) {
-    Fill(CutToCaller(teb), 0x2000);
+    Fill(TruncateToCaller(teb), 0x2000);
     EXPECT_EQ(Object().ReadTeb64(thread, buffer.data()), teb);
-    EXPECT_EQ(system.TakeCalls(), (Lines{threadQuery, Read(CutToCaller(teb), 6200)}));
+    EXPECT_EQ(system.TakeCalls(), (Lines{threadQuery, Read(TruncateToCaller(teb), 6200)}));
     EXPECT_TRUE(Holds(buffer, 6200));
 }
 
@@ -194,9 +194,9 @@ TEST_F(NativeBlock, ReadTeb32OfA64BitTargetIs0WithoutAQuery) {
 
 TEST_F(NativeBlock, ReadTeb32LooksForTheTeb8192AboveThe64BitOneAndReads4096) {
     target->isWow64 = 1;
-    Fill(CutToCaller(teb + 8192), 0x2000);
+    Fill(TruncateToCaller(teb + 8192), 0x2000);
     EXPECT_EQ(Object().ReadTeb32(thread, buffer.data()), teb + 8192);
-    EXPECT_EQ(system.TakeCalls(), (Lines{threadQuery, Read(CutToCaller(teb + 8192), 4096)}));
+    EXPECT_EQ(system.TakeCalls(), (Lines{threadQuery, Read(TruncateToCaller(teb + 8192), 4096)}));
     EXPECT_TRUE(Holds(buffer, 4096));
 }
 
@@ -220,7 +220,7 @@ TEST_F(NativeBlock, ReadTeb32OfAWow64TargetAndABadThreadHandleIs8192) {
 
 TEST_F(NativeBlock, ReadTeb32Is8192WithoutAReadWhenTheQueryFailed) {
     target->isWow64 = 1;
-    Fill(CutToCaller(teb + 8192), 0x2000);
+    Fill(TruncateToCaller(teb + 8192), 0x2000);
     Native& native = Object();
     for (const uint32_t status : negativeStatuses) {
         system.Next("NtQueryInformationThread", {status});
@@ -231,7 +231,7 @@ TEST_F(NativeBlock, ReadTeb32Is8192WithoutAReadWhenTheQueryFailed) {
 
 TEST_F(NativeBlock, ReadTeb32AddsTheDistanceToWhatAFailedQueryLeft) {
     target->isWow64 = 1;
-    Fill(CutToCaller(teb + 8192), 0x2000);
+    Fill(TruncateToCaller(teb + 8192), 0x2000);
     Native& native = Object();
     for (const uint32_t status : negativeStatuses) {
         system.Next("NtQueryInformationThread", {status, true});
@@ -242,13 +242,13 @@ TEST_F(NativeBlock, ReadTeb32AddsTheDistanceToWhatAFailedQueryLeft) {
 
 TEST_F(NativeBlock, ReadTeb32GoesOnWithAPositiveStatus) {
     target->isWow64 = 1;
-    Fill(CutToCaller(teb + 8192), 0x2000);
+    Fill(TruncateToCaller(teb + 8192), 0x2000);
     Native& native = Object();
     for (const uint32_t status : positiveStatuses) {
         system.Next("NtQueryInformationThread", {status, true});
         EXPECT_EQ(native.ReadTeb32(thread, buffer.data()), teb + 8192) << Hex(status);
     }
-    EXPECT_EQ(system.Count(Read(CutToCaller(teb + 8192), 4096)), std::size(positiveStatuses));
+    EXPECT_EQ(system.Count(Read(TruncateToCaller(teb + 8192), 4096)), std::size(positiveStatuses));
 }
 
 TEST_F(NativeBlock, ReadTeb32WithoutItsFunctionIs8192AndReadTeb64Is0) {

@@ -76,7 +76,7 @@ TEST(ServiceFactoryTest, refusesWhatItDoesNotHold) {
 }
 
 TEST(ServiceGuardTest, turnsExceptionsIntoResults) {
-    EXPECT_EQ(Guarded([] { return RESULT_CUT; }), 0x8007007AU);
+    EXPECT_EQ(Guarded([] { return RESULT_TRUNCATED; }), 0x8007007AU);
     EXPECT_EQ(Guarded([]() -> uint32_t { throw std::bad_alloc(); }), 0x8007000EU);
     EXPECT_EQ(Guarded([]() -> uint32_t { throw std::exception(); }), 0x80004005U);
 }

@@ -10,7 +10,7 @@
 // matter, and relaxed access suffices: the value is atomic so that no thread reads half of it, and it publishes no
 // other data.
 template <typename Value>
-class FoundValue {
+class CachedAddress {
 public:
     // Returns the value. Each call runs `search` until one has found it; a search that fails returns zero, which is not
     // cached. Passes on what `search` throws.

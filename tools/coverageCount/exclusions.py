@@ -5,8 +5,8 @@ from pathlib import Path
 FILE = Path("tools/coverageCount/unreached.txt")
 
 
-class Excuses:
-    """Excused branches of lines of code, and whole sources. Each entry excuses a number of branches."""
+class Exclusions:
+    """Excluded branches of lines of code, and whole sources. Each entry excludes a number of branches."""
 
     def __init__(self, text: str) -> None:
         self.sources: dict[str, str] = {}  # to the reason why they are not counted
@@ -20,7 +20,7 @@ class Excuses:
                     self._branches[file, code] = int(count)
 
     def take(self, file: str, code: str) -> bool:
-        """Uses up one excused branch of this line; returns whether there was one."""
+        """Uses up one excluded branch of this line; returns whether there was one."""
         left = self._branches.get((file, code), 0)
         if left:
             self._branches[file, code] = left - 1
