@@ -54,6 +54,7 @@ struct PolicyFile {
     std::string what; // for messages: "the allow list"
     std::string name;
     bool holdsDots = false;
+    std::string sha256; // of its bytes, in hexadecimal digits
 };
 
 struct Policy {

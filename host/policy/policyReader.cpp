@@ -10,6 +10,7 @@
 #include "system/fileError.h"
 #include "system/filePath.h"
 #include "system/inputStream.h"
+#include "system/sha256.h"
 
 namespace mordhost {
 
@@ -33,9 +34,11 @@ struct Part {
 SourceText ReadNamedFile(const Part& part, Policy& policy) {
     const auto path = BesidePolicy(part.policy, PathOf(RequireText(part.policy, part.node, "a file name")));
     const std::string name = Utf8Of(path.generic_u8string());
-    policy.files.push_back({part.what, name, part.isDots});
+    policy.files.push_back({part.what, name, part.isDots, {}});
     try {
-        return {name, InputStream(name).ReadAll()};
+        SourceText file(name, InputStream(name).ReadAll());
+        policy.files.back().sha256 = Sha256Of(file.Text());
+        return file;
     } catch (const FileError& error) {
         part.policy.Refuse(part.node.begin, error.what());
     }
@@ -121,7 +124,7 @@ Policy ReadPolicy(const std::string& name) {
                         {"machine_id", "defender_mode", "exception_mode", "allow_list", "actions", "rules", "dots",
                          "failures", "programs"});
     Policy policy;
-    policy.files.push_back({"the policy", name});
+    policy.files.push_back({"the policy", name, false, Sha256Of(source.Text())});
     policy.rules = ReadRules(source, RequireMember(source, root, "rules"));
     if (const JsonNode* const node = FindMember(root, "machine_id")) {
         policy.machineId = ReadMachineId(source, *node);

@@ -1,0 +1,68 @@
+#include "output/jsonText.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <climits>
+
+#include <rapidjson/stringbuffer.h>
+#include <rapidjson/writer.h>
+
+namespace mordhost {
+
+namespace {
+
+// The bytes that a JSON string contains unchanged.
+constexpr auto plain = [] {
+    std::array<bool, UCHAR_MAX + 1> table{};
+    for (size_t c = 0x20; c < table.size(); ++c) {
+        table[c] = c != '"' && c != '\\';
+    }
+    return table;
+}();
+
+bool IsPlain(std::string_view text) {
+    return std::all_of(text.begin(), text.end(), [](char c) { return plain[static_cast<unsigned char>(c)]; });
+}
+
+} // namespace
+
+void AppendJsonString(std::string& out, std::string_view text) {
+    if (IsPlain(text)) { // the common case
+        out += '"';
+        out += text;
+        out += '"';
+        return;
+    }
+    rapidjson::StringBuffer buffer;
+    rapidjson::Writer<rapidjson::StringBuffer> json(buffer);
+    json.String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
+    out.append(buffer.GetString(), buffer.GetSize());
+}
+
+void AppendJsonNumber(std::string& out, int64_t number) {
+    std::array<char, 24> digits{};
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
+    out.append(digits.data(), end);
+}
+
+std::string& JsonMembers::Name(std::string_view name) {
+    if (!m_first) {
+        m_out += ',';
+    }
+    m_first = false;
+    m_out += '"';
+    m_out += name;
+    m_out += "\":";
+    return m_out;
+}
+
+void JsonMembers::TextOrNull(std::string_view name, std::string_view value) {
+    if (value.empty()) {
+        Null(name);
+    } else {
+        Text(name, value);
+    }
+}
+
+} // namespace mordhost
