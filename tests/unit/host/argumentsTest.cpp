@@ -33,7 +33,7 @@ TEST_F(Arguments, ASubcommandHasItsOwnHelp) {
     const ProcessResult result = Mordhost({"replay", "--help"});
     EXPECT_EQ(result.code, 0);
     for (const char* option :
-         {"POLICY", "EVENTS", "--json", "--reports", "--log", "--no-log", "--dots", "--libraries", "--programs"}) {
+         {"POLICY", "EVENTS", "--format", "jsonl", "--reports", "--log", "--no-log", "--dots", "--libraries", "--programs"}) {
         EXPECT_NE(result.output.find(option), std::string::npos) << option;
     }
 }
@@ -144,7 +144,7 @@ TEST_F(Arguments, TheMessageNamesATemporaryDirectoryThatCannotBeUsed) {
     const auto errorIn = [&](const std::string& name) {
         const ScopedVariable place(variable, mordhost::Utf8Of(directory.Path() / name));
         const ProcessResult result = Replay(policy, "{}\n");
-        EXPECT_EQ(result.code, 1);
+        EXPECT_EQ(result.code, 5);
         EXPECT_EQ(result.error.rfind("mordhost: cannot make a directory for the log records in ", 0), 0U)
             << result.error;
         EXPECT_NE(result.error.find(name), std::string::npos) << result.error;

@@ -119,7 +119,7 @@ Shown ShowAll() {
     Shown shown;
     const TemporaryDirectory directory;
     for (const std::string& policy : Policies()) {
-        const std::string text = Replay(policy, {"--json", "--reports", directory.Name("reports")}).output;
+        const std::string text = Replay(policy, {"--format", "jsonl", "--reports", directory.Name("reports")}).output;
         for (size_t at = 0, end = 0; (end = text.find('\n', at)) != std::string::npos; at = end + 1) {
             rapidjson::Document line;
             line.Parse(text.substr(at, end - at).c_str());

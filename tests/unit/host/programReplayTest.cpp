@@ -80,7 +80,7 @@ TEST_F(ProgramReplay, EventsHaveTheIdsAndReportsThePaths) {
     const ProcessResult result =
         Replay(PolicyOf(both),
                "{\"program\": \"narrow\"}\n{\"program\": \"wide\"}\n{\"pid\": 4}\n{\"program\": \"narrow\"}\n{}\n",
-               {"--json", "--reports", directory.Name("reports")});
+               {"--format", "jsonl", "--reports", directory.Name("reports")});
     EXPECT_EQ(result.code, 0);
     EXPECT_EQ(result.error, "");
     const auto lines = Lines(result.output);
@@ -102,7 +102,7 @@ TEST_F(ProgramReplay, EventsHaveTheIdsAndReportsThePaths) {
 
 TEST_F(ProgramReplay, TheProcessOfAnEventHasPriorityOverItsProgram) {
     const ProcessResult result = Replay(PolicyOf(both), R"({"program": "narrow", "process": "/usr/sbin/sshd"})",
-                                        {"--json", "--reports", directory.Name("reports")});
+                                        {"--format", "jsonl", "--reports", directory.Name("reports")});
     EXPECT_NE(result.output.find(R"("process":"/usr/sbin/sshd")"), std::string::npos) << result.output;
     EXPECT_EQ(Paths(directory.Read("reports")), std::vector<std::string>{ToldOf("waiter32")});
 }
@@ -115,9 +115,9 @@ TEST_F(ProgramReplay, AProgramIsSearchedBesideMordhostOrInTheGivenDirectory) {
     EXPECT_EQ(Replay(PolicyOf(R"("p": "waiter32")"), event).code, 0);
     EXPECT_EQ(Replay(PolicyOf(R"("p": ")" + file + '"'), event).code, 0) << "its ending may be there";
     EXPECT_EQ(Replay(PolicyOf(R"("p": "bin/waiter32")"), event).code, 0) << "beside the policy";
-    EXPECT_EQ(Replay(PolicyOf(R"("p": "bin/waiter64")"), event).code, 1) << "and there is no other one";
+    EXPECT_EQ(Replay(PolicyOf(R"("p": "bin/waiter64")"), event).code, 5) << "and there is no other one";
     EXPECT_EQ(Replay(PolicyOf(R"("p": "waiter32")"), event, {"--programs", directory.Name("bin")}).code, 0);
-    EXPECT_EQ(Replay(PolicyOf(R"("p": "waiter64")"), event, {"--programs", directory.Name("bin")}).code, 1);
+    EXPECT_EQ(Replay(PolicyOf(R"("p": "waiter64")"), event, {"--programs", directory.Name("bin")}).code, 5);
 }
 
 TEST_F(ProgramReplay, AnUnknownNameIsRefusedBeforeTheFirstDecision) {
@@ -130,7 +130,7 @@ TEST_F(ProgramReplay, AnUnknownNameIsRefusedBeforeTheFirstDecision) {
 }
 
 TEST_F(ProgramReplay, AnUnknownNameOnTheStandardInputIsRefusedInItsTurn) {
-    const ProcessResult result = Mordhost({"replay", directory.Write("p.json", PolicyOf(both)), "-", "--json"},
+    const ProcessResult result = Mordhost({"replay", directory.Write("p.json", PolicyOf(both)), "-", "--format", "jsonl"},
                                           "{\"program\": \"narrow\"}\n{ \"program\": \"\"}\n");
     EXPECT_EQ(result.code, 3);
     EXPECT_EQ(result.error, "mordhost: standard input:2:14: the policy has no program \"\"\n");
@@ -148,8 +148,8 @@ TEST_F(ProgramReplay, AProgramBesideAnIdIsRefused) {
 
 TEST_F(ProgramReplay, AMissingProgramEndsTheRunAfterTheDecisionsBefore) {
     const ProcessResult result =
-        ReplayOdd("none", "{\"flags\": 4}\n{\"program\": \"odd\"}\n{\"flags\": 4}\n", {"--json"});
-    EXPECT_EQ(result.code, 1);
+        ReplayOdd("none", "{\"flags\": 4}\n{\"program\": \"odd\"}\n{\"flags\": 4}\n", {"--format", "jsonl"});
+    EXPECT_EQ(result.code, 5);
     const auto lines = Lines(result.output);
     ASSERT_EQ(lines.size(), 2U) << "the event and the summary";
     EXPECT_EQ(lines[1]["summary"]["events"].GetUint(), 1U);
@@ -162,13 +162,13 @@ TEST_F(ProgramReplay, AMissingProgramDoesNotAffectOtherEvents) {
 
 TEST_F(ProgramReplay, AProgramThatEndsBeforeItsLineEndsTheRun) {
     const ProcessResult result = ReplayOdd("endsAtOnce", "{\"program\": \"odd\"}\n");
-    EXPECT_EQ(result.code, 1);
+    EXPECT_EQ(result.code, 5);
     EXPECT_EQ(Slashed(result.error),
               Message("", "endsAtOnce", " ended its output without a line that says that it is ready\n"));
 }
 
 TEST_F(ProgramReplay, AProgramThatDoesNotEndIsKilled) {
-    const ProcessResult result = ReplayOdd("staysOn", "{\"program\": \"odd\"}\n", {"--json"});
+    const ProcessResult result = ReplayOdd("staysOn", "{\"program\": \"odd\"}\n", {"--format", "jsonl"});
     EXPECT_EQ(result.code, 0);
     EXPECT_EQ(result.error, "");
     const auto lines = Lines(result.output);

@@ -155,7 +155,7 @@ TEST_F(Replayed, WritesATableAndASummary) {
 TEST_F(Replayed, WritesOneJsonObjectPerLine) {
     const ProcessResult result =
         Replay(Policy("smb", WithAllowList(R"("dots": {"G": ["M1"]})")),
-               "\n{\"name\": \"first\", \"pid\": 4, \"remote_addr_ip\": \"127.0.0.2\"}\n", {"--json"});
+               "\n{\"name\": \"first\", \"pid\": 4, \"remote_addr_ip\": \"127.0.0.2\"}\n", {"--format", "jsonl"});
     EXPECT_EQ(result.code, 0);
     EXPECT_EQ(Masked(result.output),
               R"({"line":2,"time":null,"name":"first","flags":null,"pid":4,"process":"System",)"
@@ -240,7 +240,7 @@ TEST_F(Replayed, AccountsForAnswersThatTheLibraryKeeps) {
 }
 
 TEST_F(Replayed, EventsMayComeFromTheStandardInput) {
-    const ProcessResult result = Mordhost({"replay", directory.Write("p.json", Policy("smb", "")), "-", "--json"},
+    const ProcessResult result = Mordhost({"replay", directory.Write("p.json", Policy("smb", "")), "-", "--format", "jsonl"},
                                           "{\"flags\": 4}\n{\"pid\": 4}\n");
     EXPECT_EQ(result.code, 0);
     EXPECT_NE(result.output.find(R"("why":"disconnect")"), std::string::npos);
@@ -272,7 +272,7 @@ TEST_F(Replayed, TenThousandEventsAreDecidedInOrder) {
     for (int i = 0; i < 10000; ++i) {
         events += "{\"remote_addr_port\": " + std::to_string(i) + "}\n";
     }
-    const ProcessResult result = Replay(Policy("smb", ""), events, {"--json"});
+    const ProcessResult result = Replay(Policy("smb", ""), events, {"--format", "jsonl"});
     EXPECT_EQ(result.code, 0) << result.error;
     std::istringstream lines(result.output);
     std::string line;

@@ -61,7 +61,7 @@ TEST_F(Signals, EachRequestEndsAReplayWithItsSummary) {
         Await(process, "no dot is held");
         process.Send(signal.number);
         const ProcessResult result = process.Wait();
-        EXPECT_EQ(result.code, 1) << signal.name;
+        EXPECT_EQ(result.code, 5) << signal.name;
         EXPECT_EQ(result.error, "mordhost: interrupted by " + signal.name + ": the following events are not decided\n");
         EXPECT_NE(result.output.find("\n1 event: 1 block\n"), std::string::npos) << signal.name;
         ExpectNothingIsLeft();
@@ -85,7 +85,7 @@ TEST_F(Signals, EachRequestEndsABusyReplayAfterTheCurrentEvent) {
         Await(process, "no dot is held");
         process.Send(signal.number);
         const ProcessResult result = process.Wait();
-        EXPECT_EQ(result.code, 1) << signal.name;
+        EXPECT_EQ(result.code, 5) << signal.name;
         EXPECT_EQ(result.error, "mordhost: interrupted by " + signal.name + ": the following events are not decided\n");
         EXPECT_NE(result.output.find("\ntime per decision"), std::string::npos) << signal.name;
         EXPECT_EQ(result.output.find("3000 events"), std::string::npos) << "it was broken off";
@@ -126,7 +126,7 @@ TEST_F(Signals, ARequestDuringTheReadOfAPipeIsReported) {
         process.Send(SIGTERM);
         const ProcessResult result = process.Wait();
         close(writer);
-        EXPECT_EQ(result.code, 1);
+        EXPECT_EQ(result.code, 5);
         EXPECT_EQ(Plain(result.error),
                   isPolicy ? "mordhost: interrupted by SIGTERM while reading pipe\n"
                            : "mordhost: interrupted by SIGTERM: the following events are not decided\n");
@@ -142,7 +142,7 @@ TEST_F(Signals, ARequestDuringTheOpeningOfAPipeIsReported) {
     std::this_thread::sleep_for(std::chrono::milliseconds(100)); // it opens the pipe
     process.Send(SIGTERM);
     const ProcessResult result = process.Wait();
-    EXPECT_EQ(result.code, 1);
+    EXPECT_EQ(result.code, 5);
     EXPECT_EQ(Plain(result.error), "mordhost: interrupted by SIGTERM while reading pipe\n");
 }
 
@@ -163,7 +163,7 @@ TEST_F(Signals, ARepeatedSignalIsOneRequest) {
         std::this_thread::sleep_for(std::chrono::milliseconds(20));
         process.Send(signal.number);
         const ProcessResult result = process.Wait();
-        EXPECT_EQ(result.code, 1) << signal.name;
+        EXPECT_EQ(result.code, 5) << signal.name;
         EXPECT_NE(result.output.find("\n1 event: 1 block\n"), std::string::npos) << signal.name;
         ExpectNothingIsLeft();
     }
@@ -200,14 +200,14 @@ TEST_F(Signals, AnIgnoredHangUpStaysIgnored) {
     std::this_thread::sleep_for(std::chrono::milliseconds(300));
     process.Send(SIGTERM);
     const ProcessResult result = process.Wait();
-    EXPECT_EQ(result.code, 1);
+    EXPECT_EQ(result.code, 5);
     EXPECT_EQ(result.error, "mordhost: interrupted by SIGTERM: the following events are not decided\n");
 }
 
 TEST_F(Signals, StartedProgramsInheritNoSignalDispositions) {
     const std::string program = R"({"rules": [{"guid": "G", "type": "t"}], "programs": {"a": "waiter32"}})";
     BackgroundProcess process({MORDHOST_PROGRAM,
-                               {"replay", directory.Write("p.json", program), "-", "--json"},
+                               {"replay", directory.Write("p.json", program), "-", "--format", "jsonl"},
                                "{\"program\": \"a\"}\n",
                                "",
                                StandardOutput::file,
@@ -222,5 +222,5 @@ TEST_F(Signals, StartedProgramsInheritNoSignalDispositions) {
         }
     }
     process.Interrupt();
-    EXPECT_EQ(process.Wait().code, 1);
+    EXPECT_EQ(process.Wait().code, 5);
 }
