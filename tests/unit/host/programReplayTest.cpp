@@ -86,13 +86,13 @@ TEST_F(ProgramReplay, EventsHaveTheIdsAndReportsThePaths) {
     const auto lines = Lines(result.output);
     ASSERT_EQ(lines.size(), 6U);
     for (const size_t withId : {0U, 1U, 3U}) {
-        ASSERT_TRUE(lines[withId]["pid"].IsUint());
-        EXPECT_FALSE(IsRunning(lines[withId]["pid"].GetUint())) << "nothing is left behind";
+        ASSERT_TRUE(lines[withId]["event"]["pid"].IsUint());
+        EXPECT_FALSE(IsRunning(lines[withId]["event"]["pid"].GetUint())) << "nothing is left behind";
     }
-    EXPECT_EQ(lines[0]["pid"].GetUint(), lines[3]["pid"].GetUint());
-    EXPECT_NE(lines[0]["pid"].GetUint(), lines[1]["pid"].GetUint());
-    EXPECT_EQ(lines[2]["pid"].GetUint(), 4U);
-    EXPECT_TRUE(lines[4]["pid"].IsNull());
+    EXPECT_EQ(lines[0]["event"]["pid"].GetUint(), lines[3]["event"]["pid"].GetUint());
+    EXPECT_NE(lines[0]["event"]["pid"].GetUint(), lines[1]["event"]["pid"].GetUint());
+    EXPECT_EQ(lines[2]["event"]["pid"].GetUint(), 4U);
+    EXPECT_TRUE(lines[4]["event"]["pid"].IsNull());
     const std::string narrow = ToldOf("waiter32");
     const std::string wide = ToldOf("waiter64");
     EXPECT_EQ(Paths(directory.Read("reports")), (std::vector<std::string>{narrow, wide, "System", narrow, ""}));
@@ -136,7 +136,7 @@ TEST_F(ProgramReplay, AnUnknownNameOnTheStandardInputIsRefusedInItsTurn) {
     EXPECT_EQ(result.error, "mordhost: standard input:2:14: the policy has no program \"\"\n");
     const auto lines = Lines(result.output);
     ASSERT_EQ(lines.size(), 2U) << "the event and the summary";
-    EXPECT_FALSE(IsRunning(lines[0]["pid"].GetUint())) << "also when a run is broken off";
+    EXPECT_FALSE(IsRunning(lines[0]["event"]["pid"].GetUint())) << "also when a run is broken off";
 }
 
 TEST_F(ProgramReplay, AProgramBesideAnIdIsRefused) {
@@ -173,5 +173,5 @@ TEST_F(ProgramReplay, AProgramThatDoesNotEndIsKilled) {
     EXPECT_EQ(result.error, "");
     const auto lines = Lines(result.output);
     ASSERT_EQ(lines.size(), 2U) << "the event and the summary";
-    EXPECT_FALSE(IsRunning(lines[0]["pid"].GetUint()));
+    EXPECT_FALSE(IsRunning(lines[0]["event"]["pid"].GetUint()));
 }

@@ -3,6 +3,8 @@
 #include <regex>
 #include <sstream>
 
+#include <rapidjson/document.h>
+
 #include "unit/host/mordhostFixture.h"
 
 using mordhostTest::ProcessResult;
@@ -157,16 +159,77 @@ TEST_F(Replayed, WritesOneJsonObjectPerLine) {
         Replay(Policy("smb", WithAllowList(R"("dots": {"G": ["M1"]})")),
                "\n{\"name\": \"first\", \"pid\": 4, \"remote_addr_ip\": \"127.0.0.2\"}\n", {"--format", "jsonl"});
     EXPECT_EQ(result.code, 0);
-    EXPECT_EQ(Masked(result.output),
-              R"({"line":2,"time":null,"name":"first","flags":null,"pid":4,"process":"System",)"
-              R"("remote_addr_ip":"127.0.0.2","remote_addr_port":null,"local_addr_ip":null,"local_addr_port":null,)"
-              R"("net_drv":null,"rules":[{"guid":"G","type":"smb"}],"verdict":"allow",)"
-              R"("why":"machine M1 is allowed for smb, its dot is deleted","reply":1,"result":true,"reports":1,)"
-              R"("deleted_dot":"G","duration_ns":T})"
+    const std::string output = Masked(Plain(result.output));
+    const size_t end = output.find('\n');
+    for (const char* part :
+         {R"({"time":null,"event":{"line":2,"time":null,"name":"first","flags":null,"pid":4,"program":null,)"
+          R"("process":null,"remote_addr_ip":"127.0.0.2","remote_addr_port":null,"local_addr_ip":null,)"
+          R"("local_addr_port":null,"net_drv":null},"rules":[{"guid":"G","type":"smb",)",
+          R"("outcome":"machine-allowed","machine":"M1"}],"verdict":"allow","reason":{"code":"machine-allowed",)"
+          R"("text":"machine M1 is allowed for smb, its dot is deleted","overruled":null},"allowed_by":)",
+          R"("dot":{"guid":"G","machine":"M1","deleted":true},"failure":null,"process":"System","reply":1,)"
+          R"("result":true,"reports":1,"duration_ns":T,"policy":[{"file":"p.json","sha256":")",
+          R"("versions":{"library":")"}) {
+        EXPECT_LT(output.find(part), end) << part << "\nin " << output;
+    }
+    EXPECT_EQ(output.substr(end),
               "\n"
               R"({"summary":{"events":1,"verdicts":{"allow":1},"queries":1,"reports":1,"dots_deleted":1,)"
               R"("dots_left":0,"median_ns":T,"p99_ns":T,"times_include_logging":true}})"
               "\n");
+}
+
+TEST_F(Replayed, WritesOneJsonDocument) {
+    const auto replayed = [&](const std::string& format) {
+        return Replay(Policy("smb", WithAllowList("")), "{}\n{\"flags\": 4}\n", {"--no-duration", "--format", format})
+            .output;
+    };
+    const std::string lines = replayed("jsonl");
+    const size_t first = lines.find('\n');
+    const size_t second = lines.find('\n', first + 1);
+    const std::string summary = lines.substr(second + std::string("\n{").size());
+    EXPECT_EQ(replayed("json"), "{\"decisions\":[\n" + lines.substr(0, first) + ",\n" +
+                                    lines.substr(first + 1, second - first - 1) + "\n]," + summary);
+}
+
+TEST_F(Replayed, AJsonDocumentIsCompleteAfterAnError) {
+    const ProcessResult result =
+        Mordhost({"replay", directory.Write("p.json", Policy("smb", "")), "-", "--format", "json"}, "{}\n{\n");
+    EXPECT_EQ(result.code, 3);
+    rapidjson::Document document;
+    document.Parse(result.output.c_str());
+    ASSERT_FALSE(document.HasParseError()) << result.output;
+    EXPECT_EQ(document["decisions"].Size(), 1U);
+    EXPECT_EQ(document["summary"]["events"].GetUint(), 1U);
+}
+
+TEST_F(Replayed, OutputsWithoutDurationsAreEqual) {
+    for (const char* format : {"text", "json", "jsonl"}) {
+        const std::vector<std::string> options = {"--no-duration", "--format", format};
+        const std::string first = Replay(Policy("smb", ""), "{}\n{\"flags\": 4}\n", options).output;
+        EXPECT_EQ(first, Replay(Policy("smb", ""), "{}\n{\"flags\": 4}\n", options).output) << format;
+        EXPECT_EQ(first.find("_ns\""), std::string::npos);
+    }
+}
+
+TEST_F(Replayed, EveryQueryFailsWhileTheDotsAreDown) {
+    const std::string policy =
+        Policy("smb", R"("exception_mode": "allow", "dots": {"G": ["M1"]}, "failures": {"e": "broken-answer"})");
+    const auto reasons = [&](const char* failure) {
+        const std::string text =
+            Replay(policy, "{\"name\": \"e\"}\n{}\n", {"--format", "jsonl", "--dots-down", failure}).output;
+        EXPECT_NE(text.find("\"failure\":\"" + std::string(failure) + "\",\"process\":null,\"reply\""), std::string::npos)
+            << text;
+        std::string codes;
+        const std::string before = "\"reason\":{\"code\":\"";
+        for (size_t at = text.find(before); at != std::string::npos; at = text.find(before, at + 1)) {
+            codes += text.substr(at + before.size(), text.find('"', at + before.size()) - at - before.size()) + ' ';
+        }
+        return codes;
+    };
+    EXPECT_EQ(reasons("network-error"), "network-error-allowed network-error-allowed ");
+    EXPECT_EQ(reasons("query-error"), "query-error query-error ");
+    EXPECT_EQ(reasons("broken-answer"), "broken-answer broken-answer ");
 }
 
 TEST_F(Replayed, WritesTheReportsUnchanged) {
@@ -243,7 +306,7 @@ TEST_F(Replayed, EventsMayComeFromTheStandardInput) {
     const ProcessResult result = Mordhost({"replay", directory.Write("p.json", Policy("smb", "")), "-", "--format", "jsonl"},
                                           "{\"flags\": 4}\n{\"pid\": 4}\n");
     EXPECT_EQ(result.code, 0);
-    EXPECT_NE(result.output.find(R"("why":"disconnect")"), std::string::npos);
+    EXPECT_NE(result.output.find(R"("reason":{"code":"disconnect",)"), std::string::npos);
     EXPECT_NE(result.output.find(R"("summary":{"events":2,)"), std::string::npos);
 }
 
@@ -279,7 +342,7 @@ TEST_F(Replayed, TenThousandEventsAreDecidedInOrder) {
     for (int i = 0; i < 10000; ++i) {
         ASSERT_TRUE(std::getline(lines, line)) << "ends before event " << i << result.error;
         ASSERT_NE(line.find("\"remote_addr_port\":" + std::to_string(i) + ","), std::string::npos) << line;
-        ASSERT_NE(line.find("\"why\":\"no dot is held\""), std::string::npos) << line;
+        ASSERT_NE(line.find("\"code\":\"no-dot\""), std::string::npos) << line;
     }
 }
 

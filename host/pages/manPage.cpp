@@ -1,0 +1,120 @@
+#include "pages/manPage.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "arguments/exitCodes.h"
+#include "arguments/optionTable.h"
+
+namespace mordhost {
+
+namespace {
+
+// Text in which nothing is a request or an escape of the formatter.
+std::string Roff(std::string_view text) {
+    std::string escaped;
+    for (const char c : text) {
+        escaped += c == '-' ? "\\-" : c == '\\' ? "\\e" : std::string(1, c);
+    }
+    return escaped.starts_with('.') || escaped.starts_with('\'') ? "\\&" + escaped : escaped;
+}
+
+// Sentences, each on its own line.
+std::string Sentences(std::string_view text) {
+    std::string lines;
+    while (!text.empty()) {
+        const size_t end = text.find(". ");
+        lines += Roff(text.substr(0, end == std::string_view::npos ? end : end + 1)) + '\n';
+        text.remove_prefix(end == std::string_view::npos ? text.size() : end + 2);
+    }
+    return lines;
+}
+
+std::string Described(std::string_view help, std::string_view more, bool onLinuxOnly = false) {
+    return Roff(help) + ".\n" + Sentences(more) + (onLinuxOnly ? "Linux only.\n" : "");
+}
+
+std::string OptionParagraph(const OptionEntry& option) {
+    const std::string head = option.value.empty()
+                                 ? ".B " + Roff(option.name)
+                                 : ".BI " + Roff(option.name) + " \" " + Roff(option.value) + '"';
+    return ".TP\n" + head + '\n' + Described(option.help, option.more);
+}
+
+std::string Synopsis() {
+    std::string text;
+    for (const CommandEntry& command : CommandTable()) {
+        text += ".SY mordhost\n.B " + Roff(command.name) + '\n';
+        if (!command.positionals.empty()) {
+            text += ".I";
+            for (const PositionalEntry& positional : command.positionals) {
+                text += ' ' + Roff(positional.name);
+            }
+            text += '\n';
+        }
+        text += ".RI [ OPTION ...]\n";
+    }
+    return text + ".YS\n";
+}
+
+std::string Commands() {
+    std::string text;
+    for (const CommandEntry& command : CommandTable()) {
+        text += ".TP\n.B " + Roff(command.name) + '\n' + Described(command.help, command.more, command.onLinuxOnly);
+        for (const PositionalEntry& positional : command.positionals) {
+            text += ".IP\n.IR " + Roff(positional.name) + " :\n" + Roff(positional.help) + ".\n";
+        }
+    }
+    return text;
+}
+
+std::string Options() {
+    std::string text;
+    for (const CommandEntry& command : CommandTable()) {
+        text += ".SS Of " + Roff(command.name) + '\n';
+        for (const OptionEntry& option : command.options) {
+            text += OptionParagraph(option);
+        }
+    }
+    text += ".SS Of all\n";
+    for (const OptionEntry& option : CommonOptions()) {
+        text += OptionParagraph(option);
+    }
+    return text;
+}
+
+std::string ExitStatus() {
+    std::string text;
+    for (size_t code = 0; code < exitCodeTexts.size(); ++code) {
+        text += ".TP\n.B " + std::to_string(code) + '\n' + Roff(exitCodeTexts[code]) + '\n';
+    }
+    return text;
+}
+
+// The generated part that replaces `line`, or the line itself.
+std::string Replaced(std::string_view line) {
+    if (line == "@SYNOPSIS@") {
+        return Synopsis();
+    }
+    if (line == "@COMMANDS@") {
+        return Commands();
+    }
+    if (line == "@OPTIONS@") {
+        return Options();
+    }
+    return line == "@EXIT STATUS@" ? ExitStatus() : std::string(line) + '\n';
+}
+
+} // namespace
+
+std::string ManPage(std::string_view page) {
+    std::string text = ".\\\" Generated from host/pages/mordhost.1.in and the option table: do not edit.\n";
+    while (!page.empty()) {
+        const size_t end = std::min(page.find('\n'), page.size());
+        text += Replaced(page.substr(0, end));
+        page.remove_prefix(std::min(end + 1, page.size()));
+    }
+    return text;
+}
+
+} // namespace mordhost
