@@ -91,6 +91,34 @@ std::string ExitStatus() {
     return text;
 }
 
+constexpr size_t widest = 79; // of a line of text, as formatters expect
+
+// The text, with its lines broken at spaces. A line that begins with a period is a request and stays whole; no line
+// becomes one.
+std::string Wrapped(std::string_view text) {
+    std::string wrapped;
+    while (!text.empty()) {
+        const size_t end = std::min(text.find('\n'), text.size());
+        std::string_view line = text.substr(0, end);
+        while (line.size() > widest && !line.starts_with('.')) {
+            size_t space = line.rfind(' ', widest);
+            while (space != std::string_view::npos && (line[space + 1] == '.' || line[space + 1] == '\'')) {
+                space = space == 0 ? std::string_view::npos : line.rfind(' ', space - 1);
+            }
+            if (space == std::string_view::npos) {
+                break;
+            }
+            wrapped += line.substr(0, space);
+            wrapped += '\n';
+            line.remove_prefix(space + 1);
+        }
+        wrapped += line;
+        wrapped += '\n';
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    return wrapped;
+}
+
 // The generated part that replaces `line`, or the line itself.
 std::string Replaced(std::string_view line) {
     if (line == "@SYNOPSIS@") {
@@ -114,7 +142,7 @@ std::string ManPage(std::string_view page) {
         text += Replaced(page.substr(0, end));
         page.remove_prefix(std::min(end + 1, page.size()));
     }
-    return text;
+    return Wrapped(text);
 }
 
 } // namespace mordhost
