@@ -149,22 +149,20 @@ void DecisionRecords::AppendRules(std::string& out, const Decision& decision) co
         out += out.back() == '[' ? "{" : ",{";
         out += m_rules[rule];
         const bool looked = outcome != decision.reason.rules.end() && outcome->rule == rule;
-        out += ",\"outcome\":";
-        if (looked) {
-            out += '"';
-            out += NameOf(outcome->code);
-            out += '"';
-        } else {
-            out += "null";
+        if (!looked) {
+            out += R"(,"outcome":null,"machine":null})";
+            continue;
         }
-        out += ",\"machine\":";
-        if (looked && outcome->code == ReasonCode::machineAllowed) {
+        out += R"(,"outcome":")";
+        out += NameOf(outcome->code);
+        out += R"(","machine":)";
+        if (outcome->code == ReasonCode::machineAllowed) {
             AppendJsonString(out, outcome->machine);
         } else {
             out += "null";
         }
         out += '}';
-        outcome += looked ? 1 : 0;
+        ++outcome;
     }
     out += ']';
 }

@@ -1,3 +1,6 @@
+#include <algorithm>
+#include <string_view>
+
 #include "output/jsonText.h"
 #include "output/presenter.h"
 
@@ -41,7 +44,11 @@ protected:
     void Append(std::string_view text) { m_text += text; }
 
     void Write() {
-        m_out.write(m_text.data(), static_cast<std::streamsize>(m_text.size()));
+        // The stream passes larger pieces to the system at once, past its buffer, which takes a system call per record.
+        constexpr size_t buffered = 1000;
+        for (std::string_view rest = m_text; !rest.empty(); rest.remove_prefix(std::min(buffered, rest.size()))) {
+            m_out.write(rest.data(), static_cast<std::streamsize>(std::min(buffered, rest.size())));
+        }
         m_text.clear();
     }
 

@@ -47,13 +47,17 @@ void AppendJsonNumber(std::string& out, int64_t number) {
 }
 
 std::string& JsonMembers::Name(std::string_view name) {
+    const size_t begin = m_out.size();
+    m_out.resize(begin + name.size() + (m_first ? 3 : 4)); // one change of the size, because this runs very often
+    char* at = m_out.data() + begin;
     if (!m_first) {
-        m_out += ',';
+        *at++ = ',';
     }
     m_first = false;
-    m_out += '"';
-    m_out += name;
-    m_out += "\":";
+    *at++ = '"';
+    at = std::copy(name.begin(), name.end(), at);
+    *at++ = '"';
+    *at = ':';
     return m_out;
 }
 
