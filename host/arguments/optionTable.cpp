@@ -34,16 +34,15 @@ OptionEntry Choice(std::string_view name, std::string_view value, const std::ini
 }
 
 OptionEntry NoLog() {
-    OptionEntry entry =
-        Flag("--no-log", "Disable the library's log records: faster, but without reasons",
-             "In decision records every reason has the code unknown and no rule has an outcome.");
+    OptionEntry entry = Flag("--no-log", "Disable the library's log records: faster, but without reasons",
+                             "In decision records every reason has the code unknown and no rule has an outcome.");
     entry.excludes = "--log";
     return entry;
 }
 
 OptionEntry Seconds() {
-    OptionEntry entry = WithValue("--seconds", ValueKind::number, "N",
-                                  "Stop after N seconds instead of at an interruption");
+    OptionEntry entry =
+        WithValue("--seconds", ValueKind::number, "N", "Stop after N seconds instead of at an interruption");
     entry.least = 1;
     entry.greatest = year;
     return entry;
@@ -60,16 +59,18 @@ OptionEntry Flagged() {
 // The options of the commands that decide events.
 std::vector<OptionEntry> RunEntries() {
     return {
-        Choice("--format", "FORMAT", formatNames, "Write the decisions as text, json or jsonl; default: text",
-               "text is a table. json is one document with all decisions and the summary. jsonl is one object per line, "
-               "written as it is decided; the last one is the summary."),
+        Choice(
+            "--format", "FORMAT", formatNames, "Write the decisions as text, json or jsonl; default: text",
+            "text is a table. json is one document with all decisions and the summary. jsonl is one object per line, "
+            "written as it is decided; the last one is the summary."),
         Flag("--no-duration", "Leave out all durations, so that the outputs of two runs can be compared"),
         WithValue("--reports", ValueKind::file, "FILE", "Write the library's reports to FILE"),
         WithValue("--log", ValueKind::file, "FILE", "Write the library's log records to FILE"),
         NoLog(),
-        WithValue("--dots", ValueKind::file, "FILE", "Keep the remaining dots in FILE, rewritten at each deletion",
-                  "The file is replaced as a whole. Links are followed; owner and permissions are kept. Devices, pipes, "
-                  "sockets and directories are refused."),
+        WithValue(
+            "--dots", ValueKind::file, "FILE", "Keep the remaining dots in FILE, rewritten at each deletion",
+            "The file is replaced as a whole. Links are followed; owner and permissions are kept. Devices, pipes, "
+            "sockets and directories are refused."),
         Choice("--dots-down", "FAILURE", failureNames,
                "Make every query for dots fail with network-error, query-error or broken-answer",
                "This has priority over the failures that the policy prescribes."),
@@ -90,7 +91,8 @@ CommandEntry Replay() {
     return {
         "replay",
         "Decide recorded connection events under a policy",
-        "Each row appears when its event is decided. The first thousand events of a file are read in advance: if one of "
+        "Each row appears when its event is decided. The first thousand events of a file are read in advance: if one "
+        "of "
         "their lines is invalid, nothing is decided.",
         {policyArgument, {"EVENTS", ValueKind::file, "The events, one per line; - reads the standard input"}},
         Joined(RunEntries(), {WithValue("--programs", ValueKind::directory, "DIR",

@@ -72,8 +72,8 @@ bool ReportsUnknownName(const Commands& commands, const std::vector<std::string>
         } else if (argument == "--") {
             return false; // only positional arguments follow
         } else if (argument.starts_with("--") && std::find(names.begin(), names.end(), name) == names.end()) {
-            Suggest("there is no option " + StringOf(name) + (entry == nullptr ? "" : " of " + StringOf(entry->name)), name,
-                    names);
+            Suggest("there is no option " + StringOf(name) + (entry == nullptr ? "" : " of " + StringOf(entry->name)),
+                    name, names);
             return true;
         } else if (const OptionEntry* const option = entry == nullptr ? nullptr : FindOption(*entry, argument)) {
             i += option->kind == ValueKind::none ? 0 : 1;
@@ -129,9 +129,7 @@ void Arguments::TakeChoice(std::string_view name, std::function<void(uint32_t)> 
         }
         take(*chosen);
     };
-    WithKind(m_command.add_option_function<std::string>(StringOf(entry.name), takeName,
-                                                        StringOf(entry.help)),
-             entry);
+    WithKind(m_command.add_option_function<std::string>(StringOf(entry.name), takeName, StringOf(entry.help)), entry);
 }
 
 void Arguments::Repeated(std::string_view name, std::function<std::string(const std::string& value)> take) {
@@ -144,17 +142,16 @@ void Arguments::Repeated(std::string_view name, std::function<std::string(const 
             }
         }
     };
-    WithKind(m_command.add_option_function<std::vector<std::string>>(StringOf(entry.name), takeAll,
-                                                                     StringOf(entry.help)),
-             entry)
+    WithKind(
+        m_command.add_option_function<std::vector<std::string>>(StringOf(entry.name), takeAll, StringOf(entry.help)),
+        entry)
         ->allow_extra_args(false);
 }
 
 void Arguments::Complete() const {
     const auto require = [this](std::string_view name) {
         if (!m_bound.contains(name)) {
-            throw std::logic_error("the command " + StringOf(m_entry.name) + " has no variable for " +
-                                   StringOf(name));
+            throw std::logic_error("the command " + StringOf(m_entry.name) + " has no variable for " + StringOf(name));
         }
     };
     for (const PositionalEntry& positional : m_entry.positionals) {
@@ -165,8 +162,7 @@ void Arguments::Complete() const {
     }
     for (const OptionEntry& option : m_entry.options) {
         if (!option.excludes.empty()) {
-            m_command.get_option(StringOf(option.name))
-                ->excludes(m_command.get_option(StringOf(option.excludes)));
+            m_command.get_option(StringOf(option.name))->excludes(m_command.get_option(StringOf(option.excludes)));
         }
     }
 }

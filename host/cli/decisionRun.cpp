@@ -40,10 +40,9 @@ DecisionRun::DecisionRun(const std::string& policyName, const Policy& policy, co
     : m_policy(policy), m_reportFile(OpenIfNamed(options.reports)), m_logFile(OpenIfNamed(options.log)),
       m_logging(!options.noLog), m_store(policy.dots, options.dots), m_session(policy, m_store, options.Session()),
       m_output(std::cout, bar),
-      m_presenter(MakePresenter(
-          m_output.Stream(), policy, options,
-          {TitleOf(policyName, policy), widths, TakesColour(Stream::output), !options.noDuration},
-          m_session.LibraryVersion())) {
+      m_presenter(MakePresenter(m_output.Stream(), policy, options,
+                                {TitleOf(policyName, policy), widths, TakesColour(Stream::output), !options.noDuration},
+                                m_session.LibraryVersion())) {
     WriteLog(m_session.StartRecords());
 }
 

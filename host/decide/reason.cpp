@@ -231,8 +231,8 @@ private:
     const EventRules& m_rules;
     std::vector<RuleOutcome>& m_outcomes; // longer than m_count, to reuse memory
     size_t m_count = 0;
-    size_t m_next = 0;                           // the place in `selected` of the next rule
-    ReasonCode m_settled = ReasonCode::unknown;  // a decision that no rule made
+    size_t m_next = 0;                          // the place in `selected` of the next rule
+    ReasonCode m_settled = ReasonCode::unknown; // a decision that no rule made
     bool m_settledByBlock = false;
     ReasonCode m_answerFault = ReasonCode::unknown;
     ReasonCode m_hindrance = ReasonCode::unknown; // of the rule that got furthest

@@ -1,8 +1,7 @@
 #include "output/decisionRecord.h"
 
-#include <algorithm>
-
 #include "output/jsonText.h"
+#include "output/placeMembers.h"
 #include "policy/modeNames.h"
 
 namespace mordhost {
@@ -14,11 +13,14 @@ std::string_view ViewOf(const std::optional<std::string>& text) {
 }
 
 // The members of a rule that do not depend on the decision.
-std::string RuleMembers(const Rule& rule) {
+std::string RuleMembers(const Policy& policy, size_t index) {
     std::string text;
     JsonMembers members(text);
-    members.Text("guid", rule.guid);
-    members.Text("type", rule.type);
+    members.Text("guid", policy.rules[index].guid);
+    members.Text("type", policy.rules[index].type);
+    if (index < policy.rulePlaces.size()) {
+        AppendPlace(members, policy.rulePlaces[index]);
+    }
     return text;
 }
 
@@ -105,7 +107,9 @@ DecisionRecords::DecisionRecords(const Policy& policy, const RecordContext& cont
     : m_policy(policy), m_allowEntries(policy), m_durations(context.durations),
       m_constants(ConstantMembers(policy, context)) {
     m_rules.reserve(policy.rules.size());
-    std::transform(policy.rules.begin(), policy.rules.end(), std::back_inserter(m_rules), RuleMembers);
+    for (size_t index = 0; index < policy.rules.size(); ++index) {
+        m_rules.push_back(RuleMembers(policy, index));
+    }
 }
 
 void DecisionRecords::Append(std::string& out, const Decision& decision) const {

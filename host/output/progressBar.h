@@ -42,7 +42,7 @@ private:
     bool m_on;
     const uint64_t m_total;
     Clock::time_point m_next; // the earliest time of the next drawing
-    std::string m_bar; // as drawn last; empty before the first drawing
+    std::string m_bar;        // as drawn last; empty before the first drawing
     bool m_drawn = false;
 };
 

@@ -35,9 +35,8 @@ std::string Described(std::string_view help, std::string_view more, bool onLinux
 }
 
 std::string OptionParagraph(const OptionEntry& option) {
-    const std::string head = option.value.empty()
-                                 ? ".B " + Roff(option.name)
-                                 : ".BI " + Roff(option.name) + " \" " + Roff(option.value) + '"';
+    const std::string head = option.value.empty() ? ".B " + Roff(option.name)
+                                                  : ".BI " + Roff(option.name) + " \" " + Roff(option.value) + '"';
     return ".TP\n" + head + '\n' + Described(option.help, option.more);
 }
 

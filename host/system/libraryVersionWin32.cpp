@@ -37,8 +37,9 @@ std::string VersionOfLibrary(void* library) {
     if (head.value.dwSignature != signature) {
         return {};
     }
-    return std::to_string(HIWORD(head.value.dwFileVersionMS)) + '.' + std::to_string(LOWORD(head.value.dwFileVersionMS)) +
-           '.' + std::to_string(HIWORD(head.value.dwFileVersionLS));
+    return std::to_string(HIWORD(head.value.dwFileVersionMS)) + '.' +
+           std::to_string(LOWORD(head.value.dwFileVersionMS)) + '.' +
+           std::to_string(HIWORD(head.value.dwFileVersionLS));
 }
 
 } // namespace mordhost

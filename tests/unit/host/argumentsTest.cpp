@@ -32,8 +32,8 @@ TEST_F(Arguments, HelpIsWrittenToTheStandardOutputAndSucceeds) {
 TEST_F(Arguments, ASubcommandHasItsOwnHelp) {
     const ProcessResult result = Mordhost({"replay", "--help"});
     EXPECT_EQ(result.code, 0);
-    for (const char* option :
-         {"POLICY", "EVENTS", "--format", "jsonl", "--reports", "--log", "--no-log", "--dots", "--libraries", "--programs"}) {
+    for (const char* option : {"POLICY", "EVENTS", "--format", "jsonl", "--reports", "--log", "--no-log", "--dots",
+                               "--libraries", "--programs"}) {
         EXPECT_NE(result.output.find(option), std::string::npos) << option;
     }
 }

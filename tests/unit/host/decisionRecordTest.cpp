@@ -16,6 +16,10 @@ Policy TestPolicy() {
     policy.rules[0].type = "smb";
     policy.rules[1].guid = "G2";
     policy.rules[1].type = "web";
+    policy.rulePlaces = {{{"p.json", 3, 5}, "/rules/0"}, {{"p.json", 4, 9}, "/rules/1"}};
+    policy.allowEntries = {{"other", {"smb"}, {{"a.json", 1, 2}, "/mid_list/0"}},
+                           {"M", {"web", "smb"}, {{"a.json", 2, 2}, "/mid_list/1"}},
+                           {"M", {"smb", "G2"}, {{"a.json", 3, 2}, "/mid_list/2"}}};
     return policy;
 }
 
@@ -59,18 +63,22 @@ void ExpectIn(const std::string& record, const std::string& part) {
 } // namespace
 
 TEST(DecisionRecord, HasAllMembers) {
-    EXPECT_EQ(RecordOf(Matched()),
-              R"(before {"time":"2025-11-20T09:54:12.345Z",)"
-              R"("event":{"line":3,"time":"2025-11-20T09:54:12.345Z","name":"connection-1","flags":0,"pid":4242,)"
-              R"("program":"server","process":"/usr/bin/\"old\"","remote_addr_ip":"127.0.0.2","remote_addr_port":40000,)"
-              R"("local_addr_ip":"127.0.0.1","local_addr_port":445,"net_drv":-7},)"
-              R"("rules":[{"guid":"G1","type":"smb","outcome":"machine-allowed","machine":"M"},)"
-              R"({"guid":"G2","type":"web","outcome":null,"machine":null}],)"
-              R"("verdict":"allow","reason":{"code":"machine-allowed","text":"machine M","overruled":null},)"
-              R"("allowed_by":null,"dot":{"guid":"G1","machine":"M","deleted":true},"failure":null,)"
-              R"("process":"/usr/bin/server","reply":1,"result":true,"reports":1,"duration_ns":1500,)"
-              R"("policy":[{"file":"p \"x\".json","sha256":"aa"},{"file":"dots.json","sha256":"bb"}],)"
-              R"("versions":{"library":"1.2.3","host":"4.5.6"}})");
+    EXPECT_EQ(
+        RecordOf(Matched()),
+        R"(before {"time":"2025-11-20T09:54:12.345Z",)"
+        R"("event":{"line":3,"time":"2025-11-20T09:54:12.345Z","name":"connection-1","flags":0,"pid":4242,)"
+        R"("program":"server","process":"/usr/bin/\"old\"","remote_addr_ip":"127.0.0.2","remote_addr_port":40000,)"
+        R"("local_addr_ip":"127.0.0.1","local_addr_port":445,"net_drv":-7},)"
+        R"("rules":[{"guid":"G1","type":"smb","file":"p.json","line":3,"column":5,"pointer":"/rules/0",)"
+        R"("outcome":"machine-allowed","machine":"M"},)"
+        R"({"guid":"G2","type":"web","file":"p.json","line":4,"column":9,"pointer":"/rules/1",)"
+        R"("outcome":null,"machine":null}],)"
+        R"("verdict":"allow","reason":{"code":"machine-allowed","text":"machine M","overruled":null},)"
+        R"("allowed_by":{"file":"a.json","line":2,"column":2,"pointer":"/mid_list/1"},)"
+        R"("dot":{"guid":"G1","machine":"M","deleted":true},"failure":null,)"
+        R"("process":"/usr/bin/server","reply":1,"result":true,"reports":1,"duration_ns":1500,)"
+        R"("policy":[{"file":"p \"x\".json","sha256":"aa"},{"file":"dots.json","sha256":"bb"}],)"
+        R"("versions":{"library":"1.2.3","host":"4.5.6"}})");
 }
 
 TEST(DecisionRecord, UnknownValuesAreNull) {
@@ -98,8 +106,8 @@ TEST(DecisionRecord, NamesTheOverruledBlockAndTheOutcomeOfEachRule) {
                        {{0, ReasonCode::noDot, ""}, {1, ReasonCode::noAllowedMachine, ""}}};
     const std::string record = RecordOf(decision);
     ExpectIn(record, R"("reason":{"code":"action-table","text":"action table","overruled":"no-dot"})");
-    ExpectIn(record, R"("type":"smb","outcome":"no-dot","machine":null})");
-    ExpectIn(record, R"("type":"web","outcome":"no-allowed-machine","machine":null})");
+    ExpectIn(record, R"("/rules/0","outcome":"no-dot","machine":null})");
+    ExpectIn(record, R"("/rules/1","outcome":"no-allowed-machine","machine":null})");
     ExpectIn(record, R"("dot":null,"failure":"broken-answer")");
 }
 
@@ -107,8 +115,8 @@ TEST(DecisionRecord, ARuleThatTheLibraryDidNotLookAtHasNoOutcome) {
     Decision decision = Matched();
     decision.reason.rules = {{1, ReasonCode::noDot, ""}};
     const std::string record = RecordOf(decision);
-    ExpectIn(record, R"("type":"smb","outcome":null,"machine":null})");
-    ExpectIn(record, R"("type":"web","outcome":"no-dot","machine":null})");
+    ExpectIn(record, R"("/rules/0","outcome":null,"machine":null})");
+    ExpectIn(record, R"("/rules/1","outcome":"no-dot","machine":null})");
 }
 
 TEST(DecisionRecord, NamesOfDotsMachinesAndProgramsMayBeEmpty) {
@@ -121,6 +129,19 @@ TEST(DecisionRecord, NamesOfDotsMachinesAndProgramsMayBeEmpty) {
     ExpectIn(record, R"("program":"",)");
     decision.reason = {};
     ExpectIn(RecordOf(decision), R"("dot":{"guid":"","machine":null,"deleted":false})");
+}
+
+// The library looks up a web rule under its guid and any other rule under its type.
+TEST(DecisionRecord, NamesTheFirstEntryThatAllowsTheMachineForTheRule) {
+    Decision decision = Matched();
+    decision.reason.rules = {{1, ReasonCode::machineAllowed, "M"}};
+    ExpectIn(RecordOf(decision), R"("allowed_by":{"file":"a.json","line":3,"column":2,"pointer":"/mid_list/2"})");
+    decision.reason.rules = {{0, ReasonCode::machineAllowed, "other"}};
+    ExpectIn(RecordOf(decision), R"("allowed_by":{"file":"a.json","line":1,"column":2,"pointer":"/mid_list/0"})");
+    decision.reason.rules = {{1, ReasonCode::machineAllowed, "other"}};
+    ExpectIn(RecordOf(decision), R"("allowed_by":null)");
+    decision.reason.rules = {{0, ReasonCode::noAllowedMachine, ""}};
+    ExpectIn(RecordOf(decision), R"("allowed_by":null)");
 }
 
 TEST(JsonText, EscapesWhatItMust) {

@@ -30,10 +30,8 @@ Decision Matched() {
     decision.asked = true;
     decision.reply = 1;
     decision.settled = true;
-    decision.reason = {ReasonCode::machineAllowed,
-                       "machine M is allowed for smb",
-                       {},
-                       {{0, ReasonCode::machineAllowed, "M"}}};
+    decision.reason = {
+        ReasonCode::machineAllowed, "machine M is allowed for smb", {}, {{0, ReasonCode::machineAllowed, "M"}}};
     decision.reports = {"{}"};
     decision.deletion = DotHost::Deletion{"G1", "smb", true};
     decision.process = "/usr/bin/server";
@@ -183,8 +181,8 @@ TEST(JsonLinesPresenter, CanLeaveOutTheDurations) {
     const Policy policy = TestPolicy();
     std::ostringstream out;
     EXPECT_EQ(Shown(out, *MakeJsonLinesPresenter(out, policy, noDurations), {Matched(), {}}),
-              RecordOf(Matched(), noDurations) + '\n' + RecordOf({}, noDurations) +
-                  "\n{\"summary\":" + untimedSummary + "}\n");
+              RecordOf(Matched(), noDurations) + '\n' + RecordOf({}, noDurations) + "\n{\"summary\":" + untimedSummary +
+                  "}\n");
 }
 
 TEST(JsonPresenter, WritesOneDocument) {
@@ -194,7 +192,7 @@ TEST(JsonPresenter, WritesOneDocument) {
               "{\"decisions\":[\n" + RecordOf(Matched(), context) + ",\n" + RecordOf({}, context) +
                   "\n],\"summary\":" + timedSummary + "}\n");
     std::ostringstream empty;
-    EXPECT_EQ(Shown(empty, *MakeJsonPresenter(empty, policy, noDurations), {}).find("{\"decisions\":[\n],\"summary\":{"),
-              0U)
+    EXPECT_EQ(
+        Shown(empty, *MakeJsonPresenter(empty, policy, noDurations), {}).find("{\"decisions\":[\n],\"summary\":{"), 0U)
         << empty.str();
 }

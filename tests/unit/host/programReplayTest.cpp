@@ -130,8 +130,9 @@ TEST_F(ProgramReplay, AnUnknownNameIsRefusedBeforeTheFirstDecision) {
 }
 
 TEST_F(ProgramReplay, AnUnknownNameOnTheStandardInputIsRefusedInItsTurn) {
-    const ProcessResult result = Mordhost({"replay", directory.Write("p.json", PolicyOf(both)), "-", "--format", "jsonl"},
-                                          "{\"program\": \"narrow\"}\n{ \"program\": \"\"}\n");
+    const ProcessResult result =
+        Mordhost({"replay", directory.Write("p.json", PolicyOf(both)), "-", "--format", "jsonl"},
+                 "{\"program\": \"narrow\"}\n{ \"program\": \"\"}\n");
     EXPECT_EQ(result.code, 3);
     EXPECT_EQ(result.error, "mordhost: standard input:2:14: the policy has no program \"\"\n");
     const auto lines = Lines(result.output);

@@ -109,11 +109,13 @@ TEST(Reason, ARuleFailsInFiveWays) {
 TEST(Reason, OfSeveralRulesTheOneThatCameFurthestCounts) {
     EXPECT_EQ(Why({noDot, emptyDot2}), "dot-names-no-machine: the dot names no machine");
     EXPECT_EQ(Why({noMatch, noDot2}), "no-allowed-machine: no allowed machine holds a dot");
-    EXPECT_EQ(Why({noDot, emptyList, "not match any mid,guid:G2,reply:0"}), "allow-list-empty: the allow list is empty");
+    EXPECT_EQ(Why({noDot, emptyList, "not match any mid,guid:G2,reply:0"}),
+              "allow-list-empty: the allow list is empty");
 }
 
 TEST(Reason, ALaterMatchOverridesEarlierFailures) {
-    EXPECT_EQ(Why({noDot, "match mid=M,rule guid=G2,reply:1"}), "machine-allowed: machine M is allowed for web rule G2");
+    EXPECT_EQ(Why({noDot, "match mid=M,rule guid=G2,reply:1"}),
+              "machine-allowed: machine M is allowed for web rule G2");
 }
 
 TEST(Reason, AMalformedAnswerOverridesAMissingDot) {
@@ -160,11 +162,10 @@ TEST(RuleOutcomes, ListTheRulesThatTheLibraryLookedAt) {
     using Outcomes = std::vector<RuleOutcome>;
     EXPECT_EQ(Found({noDot, "match mid=M,rule guid=G2,reply:1", "del dot,ret=1,rule guidG2"}).rules,
               (Outcomes{{1, ReasonCode::noDot, ""}, {2, ReasonCode::machineAllowed, "M"}}));
-    EXPECT_EQ(Found({emptyList, noMatch, emptyDot2, "query dot result is empty, reply=0,rule guid" + Rules()[3].guid})
-                  .rules,
-              (Outcomes{{1, ReasonCode::allowListEmpty, ""},
-                        {2, ReasonCode::dotNamesNoMachine, ""},
-                        {3, ReasonCode::noDot, ""}}));
+    EXPECT_EQ(
+        Found({emptyList, noMatch, emptyDot2, "query dot result is empty, reply=0,rule guid" + Rules()[3].guid}).rules,
+        (Outcomes{
+            {1, ReasonCode::allowListEmpty, ""}, {2, ReasonCode::dotNamesNoMachine, ""}, {3, ReasonCode::noDot, ""}}));
     EXPECT_EQ(Found({notStarted, notStarted, notStarted}).rules.back(),
               (RuleOutcome{3, ReasonCode::receiverNotStarted, ""}));
     EXPECT_TRUE(Found({"disconnect event not report"}).rules.empty());

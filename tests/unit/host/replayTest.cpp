@@ -218,7 +218,8 @@ TEST_F(Replayed, EveryQueryFailsWhileTheDotsAreDown) {
     const auto reasons = [&](const char* failure) {
         const std::string text =
             Replay(policy, "{\"name\": \"e\"}\n{}\n", {"--format", "jsonl", "--dots-down", failure}).output;
-        EXPECT_NE(text.find("\"failure\":\"" + std::string(failure) + "\",\"process\":null,\"reply\""), std::string::npos)
+        EXPECT_NE(text.find("\"failure\":\"" + std::string(failure) + "\",\"process\":null,\"reply\""),
+                  std::string::npos)
             << text;
         std::string codes;
         const std::string before = "\"reason\":{\"code\":\"";
@@ -303,8 +304,9 @@ TEST_F(Replayed, AccountsForAnswersThatTheLibraryKeeps) {
 }
 
 TEST_F(Replayed, EventsMayComeFromTheStandardInput) {
-    const ProcessResult result = Mordhost({"replay", directory.Write("p.json", Policy("smb", "")), "-", "--format", "jsonl"},
-                                          "{\"flags\": 4}\n{\"pid\": 4}\n");
+    const ProcessResult result =
+        Mordhost({"replay", directory.Write("p.json", Policy("smb", "")), "-", "--format", "jsonl"},
+                 "{\"flags\": 4}\n{\"pid\": 4}\n");
     EXPECT_EQ(result.code, 0);
     EXPECT_NE(result.output.find(R"("reason":{"code":"disconnect",)"), std::string::npos);
     EXPECT_NE(result.output.find(R"("summary":{"events":2,)"), std::string::npos);
