@@ -31,7 +31,7 @@ protected:
     }
 
     std::vector<std::string> Run(const std::vector<std::string>& arguments) const {
-        const ProcessResult result = RunProcess({"/usr/bin/env", arguments, "", mordhost::Utf8Of(directory.Path())});
+        const ProcessResult result = RunProcess({"/usr/bin/env", arguments, "", directory.Name("")});
         EXPECT_EQ(result.code, 0) << result.error;
         EXPECT_EQ(result.error, "");
         return LinesOf(result.output);

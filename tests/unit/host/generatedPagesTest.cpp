@@ -50,15 +50,15 @@ TEST(ManPage, HasNoFaultThatMandocKnows) {
 
 TEST(OptionTable, ExcludesAndChoicesAreComplete) {
     for (const mordhost::CommandEntry& command : CommandTable()) {
-        EXPECT_EQ(FindCommand(command.name), &command);
+        EXPECT_EQ(mordhost::FindCommand(command.name), &command);
         for (const mordhost::OptionEntry& option : command.options) {
             SCOPED_TRACE(std::string(command.name) + ' ' + std::string(option.name));
             EXPECT_TRUE(option.name.starts_with("--"));
             EXPECT_FALSE(option.help.empty() || option.help.ends_with('.'));
             EXPECT_EQ(option.value.empty(), option.kind == mordhost::ValueKind::none);
             EXPECT_EQ(option.choices != nullptr, option.kind == mordhost::ValueKind::choice);
-            EXPECT_TRUE(option.excludes.empty() || FindOption(command, option.excludes) != nullptr);
-            EXPECT_EQ(FindOption(command, option.name), &option) << "its name is unique";
+            EXPECT_TRUE(option.excludes.empty() || mordhost::FindOption(command, option.excludes) != nullptr);
+            EXPECT_EQ(mordhost::FindOption(command, option.name), &option) << "its name is unique";
         }
     }
 }
