@@ -116,6 +116,20 @@ TEST_F(Signals, EachRequestEndsARecordingWithSuccess) {
     }
 }
 
+TEST_F(Signals, ARequestBeforeTheEndOfTheGivenTimeIsAFailure) {
+    for (const std::vector<std::string>& arguments : std::vector<std::vector<std::string>>{
+             {"watch", PolicyFile(), "--seconds", "60"}, {"record", "--seconds", "60"}}) {
+        BackgroundProcess process({MORDHOST_PROGRAM, arguments, "", ""});
+        Await(process, ready);
+        process.Send(SIGTERM);
+        const ProcessResult result = process.Wait();
+        EXPECT_EQ(result.code, 5) << arguments[0];
+        EXPECT_NE(result.error.find("mordhost: interrupted by SIGTERM before the end of --seconds\n"),
+                  std::string::npos)
+            << result.error;
+    }
+}
+
 TEST_F(Signals, ARequestDuringTheReadOfAPipeIsReported) {
     const std::string pipe = directory.Name("pipe");
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
