@@ -1,6 +1,7 @@
 // A command of mordhost: its arguments and what it does.
 //
-// To add one: a file xCommand.cpp with a class and MakeXCommand, a line in commandList, and an entry in the option table.
+// To add one: a file xCommand.cpp with a class and MakeXCommand, a line in commandList, and an entry in the option
+// table.
 #pragma once
 
 #include <cstdint>
@@ -46,8 +47,8 @@ public:
     // An option that may be repeated. `take` receives each value and returns why it is invalid, or an empty text.
     void Repeated(std::string_view name, std::function<std::string(const std::string& value)> take);
 
-    // Call it after all others. Applies the exclusions of the table. Throws std::logic_error if an argument of the table
-    // has no variable.
+    // Call it after all others. Applies the exclusions of the table. Throws std::logic_error if an argument of the
+    // table has no variable.
     void Complete() const;
 
 private:

@@ -19,9 +19,9 @@ namespace mordhost {
 
 class DecisionRun {
 public:
-    // Opens the output files, loads and configures the libraries. `widths` are those of the table. If `bar` is given, it
-    // shares the terminal of the standard output: rows are held back between flushes. `policy` and `bar` must outlive
-    // the run. Throws FileError, LoadError, DocumentError and RunError.
+    // Opens the output files, loads and configures the libraries. `widths` are those of the table. If `bar` is given,
+    // it shares the terminal of the standard output: rows are held back between flushes. `policy` and `bar` must
+    // outlive the run. Throws FileError, LoadError, DocumentError and RunError.
     DecisionRun(const std::string& policyName, const Policy& policy, const RunOptions& options, const Widths& widths,
                 ProgressBar* bar = nullptr);
 

@@ -15,7 +15,8 @@ namespace mordhost {
 // one thread.
 class Decider {
 public:
-    // If `dotsDown` is given, the query of every event fails so; otherwise those fail for which the policy prescribes it.
+    // If `dotsDown` is given, the query of every event fails so; otherwise those fail for which the policy prescribes
+    // it.
     Decider(const Policy& policy, Receiver& receiver, DotHost& dots, ReportSink& sink, RecordLog& log,
             std::optional<Failure> dotsDown = std::nullopt)
         : m_policy(policy), m_rules(policy.rules), m_receiver(receiver), m_dots(dots), m_sink(sink), m_log(log),

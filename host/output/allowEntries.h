@@ -13,8 +13,8 @@ class AllowEntries {
 public:
     explicit AllowEntries(const Policy& policy);
 
-    // The place of the first entry that allows `machine` for `rule`, as a JSON object; "null" if there is none. Valid as
-    // long as this.
+    // The place of the first entry that allows `machine` for `rule`, as a JSON object; "null" if there is none. Valid
+    // as long as this.
     std::string_view Find(const Rule& rule, std::string_view machine) const;
 
 private:

@@ -39,8 +39,8 @@ MAY_INCLUDE: dict[str, list[str]] = {
     "host/live": ["host/policy", "host/document", "host/system", "PUBLIC"],
     "host/arguments": ["host/output", "host/policy"],
     "host/pages": ["host/arguments", "host/policy", "host/system"],
-    "host/cli": ["host/arguments", "host/live", "host/output", "host/decide", "host/policy", "host/document", "host/system",
-                 "PUBLIC"],
+    "host/cli": ["host/arguments", "host/live", "host/output", "host/decide", "host/policy", "host/document",
+                 "host/system", "PUBLIC"],
     # Tests: the kit, then a row for each subsystem
     "tests": [],
     "tests/kit/text": ["src/platform"],
@@ -57,8 +57,8 @@ MAY_INCLUDE: dict[str, list[str]] = {
     "tests/unit/native": [*KIT, "src/mordRev", "src/native", "src/logging", "src/frame", "src/platform"],
     "tests/unit/mordRev": [*KIT, "src/mordRev", "src/logging", "src/frame"],
     "tests/unit/siblings": [*KIT, "siblings", "siblings/zelkBase", "src/frame", "src/platform"],
-    "tests/unit/host": [*KIT, "host/pages", "host/arguments", "host/cli", "host/live", "host/output", "host/decide", "host/policy", "host/document",
-                        "host/system", "PUBLIC", "siblings/zelkBase/hostLog.h"],
+    "tests/unit/host": [*KIT, "host/pages", "host/arguments", "host/cli", "host/live", "host/output", "host/decide",
+                        "host/policy", "host/document", "host/system", "PUBLIC", "siblings/zelkBase/hostLog.h"],
     "tests/unit/inspect": [*KIT, "tests/unit/native", "inspect", "src/native"],
     # The model uses the interfaces and no internal header of the library.
     "tests/model": [*KIT, "src/frame/interfaces.h", "src/platform/wideChar.h"],

@@ -163,7 +163,8 @@ std::string Record(const std::string& from = "", const std::string& to = "") {
     std::string text =
         R"({"time": null, "event": {"line": 1, "time": null, "name": null, "flags": 4, "pid": null, "program": null, )"
         R"("process": null, "remote_addr_ip": "::1", "remote_addr_port": 1, "local_addr_ip": null, )"
-        R"("local_addr_port": null, "net_drv": null}, "rules": [{"guid": "", "type": "t", "file": "p.json", "line": 1, )"
+        R"("local_addr_port": null, "net_drv": null}, "rules": [{"guid": "", "type": "t", )"
+        R"("file": "p.json", "line": 1, )"
         R"("column": 2, "pointer": "/rules/0", "outcome": "no-dot", "machine": null}], "verdict": "allow", )"
         R"("reason": {"code": "action-table", "text": "x", "overruled": "no-dot"}, "allowed_by": null, "dot": null, )"
         R"("failure": "query-error", "process": null, "reply": 1, "result": true, "reports": 0, "duration_ns": 5, )"

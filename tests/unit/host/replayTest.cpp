@@ -3,8 +3,6 @@
 #include <regex>
 #include <sstream>
 
-#include <rapidjson/document.h>
-
 #include "unit/host/mordhostFixture.h"
 
 using mordhostTest::ProcessResult;
@@ -177,60 +175,6 @@ TEST_F(Replayed, WritesOneJsonObjectPerLine) {
               R"({"summary":{"events":1,"verdicts":{"allow":1},"queries":1,"reports":1,"dots_deleted":1,)"
               R"("dots_left":0,"median_ns":T,"p99_ns":T,"times_include_logging":true}})"
               "\n");
-}
-
-TEST_F(Replayed, WritesOneJsonDocument) {
-    const auto replayed = [&](const std::string& format) {
-        return Replay(Policy("smb", WithAllowList("")), "{}\n{\"flags\": 4}\n", {"--no-duration", "--format", format})
-            .output;
-    };
-    const std::string lines = replayed("jsonl");
-    const size_t first = lines.find('\n');
-    const size_t second = lines.find('\n', first + 1);
-    const std::string summary = lines.substr(second + std::string("\n{").size());
-    EXPECT_EQ(replayed("json"), "{\"decisions\":[\n" + lines.substr(0, first) + ",\n" +
-                                    lines.substr(first + 1, second - first - 1) + "\n]," + summary);
-}
-
-TEST_F(Replayed, AJsonDocumentIsCompleteAfterAnError) {
-    const ProcessResult result =
-        Mordhost({"replay", directory.Write("p.json", Policy("smb", "")), "-", "--format", "json"}, "{}\n{\n");
-    EXPECT_EQ(result.code, 3);
-    rapidjson::Document document;
-    document.Parse(result.output.c_str());
-    ASSERT_FALSE(document.HasParseError()) << result.output;
-    EXPECT_EQ(document["decisions"].Size(), 1U);
-    EXPECT_EQ(document["summary"]["events"].GetUint(), 1U);
-}
-
-TEST_F(Replayed, OutputsWithoutDurationsAreEqual) {
-    for (const char* format : {"text", "json", "jsonl"}) {
-        const std::vector<std::string> options = {"--no-duration", "--format", format};
-        const std::string first = Replay(Policy("smb", ""), "{}\n{\"flags\": 4}\n", options).output;
-        EXPECT_EQ(first, Replay(Policy("smb", ""), "{}\n{\"flags\": 4}\n", options).output) << format;
-        EXPECT_EQ(first.find("_ns\""), std::string::npos);
-    }
-}
-
-TEST_F(Replayed, EveryQueryFailsWhileTheDotsAreDown) {
-    const std::string policy =
-        Policy("smb", R"("exception_mode": "allow", "dots": {"G": ["M1"]}, "failures": {"e": "broken-answer"})");
-    const auto reasons = [&](const char* failure) {
-        const std::string text =
-            Replay(policy, "{\"name\": \"e\"}\n{}\n", {"--format", "jsonl", "--dots-down", failure}).output;
-        EXPECT_NE(text.find("\"failure\":\"" + std::string(failure) + "\",\"process\":null,\"reply\""),
-                  std::string::npos)
-            << text;
-        std::string codes;
-        const std::string before = "\"reason\":{\"code\":\"";
-        for (size_t at = text.find(before); at != std::string::npos; at = text.find(before, at + 1)) {
-            codes += text.substr(at + before.size(), text.find('"', at + before.size()) - at - before.size()) + ' ';
-        }
-        return codes;
-    };
-    EXPECT_EQ(reasons("network-error"), "network-error-allowed network-error-allowed ");
-    EXPECT_EQ(reasons("query-error"), "query-error query-error ");
-    EXPECT_EQ(reasons("broken-answer"), "broken-answer broken-answer ");
 }
 
 TEST_F(Replayed, WritesTheReportsUnchanged) {
