@@ -8,6 +8,9 @@ namespace mordhost {
 
 namespace {
 
+// Between the machine id and the guid in the record of a match.
+constexpr std::string_view between = ",rule guid=";
+
 // The rest of the text after `beginning`; nullopt if it begins differently.
 std::optional<std::string_view> After(std::string_view text, std::string_view beginning) {
     if (!text.starts_with(beginning)) {
@@ -166,7 +169,6 @@ private:
 
     // "MID,rule guid=GUID". Each of the two may contain the text between them.
     void NoteMatch(std::string_view text) {
-        constexpr std::string_view between = ",rule guid=";
         const auto endsWithGuid = [text](const Rule& rule) {
             return text.ends_with(rule.guid) && text.substr(0, text.size() - rule.guid.size()).ends_with(between);
         };
