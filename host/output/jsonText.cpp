@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 #include <climits>
+#include <cstring>
 
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
@@ -21,7 +22,24 @@ constexpr auto plain = [] {
     return table;
 }();
 
+constexpr uint64_t InEachByte(uint64_t byte) {
+    return byte * 0x0101010101010101U;
+}
+
+// Whether one of the eight bytes is a control character, a quote or a backslash.
+bool NeedsEscape(uint64_t word) {
+    const auto zeros = [](uint64_t w) { return (w - InEachByte(1)) & ~w; }; // the high bits show if a byte is zero
+    const uint64_t controls = (word - InEachByte(0x20)) & ~word;
+    return ((controls | zeros(word ^ InEachByte('"')) | zeros(word ^ InEachByte('\\'))) & InEachByte(0x80)) != 0;
+}
+
 bool IsPlain(std::string_view text) {
+    for (uint64_t word = 0; text.size() >= sizeof word; text.remove_prefix(sizeof word)) {
+        std::memcpy(&word, text.data(), sizeof word);
+        if (NeedsEscape(word)) {
+            return false;
+        }
+    }
     return std::all_of(text.begin(), text.end(), [](char c) { return plain[static_cast<unsigned char>(c)]; });
 }
 

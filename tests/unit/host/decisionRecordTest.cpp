@@ -149,3 +149,17 @@ TEST(JsonText, EscapesWhatItMust) {
     AppendJsonString(text, std::string("\"\\\n\0\u00e4\x7f", 7));
     EXPECT_EQ(text, "\"\\\"\\\\\\n\\u0000\u00e4\x7f\"");
 }
+
+// Texts are checked eight bytes at a time.
+TEST(JsonText, EscapesEveryByteAtEveryPlace) {
+    for (unsigned byte = 0; byte < 0x80; ++byte) {
+        const bool plain = byte >= 0x20 && byte != '"' && byte != '\\';
+        for (size_t place = 0; place < 19; ++place) {
+            std::string text(19, '\x7f');
+            text[place] = static_cast<char>(byte);
+            std::string json;
+            AppendJsonString(json, text);
+            EXPECT_EQ(json == '"' + text + '"', plain) << byte << " at " << place;
+        }
+    }
+}
