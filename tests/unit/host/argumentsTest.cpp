@@ -1,8 +1,6 @@
 // The command line of mordhost, its messages and its exit codes.
 #include <fstream>
 
-#include "system/hostSystem.h"
-#include "system/libraryVersion.h"
 #include "unit/host/mordhostFixture.h"
 
 using mordhostTest::MordhostTest;
@@ -104,14 +102,6 @@ TEST_F(Arguments, TheRecordsHaveTheVersionOfTheProject) {
     const std::string text = Replay(policy, "{}\n", {"--format", "jsonl"}).output;
     EXPECT_NE(text.find("\"versions\":{\"library\":\"" + number + "\",\"host\":\"" + number + "\"}"), std::string::npos)
         << number << " in " << text;
-}
-
-TEST_F(Arguments, ALibraryWithoutAVersionHasNone) {
-    std::string reason;
-    void* const library =
-        mordhost::LoadLibraryFile(mordhost::PathOf(MORDHOST_LIBRARY_DIRECTORY) / LibraryFile("Ferrocore"), reason);
-    ASSERT_NE(library, nullptr) << reason;
-    EXPECT_EQ(mordhost::VersionOfLibrary(library), "");
 }
 
 TEST_F(Arguments, AFileThatCannotBeReadExitsWithTwo) {
