@@ -52,7 +52,9 @@ run-linux: ## replay the examples through libmordRev.so
 # Everything is installed first, so that the tests on Linux are compiled by clang at once.
 test: setup check test-linux test-asan test-tsan test-windows ## run all tests: Linux, Linux with sanitizers, 32-bit Windows under Wine
 
-test-linux: build-linux ## run the tests on Linux
+test-linux: ## run the tests on Linux
+	@scripts/setup linux test
+	@$(call built,linux)
 	@$(call ctest,linux)
 
 test-asan: ## run the tests on Linux under AddressSanitizer and UndefinedBehaviorSanitizer

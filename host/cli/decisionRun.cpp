@@ -2,6 +2,7 @@
 
 #include <iostream>
 
+#include "cli/hostVersion.h"
 #include "frame/values.h"
 #include "output/requireWritten.h"
 #include "output/title.h"
@@ -16,12 +17,18 @@ std::optional<OutputFile> OpenIfNamed(const std::string& name) {
     return name.empty() ? std::nullopt : std::optional<OutputFile>(std::in_place, name);
 }
 
-std::unique_ptr<Presenter> MakePresenter(const Policy& policy, const RunOptions& options, const std::string& title,
-                                         const Widths& widths) {
-    if (options.json) {
-        return MakeJsonPresenter(std::cout, policy);
+std::unique_ptr<Presenter> MakePresenter(std::ostream& out, const Policy& policy, const RunOptions& options,
+                                         const TableStyle& style, const std::string& libraryVersion) {
+    const RecordContext context{libraryVersion, std::string(hostVersion), !options.noDuration};
+    switch (options.format) {
+    case OutputFormat::text:
+        break;
+    case OutputFormat::json:
+        return MakeJsonPresenter(out, policy, context);
+    case OutputFormat::jsonl:
+        return MakeJsonLinesPresenter(out, policy, context);
     }
-    return MakeTablePresenter(std::cout, policy, title, widths, TakesColour(Stream::output));
+    return MakeTablePresenter(out, policy, style);
 }
 
 constexpr std::chrono::milliseconds betweenFlushes(50);
@@ -29,11 +36,13 @@ constexpr std::chrono::milliseconds betweenFlushes(50);
 } // namespace
 
 DecisionRun::DecisionRun(const std::string& policyName, const Policy& policy, const RunOptions& options,
-                         const Widths& widths)
+                         const Widths& widths, ProgressBar* bar)
     : m_policy(policy), m_reportFile(OpenIfNamed(options.reports)), m_logFile(OpenIfNamed(options.log)),
-      m_logging(!options.noLog), m_store(policy.dots, options.dots),
-      m_session(policy, m_store, options.LibraryDirectory(), m_logging),
-      m_presenter(MakePresenter(policy, options, TitleOf(policyName, policy), widths)) {
+      m_logging(!options.noLog), m_store(policy.dots, options.dots), m_session(policy, m_store, options.Session()),
+      m_output(std::cout, bar),
+      m_presenter(MakePresenter(m_output.Stream(), policy, options,
+                                {TitleOf(policyName, policy), widths, TakesColour(Stream::output), !options.noDuration},
+                                m_session.LibraryVersion())) {
     WriteLog(m_session.StartRecords());
 }
 
@@ -74,7 +83,7 @@ void DecisionRun::WriteLog(const WrittenRecords& records) {
 }
 
 void DecisionRun::Flush() {
-    std::cout.flush();
+    m_output.Flush();
     RequireWritten(std::cout, standardOutputName);
     if (m_reportFile) {
         m_reportFile->Flush();

@@ -9,6 +9,7 @@
 
 #include "cli/runOptions.h"
 #include "decide/decisionSession.h"
+#include "output/heldOutput.h"
 #include "output/outputFile.h"
 #include "output/presenter.h"
 #include "output/statistics.h"
@@ -18,9 +19,11 @@ namespace mordhost {
 
 class DecisionRun {
 public:
-    // Opens the output files, loads and configures the libraries. `widths` are those of the table. `policy` must
+    // Opens the output files, loads and configures the libraries. `widths` are those of the table. If `bar` is given,
+    // it shares the terminal of the standard output: rows are held back between flushes. `policy` and `bar` must
     // outlive the run. Throws FileError, LoadError, DocumentError and RunError.
-    DecisionRun(const std::string& policyName, const Policy& policy, const RunOptions& options, const Widths& widths);
+    DecisionRun(const std::string& policyName, const Policy& policy, const RunOptions& options, const Widths& widths,
+                ProgressBar* bar = nullptr);
 
     // Writes the head of the output, calls `work`, which handles events, and writes the summary. Writes a warning to
     // the standard error if the library did not free the answers that it must. Throws what `work` throws, after the
@@ -49,6 +52,7 @@ private:
     MemoryDotStore m_store;
     DecisionSession m_session;
     Statistics m_statistics;
+    HeldOutput m_output;
     std::unique_ptr<Presenter> m_presenter;
     std::chrono::steady_clock::time_point m_nextFlush = std::chrono::steady_clock::time_point::min();
 };

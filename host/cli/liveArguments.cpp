@@ -1,10 +1,11 @@
 #include "cli/liveArguments.h"
 
+#include "system/stopRequest.h"
+
 namespace mordhost {
 
 void DeclareLiveOptions(Arguments& arguments, LiveOptions& options) {
-    constexpr unsigned year = 31536000; // seconds
-    arguments.Number("--seconds", "N", options.seconds, 1, year, "Stop after N seconds instead of at an interruption");
+    arguments.Number("--seconds", options.seconds);
     const auto addRange = [&options](const std::string& text) {
         std::string reason;
         if (const auto range = ParseAddressRange(text, reason)) {
@@ -12,8 +13,13 @@ void DeclareLiveOptions(Arguments& arguments, LiveOptions& options) {
         }
         return reason;
     };
-    arguments.Repeated("--flagged", "RANGE", addRange,
-                       "Set the flag 0x10 in events whose remote end is in RANGE; may be repeated");
+    arguments.Repeated("--flagged", addRange);
+}
+
+void RequireWholeTime(const LiveOptions& options) {
+    if (options.seconds && StopRequested()) {
+        throw Stopped("interrupted by " + StopCause() + " before the end of --seconds");
+    }
 }
 
 } // namespace mordhost

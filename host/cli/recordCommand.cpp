@@ -6,6 +6,7 @@
 #include "cli/fileRoles.h"
 #include "cli/liveArguments.h"
 #include "frame/values.h"
+#include "output/eventText.h"
 #include "output/outputFile.h"
 #include "output/requireWritten.h"
 
@@ -32,18 +33,18 @@ private:
     size_t m_disconnects = 0;
 };
 
-void WriteToStandardOutput(const std::string& line) {
-    std::cout << line << std::flush;
+void WriteToStandardOutput(const std::string& text) {
+    std::cout << text << std::flush;
     RequireWritten(std::cout, standardOutputName);
 }
 
 class RecordCommand final : public Command {
 public:
-    std::string Name() const override { return "record"; }
-    std::string Help() const override { return "Write this machine's inbound connections as events"; }
+    std::string_view Name() const override { return "record"; }
 
     void Declare(Arguments& arguments) override {
-        arguments.Text("--out", "FILE", m_out, "Write to FILE instead of the standard output");
+        arguments.Choice("--format", m_format);
+        arguments.Text("--out", m_out);
         DeclareLiveOptions(arguments, m_live);
     }
 
@@ -53,18 +54,24 @@ public:
         if (!m_out.empty()) {
             file.emplace(m_out);
         }
-        Account account;
-        const std::optional<Stream> output = file ? std::nullopt : std::optional(Stream::output);
-        WatchConnections(m_live, output, [&](const ConnectionEvent& event) {
-            const std::string line = EventLine(event) + '\n';
+        const auto write = [&file](const std::string& text) {
             if (file) {
-                file->Write(line);
+                file->Write(text);
                 file->Flush();
             } else {
-                WriteToStandardOutput(line);
+                WriteToStandardOutput(text);
             }
+        };
+        Account account;
+        EventText events(m_format);
+        write(events.Begin());
+        const std::optional<Stream> output = file ? std::nullopt : std::optional(Stream::output);
+        WatchConnections(m_live, output, [&](const ConnectionEvent& event) {
+            write(events.Of(event));
             account.Add(event);
         });
+        write(events.End());
+        RequireWholeTime(m_live);
     }
 
 private:
@@ -76,6 +83,7 @@ private:
         roles.WritesMessages();
     }
 
+    OutputFormat m_format = OutputFormat::jsonl;
     std::string m_out;
     LiveOptions m_live;
 };

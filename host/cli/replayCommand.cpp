@@ -40,21 +40,19 @@ Widths WidthsFor(EventSource& events, const Policy& policy, const PolicyPrograms
 // The loop of a replay.
 class Replaying {
 public:
-    Replaying(const Policy& policy, PolicyPrograms& programs, EventSource& events, DecisionRun& run)
-        : m_policy(policy), m_programs(programs), m_events(events), m_run(run) {}
+    Replaying(const Policy& policy, PolicyPrograms& programs, EventSource& events, DecisionRun& run, ProgressBar& bar)
+        : m_policy(policy), m_programs(programs), m_events(events), m_run(run), m_bar(bar) {}
 
     // Decides all events, or those before a stop request.
     void DecideAll() {
-        // No progress bar if the rows appear on a terminal.
-        const bool showBar = !m_events.IsLive() && IsTerminal(Stream::error) && !IsTerminal(Stream::output);
-        ProgressBar bar(std::cerr, showBar, showBar ? m_events.Size() : 0);
+        const FinishedAtTheEnd finished{m_bar};
         size_t count = 0;
         ConnectionEvent event;
         while (Next(event)) {
             Decide(event);
             ++count;
-            if (showBar) {
-                bar.Advance(m_events.Done(), count);
+            if (m_bar.IsOn()) {
+                m_bar.Advance(m_events.Done(), count);
             }
         }
     }
@@ -69,6 +67,12 @@ public:
     }
 
 private:
+    // Messages and the summary follow the bar, also after an error.
+    struct FinishedAtTheEnd {
+        ProgressBar& bar;
+        ~FinishedAtTheEnd() { bar.Finish(); }
+    };
+
     bool Next(ConnectionEvent& event) {
         try {
             return !StopRequested() && m_events.Next(event);
@@ -97,20 +101,19 @@ private:
     PolicyPrograms& m_programs;
     EventSource& m_events;
     DecisionRun& m_run;
+    ProgressBar& m_bar;
     std::set<std::string> m_failed; // names of the events whose query failed as the policy requires
 };
 
 class ReplayCommand final : public Command {
 public:
-    std::string Name() const override { return "replay"; }
-    std::string Help() const override { return "Decide recorded connection events under a policy"; }
+    std::string_view Name() const override { return "replay"; }
 
     void Declare(Arguments& arguments) override {
-        arguments.Positional("POLICY", m_policy, "The policy document");
-        arguments.Positional("EVENTS", m_events, "The events, one per line; - reads the standard input");
+        arguments.Positional("POLICY", m_policy);
+        arguments.Positional("EVENTS", m_events);
         m_run.Declare(arguments);
-        arguments.Text("--programs", "DIR", m_programs,
-                       "Start the policy's programs from DIR instead of the directory of mordhost");
+        arguments.Text("--programs", m_programs);
     }
 
     void Run() override {
@@ -119,8 +122,11 @@ public:
         RequireApart(policy, programs);
         EventSource events(m_events);
         const Widths widths = WidthsFor(events, policy, programs);
-        DecisionRun run(m_policy, policy, m_run, widths);
-        Replaying replaying(policy, programs, events, run);
+        const bool showBar = !events.IsLive() && IsTerminal(Stream::error);
+        ProgressBar bar(std::cerr, showBar, showBar ? events.Size() : 0);
+        const bool shared = showBar && IsTerminal(Stream::output);
+        DecisionRun run(m_policy, policy, m_run, widths, shared ? &bar : nullptr);
+        Replaying replaying(policy, programs, events, run, bar);
         run.Run([&] { replaying.DecideAll(); });
         if (StopRequested()) {
             throw Stopped("interrupted by " + StopCause() + ": the following events are not decided");

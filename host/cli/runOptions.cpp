@@ -8,14 +8,18 @@
 namespace mordhost {
 
 void RunOptions::Declare(Arguments& arguments) {
-    arguments.Flag("--json", json, "Write one JSON object per line instead of the table");
-    arguments.Text("--reports", "FILE", reports, "Write the library's reports to FILE");
-    arguments.Text("--log", "FILE", log, "Write the library's log records to FILE");
-    arguments.Flag("--no-log", noLog, "Disable the library's log records: faster, but without reasons");
-    arguments.Exclude("--no-log", "--log");
-    arguments.Text("--dots", "FILE", dots, "Keep the remaining dots in FILE, rewritten at each deletion");
-    arguments.Text("--libraries", "DIR", libraries,
-                   "Load ZelkBase, Ferrocore and mordRev from DIR instead of the default directory");
+    arguments.Choice("--format", format);
+    arguments.Flag("--no-duration", noDuration);
+    arguments.Text("--reports", reports);
+    arguments.Text("--log", log);
+    arguments.Flag("--no-log", noLog);
+    arguments.Text("--dots", dots);
+    arguments.Choice("--dots-down", dotsDown);
+    arguments.Text("--libraries", libraries);
+}
+
+SessionOptions RunOptions::Session() const {
+    return {LibraryDirectory(), !noLog, dotsDown};
 }
 
 std::filesystem::path RunOptions::LibraryDirectory() const {

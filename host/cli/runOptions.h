@@ -2,10 +2,13 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 #include <string>
 
 #include "cli/command.h"
 #include "cli/fileRoles.h"
+#include "decide/decisionSession.h"
+#include "output/format.h"
 #include "policy/policy.h"
 
 namespace mordhost {
@@ -15,12 +18,15 @@ struct RunOptions {
     std::string reports;   // file for the reports; empty: none
     std::string log;       // file for the log records; empty: none
     std::string dots;      // file for the remaining dots; empty: none
-    bool json = false;
-    bool noLog = false; // the library writes no records, and there are no reasons
+    OutputFormat format = OutputFormat::text;
+    bool noDuration = false;         // the output has no durations
+    std::optional<Failure> dotsDown; // every query for dots fails so
+    bool noLog = false;              // the library writes no records, and there are no reasons
 
     void Declare(Arguments& arguments);
 
     std::filesystem::path LibraryDirectory() const;
+    SessionOptions Session() const;
 
     // Adds the files that a run under `policy` reads and writes. Throws FileError for conflicting files.
     void AddRoles(FileRoles& roles, const Policy& policy) const;

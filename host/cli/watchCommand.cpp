@@ -17,13 +17,10 @@ Widths LiveWidths() {
 
 class WatchCommand final : public Command {
 public:
-    std::string Name() const override { return "watch"; }
-    std::string Help() const override {
-        return "Decide this machine's inbound connections as they come; enforces nothing";
-    }
+    std::string_view Name() const override { return "watch"; }
 
     void Declare(Arguments& arguments) override {
-        arguments.Positional("POLICY", m_policy, "The policy document");
+        arguments.Positional("POLICY", m_policy);
         m_run.Declare(arguments);
         DeclareLiveOptions(arguments, m_live);
     }
@@ -40,6 +37,7 @@ public:
                 run.Flush();
             });
         });
+        RequireWholeTime(m_live);
     }
 
 private:

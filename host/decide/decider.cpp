@@ -5,7 +5,7 @@
 #include <rapidjson/reader.h>
 
 #include "decide/logRecord.h"
-#include "decide/reason.h"
+#include "decide/reasonText.h"
 #include "frame/values.h"
 
 namespace mordhost {
@@ -64,11 +64,12 @@ const Decision& Decider::Decide(ConnectionEvent&& event) {
     decision.process = decision.event.process;
     decision.rules = m_rules.Select(decision.event);
     decision.asked = !decision.rules.empty();
-    decision.deletedDot.reset();
+    decision.deletion.reset();
+    decision.failure.reset();
     if (!decision.asked) {
         decision.reply = 0;
         decision.settled = false;
-        decision.reason = "no rule applies";
+        decision.reason = {ReasonCode::noRule, std::string(PhraseOf(ReasonCode::noRule)), {}, {}};
         decision.log.Clear();
         decision.reports.clear();
         decision.duration = {};
@@ -79,13 +80,11 @@ const Decision& Decider::Decide(ConnectionEvent&& event) {
     decision.reply = answer.reply;
     decision.settled = answer.settled;
     decision.duration = answer.duration;
-    const DotHost::Deletion deletion = m_dots.TakeDeletion();
-    if (deletion.done) {
-        decision.deletedDot = deletion.guid;
-    }
+    decision.deletion = m_dots.TakeDeletion();
+    decision.failure = m_dots.TakeFailure();
     m_sink.Take(decision.reports);
     m_log.Take(decision.log);
-    decision.reason = ReasonFromRecords(deletion.type);
+    FindReasonInRecords();
     // The path in the event has priority: it is of the time of the event. By now the process id may be reused.
     if (decision.process.empty() && !decision.reports.empty()) {
         decision.process = PathInReport(decision.reports.front());
@@ -93,7 +92,7 @@ const Decision& Decider::Decide(ConnectionEvent&& event) {
     return decision;
 }
 
-std::string Decider::ReasonFromRecords(const std::string& matchedType) {
+void Decider::FindReasonInRecords() {
     m_messages.clear();
     const std::string_view text = m_decision.log.text;
     size_t begin = 0;
@@ -103,10 +102,13 @@ std::string Decider::ReasonFromRecords(const std::string& matchedType) {
         }
         begin = end;
     }
-    return ReasonOf(m_messages, matchedType);
+    FindReason(m_messages, {m_policy.rules, m_decision.rules}, m_decision.reason);
 }
 
 std::optional<Failure> Decider::FailureFor(const ConnectionEvent& event) const {
+    if (m_dotsDown) {
+        return m_dotsDown;
+    }
     const auto failure = m_policy.failures.find(event.name);
     return failure == m_policy.failures.end() ? std::nullopt : std::optional(failure->second.failure);
 }

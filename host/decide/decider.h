@@ -15,15 +15,19 @@ namespace mordhost {
 // one thread.
 class Decider {
 public:
-    Decider(const Policy& policy, Receiver& receiver, DotHost& dots, ReportSink& sink, RecordLog& log)
-        : m_policy(policy), m_rules(policy.rules), m_receiver(receiver), m_dots(dots), m_sink(sink), m_log(log) {}
+    // If `dotsDown` is given, the query of every event fails so; otherwise those fail for which the policy prescribes
+    // it.
+    Decider(const Policy& policy, Receiver& receiver, DotHost& dots, ReportSink& sink, RecordLog& log,
+            std::optional<Failure> dotsDown = std::nullopt)
+        : m_policy(policy), m_rules(policy.rules), m_receiver(receiver), m_dots(dots), m_sink(sink), m_log(log),
+          m_dotsDown(dotsDown) {}
 
     // Decides the event. The result is valid until the next call.
     const Decision& Decide(ConnectionEvent&& event);
 
 private:
     std::optional<Failure> FailureFor(const ConnectionEvent& event) const;
-    std::string ReasonFromRecords(const std::string& matchedType);
+    void FindReasonInRecords();
 
     const Policy& m_policy;
     RuleSelector m_rules;
@@ -31,6 +35,7 @@ private:
     DotHost& m_dots;
     ReportSink& m_sink;
     RecordLog& m_log;
+    const std::optional<Failure> m_dotsDown;
     // Members, to reuse their memory.
     Decision m_decision;
     std::vector<std::string_view> m_messages;

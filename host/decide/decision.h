@@ -7,7 +7,9 @@
 #include <string>
 #include <vector>
 
+#include "decide/dotHost.h"
 #include "decide/logCollector.h"
+#include "decide/reason.h"
 #include "policy/connectionEvent.h"
 
 namespace mordhost {
@@ -18,13 +20,19 @@ struct Decision {
     bool asked = false;        // whether the library decided; it does not if no rule applies
     uint32_t reply = 0;        // this and the following members are valid only if `asked`
     bool settled = false;      // the result of HandleEvent
-    std::string reason;        // one phrase; empty if the library does not log
+    Reason reason;             // unknown if the library does not log
     WrittenRecords log;        // the library's records for this event
     std::vector<std::string> reports;
-    std::optional<std::string> deletedDot; // its guid
-    std::string process;                   // path of the process of the connection; may be empty
-    std::chrono::nanoseconds duration{};   // of HandleEvent
+    std::optional<DotHost::Deletion> deletion; // the library's call of DeleteDot
+    std::optional<Failure> failure;            // how the query of the library failed
+    std::string process;                       // path of the process of the connection; may be empty
+    std::chrono::nanoseconds duration{};       // of HandleEvent
 };
+
+// Whether the library deleted a dot.
+inline bool HasDeletedDot(const Decision& decision) {
+    return decision.deletion && decision.deletion->done;
+}
 
 // The verdict for output: "allow", "block", "no rule".
 std::string VerdictOf(const Decision& decision);

@@ -9,13 +9,21 @@
 
 namespace mordhost {
 
+struct SessionOptions {
+    std::filesystem::path libraries; // their directory
+    bool logging = true;             // if false, the library writes no log records and decisions have no reasons
+    std::optional<Failure> dotsDown; // every query fails so
+};
+
 // At most one per process. For use by one thread.
 class DecisionSession {
 public:
-    // Loads the libraries from `libraries`, initialises and configures them. If `logging` is false, the library writes
-    // no log records and decisions have no reasons. `policy` and `store` must outlive the session. Throws LoadError,
+    // Loads, initialises and configures the libraries. `policy` and `store` must outlive the session. Throws LoadError,
     // DocumentError and RunError.
-    DecisionSession(const Policy& policy, DotStore& store, const std::filesystem::path& libraries, bool logging);
+    DecisionSession(const Policy& policy, DotStore& store, const SessionOptions& options);
+
+    // The version of the loaded library; empty if it has none.
+    std::string LibraryVersion() const { return m_libraries.Version(); }
 
     // The log records of the initialisation.
     const WrittenRecords& StartRecords() const { return m_startRecords; }

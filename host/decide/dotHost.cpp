@@ -17,8 +17,8 @@ constexpr int32_t failed = 1; // any code without a special meaning
 
 int32_t DotHost::DeleteDot(const char* guid, const char*, int32_t, const char* type) {
     try {
-        m_deletion = {guid, type, m_store.Delete(guid)};
-        if (m_deletion.done) {
+        m_deletion = Deletion{guid, type, m_store.Delete(guid)};
+        if (m_deletion->done) {
             ++m_account.deleted;
             return carriedOut;
         }
@@ -30,29 +30,33 @@ int32_t DotHost::DeleteDot(const char* guid, const char*, int32_t, const char* t
 
 int32_t DotHost::QueryDot(const char* guidJson, const char*, char** result) {
     ++m_account.queries;
-    if (m_failure == Failure::networkError) {
-        return DOT_QUERY_NETWORK_ERROR;
-    }
-    if (m_failure == Failure::queryError) {
-        return failed;
+    m_metFailure.reset();
+    if (m_failure == Failure::networkError || m_failure == Failure::queryError) {
+        return Fail(*m_failure);
     }
     try {
         std::string_view answer;
         switch (m_query.Answer(guidJson, answer)) {
         case DotStore::Result::networkError:
-            return DOT_QUERY_NETWORK_ERROR;
+            return Fail(Failure::networkError);
         case DotStore::Result::failed:
-            return failed;
+            return Fail(Failure::queryError);
         case DotStore::Result::answered:
             break;
         }
         if (m_failure == Failure::brokenAnswer) {
             answer.remove_suffix(1); // the closing brace
+            m_metFailure = Failure::brokenAnswer;
         }
         return HandOut(answer, result);
     } catch (const std::exception&) { // out of memory
-        return failed;
+        return Fail(Failure::queryError);
     }
+}
+
+int32_t DotHost::Fail(Failure failure) {
+    m_metFailure = failure;
+    return failure == Failure::networkError ? DOT_QUERY_NETWORK_ERROR : failed;
 }
 
 int32_t DotHost::HandOut(std::string_view text, char** result) {

@@ -41,21 +41,26 @@ public:
         bool done = false; // whether it returned 0
     };
 
-    // The last DeleteDot call since the last TakeDeletion; empty if there was none.
-    Deletion TakeDeletion() { return std::exchange(m_deletion, {}); }
+    // The last DeleteDot call since the last TakeDeletion.
+    std::optional<Deletion> TakeDeletion() { return std::exchange(m_deletion, std::nullopt); }
+
+    // How the last QueryDot call since the last TakeFailure failed; nullopt if it did not, or if there was none.
+    std::optional<Failure> TakeFailure() { return std::exchange(m_metFailure, std::nullopt); }
 
     int32_t DeleteDot(const char* guid, const char* mid, int32_t kind, const char* type) override;
     int32_t QueryDot(const char* guidJson, const char* mid, char** result) override;
     int32_t FreeResult(char* result) override;
 
 private:
+    int32_t Fail(Failure failure);
     int32_t HandOut(std::string_view text, char** result);
 
     DotStore& m_store;
     DotQuery m_query{m_store};
-    std::optional<Failure> m_failure;
+    std::optional<Failure> m_failure; // prescribed
     Account m_account;
-    Deletion m_deletion;
+    std::optional<Deletion> m_deletion;
+    std::optional<Failure> m_metFailure;
     // Answers that are not freed yet. The destructor frees those that the library keeps in one of its modes.
     std::vector<std::unique_ptr<char[]>> m_handedOut;
 };

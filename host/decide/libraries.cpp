@@ -3,6 +3,7 @@
 #include "frame/values.h"
 #include "system/filePath.h"
 #include "system/hostSystem.h"
+#include "system/libraryVersion.h"
 
 namespace mordhost {
 
@@ -40,7 +41,9 @@ Libraries::Libraries(const std::filesystem::path& directory) {
     // The siblings first, because the library searches them among the loaded modules.
     m_base = FactoryOf(Load(directory, "ZelkBase"), "ZelkBase");
     Load(directory, "Ferrocore");
-    m_receiver = ObtainReceiver(FactoryOf(Load(directory, "mordRev"), "mordRev"));
+    void* const library = Load(directory, "mordRev");
+    m_version = VersionOfLibrary(library);
+    m_receiver = ObtainReceiver(FactoryOf(library, "mordRev"));
 }
 
 } // namespace mordhost

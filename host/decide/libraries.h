@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <stdexcept>
+#include <string>
 
 #include "decide/service.h"
 
@@ -26,9 +27,13 @@ public:
     // The factory of the base library.
     ServiceFactory Base() const { return ServiceFactory(m_base); }
 
+    // The version of the library, "1.0.0"; empty if its file has none.
+    const std::string& Version() const { return m_version; }
+
 private:
     CreateZelkObjectFunction m_base = nullptr;
     IMordRev* m_receiver = nullptr;
+    std::string m_version;
 };
 
 } // namespace mordhost

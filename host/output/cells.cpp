@@ -96,7 +96,7 @@ size_t AppendCell(std::string& out, Column column, const Decision& decision, con
         cell.Add(VerdictOf(decision));
         break;
     case Column::reason:
-        cell.Add(decision.reason);
+        cell.Add(decision.reason.text);
         break;
     }
     return cell.Width();

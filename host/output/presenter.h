@@ -7,6 +7,7 @@
 
 #include "decide/decision.h"
 #include "decide/dotHost.h"
+#include "output/decisionRecord.h"
 #include "output/statistics.h"
 #include "output/table.h"
 #include "policy/policy.h"
@@ -25,17 +26,27 @@ class Presenter {
 public:
     virtual ~Presenter() = default;
 
-    // Writes the head, a decision, and the summary, to a stream whose state tells whether that succeeded.
+    // Write the head, a decision, and the summary to a stream, whose state shows whether that succeeded.
     virtual void Begin() = 0;
     virtual void Show(const Decision& decision) = 0;
     virtual void End(const Outcome& outcome) = 0;
 };
 
-// Writes a table for people and a short summary. Does not own `out` and `policy`.
-std::unique_ptr<Presenter> MakeTablePresenter(std::ostream& out, const Policy& policy, const std::string& title,
-                                              const Widths& widths, bool colour);
+struct TableStyle {
+    std::string title;
+    Widths widths{};
+    bool colour = false;
+    bool durations = true; // whether the summary shows the time per decision
+};
 
-// Writes a line with a JSON object for each decision and one for the summary. Does not own `out` and `policy`.
-std::unique_ptr<Presenter> MakeJsonPresenter(std::ostream& out, const Policy& policy);
+// Writes a table for people and a short summary. Does not own `out` and `policy`.
+std::unique_ptr<Presenter> MakeTablePresenter(std::ostream& out, const Policy& policy, const TableStyle& style);
+
+// Writes a line with the record of each decision and a line with the summary. Does not own `out` and `policy`.
+std::unique_ptr<Presenter> MakeJsonLinesPresenter(std::ostream& out, const Policy& policy,
+                                                  const RecordContext& context);
+
+// Writes one JSON document with the records and the summary. Does not own `out` and `policy`.
+std::unique_ptr<Presenter> MakeJsonPresenter(std::ostream& out, const Policy& policy, const RecordContext& context);
 
 } // namespace mordhost

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <ostream>
+#include <string>
 
 namespace mordhost {
 
@@ -20,17 +21,28 @@ public:
     ProgressBar(const ProgressBar&) = delete;
     ProgressBar& operator=(const ProgressBar&) = delete;
 
+    bool IsOn() const { return m_on; }
+
     // Reports that `done` of the total is done, which are `events` events.
     void Advance(uint64_t done, size_t events, Clock::time_point now = Clock::now());
 
     // Removes the bar from the terminal.
     void Clear();
 
+    // Draws the bar again after Clear, as it was. Does nothing if Advance has not drawn it yet, or after Finish.
+    void Redraw();
+
+    // Removes the bar and draws nothing from now on.
+    void Finish();
+
 private:
+    void Draw();
+
     std::ostream& m_out;
-    const bool m_on;
+    bool m_on;
     const uint64_t m_total;
     Clock::time_point m_next; // the earliest time of the next drawing
+    std::string m_bar;        // as drawn last; empty before the first drawing
     bool m_drawn = false;
 };
 

@@ -9,7 +9,7 @@ void Statistics::Add(const Decision& decision) {
     ++m_events;
     ++m_verdicts[VerdictOf(decision)];
     m_reports += decision.reports.size();
-    m_deleted += decision.deletedDot ? 1 : 0;
+    m_deleted += HasDeletedDot(decision) ? 1 : 0;
     if (decision.asked) {
         constexpr int64_t longest = std::numeric_limits<uint32_t>::max();
         m_durations.push_back(static_cast<uint32_t>(std::clamp<int64_t>(decision.duration.count(), 0, longest)));

@@ -26,8 +26,9 @@ std::string VerdictsText(const Statistics& statistics) {
 
 class TablePresenter final : public Presenter {
 public:
-    TablePresenter(std::ostream& out, const Policy& policy, std::string title, const Widths& widths, bool colour)
-        : m_out(out), m_policy(policy), m_title(std::move(title)), m_table(out, widths, colour) {}
+    TablePresenter(std::ostream& out, const Policy& policy, const TableStyle& style)
+        : m_out(out), m_policy(policy), m_title(style.title), m_durations(style.durations),
+          m_table(out, style.widths, style.colour) {}
 
     void Begin() override {
         m_out << m_title << "\n\n";
@@ -41,7 +42,7 @@ public:
         m_out << '\n' << Counted(statistics.Events(), "event") << VerdictsText(statistics) << '\n';
         m_out << Counted(outcome.calls.queries, "query", "queries") << ", " << Counted(statistics.Reports(), "report")
               << ", " << Counted(statistics.Deleted(), "dot") << " deleted, " << outcome.dotsLeft << " left\n";
-        if (statistics.Decisions() == 0) {
+        if (statistics.Decisions() == 0 || !m_durations) {
             return;
         }
         m_out << "time per decision: median " << DurationText(statistics.Percentile(50)) << ", 99th percentile "
@@ -52,15 +53,15 @@ public:
 private:
     std::ostream& m_out;
     const Policy& m_policy;
-    std::string m_title;
+    const std::string m_title;
+    const bool m_durations;
     Table m_table;
 };
 
 } // namespace
 
-std::unique_ptr<Presenter> MakeTablePresenter(std::ostream& out, const Policy& policy, const std::string& title,
-                                              const Widths& widths, bool colour) {
-    return std::make_unique<TablePresenter>(out, policy, title, widths, colour);
+std::unique_ptr<Presenter> MakeTablePresenter(std::ostream& out, const Policy& policy, const TableStyle& style) {
+    return std::make_unique<TablePresenter>(out, policy, style);
 }
 
 } // namespace mordhost

@@ -11,6 +11,7 @@
 #include "document/ipAddress.h"
 #include "document/sourceText.h"
 #include "policy/dotTable.h"
+#include "policy/place.h"
 
 namespace mordhost {
 
@@ -37,6 +38,13 @@ struct LibraryDocument {
     Location where; // of its first character
 };
 
+// An entry of the allow list.
+struct AllowEntry {
+    std::string machine;
+    std::vector<std::string> keys; // rule types, and guids of web rules
+    Place place;
+};
+
 // How a query fails.
 enum class Failure {
     networkError, // QueryDot returns the network error
@@ -54,6 +62,7 @@ struct PolicyFile {
     std::string what; // for messages: "the allow list"
     std::string name;
     bool holdsDots = false;
+    std::string sha256; // of its bytes, in hexadecimal digits
 };
 
 struct Policy {
@@ -62,8 +71,10 @@ struct Policy {
     std::optional<uint32_t> defenderMode; // if absent, the default of the library applies; also below
     std::optional<uint32_t> exceptionMode;
     std::optional<LibraryDocument> allowList;
+    std::vector<AllowEntry> allowEntries; // those of `allowList`
     std::optional<LibraryDocument> actions;
-    std::vector<Rule> rules; // in the order of the document
+    std::vector<Rule> rules;       // in the order of the document
+    std::vector<Place> rulePlaces; // of each rule; empty for a policy that was not read from a document
     DotTable dots;
     std::map<std::string, PrescribedFailure> failures; // by event name
     // The programs that events can name, by that name. A file with a directory is relative to the policy and resolved

@@ -10,6 +10,7 @@
 #include "system/fileError.h"
 #include "system/filePath.h"
 #include "system/inputStream.h"
+#include "system/sha256.h"
 
 namespace mordhost {
 
@@ -33,9 +34,11 @@ struct Part {
 SourceText ReadNamedFile(const Part& part, Policy& policy) {
     const auto path = BesidePolicy(part.policy, PathOf(RequireText(part.policy, part.node, "a file name")));
     const std::string name = Utf8Of(path.generic_u8string());
-    policy.files.push_back({part.what, name, part.isDots});
+    policy.files.push_back({part.what, name, part.isDots, {}});
     try {
-        return {name, InputStream(name).ReadAll()};
+        SourceText file(name, InputStream(name).ReadAll());
+        policy.files.back().sha256 = Sha256Of(file.Text());
+        return file;
     } catch (const FileError& error) {
         part.policy.Refuse(part.node.begin, error.what());
     }
@@ -51,13 +54,32 @@ auto ReadInlineOrNamed(const Part& part, Policy& policy, Read read) {
     return read(file, ParseJson(file));
 }
 
-using Check = void (*)(const SourceText&, const JsonNode&);
+LibraryDocument TextOf(const SourceText& source, const JsonNode& root) {
+    return {std::string(source.Text().substr(root.begin, root.end - root.begin)), source.At(root.begin)};
+}
 
-LibraryDocument ReadLibraryDocument(const Part& part, Policy& policy, Check check) {
-    return ReadInlineOrNamed(part, policy, [check](const SourceText& source, const JsonNode& root) {
-        check(source, root);
-        return LibraryDocument{std::string(source.Text().substr(root.begin, root.end - root.begin)),
-                               source.At(root.begin)};
+// Reads an allow list that CheckAllowList accepts.
+LibraryDocument ReadAllowList(const Part& part, Policy& policy) {
+    return ReadInlineOrNamed(part, policy, [&](const SourceText& source, const JsonNode& root) {
+        CheckAllowList(source, root);
+        const auto& entries = RequireMember(source, root, "mid_list").elements;
+        const bool isInline = &source == &part.policy;
+        std::vector<Place> places = PlacesOf(source, entries, isInline ? "/allow_list/mid_list" : "/mid_list");
+        for (size_t i = 0; i < entries.size(); ++i) {
+            AllowEntry entry{FindMember(entries[i], "mid")->text, {}, std::move(places[i])};
+            for (const JsonNode& key : FindMember(entries[i], "protocol")->elements) {
+                entry.keys.push_back(key.text);
+            }
+            policy.allowEntries.push_back(std::move(entry));
+        }
+        return TextOf(source, root);
+    });
+}
+
+LibraryDocument ReadActions(const Part& part, Policy& policy) {
+    return ReadInlineOrNamed(part, policy, [](const SourceText& source, const JsonNode& root) {
+        CheckActions(source, root);
+        return TextOf(source, root);
     });
 }
 
@@ -121,8 +143,10 @@ Policy ReadPolicy(const std::string& name) {
                         {"machine_id", "defender_mode", "exception_mode", "allow_list", "actions", "rules", "dots",
                          "failures", "programs"});
     Policy policy;
-    policy.files.push_back({"the policy", name});
-    policy.rules = ReadRules(source, RequireMember(source, root, "rules"));
+    policy.files.push_back({"the policy", name, false, Sha256Of(source.Text())});
+    const JsonNode& rules = RequireMember(source, root, "rules");
+    policy.rules = ReadRules(source, rules);
+    policy.rulePlaces = PlacesOf(source, rules.elements, "/rules");
     if (const JsonNode* const node = FindMember(root, "machine_id")) {
         policy.machineId = ReadMachineId(source, *node);
     }
@@ -133,10 +157,10 @@ Policy ReadPolicy(const std::string& name) {
         policy.exceptionMode = ReadMode(source, *node, exceptionModes, "\"exception_mode\"");
     }
     if (const JsonNode* const node = FindMember(root, "allow_list")) {
-        policy.allowList = ReadLibraryDocument({source, *node, "the allow list"}, policy, CheckAllowList);
+        policy.allowList = ReadAllowList({source, *node, "the allow list"}, policy);
     }
     if (const JsonNode* const node = FindMember(root, "actions")) {
-        policy.actions = ReadLibraryDocument({source, *node, "the action table"}, policy, CheckActions);
+        policy.actions = ReadActions({source, *node, "the action table"}, policy);
     }
     if (const JsonNode* const node = FindMember(root, "dots")) {
         policy.dots = ReadInlineOrNamed({source, *node, "the dots", true}, policy, ReadDots);

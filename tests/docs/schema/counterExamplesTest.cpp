@@ -158,4 +158,63 @@ TEST(CounterExamples, Event) {
                    R"({"net_drv": 1.5})", R"({"net_drv": 9223372036854775808})"});
 }
 
+// A decision record with `from` replaced by `to`.
+std::string Record(const std::string& from = "", const std::string& to = "") {
+    std::string text =
+        R"({"time": null, "event": {"line": 1, "time": null, "name": null, "flags": 4, "pid": null, "program": null, )"
+        R"("process": null, "remote_addr_ip": "::1", "remote_addr_port": 1, "local_addr_ip": null, )"
+        R"("local_addr_port": null, "net_drv": null}, "rules": [{"guid": "", "type": "t", )"
+        R"("file": "p.json", "line": 1, )"
+        R"("column": 2, "pointer": "/rules/0", "outcome": "no-dot", "machine": null}], "verdict": "allow", )"
+        R"("reason": {"code": "action-table", "text": "x", "overruled": "no-dot"}, "allowed_by": null, "dot": null, )"
+        R"("failure": "query-error", "process": null, "reply": 1, "result": true, "reports": 0, "duration_ns": 5, )"
+        R"("policy": [{"file": "p.json", "sha256": ")" +
+        std::string(64, 'a') + R"("}], "versions": {"library": null, "host": "1.0.0"}})";
+    const size_t at = text.find(from);
+    EXPECT_NE(at, std::string::npos) << from;
+    return text.replace(at, from.size(), to);
+}
+
+TEST(CounterExamples, Decision) {
+    const schema::SchemaFile schema("decision");
+    EXPECT_EQ(schema.Misfit(Record()), "");
+    EXPECT_EQ(schema.Misfit(Record(R"("duration_ns": 5, )")), "") << "it may be left out";
+    EXPECT_EQ(schema.Misfit(Record(R"("dot": null)", R"("dot": {"guid": "", "machine": null, "deleted": true})")), "");
+    EXPECT_EQ(schema.Misfit(Record(R"("verdict": "allow")", R"("verdict": "reply 7")")), "");
+    for (const auto& [from, to] : std::vector<std::pair<std::string, std::string>>{
+             {R"("time": null, )", ""},
+             {R"("verdict": "allow", )", ""},
+             {R"("reports": 0, )", ""},
+             {R"("reports": 0)", R"("reports": -1)"},
+             {R"("verdict": "allow")", R"("verdict": "maybe")"},
+             {R"("code": "action-table")", R"("code": "other")"},
+             {R"("overruled": "no-dot")", R"("overruled": "")"},
+             {R"("text": "x")", R"("text": "")"},
+             {R"("failure": "query-error")", R"("failure": "error")"},
+             {R"("outcome": "no-dot")", R"("outcome": "query-error")"},
+             {R"("line": 1, "column")", R"("line": 0, "column")"},
+             {R"("pointer": "/rules/0")", R"("pointer": "rules/0")"},
+             {R"("allowed_by": null)", R"("allowed_by": {"file": "p.json"})"},
+             {R"("dot": null)", R"("dot": {"guid": "", "machine": "M"})"},
+             {R"("remote_addr_port": 1)", R"("remote_addr_port": 65536)"},
+             {R"("flags": 4)", R"("flags": "4")"},
+             {R"("pid": null, )", ""},
+             {"aaaa", "aaaA"},
+             {"\"aaaa", "\"aaa"},
+             {R"("host": "1.0.0")", R"("host": null)"},
+             {R"("reply": 1)", R"("why": "x", "reply": 1)"}}) {
+        EXPECT_NE(schema.Misfit(Record(from, to)), "") << from << " as " << to;
+    }
+}
+
+TEST(CounterExamples, Summary) {
+    const std::string counts = R"("queries": 0, "reports": 0, "dots_deleted": 0, "dots_left": 0)";
+    const std::string sound = R"({"summary": {"events": 1, "verdicts": {"allow": 1}, )" + counts + "}}";
+    ExpectFits("summary", {sound.c_str()});
+    const std::string noEvents = R"({"summary": {"verdicts": {}, )" + counts + "}}";
+    const std::string more = R"({"summary": {"events": 1, "verdicts": {}, "more": 1, )" + counts + "}}";
+    const std::string negative = R"({"summary": {"events": -1, "verdicts": {}, )" + counts + "}}";
+    ExpectRefuses("summary", {"{}", "[]", R"({"summary": {}})", noEvents.c_str(), more.c_str(), negative.c_str()});
+}
+
 } // namespace

@@ -32,8 +32,8 @@ TEST_F(Arguments, HelpIsWrittenToTheStandardOutputAndSucceeds) {
 TEST_F(Arguments, ASubcommandHasItsOwnHelp) {
     const ProcessResult result = Mordhost({"replay", "--help"});
     EXPECT_EQ(result.code, 0);
-    for (const char* option :
-         {"POLICY", "EVENTS", "--json", "--reports", "--log", "--no-log", "--dots", "--libraries", "--programs"}) {
+    for (const char* option : {"POLICY", "EVENTS", "--format", "--no-duration", "--dots-down", "--reports", "--log",
+                               "--no-log", "--dots", "--libraries", "--programs"}) {
         EXPECT_NE(result.output.find(option), std::string::npos) << option;
     }
 }
@@ -63,6 +63,45 @@ TEST_F(Arguments, InvalidOnesExitWithTwoAndAMessage) {
         EXPECT_EQ(result.output, "");
         EXPECT_NE(result.error, "");
     }
+}
+
+TEST_F(Arguments, AMistypedNameSuggestsTheNearestOne) {
+    const auto message = [](const std::vector<std::string>& arguments) {
+        const ProcessResult result = Mordhost(arguments);
+        EXPECT_EQ(result.code, 2);
+        EXPECT_EQ(result.output, "");
+        return result.error.substr(0, result.error.find('\n'));
+    };
+    EXPECT_EQ(message({"repaly", "p", "e"}), "mordhost: there is no command repaly; did you mean replay?");
+    EXPECT_EQ(message({"xyzzy"}), "mordhost: there is no command xyzzy");
+    EXPECT_EQ(message({"--verson"}), "mordhost: there is no option --verson; did you mean --version?");
+    EXPECT_EQ(message({"replay", "p", "e", "--formt", "json"}),
+              "mordhost: there is no option --formt of replay; did you mean --format?");
+    EXPECT_EQ(message({"replay", "p", "e", "--format=json", "--dot-down=x"}),
+              "mordhost: there is no option --dot-down of replay; did you mean --dots-down?");
+    EXPECT_EQ(message({"replay", "--log", "--formt", "p", "--nolog"}),
+              "mordhost: there is no option --nolog of replay; did you mean --no-log?")
+        << "the value of --log may look like an option";
+}
+
+TEST_F(Arguments, AChoiceHasTheListedValues) {
+    for (const std::vector<std::string>& options :
+         std::vector<std::vector<std::string>>{{"--format", "xml"}, {"--dots-down", "yes"}}) {
+        const ProcessResult result = Replay(policy, "{}\n", options);
+        EXPECT_EQ(result.code, 2);
+        EXPECT_NE(result.error.find('"' + options[1] + "\" is not one of \""), std::string::npos) << result.error;
+    }
+    EXPECT_EQ(Replay(policy, "{}\n", {"--format", "text"}).code, 0);
+}
+
+// The versions of the library and of mordhost are that of the project.
+TEST_F(Arguments, TheRecordsHaveTheVersionOfTheProject) {
+    const std::string version = Mordhost({"--version"}).output;
+    const std::string number =
+        version.substr(version.find(' ') + 1, version.find_first_of("\r\n") - version.find(' ') - 1);
+    const std::string text = Replay(policy, "{}\n", {"--format", "jsonl"}).output;
+    EXPECT_NE(text.find("\"versions\":{\"library\":\"" + number + "\",\"host\":\"" + number + "\"}"), std::string::npos)
+        << number << " in " << text;
 }
 
 TEST_F(Arguments, AFileThatCannotBeReadExitsWithTwo) {
@@ -144,7 +183,7 @@ TEST_F(Arguments, TheMessageNamesATemporaryDirectoryThatCannotBeUsed) {
     const auto errorIn = [&](const std::string& name) {
         const ScopedVariable place(variable, mordhost::Utf8Of(directory.Path() / name));
         const ProcessResult result = Replay(policy, "{}\n");
-        EXPECT_EQ(result.code, 1);
+        EXPECT_EQ(result.code, 5);
         EXPECT_EQ(result.error.rfind("mordhost: cannot make a directory for the log records in ", 0), 0U)
             << result.error;
         EXPECT_NE(result.error.find(name), std::string::npos) << result.error;

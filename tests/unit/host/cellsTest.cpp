@@ -84,9 +84,9 @@ TEST(Cells, RulesOfATypeAreCountedAtAllPositions) {
 
 TEST(Cells, AWideCellIsTruncatedWithAnEllipsis) {
     Decision decision;
-    decision.reason = std::string(160, 'r');
-    EXPECT_EQ(Cell(decision, Column::reason), decision.reason);
-    decision.reason += 'r';
+    decision.reason.text = std::string(160, 'r');
+    EXPECT_EQ(Cell(decision, Column::reason), decision.reason.text);
+    decision.reason.text += 'r';
     EXPECT_EQ(Cell(decision, Column::reason), std::string(159, 'r') + "\u2026");
     decision.process = "/usr/bin/" + std::string(33, 'p');
     EXPECT_EQ(Cell(decision, Column::process), std::string(31, 'p') + "\u2026");

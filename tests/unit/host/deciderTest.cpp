@@ -54,7 +54,8 @@ TEST_F(DeciderTest, DoesNotCallTheLibraryIfNoRuleApplies) {
     const Decision decision = Decide(OnPort(10));
     EXPECT_FALSE(decision.asked);
     EXPECT_EQ(VerdictOf(decision), "no rule");
-    EXPECT_EQ(decision.reason, "no rule applies");
+    EXPECT_EQ(decision.reason.text, "no rule applies");
+    EXPECT_EQ(decision.reason.code, ReasonCode::noRule);
     for (const std::string& call : object.calls) {
         EXPECT_NE(call.rfind("HandleEvent", 0), 0U) << call;
     }
@@ -94,10 +95,13 @@ TEST_F(DeciderTest, ReportsAndDeletionsBelongToTheEvent) {
     };
     const Decision first = Decide(OnPort(1));
     EXPECT_EQ(first.reports, std::vector<std::string>{report});
-    EXPECT_EQ(first.deletedDot, "A");
+    ASSERT_TRUE(first.deletion);
+    EXPECT_EQ(first.deletion->guid, "A");
+    EXPECT_TRUE(first.deletion->done);
     const Decision second = Decide(OnPort(1));
     EXPECT_EQ(second.reports.size(), 1U);
-    EXPECT_EQ(second.deletedDot, std::nullopt) << "the dot was gone already";
+    ASSERT_TRUE(second.deletion);
+    EXPECT_FALSE(second.deletion->done) << "the dot was gone already";
 }
 
 TEST_F(DeciderTest, TheProcessIsTakenFromTheEventOrElseFromTheReport) {
@@ -115,7 +119,8 @@ TEST_F(DeciderTest, TheProcessIsTakenFromTheEventOrElseFromTheReport) {
 TEST_F(DeciderTest, WithoutLogRecordsThereIsNoReason) {
     const Decision decision = Decide(OnPort(1));
     EXPECT_EQ(decision.log.text, "");
-    EXPECT_EQ(decision.reason, "");
+    EXPECT_EQ(decision.reason.text, "");
+    EXPECT_EQ(decision.reason.code, ReasonCode::unknown);
 }
 
 TEST_F(DeciderTest, TheReasonComesFromTheRecordsOfTheEvent) {
@@ -130,13 +135,13 @@ TEST_F(DeciderTest, TheReasonComesFromTheRecordsOfTheEvent) {
         write(WIDE("==>enter"));
         write(WIDE("query dot result is empty, reply=0,rule guidA\r\nof two lines"));
     };
-    EXPECT_EQ(decider.Decide(OnPort(1)).reason, "no dot is held");
+    EXPECT_EQ(decider.Decide(OnPort(1)).reason.text, "no dot is held");
     EXPECT_EQ(decider.Decide(OnPort(1)).log.ends.size(), 2U);
     object.onEvent = [&](IDotHost*, IReportSink*) { write(WIDE("disconnect event not report")); };
-    EXPECT_EQ(decider.Decide(OnPort(1)).reason, "disconnect");
-    EXPECT_EQ(decider.Decide(OnPort(10)).reason, "no rule applies");
+    EXPECT_EQ(decider.Decide(OnPort(1)).reason.text, "disconnect");
+    EXPECT_EQ(decider.Decide(OnPort(10)).reason.text, "no rule applies");
     object.onEvent = nullptr;
-    EXPECT_EQ(decider.Decide(OnPort(1)).reason, "");
+    EXPECT_EQ(decider.Decide(OnPort(1)).reason.text, "");
 }
 
 // A decision reuses the memory of the previous one.
@@ -153,9 +158,9 @@ TEST_F(DeciderTest, KeepsNothingOfThePreviousDecision) {
     event.name = "first";
     event.process = "/usr/bin/first";
     event.pid = 7;
-    ASSERT_EQ(decider.Decide(std::move(event)).deletedDot, "A");
+    ASSERT_TRUE(HasDeletedDot(decider.Decide(std::move(event))));
     const Decision& decision = decider.Decide(OnPort(10));
-    EXPECT_FALSE(decision.asked || decision.settled || decision.deletedDot || decision.event.pid);
+    EXPECT_FALSE(decision.asked || decision.settled || decision.deletion || decision.failure || decision.event.pid);
     EXPECT_TRUE(decision.rules.empty() && decision.reports.empty() && decision.log.ends.empty());
     EXPECT_EQ(decision.log.text + decision.process + decision.event.name, "");
     EXPECT_EQ(decision.reply, 0U);

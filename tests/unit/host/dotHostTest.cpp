@@ -105,23 +105,43 @@ TEST(DotHost, AnInvalidRequestIsAQueryError) {
     EXPECT_EQ(asked.text, "null");
 }
 
+TEST(DotHost, TheFailureThatAQueryMetIsTakenOnce) {
+    MemoryDotStore store(DotTable{});
+    DotHost host(store);
+    const Asked answered(host);
+    EXPECT_EQ(host.TakeFailure(), std::nullopt);
+    for (const Failure failure : {Failure::networkError, Failure::queryError, Failure::brokenAnswer}) {
+        host.Prescribe(failure);
+        EXPECT_EQ(host.TakeFailure(), std::nullopt) << "before the query";
+        const Asked asked(host);
+        EXPECT_EQ(host.TakeFailure(), failure);
+        EXPECT_EQ(host.TakeFailure(), std::nullopt);
+    }
+    host.Prescribe({});
+    const Asked refused(host, "nonsense");
+    EXPECT_EQ(host.TakeFailure(), Failure::queryError);
+}
+
 TEST(DotHost, ADeletionRemovesTheDotFromTheStore) {
     MemoryDotStore store(DotTable{{"G1", {"M1"}}});
     DotHost host(store);
     EXPECT_EQ(host.DeleteDot("G1", "HOST", 2, "smb"), 0);
     EXPECT_EQ(store.Size(), 0U);
-    const DotHost::Deletion deletion = host.TakeDeletion();
-    EXPECT_EQ(deletion.guid, "G1");
-    EXPECT_EQ(deletion.type, "smb");
-    EXPECT_TRUE(deletion.done);
-    EXPECT_EQ(host.TakeDeletion().guid, "") << "taken once";
+    const auto deletion = host.TakeDeletion();
+    ASSERT_TRUE(deletion);
+    EXPECT_EQ(deletion->guid, "G1");
+    EXPECT_EQ(deletion->type, "smb");
+    EXPECT_TRUE(deletion->done);
+    EXPECT_FALSE(host.TakeDeletion()) << "taken once";
 }
 
 TEST(DotHost, ADeletionOfAnUnknownDotFails) {
     MemoryDotStore store(DotTable{});
     DotHost host(store);
     EXPECT_NE(host.DeleteDot("G1", "HOST", 2, "smb"), 0);
-    EXPECT_FALSE(host.TakeDeletion().done);
+    const auto deletion = host.TakeDeletion();
+    ASSERT_TRUE(deletion);
+    EXPECT_FALSE(deletion->done);
 }
 
 TEST(DotHost, CountsEveryCall) {

@@ -119,7 +119,7 @@ Shown ShowAll() {
     Shown shown;
     const TemporaryDirectory directory;
     for (const std::string& policy : Policies()) {
-        const std::string text = Replay(policy, {"--json", "--reports", directory.Name("reports")}).output;
+        const std::string text = Replay(policy, {"--format", "jsonl", "--reports", directory.Name("reports")}).output;
         for (size_t at = 0, end = 0; (end = text.find('\n', at)) != std::string::npos; at = end + 1) {
             rapidjson::Document line;
             line.Parse(text.substr(at, end - at).c_str());
@@ -128,10 +128,10 @@ Shown ShowAll() {
                 continue;
             }
             shown.replies.insert(line["reply"].GetInt());
-            shown.reasons.insert(line["why"].GetString());
-            shown.remoteEnds.insert(line["remote_addr_ip"].GetString());
-            shown.localPorts.insert(line["local_addr_port"].GetInt());
-            shown.deletedDots += line["deleted_dot"].IsString() ? 1 : 0;
+            shown.reasons.insert(line["reason"]["text"].GetString());
+            shown.remoteEnds.insert(line["event"]["remote_addr_ip"].GetString());
+            shown.localPorts.insert(line["event"]["local_addr_port"].GetInt());
+            shown.deletedDots += line["dot"].IsObject() && line["dot"]["deleted"].GetBool() ? 1 : 0;
         }
         const std::string reports = directory.Read("reports");
         shown.blocksModified += reports.find("\"block_modified\": true") != std::string::npos ? 1 : 0;

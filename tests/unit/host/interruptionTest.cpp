@@ -25,7 +25,7 @@ protected:
     // Starts a replay of a standard input that does not end, interrupts it after `events` rows and waits for its end.
     ProcessResult OfReplay(const std::string& events, size_t awaited, const std::string& policy,
                            const std::vector<std::string>& options = {}) const {
-        std::vector<std::string> arguments = {"replay", directory.Write("p.json", policy), "-", "--json"};
+        std::vector<std::string> arguments = {"replay", directory.Write("p.json", policy), "-", "--format", "jsonl"};
         arguments.insert(arguments.end(), options.begin(), options.end());
         BackgroundProcess process({MORDHOST_PROGRAM, arguments, events, "", StandardOutput::file, true});
         const auto shown = [&process] {
@@ -45,7 +45,7 @@ TEST_F(Interruption, EndsTheProgramsOfAReplay) {
     const ProcessResult result =
         OfReplay("{\"program\": \"a\"}\n{\"program\": \"b\"}\n", 2,
                  R"({"rules": [{"guid": "G", "type": "t"}], "programs": {"a": "waiter32", "b": "waiter64"}})");
-    EXPECT_EQ(result.code, 1);
+    EXPECT_EQ(result.code, 5);
     EXPECT_NE(result.output.find("\"summary\":{\"events\":2,"), std::string::npos) << result.output;
     std::set<uint32_t> ids;
     for (size_t at = 0; ids.size() < 2 && (at = result.output.find("\"pid\":", at)) != std::string::npos;) {
@@ -63,7 +63,7 @@ TEST_F(Interruption, EndsTheWaitForAProgram) {
     const ProcessResult result = OfReplay("{}\n{\"program\": \"a\"}\n", 1,
                                           R"({"rules": [{"guid": "G", "type": "t"}], "programs": {"a": "neverReady"}})",
                                           {"--programs", MORDHOST_ODD_PROGRAMS});
-    EXPECT_EQ(result.code, 1);
+    EXPECT_EQ(result.code, 5);
     EXPECT_EQ(result.error.rfind("mordhost: interrupted by " + Cause() + " while the program ", 0), 0U) << result.error;
     EXPECT_NE(result.error.find("was not ready yet\n"), std::string::npos) << result.error;
     EXPECT_NE(result.output.find("\"summary\":{\"events\":1,"), std::string::npos) << "what was decided before";
@@ -73,7 +73,7 @@ TEST_F(Interruption, EndsTheWaitForAProgram) {
 
 TEST_F(Interruption, EndsTheWaitForTheNextEvent) {
     const ProcessResult result = OfReplay("{}\n{\"pid\": ", 1, usualPolicy);
-    EXPECT_EQ(result.code, 1);
+    EXPECT_EQ(result.code, 5);
     EXPECT_EQ(result.error, "mordhost: interrupted by " + Cause() + ": the following events are not decided\n")
         << "and nothing about the line that was cut";
     EXPECT_NE(result.output.find("\"summary\":{\"events\":1,"), std::string::npos) << result.output;

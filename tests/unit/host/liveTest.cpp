@@ -120,9 +120,9 @@ TEST_F(Live, SecondsEndTheWatching) {
 TEST_F(Live, EndsWhenTheReaderOfItsOutputIsGone) {
     const std::string policy = directory.Write("p.json", R"({"rules": []})");
     for (const std::vector<std::string>& arguments :
-         std::vector<std::vector<std::string>>{{"record"}, {"watch", policy, "--json"}}) {
+         std::vector<std::vector<std::string>>{{"record"}, {"watch", policy, "--format", "jsonl"}}) {
         const ProcessResult result = RunProcess({MORDHOST_PROGRAM, arguments, "", "", StandardOutput::unreadPipe});
-        EXPECT_EQ(result.code, 1) << arguments.front();
+        EXPECT_EQ(result.code, 5) << arguments.front();
         EXPECT_NE(result.error.find("mordhost: cannot write the standard output: its reader is gone\n"),
                   std::string::npos)
             << result.error;

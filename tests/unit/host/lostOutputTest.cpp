@@ -21,7 +21,7 @@ protected:
         for (const StandardOutput output :
              {StandardOutput::closed, StandardOutput::readOnly, StandardOutput::unreadPipe}) {
             const ProcessResult result = Run(arguments, output);
-            EXPECT_EQ(result.code, 1) << arguments[0] << ", output " << static_cast<int>(output);
+            EXPECT_EQ(result.code, 5) << arguments[0] << ", output " << static_cast<int>(output);
             EXPECT_NE(result.error.find("mordhost: cannot write the standard output: "), std::string::npos)
                 << arguments[0] << ", output " << static_cast<int>(output) << ": " << result.error;
             EXPECT_EQ(result.error.find("output is lost"), std::string::npos) << "there is a reason: " << result.error;
@@ -36,7 +36,7 @@ TEST_F(LostOutput, OfAReplayIsAFailure) {
     const std::string rules = directory.Write("p.json", rulePolicy);
     const std::string events = directory.Write("e.jsonl", "{}\n");
     ExpectFailure({"replay", rules, events});
-    ExpectFailure({"replay", rules, events, "--json"});
+    ExpectFailure({"replay", rules, events, "--format", "jsonl"});
     ExpectFailure({"replay", rules, directory.Write("none.jsonl", "")});
 }
 
@@ -49,7 +49,7 @@ TEST_F(LostOutput, EndsALongReplayEarly) {
     const ProcessResult result =
         Run({"replay", directory.Write("p.json", rulePolicy), directory.Write("e.jsonl", events)},
             StandardOutput::unreadPipe);
-    EXPECT_EQ(result.code, 1);
+    EXPECT_EQ(result.code, 5);
     EXPECT_EQ(result.error.rfind("mordhost: cannot write the standard output: ", 0), 0U) << result.error;
 }
 
@@ -68,7 +68,7 @@ TEST_F(LostOutput, OfDotsIsAFailure) {
             "allow_list": {"mid_list": [{"mid": "M", "protocol": ["smb"]}]}, "programs": {"a": "removesDirectory"}})",
         "{\"program\": \"a\"}\n{}\n",
         {"--dots", directory.Name("there/dots.json"), "--programs", MORDHOST_ODD_PROGRAMS});
-    EXPECT_EQ(result.code, 1);
+    EXPECT_EQ(result.code, 5);
     EXPECT_NE(result.output.find("machine M is allowed for smb, its dot could not be deleted"), std::string::npos);
     EXPECT_NE(result.output.find("\n2 events: "), std::string::npos) << "the run goes on to its end";
     EXPECT_EQ(Plain(result.error)

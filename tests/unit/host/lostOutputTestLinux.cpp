@@ -42,11 +42,11 @@ TEST_F(FullDisk, EndsAReplay) {
     const std::string rules = directory.Write("p.json", anyPolicy);
     const std::string events = directory.Write("e.jsonl", "{}\n");
     const ProcessResult result = WithFullOutput({"replay", rules, events});
-    EXPECT_EQ(result.code, 1);
+    EXPECT_EQ(result.code, 5);
     EXPECT_EQ(result.error, "mordhost: cannot write the standard output: No space left on device\n");
     for (const std::string option : {"--reports", "--log"}) {
         const ProcessResult other = Mordhost({"replay", rules, events, option, full});
-        EXPECT_EQ(other.code, 1) << option;
+        EXPECT_EQ(other.code, 5) << option;
         EXPECT_EQ(other.error, "mordhost: cannot write /dev/full: No space left on device\n");
         EXPECT_NE(other.output.find("\n1 event: 1 block\n"), std::string::npos) << "the summary where it can be";
     }
@@ -54,18 +54,18 @@ TEST_F(FullDisk, EndsAReplay) {
 
 TEST_F(FullDisk, EndsAReplayOfTheStandardInput) {
     const ProcessResult result = WithFullOutput({"replay", directory.Write("p.json", anyPolicy), "-"});
-    EXPECT_EQ(result.code, 1);
+    EXPECT_EQ(result.code, 5);
     EXPECT_EQ(result.error, "mordhost: cannot write the standard output: No space left on device\n");
 }
 
 TEST_F(FullDisk, EndsAWatch) {
     const ProcessResult result = WithFullOutput({"watch", directory.Write("p.json", anyPolicy)});
-    EXPECT_EQ(result.code, 1);
+    EXPECT_EQ(result.code, 5);
     EXPECT_EQ(result.error, "mordhost: cannot write the standard output: No space left on device\n");
     for (const std::string option : {"--reports", "--log"}) {
         const ProcessResult other =
             WithAConnection({"watch", directory.Write("p.json", anyPolicy), option, full}, StandardOutput::file);
-        EXPECT_EQ(other.code, 1) << option;
+        EXPECT_EQ(other.code, 5) << option;
         EXPECT_NE(other.error.find("mordhost: cannot write /dev/full: No space left on device\n"), std::string::npos);
         EXPECT_NE(other.output.find(" left\n"), std::string::npos) << "the summary";
     }
@@ -73,7 +73,7 @@ TEST_F(FullDisk, EndsAWatch) {
 
 TEST_F(FullDisk, EndsARecording) {
     const ProcessResult result = WithAConnection({"record", "--out", full}, StandardOutput::file);
-    EXPECT_EQ(result.code, 1);
+    EXPECT_EQ(result.code, 5);
     EXPECT_NE(result.error.find("mordhost: cannot write /dev/full: No space left on device\n"), std::string::npos)
         << result.error;
     EXPECT_NE(result.error.find("mordhost: recorded "), std::string::npos) << result.error;
@@ -85,7 +85,7 @@ TEST_F(FullDisk, AReadOnlyOutputEndsAWatchAndARecording) {
         for (const std::vector<std::string>& arguments :
              std::vector<std::vector<std::string>>{{"watch", rules}, {"record"}}) {
             const ProcessResult result = WithAConnection(arguments, output);
-            EXPECT_EQ(result.code, 1) << arguments[0] << ", output " << static_cast<int>(output);
+            EXPECT_EQ(result.code, 5) << arguments[0] << ", output " << static_cast<int>(output);
             EXPECT_NE(result.error.find("mordhost: cannot write the standard output: "), std::string::npos)
                 << result.error;
         }
@@ -101,7 +101,7 @@ TEST_F(FullDisk, AClosedOutputIsNotReusedForAFile) {
                                   "",
                                   "",
                                   StandardOutput::closed});
-    EXPECT_EQ(result.code, 1);
+    EXPECT_EQ(result.code, 5);
     EXPECT_EQ(result.error, "mordhost: cannot write the standard output: Bad file descriptor\n");
     EXPECT_EQ(directory.Read("reports").find("TIME"), std::string::npos);
     EXPECT_EQ(directory.Read("log").find("TIME"), std::string::npos);

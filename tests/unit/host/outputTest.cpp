@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "output/heldOutput.h"
 #include "output/outputFile.h"
 #include "output/progressBar.h"
 #include "system/fileError.h"
@@ -62,6 +63,45 @@ TEST(ProgressBar, IsNotDrawnWithoutATerminal) {
     bar.Advance(500, 5, start + milliseconds(5000));
     bar.Clear();
     EXPECT_EQ(out.str(), "");
+}
+
+TEST(ProgressBar, CanBeDrawnAgainUntilItsEnd) {
+    std::ostringstream out;
+    ProgressBar bar(out, true, 1000, start);
+    bar.Redraw();
+    EXPECT_EQ(out.str(), "") << "it was not drawn yet";
+    bar.Advance(500, 5, start + milliseconds(500));
+    bar.Clear();
+    out.str("");
+    bar.Redraw();
+    EXPECT_EQ(out.str(), HalfBar("50%  5 events"));
+    out.str("");
+    bar.Finish();
+    bar.Redraw();
+    bar.Advance(600, 6, start + milliseconds(5000));
+    EXPECT_EQ(out.str(), "\r\x1b[K");
+}
+
+TEST(HeldOutput, WritesRowsAboveTheBar) {
+    std::ostringstream terminal;
+    ProgressBar bar(terminal, true, 1000, start);
+    HeldOutput output(terminal, &bar);
+    output.Stream() << "row 1\n";
+    EXPECT_EQ(terminal.str(), "");
+    output.Flush();
+    bar.Advance(500, 5, start + milliseconds(500));
+    output.Stream() << "row 2\n";
+    output.Flush();
+    output.Flush();
+    const std::string drawn = HalfBar("50%  5 events");
+    EXPECT_EQ(terminal.str(), "row 1\n" + drawn + "\r\x1b[Krow 2\n" + drawn);
+}
+
+TEST(HeldOutput, IsTheStreamItselfWithoutABar) {
+    std::ostringstream terminal;
+    HeldOutput output(terminal, nullptr);
+    output.Stream() << "row";
+    EXPECT_EQ(terminal.str(), "row");
 }
 
 TEST(OutputFile, HoldsTheWrittenBytes) {

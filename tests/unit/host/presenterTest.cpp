@@ -30,9 +30,10 @@ Decision Matched() {
     decision.asked = true;
     decision.reply = 1;
     decision.settled = true;
-    decision.reason = "machine M is allowed for smb";
+    decision.reason = {
+        ReasonCode::machineAllowed, "machine M is allowed for smb", {}, {{0, ReasonCode::machineAllowed, "M"}}};
     decision.reports = {"{}"};
-    decision.deletedDot = "G1";
+    decision.deletion = DotHost::Deletion{"G1", "smb", true};
     decision.process = "/usr/bin/server";
     decision.duration = std::chrono::nanoseconds(1500);
     return decision;
@@ -58,14 +59,14 @@ std::string Shown(std::ostringstream& out, Presenter& presenter, const std::vect
     return out.str();
 }
 
-std::string TableOf(const std::vector<Decision>& decisions, bool colour = false) {
+std::string TableOf(const std::vector<Decision>& decisions, bool colour = false, bool durations = true) {
     std::ostringstream out;
     const Policy policy = TestPolicy();
     Widths widths = UsualWidths();
     for (const Decision& decision : decisions) {
         Widen(widths, decision, policy);
     }
-    return Shown(out, *MakeTablePresenter(out, policy, "title", widths, colour), decisions);
+    return Shown(out, *MakeTablePresenter(out, policy, {"title", widths, colour, durations}), decisions);
 }
 
 } // namespace
@@ -111,7 +112,7 @@ TEST(TablePresenter, TheWidthOfARowIsBounded) {
         decision.rules.push_back(i);
     }
     decision.process = std::string(100000, 'p');
-    decision.reason = std::string(100000, 'r');
+    decision.reason.text = std::string(100000, 'r');
     std::ostringstream out;
     mordhost::Table table(out, UsualWidths(), false);
     table.Row(decision, policy);
@@ -142,31 +143,56 @@ TEST(TablePresenter, LongDurationsAreInMilliseconds) {
     EXPECT_NE(TableOf({slow}).find("median 12.35 ms"), std::string::npos);
 }
 
-TEST(JsonPresenter, HasOneObjectForEachDecisionAndOneForTheSummary) {
-    std::ostringstream out;
-    const Policy policy = TestPolicy();
-    EXPECT_EQ(Shown(out, *MakeJsonPresenter(out, policy), {Matched(), {}}),
-              R"({"line":3,"time":"2025-11-20T09:54:12.345Z","name":"connection-1","flags":0,"pid":4242,)"
-              R"("process":"/usr/bin/server","remote_addr_ip":"127.0.0.2","remote_addr_port":40000,)"
-              R"("local_addr_ip":"127.0.0.1","local_addr_port":445,"net_drv":7,)"
-              R"("rules":[{"guid":"G1","type":"smb"},{"guid":"G2","type":"web"}],"verdict":"allow",)"
-              R"("why":"machine M is allowed for smb","reply":1,"result":true,"reports":1,"deleted_dot":"G1",)"
-              R"("duration_ns":1500})"
-              "\n"
-              R"({"line":0,"time":null,"name":null,"flags":null,"pid":null,"process":null,"remote_addr_ip":null,)"
-              R"("remote_addr_port":null,"local_addr_ip":null,"local_addr_port":null,"net_drv":null,"rules":[],)"
-              R"("verdict":"no rule","why":null,"reply":null,"result":null,"reports":0,"deleted_dot":null,)"
-              R"("duration_ns":null})"
-              "\n"
-              R"({"summary":{"events":2,"verdicts":{"allow":1,"no rule":1},"queries":1,"reports":1,"dots_deleted":1,)"
-              R"("dots_left":2,"median_ns":1500,"p99_ns":1500,"times_include_logging":true}})"
-              "\n");
+TEST(TablePresenter, TheSummaryCanLeaveOutTheDurations) {
+    EXPECT_NE(TableOf({Matched()}).find("time per decision"), std::string::npos);
+    const std::string table = TableOf({Matched()}, false, false);
+    EXPECT_EQ(table.find("time per decision"), std::string::npos);
+    EXPECT_NE(table.find("1 dot deleted, 2 left\n"), std::string::npos);
 }
 
-TEST(JsonPresenter, TheGuidOfADeletedDotMayBeEmpty) {
-    std::ostringstream out;
+namespace {
+
+const RecordContext context = {"1.2.3", "4.5.6", true};
+const RecordContext noDurations = {"1.2.3", "4.5.6", false};
+
+std::string RecordOf(const Decision& decision, const RecordContext& of) {
+    std::string record;
     const Policy policy = TestPolicy();
-    Decision decision = Matched();
-    decision.deletedDot = "";
-    EXPECT_NE(Shown(out, *MakeJsonPresenter(out, policy), {decision}).find(R"("deleted_dot":"")"), std::string::npos);
+    DecisionRecords(policy, of).Append(record, decision);
+    return record;
+}
+
+constexpr auto timedSummary = R"({"events":2,"verdicts":{"allow":1,"no rule":1},"queries":1,"reports":1,)"
+                              R"("dots_deleted":1,"dots_left":2,"median_ns":1500,"p99_ns":1500,)"
+                              R"("times_include_logging":true})";
+constexpr auto untimedSummary = R"({"events":2,"verdicts":{"allow":1,"no rule":1},"queries":1,"reports":1,)"
+                                R"("dots_deleted":1,"dots_left":2})";
+
+} // namespace
+
+TEST(JsonLinesPresenter, HasOneLineForEachDecisionAndOneForTheSummary) {
+    const Policy policy = TestPolicy();
+    std::ostringstream out;
+    EXPECT_EQ(Shown(out, *MakeJsonLinesPresenter(out, policy, context), {Matched(), {}}),
+              RecordOf(Matched(), context) + '\n' + RecordOf({}, context) + "\n{\"summary\":" + timedSummary + "}\n");
+}
+
+TEST(JsonLinesPresenter, CanLeaveOutTheDurations) {
+    const Policy policy = TestPolicy();
+    std::ostringstream out;
+    EXPECT_EQ(Shown(out, *MakeJsonLinesPresenter(out, policy, noDurations), {Matched(), {}}),
+              RecordOf(Matched(), noDurations) + '\n' + RecordOf({}, noDurations) + "\n{\"summary\":" + untimedSummary +
+                  "}\n");
+}
+
+TEST(JsonPresenter, WritesOneDocument) {
+    const Policy policy = TestPolicy();
+    std::ostringstream out;
+    EXPECT_EQ(Shown(out, *MakeJsonPresenter(out, policy, context), {Matched(), {}}),
+              "{\"decisions\":[\n" + RecordOf(Matched(), context) + ",\n" + RecordOf({}, context) +
+                  "\n],\"summary\":" + timedSummary + "}\n");
+    std::ostringstream empty;
+    EXPECT_EQ(
+        Shown(empty, *MakeJsonPresenter(empty, policy, noDurations), {}).find("{\"decisions\":[\n],\"summary\":{"), 0U)
+        << empty.str();
 }

@@ -80,19 +80,19 @@ TEST_F(ProgramReplay, EventsHaveTheIdsAndReportsThePaths) {
     const ProcessResult result =
         Replay(PolicyOf(both),
                "{\"program\": \"narrow\"}\n{\"program\": \"wide\"}\n{\"pid\": 4}\n{\"program\": \"narrow\"}\n{}\n",
-               {"--json", "--reports", directory.Name("reports")});
+               {"--format", "jsonl", "--reports", directory.Name("reports")});
     EXPECT_EQ(result.code, 0);
     EXPECT_EQ(result.error, "");
     const auto lines = Lines(result.output);
     ASSERT_EQ(lines.size(), 6U);
     for (const size_t withId : {0U, 1U, 3U}) {
-        ASSERT_TRUE(lines[withId]["pid"].IsUint());
-        EXPECT_FALSE(IsRunning(lines[withId]["pid"].GetUint())) << "nothing is left behind";
+        ASSERT_TRUE(lines[withId]["event"]["pid"].IsUint());
+        EXPECT_FALSE(IsRunning(lines[withId]["event"]["pid"].GetUint())) << "nothing is left behind";
     }
-    EXPECT_EQ(lines[0]["pid"].GetUint(), lines[3]["pid"].GetUint());
-    EXPECT_NE(lines[0]["pid"].GetUint(), lines[1]["pid"].GetUint());
-    EXPECT_EQ(lines[2]["pid"].GetUint(), 4U);
-    EXPECT_TRUE(lines[4]["pid"].IsNull());
+    EXPECT_EQ(lines[0]["event"]["pid"].GetUint(), lines[3]["event"]["pid"].GetUint());
+    EXPECT_NE(lines[0]["event"]["pid"].GetUint(), lines[1]["event"]["pid"].GetUint());
+    EXPECT_EQ(lines[2]["event"]["pid"].GetUint(), 4U);
+    EXPECT_TRUE(lines[4]["event"]["pid"].IsNull());
     const std::string narrow = ToldOf("waiter32");
     const std::string wide = ToldOf("waiter64");
     EXPECT_EQ(Paths(directory.Read("reports")), (std::vector<std::string>{narrow, wide, "System", narrow, ""}));
@@ -102,7 +102,7 @@ TEST_F(ProgramReplay, EventsHaveTheIdsAndReportsThePaths) {
 
 TEST_F(ProgramReplay, TheProcessOfAnEventHasPriorityOverItsProgram) {
     const ProcessResult result = Replay(PolicyOf(both), R"({"program": "narrow", "process": "/usr/sbin/sshd"})",
-                                        {"--json", "--reports", directory.Name("reports")});
+                                        {"--format", "jsonl", "--reports", directory.Name("reports")});
     EXPECT_NE(result.output.find(R"("process":"/usr/sbin/sshd")"), std::string::npos) << result.output;
     EXPECT_EQ(Paths(directory.Read("reports")), std::vector<std::string>{ToldOf("waiter32")});
 }
@@ -115,9 +115,9 @@ TEST_F(ProgramReplay, AProgramIsSearchedBesideMordhostOrInTheGivenDirectory) {
     EXPECT_EQ(Replay(PolicyOf(R"("p": "waiter32")"), event).code, 0);
     EXPECT_EQ(Replay(PolicyOf(R"("p": ")" + file + '"'), event).code, 0) << "its ending may be there";
     EXPECT_EQ(Replay(PolicyOf(R"("p": "bin/waiter32")"), event).code, 0) << "beside the policy";
-    EXPECT_EQ(Replay(PolicyOf(R"("p": "bin/waiter64")"), event).code, 1) << "and there is no other one";
+    EXPECT_EQ(Replay(PolicyOf(R"("p": "bin/waiter64")"), event).code, 5) << "and there is no other one";
     EXPECT_EQ(Replay(PolicyOf(R"("p": "waiter32")"), event, {"--programs", directory.Name("bin")}).code, 0);
-    EXPECT_EQ(Replay(PolicyOf(R"("p": "waiter64")"), event, {"--programs", directory.Name("bin")}).code, 1);
+    EXPECT_EQ(Replay(PolicyOf(R"("p": "waiter64")"), event, {"--programs", directory.Name("bin")}).code, 5);
 }
 
 TEST_F(ProgramReplay, AnUnknownNameIsRefusedBeforeTheFirstDecision) {
@@ -130,13 +130,14 @@ TEST_F(ProgramReplay, AnUnknownNameIsRefusedBeforeTheFirstDecision) {
 }
 
 TEST_F(ProgramReplay, AnUnknownNameOnTheStandardInputIsRefusedInItsTurn) {
-    const ProcessResult result = Mordhost({"replay", directory.Write("p.json", PolicyOf(both)), "-", "--json"},
-                                          "{\"program\": \"narrow\"}\n{ \"program\": \"\"}\n");
+    const ProcessResult result =
+        Mordhost({"replay", directory.Write("p.json", PolicyOf(both)), "-", "--format", "jsonl"},
+                 "{\"program\": \"narrow\"}\n{ \"program\": \"\"}\n");
     EXPECT_EQ(result.code, 3);
     EXPECT_EQ(result.error, "mordhost: standard input:2:14: the policy has no program \"\"\n");
     const auto lines = Lines(result.output);
     ASSERT_EQ(lines.size(), 2U) << "the event and the summary";
-    EXPECT_FALSE(IsRunning(lines[0]["pid"].GetUint())) << "also when a run is broken off";
+    EXPECT_FALSE(IsRunning(lines[0]["event"]["pid"].GetUint())) << "also when a run is broken off";
 }
 
 TEST_F(ProgramReplay, AProgramBesideAnIdIsRefused) {
@@ -148,8 +149,8 @@ TEST_F(ProgramReplay, AProgramBesideAnIdIsRefused) {
 
 TEST_F(ProgramReplay, AMissingProgramEndsTheRunAfterTheDecisionsBefore) {
     const ProcessResult result =
-        ReplayOdd("none", "{\"flags\": 4}\n{\"program\": \"odd\"}\n{\"flags\": 4}\n", {"--json"});
-    EXPECT_EQ(result.code, 1);
+        ReplayOdd("none", "{\"flags\": 4}\n{\"program\": \"odd\"}\n{\"flags\": 4}\n", {"--format", "jsonl"});
+    EXPECT_EQ(result.code, 5);
     const auto lines = Lines(result.output);
     ASSERT_EQ(lines.size(), 2U) << "the event and the summary";
     EXPECT_EQ(lines[1]["summary"]["events"].GetUint(), 1U);
@@ -162,16 +163,16 @@ TEST_F(ProgramReplay, AMissingProgramDoesNotAffectOtherEvents) {
 
 TEST_F(ProgramReplay, AProgramThatEndsBeforeItsLineEndsTheRun) {
     const ProcessResult result = ReplayOdd("endsAtOnce", "{\"program\": \"odd\"}\n");
-    EXPECT_EQ(result.code, 1);
+    EXPECT_EQ(result.code, 5);
     EXPECT_EQ(Slashed(result.error),
               Message("", "endsAtOnce", " ended its output without a line that says that it is ready\n"));
 }
 
 TEST_F(ProgramReplay, AProgramThatDoesNotEndIsKilled) {
-    const ProcessResult result = ReplayOdd("staysOn", "{\"program\": \"odd\"}\n", {"--json"});
+    const ProcessResult result = ReplayOdd("staysOn", "{\"program\": \"odd\"}\n", {"--format", "jsonl"});
     EXPECT_EQ(result.code, 0);
     EXPECT_EQ(result.error, "");
     const auto lines = Lines(result.output);
     ASSERT_EQ(lines.size(), 2U) << "the event and the summary";
-    EXPECT_FALSE(IsRunning(lines[0]["pid"].GetUint()));
+    EXPECT_FALSE(IsRunning(lines[0]["event"]["pid"].GetUint()));
 }

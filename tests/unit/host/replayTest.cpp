@@ -155,14 +155,22 @@ TEST_F(Replayed, WritesATableAndASummary) {
 TEST_F(Replayed, WritesOneJsonObjectPerLine) {
     const ProcessResult result =
         Replay(Policy("smb", WithAllowList(R"("dots": {"G": ["M1"]})")),
-               "\n{\"name\": \"first\", \"pid\": 4, \"remote_addr_ip\": \"127.0.0.2\"}\n", {"--json"});
+               "\n{\"name\": \"first\", \"pid\": 4, \"remote_addr_ip\": \"127.0.0.2\"}\n", {"--format", "jsonl"});
     EXPECT_EQ(result.code, 0);
-    EXPECT_EQ(Masked(result.output),
-              R"({"line":2,"time":null,"name":"first","flags":null,"pid":4,"process":"System",)"
-              R"("remote_addr_ip":"127.0.0.2","remote_addr_port":null,"local_addr_ip":null,"local_addr_port":null,)"
-              R"("net_drv":null,"rules":[{"guid":"G","type":"smb"}],"verdict":"allow",)"
-              R"("why":"machine M1 is allowed for smb, its dot is deleted","reply":1,"result":true,"reports":1,)"
-              R"("deleted_dot":"G","duration_ns":T})"
+    const std::string output = Masked(Plain(result.output));
+    const size_t end = output.find('\n');
+    for (const char* part :
+         {R"({"time":null,"event":{"line":2,"time":null,"name":"first","flags":null,"pid":4,"program":null,)"
+          R"("process":null,"remote_addr_ip":"127.0.0.2","remote_addr_port":null,"local_addr_ip":null,)"
+          R"("local_addr_port":null,"net_drv":null},"rules":[{"guid":"G","type":"smb",)",
+          R"("outcome":"machine-allowed","machine":"M1"}],"verdict":"allow","reason":{"code":"machine-allowed",)"
+          R"("text":"machine M1 is allowed for smb, its dot is deleted","overruled":null},"allowed_by":)",
+          R"("dot":{"guid":"G","machine":"M1","deleted":true},"failure":null,"process":"System","reply":1,)"
+          R"("result":true,"reports":1,"duration_ns":T,"policy":[{"file":"p.json","sha256":")",
+          R"("versions":{"library":")"}) {
+        EXPECT_LT(output.find(part), end) << part << "\nin " << output;
+    }
+    EXPECT_EQ(output.substr(end),
               "\n"
               R"({"summary":{"events":1,"verdicts":{"allow":1},"queries":1,"reports":1,"dots_deleted":1,)"
               R"("dots_left":0,"median_ns":T,"p99_ns":T,"times_include_logging":true}})"
@@ -240,10 +248,11 @@ TEST_F(Replayed, AccountsForAnswersThatTheLibraryKeeps) {
 }
 
 TEST_F(Replayed, EventsMayComeFromTheStandardInput) {
-    const ProcessResult result = Mordhost({"replay", directory.Write("p.json", Policy("smb", "")), "-", "--json"},
-                                          "{\"flags\": 4}\n{\"pid\": 4}\n");
+    const ProcessResult result =
+        Mordhost({"replay", directory.Write("p.json", Policy("smb", "")), "-", "--format", "jsonl"},
+                 "{\"flags\": 4}\n{\"pid\": 4}\n");
     EXPECT_EQ(result.code, 0);
-    EXPECT_NE(result.output.find(R"("why":"disconnect")"), std::string::npos);
+    EXPECT_NE(result.output.find(R"("reason":{"code":"disconnect",)"), std::string::npos);
     EXPECT_NE(result.output.find(R"("summary":{"events":2,)"), std::string::npos);
 }
 
@@ -272,14 +281,14 @@ TEST_F(Replayed, TenThousandEventsAreDecidedInOrder) {
     for (int i = 0; i < 10000; ++i) {
         events += "{\"remote_addr_port\": " + std::to_string(i) + "}\n";
     }
-    const ProcessResult result = Replay(Policy("smb", ""), events, {"--json"});
+    const ProcessResult result = Replay(Policy("smb", ""), events, {"--format", "jsonl"});
     EXPECT_EQ(result.code, 0) << result.error;
     std::istringstream lines(result.output);
     std::string line;
     for (int i = 0; i < 10000; ++i) {
         ASSERT_TRUE(std::getline(lines, line)) << "ends before event " << i << result.error;
         ASSERT_NE(line.find("\"remote_addr_port\":" + std::to_string(i) + ","), std::string::npos) << line;
-        ASSERT_NE(line.find("\"why\":\"no dot is held\""), std::string::npos) << line;
+        ASSERT_NE(line.find("\"code\":\"no-dot\""), std::string::npos) << line;
     }
 }
 

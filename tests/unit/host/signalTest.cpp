@@ -61,7 +61,7 @@ TEST_F(Signals, EachRequestEndsAReplayWithItsSummary) {
         Await(process, "no dot is held");
         process.Send(signal.number);
         const ProcessResult result = process.Wait();
-        EXPECT_EQ(result.code, 1) << signal.name;
+        EXPECT_EQ(result.code, 5) << signal.name;
         EXPECT_EQ(result.error, "mordhost: interrupted by " + signal.name + ": the following events are not decided\n");
         EXPECT_NE(result.output.find("\n1 event: 1 block\n"), std::string::npos) << signal.name;
         ExpectNothingIsLeft();
@@ -85,7 +85,7 @@ TEST_F(Signals, EachRequestEndsABusyReplayAfterTheCurrentEvent) {
         Await(process, "no dot is held");
         process.Send(signal.number);
         const ProcessResult result = process.Wait();
-        EXPECT_EQ(result.code, 1) << signal.name;
+        EXPECT_EQ(result.code, 5) << signal.name;
         EXPECT_EQ(result.error, "mordhost: interrupted by " + signal.name + ": the following events are not decided\n");
         EXPECT_NE(result.output.find("\ntime per decision"), std::string::npos) << signal.name;
         EXPECT_EQ(result.output.find("3000 events"), std::string::npos) << "it was broken off";
@@ -116,6 +116,20 @@ TEST_F(Signals, EachRequestEndsARecordingWithSuccess) {
     }
 }
 
+TEST_F(Signals, ARequestBeforeTheEndOfTheGivenTimeIsAFailure) {
+    for (const std::vector<std::string>& arguments : std::vector<std::vector<std::string>>{
+             {"watch", PolicyFile(), "--seconds", "60"}, {"record", "--seconds", "60"}}) {
+        BackgroundProcess process({MORDHOST_PROGRAM, arguments, "", ""});
+        Await(process, ready);
+        process.Send(SIGTERM);
+        const ProcessResult result = process.Wait();
+        EXPECT_EQ(result.code, 5) << arguments[0];
+        EXPECT_NE(result.error.find("mordhost: interrupted by SIGTERM before the end of --seconds\n"),
+                  std::string::npos)
+            << result.error;
+    }
+}
+
 TEST_F(Signals, ARequestDuringTheReadOfAPipeIsReported) {
     const std::string pipe = directory.Name("pipe");
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
@@ -126,7 +140,7 @@ TEST_F(Signals, ARequestDuringTheReadOfAPipeIsReported) {
         process.Send(SIGTERM);
         const ProcessResult result = process.Wait();
         close(writer);
-        EXPECT_EQ(result.code, 1);
+        EXPECT_EQ(result.code, 5);
         EXPECT_EQ(Plain(result.error),
                   isPolicy ? "mordhost: interrupted by SIGTERM while reading pipe\n"
                            : "mordhost: interrupted by SIGTERM: the following events are not decided\n");
@@ -142,7 +156,7 @@ TEST_F(Signals, ARequestDuringTheOpeningOfAPipeIsReported) {
     std::this_thread::sleep_for(std::chrono::milliseconds(100)); // it opens the pipe
     process.Send(SIGTERM);
     const ProcessResult result = process.Wait();
-    EXPECT_EQ(result.code, 1);
+    EXPECT_EQ(result.code, 5);
     EXPECT_EQ(Plain(result.error), "mordhost: interrupted by SIGTERM while reading pipe\n");
 }
 
@@ -163,7 +177,7 @@ TEST_F(Signals, ARepeatedSignalIsOneRequest) {
         std::this_thread::sleep_for(std::chrono::milliseconds(20));
         process.Send(signal.number);
         const ProcessResult result = process.Wait();
-        EXPECT_EQ(result.code, 1) << signal.name;
+        EXPECT_EQ(result.code, 5) << signal.name;
         EXPECT_NE(result.output.find("\n1 event: 1 block\n"), std::string::npos) << signal.name;
         ExpectNothingIsLeft();
     }
@@ -200,14 +214,14 @@ TEST_F(Signals, AnIgnoredHangUpStaysIgnored) {
     std::this_thread::sleep_for(std::chrono::milliseconds(300));
     process.Send(SIGTERM);
     const ProcessResult result = process.Wait();
-    EXPECT_EQ(result.code, 1);
+    EXPECT_EQ(result.code, 5);
     EXPECT_EQ(result.error, "mordhost: interrupted by SIGTERM: the following events are not decided\n");
 }
 
 TEST_F(Signals, StartedProgramsInheritNoSignalDispositions) {
     const std::string program = R"({"rules": [{"guid": "G", "type": "t"}], "programs": {"a": "waiter32"}})";
     BackgroundProcess process({MORDHOST_PROGRAM,
-                               {"replay", directory.Write("p.json", program), "-", "--json"},
+                               {"replay", directory.Write("p.json", program), "-", "--format", "jsonl"},
                                "{\"program\": \"a\"}\n",
                                "",
                                StandardOutput::file,
@@ -222,5 +236,5 @@ TEST_F(Signals, StartedProgramsInheritNoSignalDispositions) {
         }
     }
     process.Interrupt();
-    EXPECT_EQ(process.Wait().code, 1);
+    EXPECT_EQ(process.Wait().code, 5);
 }

@@ -41,7 +41,7 @@ TEST(Statistics, CountsReportsAndDeletedDots) {
     Statistics statistics;
     Decision decision = Decided(1, 1);
     decision.reports = {"{}", "{}"};
-    decision.deletedDot = "";
+    decision.deletion = DotHost::Deletion{"", "", true};
     statistics.Add(decision);
     statistics.Add(Decided(1, 1));
     EXPECT_EQ(statistics.Reports(), 2U);

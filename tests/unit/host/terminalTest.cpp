@@ -62,6 +62,29 @@ protected:
     const ScopedVariable noColor{"NO_COLOR", ""};
 };
 
+// The lines of a terminal that received `text`. Colours are ignored.
+std::vector<std::string> LinesOf(const std::string& text) {
+    std::vector<std::string> lines(1);
+    size_t column = 0;
+    for (size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == '\n') {
+            lines.emplace_back();
+            column = 0;
+        } else if (text[i] == '\r') {
+            column = 0;
+        } else if (text[i] == '\x1b') {
+            i = text.find_first_of("mK", i);
+            if (text[i] == 'K') {
+                lines.back().resize(column);
+            }
+        } else {
+            lines.back().resize(std::max(lines.back().size(), column + 1), ' ');
+            lines.back()[column++] = text[i];
+        }
+    }
+    return lines;
+}
+
 } // namespace
 
 TEST_F(Terminal, VerdictsAreColoured) {
@@ -89,4 +112,19 @@ TEST_F(Terminal, ALongRunShowsItsProgressIfItsRowsGoToAFile) {
 
 TEST_F(Terminal, AShortRunShowsNoProgress) {
     EXPECT_EQ(Shown(1, directory.Name("out")), "");
+}
+
+TEST_F(Terminal, RowsAndProgressShareATerminal) {
+    constexpr size_t events = 150000;
+    const std::string shown = Shown(events);
+    EXPECT_NE(shown.find("% "), std::string::npos) << "the bar is drawn";
+    size_t rows = 0;
+    const std::vector<std::string> lines = LinesOf(shown);
+    for (const std::string& line : lines) {
+        rows += line.starts_with("-  ") && line.ends_with("no dot is held") ? 1 : 0;
+        ASSERT_EQ(line.find("[#"), std::string::npos) << line;
+        ASSERT_EQ(line.find("[."), std::string::npos) << line;
+    }
+    EXPECT_EQ(rows, events);
+    EXPECT_EQ(lines.size(), events + 9) << "title, headings and summary";
 }

@@ -1,0 +1,155 @@
+#include "arguments/optionTable.h"
+
+#include <algorithm>
+
+#include "output/format.h"
+
+namespace mordhost {
+
+namespace {
+
+constexpr unsigned year = 31536000; // seconds
+
+OptionEntry Flag(std::string_view name, std::string_view help, std::string_view more = {}) {
+    OptionEntry entry;
+    entry.name = name;
+    entry.help = help;
+    entry.more = more;
+    return entry;
+}
+
+OptionEntry WithValue(std::string_view name, ValueKind kind, std::string_view value, std::string_view help,
+                      std::string_view more = {}) {
+    OptionEntry entry = Flag(name, help, more);
+    entry.kind = kind;
+    entry.value = value;
+    return entry;
+}
+
+OptionEntry Choice(std::string_view name, std::string_view value, const std::initializer_list<NamedValue>& choices,
+                   std::string_view help, std::string_view more) {
+    OptionEntry entry = WithValue(name, ValueKind::choice, value, help, more);
+    entry.choices = &choices;
+    return entry;
+}
+
+OptionEntry NoLog() {
+    OptionEntry entry = Flag("--no-log", "Disable the library's log records: faster, but without reasons",
+                             "In decision records every reason has the code unknown and no rule has an outcome.");
+    entry.excludes = "--log";
+    return entry;
+}
+
+OptionEntry Seconds() {
+    OptionEntry entry =
+        WithValue("--seconds", ValueKind::number, "N", "Stop after N seconds instead of at an interruption");
+    entry.least = 1;
+    entry.greatest = year;
+    return entry;
+}
+
+OptionEntry Flagged() {
+    OptionEntry entry = WithValue("--flagged", ValueKind::text, "RANGE",
+                                  "Set the flag 0x10 in events whose remote end is in RANGE; may be repeated",
+                                  "RANGE is an address or a range such as 192.0.2.0/24.");
+    entry.repeats = true;
+    return entry;
+}
+
+// The options of the commands that decide events.
+std::vector<OptionEntry> RunEntries() {
+    return {
+        Choice(
+            "--format", "FORMAT", formatNames, "Write the decisions as text, json or jsonl; default: text",
+            "text is a table. json is one document with all decisions and the summary. jsonl is one object per line, "
+            "written as it is decided; the last one is the summary."),
+        Flag("--no-duration", "Leave out all durations, so that the outputs of two runs can be compared"),
+        WithValue("--reports", ValueKind::file, "FILE", "Write the library's reports to FILE"),
+        WithValue("--log", ValueKind::file, "FILE", "Write the library's log records to FILE"),
+        NoLog(),
+        WithValue(
+            "--dots", ValueKind::file, "FILE", "Keep the remaining dots in FILE, rewritten at each deletion",
+            "The file is replaced as a whole. Links are followed; owner and permissions are kept. Devices, pipes, "
+            "sockets and directories are refused."),
+        Choice("--dots-down", "FAILURE", failureNames,
+               "Make every query for dots fail with network-error, query-error or broken-answer",
+               "This has priority over the failures that the policy prescribes."),
+        WithValue("--libraries", ValueKind::directory, "DIR",
+                  "Load ZelkBase, Ferrocore and mordRev from DIR instead of the default directory",
+                  "The default is lib beside the directory of the program; on Windows, the directory of the program."),
+    };
+}
+
+std::vector<OptionEntry> Joined(std::vector<OptionEntry> entries, const std::vector<OptionEntry>& more) {
+    entries.insert(entries.end(), more.begin(), more.end());
+    return entries;
+}
+
+constexpr PositionalEntry policyArgument = {"POLICY", ValueKind::file, "The policy document"};
+
+CommandEntry Replay() {
+    return {
+        "replay",
+        "Decide recorded connection events under a policy",
+        "Each row appears when its event is decided. The first thousand events of a file are read in advance: if one "
+        "of "
+        "their lines is invalid, nothing is decided.",
+        {policyArgument, {"EVENTS", ValueKind::file, "The events, one per line; - reads the standard input"}},
+        Joined(RunEntries(), {WithValue("--programs", ValueKind::directory, "DIR",
+                                        "Start the policy's programs from DIR instead of the directory of mordhost")}),
+        false,
+    };
+}
+
+CommandEntry Record() {
+    return {
+        "record",
+        "Write this machine's inbound connections as events",
+        "Each new inbound TCP connection of this machine, and its end, is a line of events.",
+        {},
+        {Choice("--format", "FORMAT", formatNames, "Write the events as text, json or jsonl; default: jsonl",
+                "jsonl is a file of events for replay. json is one array of events. text is one line for people per "
+                "event."),
+         WithValue("--out", ValueKind::file, "FILE", "Write to FILE instead of the standard output"), Seconds(),
+         Flagged()},
+        true,
+    };
+}
+
+CommandEntry Watch() {
+    return {
+        "watch",
+        "Decide this machine's inbound connections as they come; enforces nothing",
+        "It runs until it is interrupted.",
+        {policyArgument},
+        Joined(RunEntries(), {Seconds(), Flagged()}),
+        true,
+    };
+}
+
+} // namespace
+
+const std::vector<OptionEntry>& CommonOptions() {
+    static const std::vector<OptionEntry> options = {Flag("--help", "Show the arguments and options"),
+                                                     Flag("--version", "Show the version")};
+    return options;
+}
+
+const std::vector<CommandEntry>& CommandTable() {
+    static const std::vector<CommandEntry> commands = {Replay(), Record(), Watch()};
+    return commands;
+}
+
+const CommandEntry* FindCommand(std::string_view name) {
+    const auto& table = CommandTable();
+    const auto found = std::find_if(table.begin(), table.end(), [&](const auto& entry) { return entry.name == name; });
+    return found == table.end() ? nullptr : &*found;
+}
+
+const OptionEntry* FindOption(const CommandEntry& command, std::string_view name) {
+    const auto found = std::find_if(command.options.begin(), command.options.end(),
+                                    [&](const auto& entry) { return entry.name == name; });
+    return found == command.options.end() ? nullptr : &*found;
+}
+
+} // namespace mordhost

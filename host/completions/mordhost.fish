@@ -1,0 +1,36 @@
+# Completion of mordhost for fish. Generated from the option table: do not edit.
+
+complete -c mordhost -f
+complete -c mordhost -l help -d 'Show the arguments and options'
+complete -c mordhost -l version -d 'Show the version'
+
+complete -c mordhost -n __fish_use_subcommand -a replay -d 'Decide recorded connection events under a policy'
+complete -c mordhost -n '__fish_seen_subcommand_from replay' -F
+complete -c mordhost -n '__fish_seen_subcommand_from replay' -l format -x -a 'text json jsonl' -d 'Write the decisions as text, json or jsonl; default: text'
+complete -c mordhost -n '__fish_seen_subcommand_from replay' -l no-duration -d 'Leave out all durations, so that the outputs of two runs can be compared'
+complete -c mordhost -n '__fish_seen_subcommand_from replay' -l reports -r -F -d 'Write the library\'s reports to FILE'
+complete -c mordhost -n '__fish_seen_subcommand_from replay' -l log -r -F -d 'Write the library\'s log records to FILE'
+complete -c mordhost -n '__fish_seen_subcommand_from replay' -l no-log -d 'Disable the library\'s log records: faster, but without reasons'
+complete -c mordhost -n '__fish_seen_subcommand_from replay' -l dots -r -F -d 'Keep the remaining dots in FILE, rewritten at each deletion'
+complete -c mordhost -n '__fish_seen_subcommand_from replay' -l dots-down -x -a 'network-error query-error broken-answer' -d 'Make every query for dots fail with network-error, query-error or broken-answer'
+complete -c mordhost -n '__fish_seen_subcommand_from replay' -l libraries -x -a '(__fish_complete_directories)' -d 'Load ZelkBase, Ferrocore and mordRev from DIR instead of the default directory'
+complete -c mordhost -n '__fish_seen_subcommand_from replay' -l programs -x -a '(__fish_complete_directories)' -d 'Start the policy\'s programs from DIR instead of the directory of mordhost'
+
+complete -c mordhost -n __fish_use_subcommand -a record -d 'Write this machine\'s inbound connections as events'
+complete -c mordhost -n '__fish_seen_subcommand_from record' -l format -x -a 'text json jsonl' -d 'Write the events as text, json or jsonl; default: jsonl'
+complete -c mordhost -n '__fish_seen_subcommand_from record' -l out -r -F -d 'Write to FILE instead of the standard output'
+complete -c mordhost -n '__fish_seen_subcommand_from record' -l seconds -x -d 'Stop after N seconds instead of at an interruption'
+complete -c mordhost -n '__fish_seen_subcommand_from record' -l flagged -x -d 'Set the flag 0x10 in events whose remote end is in RANGE; may be repeated'
+
+complete -c mordhost -n __fish_use_subcommand -a watch -d 'Decide this machine\'s inbound connections as they come; enforces nothing'
+complete -c mordhost -n '__fish_seen_subcommand_from watch' -F
+complete -c mordhost -n '__fish_seen_subcommand_from watch' -l format -x -a 'text json jsonl' -d 'Write the decisions as text, json or jsonl; default: text'
+complete -c mordhost -n '__fish_seen_subcommand_from watch' -l no-duration -d 'Leave out all durations, so that the outputs of two runs can be compared'
+complete -c mordhost -n '__fish_seen_subcommand_from watch' -l reports -r -F -d 'Write the library\'s reports to FILE'
+complete -c mordhost -n '__fish_seen_subcommand_from watch' -l log -r -F -d 'Write the library\'s log records to FILE'
+complete -c mordhost -n '__fish_seen_subcommand_from watch' -l no-log -d 'Disable the library\'s log records: faster, but without reasons'
+complete -c mordhost -n '__fish_seen_subcommand_from watch' -l dots -r -F -d 'Keep the remaining dots in FILE, rewritten at each deletion'
+complete -c mordhost -n '__fish_seen_subcommand_from watch' -l dots-down -x -a 'network-error query-error broken-answer' -d 'Make every query for dots fail with network-error, query-error or broken-answer'
+complete -c mordhost -n '__fish_seen_subcommand_from watch' -l libraries -x -a '(__fish_complete_directories)' -d 'Load ZelkBase, Ferrocore and mordRev from DIR instead of the default directory'
+complete -c mordhost -n '__fish_seen_subcommand_from watch' -l seconds -x -d 'Stop after N seconds instead of at an interruption'
+complete -c mordhost -n '__fish_seen_subcommand_from watch' -l flagged -x -d 'Set the flag 0x10 in events whose remote end is in RANGE; may be repeated'

@@ -1,0 +1,37 @@
+#include "output/allowEntries.h"
+
+#include "output/placeMembers.h"
+
+namespace mordhost {
+
+namespace {
+
+std::string PlaceObject(const Place& place) {
+    std::string text = "{";
+    JsonMembers members(text);
+    AppendPlace(members, place);
+    return text + '}';
+}
+
+} // namespace
+
+AllowEntries::AllowEntries(const Policy& policy) {
+    for (const AllowEntry& entry : policy.allowEntries) {
+        for (const std::string& key : entry.keys) {
+            std::string pair = key + '\0' + entry.machine;
+            if (!m_places.contains(pair)) { // the first entry counts
+                m_places.emplace(std::move(pair), PlaceObject(entry.place));
+            }
+        }
+    }
+}
+
+std::string_view AllowEntries::Find(const Rule& rule, std::string_view machine) const {
+    m_key = rule.type == "web" ? rule.guid : rule.type;
+    m_key += '\0';
+    m_key += machine;
+    const auto place = m_places.find(m_key);
+    return place == m_places.end() ? std::string_view("null") : place->second;
+}
+
+} // namespace mordhost

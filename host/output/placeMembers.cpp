@@ -1,0 +1,12 @@
+#include "output/placeMembers.h"
+
+namespace mordhost {
+
+void AppendPlace(JsonMembers& members, const Place& place) {
+    members.Text("file", place.where.file);
+    members.Count("line", place.where.line);
+    members.Count("column", place.where.column);
+    members.Text("pointer", place.pointer);
+}
+
+} // namespace mordhost

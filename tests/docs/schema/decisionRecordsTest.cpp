@@ -1,0 +1,103 @@
+// The decision records of all example replays fit their schema, and the codes in it are those of the host.
+#include <sstream>
+
+#include <gtest/gtest.h>
+#include <rapidjson/document.h>
+
+#include "decide/reasonCode.h"
+#include "docs/schema/schemaFile.h"
+#include "docs/sourceTree.h"
+#include "kit/system/process.h"
+
+namespace {
+
+// The codes of the list in the schema.
+std::vector<std::string> CodesOfTheSchema() {
+    rapidjson::Document document;
+    document.Parse(docs::ReadText(docs::InTree("docs/schema/decision.schema.json")).c_str());
+    std::vector<std::string> codes;
+    for (const auto& code : document["definitions"]["reasonCode"]["enum"].GetArray()) {
+        codes.emplace_back(code.GetString());
+    }
+    return codes;
+}
+
+std::vector<std::string> CodesOfTheHost() {
+    std::vector<std::string> codes;
+    for (const mordhost::NamedReason& reason : mordhost::ReasonCodes()) {
+        codes.emplace_back(reason.name);
+    }
+    return codes;
+}
+
+std::string Replayed(const std::filesystem::path& policy, const std::vector<std::string>& options) {
+    std::vector<std::string> arguments = {"replay", policy.string(), (policy.parent_path() / "events.jsonl").string()};
+    arguments.insert(arguments.end(), options.begin(), options.end());
+    const mordhostTest::ProcessResult result = mordhostTest::RunProcess({MORDHOST_PROGRAM, arguments, "", ""});
+    EXPECT_EQ(result.code, 0) << result.error;
+    return result.output;
+}
+
+std::vector<std::filesystem::path> Policies() {
+    std::vector<std::filesystem::path> policies;
+    for (const auto& file : docs::FilesBelow("examples", ".json")) {
+        if (file.filename().string().starts_with("policy")) {
+            policies.push_back(file);
+        }
+    }
+    return policies;
+}
+
+TEST(DecisionRecords, OfAllExamplesFitTheirSchema) {
+    const schema::SchemaFile decision("decision");
+    const schema::SchemaFile summary("summary");
+    size_t records = 0;
+    for (const auto& policy : Policies()) {
+        SCOPED_TRACE(policy.string());
+        for (const std::vector<std::string>& options : std::vector<std::vector<std::string>>{
+                 {}, {"--no-duration"}, {"--no-log"}, {"--dots-down", "query-error"}}) {
+            std::vector<std::string> all = {"--format", "jsonl"};
+            all.insert(all.end(), options.begin(), options.end());
+            std::istringstream lines(Replayed(policy, all));
+            std::string last;
+            for (std::string line; std::getline(lines, line); last = line) {
+                if (!last.empty()) {
+                    ++records;
+                    EXPECT_EQ(decision.Misfit(last), "") << last;
+                }
+            }
+            EXPECT_EQ(summary.Misfit(last), "") << last;
+        }
+    }
+    EXPECT_GE(records, 200U);
+}
+
+TEST(DecisionRecords, OfADocumentFitTheirSchema) {
+    const schema::SchemaFile decision("decision");
+    rapidjson::Document document;
+    document.Parse(Replayed(Policies().front(), {"--format", "json"}).c_str());
+    ASSERT_TRUE(document.IsObject());
+    EXPECT_GE(document["decisions"].Size(), 5U);
+    EXPECT_TRUE(document["summary"].IsObject());
+    EXPECT_EQ(document.MemberCount(), 2U);
+}
+
+TEST(DecisionRecords, HaveTheCodesOfTheSchema) {
+    EXPECT_EQ(CodesOfTheSchema(), CodesOfTheHost());
+}
+
+// The table of docs/documents.md: "| `no-dot` | … |" below the heading "Reason codes".
+TEST(DecisionRecords, HaveTheCodesOfTheirPage) {
+    std::istringstream lines(docs::ReadText(docs::InTree("docs/documents.md")));
+    std::vector<std::string> codes;
+    bool inTable = false;
+    for (std::string line; std::getline(lines, line);) {
+        inTable = line.starts_with("#") ? line == "### Reason codes" : inTable;
+        if (inTable && line.starts_with("| `")) {
+            codes.push_back(line.substr(3, line.find('`', 3) - 3));
+        }
+    }
+    EXPECT_EQ(codes, CodesOfTheHost());
+}
+
+} // namespace
