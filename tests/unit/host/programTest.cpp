@@ -12,7 +12,7 @@
 #include "unit/host/temporaryDirectory.h"
 
 using namespace mordhost;
-using mordhostTest::IsRunning;
+using kit::IsRunning;
 using mordhostTest::RefusalOf;
 
 namespace {
@@ -93,7 +93,7 @@ TEST(Program, ThatIsMissingCannotBeStarted) {
 }
 
 TEST(Program, ThatIsNotExecutableCannotBeStarted) {
-    const mordhostTest::TemporaryDirectory directory;
+    const kit::TemporaryDirectory directory;
     const std::filesystem::path file = WithProgramEnding(PathOf(directory.Name("text")));
     directory.Write(Utf8Of(file.filename()), "no program");
     const std::string failure = FailureOf(file, much);

@@ -7,14 +7,14 @@
 #include "unit/native/real/childProcess.h"
 #include "unit/native/real/systemTellsPeb.h"
 
-using mordhostTest::ProcessResult;
+using kit::ProcessResult;
 
 namespace {
 
 constexpr bool callerIs32Bit = sizeof(void*) == 4;
 
 ProcessResult RunTool(const std::vector<std::string>& arguments) {
-    return mordhostTest::RunProcess({MORDINSPECT_PROGRAM, arguments, "", ""});
+    return kit::RunProcess({MORDINSPECT_PROGRAM, arguments, "", ""});
 }
 
 rapidjson::Document Parsed(const std::string& text) {
