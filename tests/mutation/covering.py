@@ -11,8 +11,8 @@ NOT_BUILT = {"src/platform/platformWin32.cpp", "src/platform/processApiWin32.cpp
 RECEIVER = ["mordRevTest", "mordRevFirstUseTest", "mordRevScriptedTest", "mordRevMemoryTest", "lifecycleMemoryTest",
             "productTest", "modelTest", "differentialTest", "abiTest"]
 LOGGING = ["loggingTest", "loggingScriptedTest", "loggingFirstUseTest", "mordRevMemoryTest", "lifecycleMemoryTest",
-           "mordRevTest", "productTest", "abiTest"]
-TEXT = ["textTest", "textLookupTest", "mordRevMemoryTest", "mordRevTest", "productTest"]
+           "mordRevTest", "productTest", "abiTest", "longRecordTest"]
+TEXT = ["textTest", "textLookupTest", "longTextTest", "mordRevMemoryTest", "mordRevTest", "productTest"]
 FRAME = ["frameTest", "frameFirstUseTest", "frameModulesTest", "frameMemoryTest", "textLookupTest",
          "mordRevFirstUseTest", "lifecycleMemoryTest", "productTest", "abiTest"]
 PATH_LOOKUP = ["native32FirstUseTest", "native64FirstUseTest"]

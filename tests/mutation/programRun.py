@@ -13,7 +13,7 @@ from pathlib import Path
 ROOT = Path(__file__).resolve().parents[2]
 TEST_RUN = [sys.executable, "-E", "-s", "-S", str(ROOT / "tools" / "testRun")]
 CANNOT_START = {2, 127}  # exit codes of tools/testRun for a wrong call and for a program that it cannot start
-MEMORY = 8 << 30  # bytes of address space: a mutant that allocates without end fails instead of filling the machine
+MEMORY = 6 << 30  # bytes of private memory: a mutant that allocates without end must not fill the machine
 FAILED_CASE = re.compile(rb"^\[  FAILED  \] ([\w/]+\.[\w/]+)", re.M)
 
 
@@ -48,7 +48,7 @@ class Result:
 def runProgram(program: Path, limits: Limits, *arguments: str) -> Result:
     """Raises RuntimeError if the program cannot be started: that says nothing about a mutant."""
     environment = dict(os.environ, GTEST_BREAK_ON_FAILURE="0", GTEST_FAIL_FAST="1")
-    command = ["prlimit", f"--cpu={limits.processor}", f"--as={MEMORY}", *TEST_RUN, str(program), *arguments]
+    command = ["prlimit", f"--cpu={limits.processor}", f"--data={MEMORY}", *TEST_RUN, str(program), *arguments]
     with tempfile.TemporaryFile() as output:
         began = time.monotonic()
         process = subprocess.Popen(command, cwd=program.parent, env=environment, stdin=subprocess.DEVNULL,

@@ -98,14 +98,33 @@ TEST_P(InspectionOf, AReadThatFailsOnceIsTheReasonThoughItWouldSucceedNow) {
     EXPECT_EQ(Told(Look().imagePath), Status("the address of the parameters", "0xC0000005"));
 }
 
+// Only a WOW64 caller uses the second function, for 64-bit blocks.
 TEST_P(InspectionOf, AFunctionThatTheSystemLacksIsNamedByItsStatus) {
-    NativeTableLoaded = false; // another look at what the system has
-    GetNativeFunctionTable().clear();
-    system.missing = {"NtQueryInformationProcess", "NtWow64QueryInformationProcess64"};
-    const Inspection seen = Look();
-    EXPECT_EQ(Told(seen.imagePath), Status("the address of the environment block", "0xC0000138"));
-    EXPECT_EQ(Words(seen.parent.refusal), Status("the process's basic information", "0xC0000138"));
-    EXPECT_EQ(GetNativeFunctionTable().count("NtQueryInformationProcess"), 0U);
+    const auto lookWithout = [this](const char* function) {
+        NativeTableLoaded = false; // the next look loads the table again
+        GetNativeFunctionTable().clear();
+        system.missing = {function};
+        Inspection seen = Look();
+        EXPECT_EQ(GetNativeFunctionTable().count(function), 0U);
+        return seen;
+    };
+    const std::string noBlock = Status("the address of the environment block", "0xC0000138");
+    const std::string noParent = Status("the process's basic information", "0xC0000138");
+    const bool usesSecondForStrings = CallerIsWow64() && !TargetIs32();
+
+    const Inspection withoutFirst = lookWithout("NtQueryInformationProcess");
+    EXPECT_EQ(Told(withoutFirst.imagePath), usesSecondForStrings ? "C:\\dir\\Program.exe" : noBlock);
+    EXPECT_EQ(withoutFirst.parent.value.has_value(), CallerIsWow64());
+    if (!CallerIsWow64()) {
+        EXPECT_EQ(Words(withoutFirst.parent.refusal), noParent);
+    }
+
+    const Inspection withoutSecond = lookWithout("NtWow64QueryInformationProcess64");
+    EXPECT_EQ(Told(withoutSecond.imagePath), usesSecondForStrings ? noBlock : "C:\\dir\\Program.exe");
+    EXPECT_EQ(withoutSecond.parent.value.has_value(), !CallerIsWow64());
+    if (CallerIsWow64()) {
+        EXPECT_EQ(Words(withoutSecond.parent.refusal), noParent);
+    }
 }
 
 TEST_P(InspectionOf, AQueryForABlockThatFailsIsNamedWithTheStatusOfItsOwnFunction) {
