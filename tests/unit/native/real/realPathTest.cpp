@@ -149,6 +149,21 @@ protected:
         ReceiverFixture::SetUp();
         StartLogging();
     }
+
+    void ExpectFailureOnlyWithoutTheSystemsQuery() {
+        WithdrawPebQuery();
+        ChildProcess child(callerIs32Bit ? 64 : 32);
+        std::string path = "what was there";
+        if (!SystemTellsPeb(child.Handle())) {
+            EXPECT_FALSE(CMordRecv::GetProcPathByPid(child.Id(), &path));
+            EXPECT_EQ(path, "");
+            EXPECT_EQ(TakeRecords(), std::vector{Failure(child.Id())});
+            ProvidePebQuery();
+        }
+        EXPECT_TRUE(CMordRecv::GetProcPathByPid(child.Id(), &path));
+        EXPECT_EQ(path, LowerCase(ProgramOf(child.Handle())));
+        EXPECT_EQ(TakeRecords(), std::vector<std::string>{});
+    }
 };
 
 TEST_F(RealPathOfThisSystem, OfThisProcessIsItsProgram) {
@@ -167,19 +182,10 @@ TEST_F(RealPathOfThisSystem, OfPid0IsRefusedByTheSystemAndToldSo) {
               std::vector{kit::Error(site, "Open process failed! pid=0 ,lasterror=" + std::to_string(error))});
 }
 
-// A child of the other width is the case whose road leads through what a system may lack.
-TEST_F(RealPathOfThisSystem, OfAChildOfTheOtherWidthFailsWhereTheSystemDoesNotTellItsPebAndIsFoundWhereItDoes) {
-    ChildProcess child(callerIs32Bit ? 64 : 32);
-    std::string path = "what was there";
-    if (!SystemTellsPeb(child.Handle())) {
-        EXPECT_FALSE(CMordRecv::GetProcPathByPid(child.Id(), &path));
-        EXPECT_EQ(path, "");
-        EXPECT_EQ(TakeRecords(), std::vector{Failure(child.Id())});
-        ProvidePebQuery();
-    }
-    EXPECT_TRUE(CMordRecv::GetProcPathByPid(child.Id(), &path));
-    EXPECT_EQ(path, LowerCase(ProgramOf(child.Handle())));
-    EXPECT_EQ(TakeRecords(), std::vector<std::string>{});
+// Twice: the second time with a table that an earlier test has changed.
+TEST_F(RealPathOfThisSystem, OfAChildOfTheOtherWidthFailsIfTheSystemDoesNotReportItsPebAndSucceedsIfItDoes) {
+    ExpectFailureOnlyWithoutTheSystemsQuery();
+    ExpectFailureOnlyWithoutTheSystemsQuery();
 }
 
 } // namespace
