@@ -1,4 +1,4 @@
-"""The source files that are mutated, and the test programs that cover each of them, the fast and specific ones first."""
+"""The source files that are mutated, and the test programs that cover each, the fast and specific ones first."""
 
 import re
 from pathlib import Path

@@ -12,8 +12,8 @@ that tests load and, one after the other, the test programs that cover the file,
     invalid   the mutant does not compile; it counts nowhere
 
 Each survivor must be in survivors.txt with the reason why no test can distinguish it from the original. The run fails
-if one is missing there, if one there is not a survivor, or if fewer than 95 % of the valid mutants are killed. A timeout
-does not count as killed; the run lists each.
+if one is missing there, if one there is not a survivor, or if fewer than 95 % of the valid mutants are killed. A
+timeout does not count as killed; the run lists each.
 
 A whole run takes some hours. --resume takes the outcomes for unchanged files from the report of an earlier run, except
 those of survivors and timeouts, which run again: tests may have been added for them. It does not notice that a test was
@@ -110,8 +110,9 @@ def judge(run, isWhole, report):
     stale = known.keys() - {mutant.key() for mutant in survivors} if isWhole else ()
     for key in sorted(stale):
         print("listed, but not a survivor: " + oneLine(key))
-    print(f"{len(killed)} of {valid} mutants killed ({share:.1f} %), {len(timeouts)} timeouts, {len(survivors)} survived, "
-          f"{len(run.having('invalid'))} did not compile; {time.monotonic() - run.started:.0f} s; {report}")
+    print(f"{len(killed)} of {valid} mutants killed ({share:.1f} %), {len(timeouts)} timeouts, "
+          f"{len(survivors)} survived, {len(run.having('invalid'))} did not compile; "
+          f"{time.monotonic() - run.started:.0f} s; {report}")
     return share >= LEAST_KILLED and not unlisted and not stale
 
 
