@@ -1,4 +1,4 @@
-// What mordinspect gathers of a target, and why something is not there, for every pairing of caller and target.
+// What mordinspect reads of a target, and the reason for each missing part, for every pairing of caller and target.
 #include <new>
 
 #include "inspectionFixture.h"
@@ -71,7 +71,7 @@ TEST_P(InspectionOf, AReadThatFailsIsNamedWithItsStatus) {
     EXPECT_EQ(Words(Own(Look()).refusal), Status("the loader's data", "0x00000001"));
 }
 
-// The walk that gave nothing is the one that tells why: a second one could end otherwise.
+// The reason comes from the walk that failed: a second one could end differently.
 TEST_P(InspectionOf, NothingIsReadAgainToFindTheReason) {
     system.byAddress = {{headerAddress, {accessViolation}}};
     Look();
@@ -292,7 +292,7 @@ TEST_P(InspectionOf, TheSystemListsItsProcessesById) {
     EXPECT_EQ((*all.value)[2].parentProcessId, 100U);
 }
 
-TEST_P(InspectionOf, AListThatCannotBeHadIsNamedWithItsReason) {
+TEST_P(InspectionOf, AListThatCannotBeReadIsNamedWithItsReason) {
     system.processList = {{4, 0, WIDE("System")}};
     system.byCall = {{{"NtQuerySystemInformation", 2}, {accessViolation}}};
     EXPECT_EQ(Words(mordinspect::ListAll().refusal), Status("the system's list of processes", "0xC0000005"));

@@ -75,7 +75,7 @@ TEST_P(Mordinspect, ShowsWhatTheLibrarySeesOfAChild) {
     }
 }
 
-TEST_P(Mordinspect, ShowsTheSameToAPerson) {
+TEST_P(Mordinspect, ShowsTheSameAsText) {
     const ChildProcess child(GetParam());
     const ProcessResult result = RunTool({std::to_string(child.Id())});
     EXPECT_EQ(result.code, 0) << result.error;
@@ -174,7 +174,7 @@ TEST_P(Mordinspect, ListsAChildAmongAllProcesses) {
 INSTANTIATE_TEST_SUITE_P(, Mordinspect, testing::Values(32, 64),
                          [](const auto& bits) { return "Child" + std::to_string(bits.param); });
 
-TEST(MordinspectArguments, AProcessThatIsNotThereIsTold) {
+TEST(MordinspectArguments, AMissingProcessIsReported) {
     const ProcessResult result = RunTool({"4294967292"});
     EXPECT_EQ(result.code, 1);
     EXPECT_EQ(result.output, "");
@@ -207,7 +207,7 @@ TEST(MordinspectArguments, WithZerosInFrontAreDecimal) {
     EXPECT_NE(RunTool({"0000000004294967292"}).error.find(" 4294967292 "), std::string::npos);
 }
 
-TEST(MordinspectArguments, HelpAndVersionAreNoMistake) {
+TEST(MordinspectArguments, HelpAndVersionSucceed) {
     EXPECT_EQ(RunTool({"--help"}).code, 0);
     EXPECT_EQ(RunTool({"--version"}).output.rfind("mordinspect ", 0), 0U);
 }

@@ -42,7 +42,7 @@ protected:
     GateHalf half;
 };
 
-TEST_F(GateModules, AreWalkedByCopiesOfTheSizesToldUpToTheOneWanted) {
+TEST_F(GateModules, AreReadInTheDocumentedSizesUpToTheOneSought) {
     half.Build(gate);
     EXPECT_EQ(GateModuleBase(WIDE("ntdll.dll")), GateHalf::ntdll);
     EXPECT_EQ(system.TakeCalls(), Join({Head(), EntryLines(0, 24), EntryLines(1, 20)}));

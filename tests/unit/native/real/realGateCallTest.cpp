@@ -65,7 +65,7 @@ TEST_P(RealGateCall, HasTheStackOnA16ByteBoundaryAtTheCall) {
     EXPECT_GT(recorder.Record().stack, own - 0x1000);
 }
 
-TEST_P(RealGateCall, IsIn64BitModeWithTheSelectorsTold) {
+TEST_P(RealGateCall, IsIn64BitModeWithTheDocumentedSelectors) {
     CallWithCount(recorder.Address(), GetParam());
     EXPECT_EQ(recorder.Record().cs, 0x33u);
     EXPECT_EQ(recorder.Record().fs, 0x2Bu);
@@ -74,7 +74,7 @@ TEST_P(RealGateCall, IsIn64BitModeWithTheSelectorsTold) {
 
 INSTANTIATE_TEST_SUITE_P(Counts, RealGateCall, testing::Range(0, 7));
 
-TEST_P(RealGateCall, HasItsStackAlignedWhereverThatOfTheCallerStands) {
+TEST_P(RealGateCall, HasItsStackAlignedForEveryAlignmentOfTheCaller) {
     for (const uint32_t misalignment : {0u, 4u, 8u, 12u}) {
         const MarkedCall call = CallGateMarked(recorder.Address(), GetParam(), values, misalignment);
         ASSERT_EQ(call.before.esp % 16, misalignment);
@@ -83,7 +83,7 @@ TEST_P(RealGateCall, HasItsStackAlignedWhereverThatOfTheCallerStands) {
     }
 }
 
-// The values that the count does not cover stand on the caller's stack, and stay there.
+// The values that the count does not cover are on the caller's stack and stay unchanged.
 TEST(RealGatePushes, AreNoneUpToFourArguments) {
     Recorder64 recorder;
     std::set<uint64_t> stacks;
@@ -120,7 +120,7 @@ TEST(RealGateDisabled, TouchesNothingAndGives0) {
     EXPECT_EQ(GateCall(recorder.Address(), 2, values[0], values[1]), recorderResult);
 }
 
-TEST(RealGateEnabled, StandsAt1FromTheStart) {
+TEST(RealGateEnabled, Is1FromTheStart) {
     EXPECT_EQ(GateEnabled, 1);
 }
 

@@ -22,7 +22,7 @@ protected:
         StartLogging();
     }
 
-    // The path, or "failed" when the lookup does, with the record that tells it.
+    // Returns the path, or "failed" if the lookup fails; checks the record of the failure.
     std::string Look() {
         std::string path = "what was there";
         const bool found = CMordRecv::GetProcPathByPid(child->Id(), &path);
@@ -63,7 +63,7 @@ TEST_P(RealPath, WithAMaximumLengthOf0IsEmptyAndASuccess) {
     EXPECT_EQ(Look(), "");
 }
 
-TEST_P(RealPath, WithoutANulHasTwiceTheCharactersThatTheChildTells) {
+TEST_P(RealPath, WithoutANulHasTwiceTheCharactersOfItsMaximumLength) {
     child->Tell("setPathWithoutNul 20");
     EXPECT_EQ(Look(), std::string(40, 'x'));
 }
@@ -126,7 +126,7 @@ TEST_P(RealPath, TenThousandLookupsWithFailuresAmongThemLeaveTheNumberOfHandlesA
     ended.End(); // its handle here keeps the id
     const std::array<uint32_t, 5> pids = {child->Id(), damaged.Id(), 0, ended.Id(), child->Id()};
     std::string path;
-    for (const uint32_t pid : pids) { // each once before the count: what is kept for good is then there
+    for (const uint32_t pid : pids) { // each once before the count: lasting allocations exist then
         EXPECT_EQ(CMordRecv::GetProcPathByPid(pid, &path), pid == child->Id());
     }
     LogFileEnabled = false;
@@ -172,7 +172,7 @@ TEST_F(RealPathOfThisSystem, OfThisProcessIsItsProgram) {
     EXPECT_EQ(path, LowerCase(ProgramOf(GetCurrentProcess())));
 }
 
-TEST_F(RealPathOfThisSystem, OfPid0IsRefusedByTheSystemAndToldSo) {
+TEST_F(RealPathOfThisSystem, OfPid0IsRefusedByTheSystemAndLogged) {
     EXPECT_EQ(OpenProcess(PROCESS_QUERY_INFORMATION | PROCESS_VM_READ, FALSE, 0), nullptr);
     const DWORD error = GetLastError();
     std::string path = "what was there";
