@@ -78,7 +78,7 @@ coverage: ## count the branches that the tests take; fail below the required sha
 	@export LLVM_PROFILE_FILE=$(CURDIR)/build/linux-coverage/profiles/%4m.profraw; $(call ctest,linux-coverage)
 	@tools/coverage build/linux-coverage
 
-mutation: ## plant one change at a time into the library and see whether the tests notice (an hour or two)
+mutation: ## plant one change at a time into the library and run the tests (some hours)
 	@scripts/setup linux mutation
 	@tests/mutation/run.py
 

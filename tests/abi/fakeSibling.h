@@ -16,7 +16,7 @@ typedef struct ConverterUse {
 typedef struct SiblingSetUp {
     void(ABI_FACTORY* write)(const char* line); /* takes the notes */
     void* baseModule;                           /* what the module finder finds under "module.base" */
-    const Utf16* configDirectory;               /* what the log configuration tells; lives as long as the process */
+    const Utf16* configDirectory;               /* the answer of the log configuration; lives as long as the process */
     ConverterUse* converterUse;
 } SiblingSetUp;
 

@@ -1,4 +1,4 @@
-/* The two directions of the fake converter, with a check of everything that a request must tell. */
+/* The two directions of the fake converter, with a check of every field of a request. */
 #pragma once
 
 #include "slots.h"

@@ -5,7 +5,7 @@ extern "C" size_t __sanitizer_get_current_allocated_bytes(); // NOLINT(bugprone-
 
 namespace edge {
 
-// The sanitizers bring a heap of their own, of which the system's figures know nothing.
+// The sanitizers replace the heap; the system's figures do not include theirs.
 size_t HeapBytesInUse() {
     return __sanitizer_get_current_allocated_bytes();
 }

@@ -1,4 +1,4 @@
-# void MakeMeasuredCall(MeasuredCall* call), cdecl; the contract stands in measuredCall.h.
+# void MakeMeasuredCall(MeasuredCall* call), cdecl; contract: measuredCall.h.
 #
 # The callee may spoil whatever register it likes, EBP and EBX included: the way back is kept in memory.
 
@@ -33,7 +33,7 @@ _MakeMeasuredCall:
         movl    count(%eax), %edx
         leal    (,%edx,4), %ecx
         movl    %esp, %ebx
-        subl    %ecx, %ebx              # where ESP stands when all arguments are pushed
+        subl    %ecx, %ebx              # ESP when all arguments are pushed
         movl    %ebx, stackBefore
 push:
         testl   %edx, %edx

@@ -25,7 +25,7 @@ const NamedValue eventValues[] = {
 const NamedValue firstRuleValues[] = {{"guid", "GUID-1", 0}, {"type", "TYPE-1", 0}};
 const NamedValue secondRuleValues[] = {{"guid", "GUID-2", 0}, {"type", "web", 0}};
 
-const std::string machineId = "MID-\u00e4\u3066"; // what the machine id service of the fakes tells
+const std::string machineId = "MID-\u00e4\u3066"; // the answer of the fake machine id service
 
 class AbiSlots : public ::testing::Test {
 protected:

@@ -1,4 +1,4 @@
-/* The library's edge as a host in C sees it: each interface a table of function pointers, told here a second time.
+/* The library's edge as a host in C sees it: each interface a table of function pointers, declared here a second time.
  *
  * This file shares nothing with the library's own headers, so that a slot which moves there, an argument that changes
  * its place or a record that changes its size is seen by the tests. It serves C and C++.

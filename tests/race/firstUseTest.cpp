@@ -1,4 +1,4 @@
-// What is made once in a process, asked for by several threads at the same moment.
+// Objects that are created once in a process, requested by several threads at the same moment.
 #include <string>
 #include <thread>
 #include <vector>

@@ -24,7 +24,7 @@ void TakeBack() {
 class ThreadRecords final : public RecordTaker {
 public:
     void Take(int32_t, std::basic_string_view<WideChar> record) override {
-        // The message stands behind function and thread, which are in brackets with a blank between them.
+        // The message follows function and thread, which are in brackets with a blank between them.
         const size_t thread = record.find(WIDE("] ["));
         const size_t message = thread == record.npos ? record.npos : record.find(WIDE("] "), thread + 3);
         std::string narrow;

@@ -24,7 +24,7 @@ inline std::chrono::milliseconds RaceTime() {
     return std::chrono::milliseconds(whole * 1000 / testing::UnitTest::GetInstance()->total_test_count());
 }
 
-// Runs every step on a thread of its own, all from the same moment on. Goes on beyond the race time while `enough` is
+// Runs every step on a separate thread, all from the same moment on. Goes on beyond the race time while `enough` is
 // false, up to twenty times as long. The flags are relaxed on purpose: they put no order into what the threads do.
 class Threads {
 public:

@@ -22,7 +22,7 @@ public:
         m_bytes.assign(std::istreambuf_iterator<char>(stream), {});
     }
 
-    // The record that stands at `offset`; the file and this machine are both little-endian.
+    // The record at `offset`; the file and this machine are both little-endian.
     template <typename Value>
     Value At(size_t offset) const {
         Value value;

@@ -32,7 +32,7 @@ struct PeFile {
     std::string version; // the version resource's bytes; empty when there is none
 
 private:
-    // An entry of the data directory: where its contents stand in the file, 0 when it is empty.
+    // An entry of the data directory: the file offset of its contents, 0 when it is empty.
     size_t Directory(uint32_t index) const;
     // The place in the file of a relative virtual address; throws when no section holds it.
     size_t Place(uint32_t address) const;

@@ -1,5 +1,5 @@
 // A service of a sibling library as a class of this ABI, over the library's own public headers: hosts and siblings that
-// are built elsewhere can use them as they stand.
+// are built elsewhere can use them unchanged.
 #pragma once
 
 #include "abi/msvcHost/freestanding.h"

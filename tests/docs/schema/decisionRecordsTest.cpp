@@ -33,7 +33,7 @@ std::vector<std::string> CodesOfTheHost() {
 std::string Replayed(const std::filesystem::path& policy, const std::vector<std::string>& options) {
     std::vector<std::string> arguments = {"replay", policy.string(), (policy.parent_path() / "events.jsonl").string()};
     arguments.insert(arguments.end(), options.begin(), options.end());
-    const mordhostTest::ProcessResult result = mordhostTest::RunProcess({MORDHOST_PROGRAM, arguments, "", ""});
+    const kit::ProcessResult result = kit::RunProcess({MORDHOST_PROGRAM, arguments, "", ""});
     EXPECT_EQ(result.code, 0) << result.error;
     return result.output;
 }

@@ -1,4 +1,4 @@
-// The system tells a debugger of debug output by an exception, which a handler in the process sees as well.
+// The system reports debug output to a debugger by an exception, which a handler in the process sees as well.
 #include "kit/system/debugOutput.h"
 
 #include <mutex>

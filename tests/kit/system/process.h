@@ -10,7 +10,7 @@
 
 #include "kit/system/temporaryDirectory.h"
 
-namespace mordhostTest {
+namespace kit {
 
 struct ProcessResult {
     int code = -1; // exit code; -1 for a process that was killed
@@ -82,4 +82,4 @@ bool WaitUntil(IsSo isSo) {
     return isSo();
 }
 
-} // namespace mordhostTest
+} // namespace kit

@@ -9,7 +9,7 @@
 
 #include "kit/system/process.h"
 
-namespace mordhostTest {
+namespace kit {
 
 namespace {
 
@@ -135,4 +135,4 @@ bool IsRunning(uint32_t id) {
     return kill(static_cast<pid_t>(id), 0) == 0;
 }
 
-} // namespace mordhostTest
+} // namespace kit

@@ -5,7 +5,7 @@
 
 #include "kit/system/process.h"
 
-namespace mordhostTest {
+namespace kit {
 
 namespace {
 
@@ -247,4 +247,4 @@ bool IsRunning(uint32_t id) {
     return process && WaitForSingleObject(process.get(), 0) == WAIT_TIMEOUT;
 }
 
-} // namespace mordhostTest
+} // namespace kit

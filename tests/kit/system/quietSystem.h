@@ -12,7 +12,7 @@
 
 namespace kit {
 
-// What gets the records; null when nobody wants them.
+// The receiver of the records, or null.
 extern void (*takeRecord)(const WideChar* text, int32_t level);
 
 } // namespace kit

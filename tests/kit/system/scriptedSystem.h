@@ -1,4 +1,4 @@
-// An operating system as a test wants it, in the place of the real one: a program that links `scriptedSystem` gets
+// An operating system that a test scripts, in place of the real one: a program that links `scriptedSystem` gets
 // these bodies of platform.h and no others. For what the real system does not show: the look-ups that are made and not
 // made, the arguments of its calls, and their order among the calls of the siblings.
 #pragma once
@@ -45,7 +45,7 @@ public:
     unsigned char nextRandomByte = 0;
     unsigned char randomStep = 1;
     bool randomFails = false;
-    std::vector<size_t> randomFills; // the sizes that were asked for; not among the calls
+    std::vector<size_t> randomFills; // the requested sizes; not among the calls
 
 private:
     ScriptedSystem() = default;

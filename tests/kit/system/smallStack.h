@@ -6,8 +6,8 @@
 
 constexpr size_t smallStackSize = 256 * 1024;
 
-// Runs `work` to its end on a thread of its own with a stack of smallStackSize bytes. `work` must not throw.
+// Runs `work` to its end on a separate thread with a stack of smallStackSize bytes. `work` must not throw.
 void RunOnSmallStack(const std::function<void()>& work);
 
-// How many bytes of the calling thread's stack lie before its end, as the system tells it.
+// Returns the number of free bytes of the calling thread's stack, as the system reports it.
 size_t StackLeft();

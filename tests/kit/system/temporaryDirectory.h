@@ -7,7 +7,7 @@
 #include <random>
 #include <string>
 
-namespace mordhostTest {
+namespace kit {
 
 // The path of a UTF-8 text.
 inline std::filesystem::path PathOfUtf8(const std::string& text) {
@@ -16,12 +16,13 @@ inline std::filesystem::path PathOfUtf8(const std::string& text) {
 
 class TemporaryDirectory {
 public:
-    TemporaryDirectory() {
+    // `prefix`, in UTF-8, is the beginning of the directory's name.
+    explicit TemporaryDirectory(const std::string& prefix = "mordRevTest-") {
         // Static, because a test may change the environment.
         static const std::filesystem::path parent = std::filesystem::temp_directory_path();
         std::random_device random;
         do {
-            m_path = parent / ("mordhostTest-" + std::to_string(random()));
+            m_path = parent / PathOfUtf8(prefix + std::to_string(random()));
         } while (!std::filesystem::create_directory(m_path));
     }
     ~TemporaryDirectory() {
@@ -58,4 +59,4 @@ private:
     std::filesystem::path m_path;
 };
 
-} // namespace mordhostTest
+} // namespace kit

@@ -173,7 +173,7 @@ TEST_F(BaseServices, ServiceThatIsHadAgainEndsTheRebinding) {
 }
 
 // Whichever of the four is missing, all four are bound anew: released first, one after the other, each just before it
-// is asked for again.
+// is requested again.
 TEST_F(BaseServices, AnyMissingServiceOfZelkBaseRebindsAllFour) {
     CBaseServices* const holder = CBaseServices::Instance();
     const Calls order{"IModuleFinder", "BaseServiceTwo", "BaseServiceOne", "BaseServiceThree"};

@@ -1,5 +1,5 @@
 // Creation by the export, seen from within: linked into the test, so that its memory can be counted and can run out.
-// Each case needs a process of its own, in which the object is not there yet.
+// Each case needs a separate process, in which the object does not exist yet.
 #include <algorithm>
 #include <atomic>
 #include <new>

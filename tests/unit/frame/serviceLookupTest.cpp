@@ -1,4 +1,4 @@
-// The road to the factory behind "module.base", step by step, over a scripted system.
+// The lookup of the factory of "module.base", step by step, over a scripted system.
 #include "frame/serviceLookup.h"
 #include "frame/baseServices.h"
 #include "kit/system/scriptedSystem.h"

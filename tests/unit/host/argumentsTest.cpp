@@ -3,8 +3,8 @@
 
 #include "unit/host/mordhostFixture.h"
 
+using kit::ProcessResult;
 using mordhostTest::MordhostTest;
-using mordhostTest::ProcessResult;
 using mordhostTest::ScopedVariable;
 
 namespace {

@@ -6,9 +6,9 @@
 #include "kit/system/process.h"
 #include "kit/system/temporaryDirectory.h"
 
-using mordhostTest::ProcessResult;
-using mordhostTest::RunProcess;
-using mordhostTest::TemporaryDirectory;
+using kit::ProcessResult;
+using kit::RunProcess;
+using kit::TemporaryDirectory;
 
 namespace {
 

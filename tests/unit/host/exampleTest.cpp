@@ -12,15 +12,15 @@
 #include "unit/host/exampleHere.h"
 #include "unit/host/temporaryDirectory.h"
 
+using kit::ProcessResult;
+using kit::RunProcess;
+using kit::TemporaryDirectory;
 using mordhost::PathOf;
 using mordhost::Utf8Of;
 using mordhostTest::MaskDirectories;
 using mordhostTest::MaskIds;
-using mordhostTest::ProcessResult;
 using mordhostTest::ReportsHere;
-using mordhostTest::RunProcess;
 using mordhostTest::TableHere;
-using mordhostTest::TemporaryDirectory;
 
 namespace {
 

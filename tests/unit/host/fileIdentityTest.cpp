@@ -6,8 +6,8 @@
 #include "unit/host/temporaryDirectory.h"
 
 using namespace mordhost;
+using kit::TemporaryDirectory;
 using mordhostTest::IdentityOf;
-using mordhostTest::TemporaryDirectory;
 
 namespace {
 

@@ -9,7 +9,7 @@ using namespace mordhost;
 using mordhostTest::IdentityOf;
 
 TEST(IdentityPosix, FollowsLinks) {
-    const mordhostTest::TemporaryDirectory directory;
+    const kit::TemporaryDirectory directory;
     directory.Write("file", "");
     std::filesystem::create_directory(directory.Path() / "there");
     std::filesystem::create_directory_symlink("there", directory.Path() / "way");
@@ -20,6 +20,6 @@ TEST(IdentityPosix, FollowsLinks) {
 }
 
 TEST(IdentityPosix, ComparesNamesWithTheirCase) {
-    const mordhostTest::TemporaryDirectory directory;
+    const kit::TemporaryDirectory directory;
     EXPECT_FALSE(IsSameFile(IdentityOf(directory.Path() / "new"), IdentityOf(directory.Path() / "NEW")));
 }

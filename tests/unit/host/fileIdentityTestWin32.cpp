@@ -10,7 +10,7 @@ using namespace mordhost;
 using mordhostTest::IdentityOf;
 
 TEST(IdentityWin32, NamesAreComparedWithoutTheirCase) {
-    const mordhostTest::TemporaryDirectory directory;
+    const kit::TemporaryDirectory directory;
     directory.Write("file", "");
     EXPECT_TRUE(IsSameFile(IdentityOf(directory.Path() / "file"), IdentityOf(directory.Path() / "FILE")));
     EXPECT_TRUE(IsSameFile(IdentityOf(directory.Path() / "new"), IdentityOf(directory.Path() / "NEW")));
@@ -24,7 +24,7 @@ TEST(IdentityWin32, DevicesAreNoFiles) {
 }
 
 TEST(IdentityWin32, AStandardStreamIsTheFileToWhichItLeads) {
-    const mordhostTest::TemporaryDirectory directory;
+    const kit::TemporaryDirectory directory;
     const std::filesystem::path path = PathOf(directory.Write("file", ""));
     const HANDLE file = CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
                                     OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);

@@ -5,7 +5,7 @@
 #include "unit/host/temporaryDirectory.h"
 
 using namespace mordhost;
-using mordhostTest::TemporaryDirectory;
+using kit::TemporaryDirectory;
 
 TEST(FilePath, ConvertsAUtf8NameToThePathOfTheFileAndBack) {
     const TemporaryDirectory directory;

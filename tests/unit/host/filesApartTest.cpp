@@ -1,8 +1,8 @@
 // A run does not write a file that it reads, nor a file twice.
 #include "unit/host/mordhostFixture.h"
 
+using kit::ProcessResult;
 using mordhostTest::MordhostTest;
-using mordhostTest::ProcessResult;
 
 namespace {
 
@@ -19,7 +19,7 @@ protected:
     ProcessResult Replayed(const std::vector<std::string>& options, const std::string& events = "e.jsonl") const {
         std::vector<std::string> arguments = {"replay", "p.json", events};
         arguments.insert(arguments.end(), options.begin(), options.end());
-        return mordhostTest::RunProcess({MORDHOST_PROGRAM, arguments, "{}\n", directory.Name("")});
+        return kit::RunProcess({MORDHOST_PROGRAM, arguments, "{}\n", directory.Name("")});
     }
 
     void ExpectRefusal(const std::vector<std::string>& options, const std::string& message) const {

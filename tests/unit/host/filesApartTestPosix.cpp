@@ -4,8 +4,8 @@
 
 #include "unit/host/mordhostFixture.h"
 
+using kit::ProcessResult;
 using mordhostTest::MordhostTest;
-using mordhostTest::ProcessResult;
 
 namespace {
 
@@ -18,7 +18,7 @@ protected:
 
     // Runs mordhost from a shell in the directory of the test.
     ProcessResult Shell(const std::string& arguments) const {
-        return mordhostTest::RunProcess(
+        return kit::RunProcess(
             {"/bin/sh", {"-c", "exec \"$0\" " + arguments, MORDHOST_PROGRAM}, "", directory.Name("")});
     }
 
@@ -90,7 +90,7 @@ TEST_F(FilesApartPosix, DevicesMayBeSharedByOutputs) {
 TEST_F(FilesApartPosix, EventsMayComeThroughANamedPipe) {
     const std::string pipe = directory.Name("pipe");
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
-    mordhostTest::BackgroundProcess process({MORDHOST_PROGRAM, {"replay", directory.Name("p.json"), pipe}, "", ""});
+    kit::BackgroundProcess process({MORDHOST_PROGRAM, {"replay", directory.Name("p.json"), pipe}, "", ""});
     std::ofstream(pipe) << "{}\n"; // opens when the other end is opened
     const ProcessResult result = process.Wait();
     EXPECT_EQ(result.code, 0) << result.error;

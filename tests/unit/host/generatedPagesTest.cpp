@@ -10,8 +10,8 @@
 using mordhost::CommandTable;
 using mordhost::GeneratedPage;
 using mordhost::InputStream;
-using mordhostTest::ProcessResult;
-using mordhostTest::RunProcess;
+using kit::ProcessResult;
+using kit::RunProcess;
 
 namespace {
 

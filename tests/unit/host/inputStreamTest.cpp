@@ -6,7 +6,7 @@
 #include "unit/host/temporaryDirectory.h"
 
 using namespace mordhost;
-using mordhostTest::TemporaryDirectory;
+using kit::TemporaryDirectory;
 
 namespace {
 

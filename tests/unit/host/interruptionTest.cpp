@@ -4,12 +4,12 @@
 
 #include "unit/host/mordhostFixture.h"
 
-using mordhostTest::BackgroundProcess;
-using mordhostTest::IsRunning;
-using mordhostTest::ProcessResult;
-using mordhostTest::StandardOutput;
+using kit::BackgroundProcess;
+using kit::IsRunning;
+using kit::ProcessResult;
+using kit::StandardOutput;
+using kit::WaitUntil;
 using mordhostTest::TidyMordhostTest;
-using mordhostTest::WaitUntil;
 
 namespace {
 

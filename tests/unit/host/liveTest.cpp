@@ -6,12 +6,12 @@
 #include "unit/host/loopback.h"
 #include "unit/host/mordhostFixture.h"
 
-using mordhostTest::BackgroundProcess;
+using kit::BackgroundProcess;
+using kit::ProcessResult;
+using kit::RunProcess;
+using kit::StandardOutput;
 using mordhostTest::LoopbackSocket;
 using mordhostTest::MordhostTest;
-using mordhostTest::ProcessResult;
-using mordhostTest::RunProcess;
-using mordhostTest::StandardOutput;
 
 namespace {
 

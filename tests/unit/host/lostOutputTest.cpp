@@ -1,9 +1,9 @@
 // Output that cannot be written: exit code, message, no temporary files.
 #include "unit/host/mordhostFixture.h"
 
-using mordhostTest::ProcessResult;
+using kit::ProcessResult;
+using kit::StandardOutput;
 using mordhostTest::ScopedVariable;
-using mordhostTest::StandardOutput;
 using mordhostTest::TidyMordhostTest;
 
 namespace {
@@ -13,7 +13,7 @@ constexpr auto rulePolicy = R"({"rules": [{"guid": "G", "type": "t"}]})";
 class LostOutput : public TidyMordhostTest {
 protected:
     ProcessResult Run(const std::vector<std::string>& arguments, StandardOutput output) const {
-        return mordhostTest::RunProcess({MORDHOST_PROGRAM, arguments, "", "", output});
+        return kit::RunProcess({MORDHOST_PROGRAM, arguments, "", "", output});
     }
 
     // Runs with an unusable standard output.

@@ -2,12 +2,12 @@
 #include "unit/host/loopback.h"
 #include "unit/host/mordhostFixture.h"
 
-using mordhostTest::BackgroundProcess;
+using kit::BackgroundProcess;
+using kit::ProcessResult;
+using kit::StandardOutput;
+using kit::WaitUntil;
 using mordhostTest::LoopbackSocket;
 using mordhostTest::MordhostTest;
-using mordhostTest::ProcessResult;
-using mordhostTest::StandardOutput;
-using mordhostTest::WaitUntil;
 
 namespace {
 
@@ -19,7 +19,7 @@ protected:
     // Runs mordhost from a shell that redirects the standard output.
     static ProcessResult WithFullOutput(std::vector<std::string> arguments) {
         arguments.insert(arguments.begin(), {"-c", "exec \"$0\" \"$@\" > /dev/full", MORDHOST_PROGRAM});
-        return mordhostTest::RunProcess({"/bin/sh", arguments, "", ""});
+        return kit::RunProcess({"/bin/sh", arguments, "", ""});
     }
 };
 
@@ -95,12 +95,12 @@ TEST_F(FullDisk, AReadOnlyOutputEndsAWatchAndARecording) {
 // The next file that is opened must not reuse the descriptor of a closed standard output.
 TEST_F(FullDisk, AClosedOutputIsNotReusedForAFile) {
     const ProcessResult result =
-        mordhostTest::RunProcess({MORDHOST_PROGRAM,
-                                  {"replay", directory.Write("p.json", anyPolicy), directory.Write("e.jsonl", "{}\n"),
-                                   "--reports", directory.Name("reports"), "--log", directory.Name("log")},
-                                  "",
-                                  "",
-                                  StandardOutput::closed});
+        kit::RunProcess({MORDHOST_PROGRAM,
+                         {"replay", directory.Write("p.json", anyPolicy), directory.Write("e.jsonl", "{}\n"),
+                          "--reports", directory.Name("reports"), "--log", directory.Name("log")},
+                         "",
+                         "",
+                         StandardOutput::closed});
     EXPECT_EQ(result.code, 5);
     EXPECT_EQ(result.error, "mordhost: cannot write the standard output: Bad file descriptor\n");
     EXPECT_EQ(directory.Read("reports").find("TIME"), std::string::npos);

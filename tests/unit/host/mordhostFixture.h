@@ -15,13 +15,13 @@ namespace mordhostTest {
 class MordhostTest : public testing::Test {
 protected:
     // Runs mordhost with these arguments.
-    static ProcessResult Mordhost(const std::vector<std::string>& arguments, const std::string& input = "") {
-        return RunProcess({MORDHOST_PROGRAM, arguments, input, ""});
+    static kit::ProcessResult Mordhost(const std::vector<std::string>& arguments, const std::string& input = "") {
+        return kit::RunProcess({MORDHOST_PROGRAM, arguments, input, ""});
     }
 
     // Writes the documents and replays them.
-    ProcessResult Replay(const std::string& policy, const std::string& events,
-                         const std::vector<std::string>& options = {}) const {
+    kit::ProcessResult Replay(const std::string& policy, const std::string& events,
+                              const std::vector<std::string>& options = {}) const {
         std::vector<std::string> arguments = {"replay", directory.Write("p.json", policy),
                                               directory.Write("e.jsonl", events)};
         arguments.insert(arguments.end(), options.begin(), options.end());
@@ -37,7 +37,7 @@ protected:
         return text;
     }
 
-    TemporaryDirectory directory;
+    kit::TemporaryDirectory directory;
 };
 
 // Also makes the directory of the test the one for temporary files.

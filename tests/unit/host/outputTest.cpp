@@ -9,7 +9,7 @@
 #include "unit/host/temporaryDirectory.h"
 
 using namespace mordhost;
-using mordhostTest::TemporaryDirectory;
+using kit::TemporaryDirectory;
 using std::chrono::milliseconds;
 
 namespace {

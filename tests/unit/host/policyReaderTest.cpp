@@ -7,8 +7,8 @@
 #include "unit/host/temporaryDirectory.h"
 
 using namespace mordhost;
+using kit::TemporaryDirectory;
 using mordhostTest::RefusalOf;
-using mordhostTest::TemporaryDirectory;
 
 namespace {
 

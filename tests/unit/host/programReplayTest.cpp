@@ -7,10 +7,10 @@
 #include "unit/host/mordhostFixture.h"
 #include "unit/host/toldPath.h"
 
+using kit::IsRunning;
+using kit::ProcessResult;
 using mordhost::PathOf;
-using mordhostTest::IsRunning;
 using mordhostTest::MordhostTest;
-using mordhostTest::ProcessResult;
 using mordhostTest::ToldPath;
 
 namespace {

@@ -12,7 +12,7 @@
 #include "unit/host/temporaryDirectory.h"
 
 using namespace mordhost;
-using mordhostTest::IsRunning;
+using kit::IsRunning;
 using mordhostTest::RefusalOf;
 
 namespace {
@@ -24,6 +24,7 @@ std::filesystem::path File(const std::string& name) {
 }
 
 constexpr Program::Patience little = {std::chrono::milliseconds(300), std::chrono::milliseconds(300)};
+constexpr Program::Patience littleAtTheEnd = {std::chrono::seconds(30), std::chrono::milliseconds(300)};
 constexpr Program::Patience much = {std::chrono::seconds(30), std::chrono::seconds(30)};
 
 std::string FailureOf(const std::filesystem::path& file, const Program::Patience& patience) {
@@ -66,7 +67,7 @@ TEST(Program, EndsWithItsObject) {
 TEST(Program, DoesNotKeepTheInputOfAnotherProgramOpen) {
     Program first(File("waiter32"), much);
     Program second(File("waiter64"), much);
-    Program third(File("staysOn"), little);
+    Program third(File("staysOn"), littleAtTheEnd);
     EXPECT_NE(first.Id(), second.Id());
     EXPECT_TRUE(first.End()) << "the others do not have its input open";
     EXPECT_TRUE(IsRunning(second.Id()));
@@ -77,7 +78,7 @@ TEST(Program, DoesNotKeepTheInputOfAnotherProgramOpen) {
 TEST(Program, ThatDoesNotEndIsKilled) {
     uint32_t id = 0;
     {
-        Program program(File("staysOn"), little);
+        Program program(File("staysOn"), littleAtTheEnd);
         id = program.Id();
         EXPECT_FALSE(program.End());
         EXPECT_TRUE(IsRunning(id));
@@ -93,7 +94,7 @@ TEST(Program, ThatIsMissingCannotBeStarted) {
 }
 
 TEST(Program, ThatIsNotExecutableCannotBeStarted) {
-    const mordhostTest::TemporaryDirectory directory;
+    const kit::TemporaryDirectory directory;
     const std::filesystem::path file = WithProgramEnding(PathOf(directory.Name("text")));
     directory.Write(Utf8Of(file.filename()), "no program");
     const std::string failure = FailureOf(file, much);

@@ -24,7 +24,7 @@ std::set<std::string> OpenDescriptors(uint32_t process) {
 } // namespace
 
 TEST(ProgramOnLinux, InheritsOnlyItsStandardStreams) {
-    const mordhostTest::TemporaryDirectory directory;
+    const kit::TemporaryDirectory directory;
     std::ofstream open(directory.Name("open")); // programs inherit it by default
     const Program first(PathOf(MORDHOST_PROGRAMS) / "waiter32");
     const Program second(PathOf(MORDHOST_PROGRAMS) / "waiter64");

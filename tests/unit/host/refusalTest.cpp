@@ -1,8 +1,8 @@
 // Invalid documents: mordhost names file, line and column, and decides nothing.
 #include "unit/host/mordhostFixture.h"
 
+using kit::ProcessResult;
 using mordhostTest::MordhostTest;
-using mordhostTest::ProcessResult;
 
 namespace {
 

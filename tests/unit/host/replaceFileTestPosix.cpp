@@ -15,8 +15,8 @@
 #include "unit/host/temporaryDirectory.h"
 
 using namespace mordhost;
+using kit::TemporaryDirectory;
 using mordhostTest::ReplacementOf;
-using mordhostTest::TemporaryDirectory;
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include "unit/host/mordhostFixture.h"
 
 using mordhostTest::MordhostTest;
-using mordhostTest::ProcessResult;
+using kit::ProcessResult;
 
 namespace {
 

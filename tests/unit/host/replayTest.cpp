@@ -5,7 +5,7 @@
 
 #include "unit/host/mordhostFixture.h"
 
-using mordhostTest::ProcessResult;
+using kit::ProcessResult;
 using mordhostTest::TidyMordhostTest;
 
 namespace {

@@ -1,11 +1,11 @@
 // Rows appear when their events are decided.
 #include "unit/host/mordhostFixture.h"
 
-using mordhostTest::BackgroundProcess;
-using mordhostTest::ProcessResult;
-using mordhostTest::ProcessSetup;
+using kit::BackgroundProcess;
+using kit::ProcessResult;
+using kit::ProcessSetup;
+using kit::WaitUntil;
 using mordhostTest::TidyMordhostTest;
-using mordhostTest::WaitUntil;
 
 namespace {
 
@@ -49,7 +49,7 @@ TEST_F(Rows, OfTheStandardInputAppearAtOnce) {
                                {"replay", directory.Write("p.json", R"({"rules": [{"guid": "G", "type": "t"}]})"), "-"},
                                "{}\n",
                                "",
-                               mordhostTest::StandardOutput::file,
+                               kit::StandardOutput::file,
                                true});
     EXPECT_TRUE(WaitUntil([&] { return Shows(process, "no dot is held"); }));
     process.Interrupt();

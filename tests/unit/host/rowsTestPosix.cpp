@@ -5,9 +5,9 @@
 
 #include "unit/host/mordhostFixture.h"
 
-using mordhostTest::BackgroundProcess;
+using kit::BackgroundProcess;
+using kit::WaitUntil;
 using mordhostTest::TidyMordhostTest;
-using mordhostTest::WaitUntil;
 
 namespace {
 

@@ -8,12 +8,12 @@
 
 #include "unit/host/mordhostFixture.h"
 
-using mordhostTest::BackgroundProcess;
-using mordhostTest::ProcessResult;
-using mordhostTest::ProcessSetup;
-using mordhostTest::StandardOutput;
+using kit::BackgroundProcess;
+using kit::ProcessResult;
+using kit::ProcessSetup;
+using kit::StandardOutput;
+using kit::WaitUntil;
 using mordhostTest::TidyMordhostTest;
-using mordhostTest::WaitUntil;
 
 namespace {
 

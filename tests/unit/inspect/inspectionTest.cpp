@@ -1,4 +1,4 @@
-// What mordinspect gathers of a target, and why something is not there, for every pairing of caller and target.
+// What mordinspect reads of a target, and the reason for each missing part, for every pairing of caller and target.
 #include <new>
 
 #include "inspectionFixture.h"
@@ -71,7 +71,7 @@ TEST_P(InspectionOf, AReadThatFailsIsNamedWithItsStatus) {
     EXPECT_EQ(Words(Own(Look()).refusal), Status("the loader's data", "0x00000001"));
 }
 
-// The walk that gave nothing is the one that tells why: a second one could end otherwise.
+// The reason comes from the walk that failed: a second one could end differently.
 TEST_P(InspectionOf, NothingIsReadAgainToFindTheReason) {
     system.byAddress = {{headerAddress, {accessViolation}}};
     Look();
@@ -98,14 +98,33 @@ TEST_P(InspectionOf, AReadThatFailsOnceIsTheReasonThoughItWouldSucceedNow) {
     EXPECT_EQ(Told(Look().imagePath), Status("the address of the parameters", "0xC0000005"));
 }
 
+// Only a WOW64 caller uses the second function, for 64-bit blocks.
 TEST_P(InspectionOf, AFunctionThatTheSystemLacksIsNamedByItsStatus) {
-    NativeTableLoaded = false; // another look at what the system has
-    GetNativeFunctionTable().clear();
-    system.missing = {"NtQueryInformationProcess", "NtWow64QueryInformationProcess64"};
-    const Inspection seen = Look();
-    EXPECT_EQ(Told(seen.imagePath), Status("the address of the environment block", "0xC0000138"));
-    EXPECT_EQ(Words(seen.parent.refusal), Status("the process's basic information", "0xC0000138"));
-    EXPECT_EQ(GetNativeFunctionTable().count("NtQueryInformationProcess"), 0U);
+    const auto lookWithout = [this](const char* function) {
+        NativeTableLoaded = false; // the next look loads the table again
+        GetNativeFunctionTable().clear();
+        system.missing = {function};
+        Inspection seen = Look();
+        EXPECT_EQ(GetNativeFunctionTable().count(function), 0U);
+        return seen;
+    };
+    const std::string noBlock = Status("the address of the environment block", "0xC0000138");
+    const std::string noParent = Status("the process's basic information", "0xC0000138");
+    const bool usesSecondForStrings = CallerIsWow64() && !TargetIs32();
+
+    const Inspection withoutFirst = lookWithout("NtQueryInformationProcess");
+    EXPECT_EQ(Told(withoutFirst.imagePath), usesSecondForStrings ? "C:\\dir\\Program.exe" : noBlock);
+    EXPECT_EQ(withoutFirst.parent.value.has_value(), CallerIsWow64());
+    if (!CallerIsWow64()) {
+        EXPECT_EQ(Words(withoutFirst.parent.refusal), noParent);
+    }
+
+    const Inspection withoutSecond = lookWithout("NtWow64QueryInformationProcess64");
+    EXPECT_EQ(Told(withoutSecond.imagePath), usesSecondForStrings ? noBlock : "C:\\dir\\Program.exe");
+    EXPECT_EQ(withoutSecond.parent.value.has_value(), !CallerIsWow64());
+    if (CallerIsWow64()) {
+        EXPECT_EQ(Words(withoutSecond.parent.refusal), noParent);
+    }
 }
 
 TEST_P(InspectionOf, AQueryForABlockThatFailsIsNamedWithTheStatusOfItsOwnFunction) {
@@ -273,7 +292,7 @@ TEST_P(InspectionOf, TheSystemListsItsProcessesById) {
     EXPECT_EQ((*all.value)[2].parentProcessId, 100U);
 }
 
-TEST_P(InspectionOf, AListThatCannotBeHadIsNamedWithItsReason) {
+TEST_P(InspectionOf, AListThatCannotBeReadIsNamedWithItsReason) {
     system.processList = {{4, 0, WIDE("System")}};
     system.byCall = {{{"NtQuerySystemInformation", 2}, {accessViolation}}};
     EXPECT_EQ(Words(mordinspect::ListAll().refusal), Status("the system's list of processes", "0xC0000005"));

@@ -26,15 +26,21 @@ protected:
         FlagsSample::evaluations = 0;
     }
 
+    // Initialised before main, hence before a fixture or a test writes the log state.
+    static inline const bool fileAtLoad = LogFileEnabled;
+    static inline const bool debugViewAtLoad = LogDebugViewEnabled;
+    static inline const bool loggerAtLoad = static_cast<bool>(LoggerObject);
+    static inline const bool enabledAtLoad = LoggingEnabled();
+
     const Texts both{kit::Trace("logFlagsTest.cpp FlagsSample::Trace", "t=value"),
                      kit::Error("logFlagsTest.cpp FlagsSample::Error", "e=value")};
 };
 
 TEST_F(LogFlags, AreZeroAtLoad) {
-    EXPECT_FALSE(LogFileEnabled);
-    EXPECT_FALSE(LogDebugViewEnabled);
-    EXPECT_FALSE(LoggerObject);
-    EXPECT_FALSE(LoggingEnabled());
+    EXPECT_FALSE(fileAtLoad);
+    EXPECT_FALSE(debugViewAtLoad);
+    EXPECT_FALSE(loggerAtLoad);
+    EXPECT_FALSE(enabledAtLoad);
 }
 
 TEST_F(LogFlags, BothOffEvaluateNothingConvertNothingAndReachNoSink) {

@@ -82,9 +82,9 @@ std::vector<Texts> KeysOfProcesses(const std::string& program) {
     const auto file = kit::ProgramFolder() / (program + MORDREV_PROGRAM_ENDING);
     std::vector<Texts> all;
     for (int i = 0; i < 3; ++i) {
-        mordhostTest::ProcessSetup setup;
+        kit::ProcessSetup setup;
         setup.program = file.string();
-        const auto result = mordhostTest::RunProcess(setup);
+        const auto result = kit::RunProcess(setup);
         EXPECT_EQ(result.code, 0) << result.error;
         std::istringstream lines(result.output);
         Texts words;

@@ -1,4 +1,5 @@
 // The process behind a connection, on Linux: its path comes from the system's process table.
+#include "unit/mordRev/countedPathLookups.h"
 #include "unit/mordRev/processPathFixture.h"
 
 #include <cerrno>
@@ -182,9 +183,15 @@ TEST_F(ProcessPath, IsEmptiedWhereTheLookUpFails) {
 }
 
 TEST_F(ProcessPath, IsNotLookedUpForPid4) {
+    const size_t before = PathLookups();
+    event.Int32("pid", 4);
     Send();
+    EXPECT_EQ(PathLookups(), before);
     EXPECT_EQ(sink.Reports(), Lines{Expected("System", "System").Text()});
     EXPECT_EQ(TakeRecords(), ReportRecords(Expected("System", "System")));
+    event.Int32("pid", 5);
+    Send();
+    EXPECT_EQ(PathLookups(), before + 1);
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 // The process behind a connection, on Windows: its path comes from its own parameters.
 #include "kit/text/utf.h"
+#include "unit/mordRev/countedPathLookups.h"
 #include "unit/mordRev/processPathFixture.h"
 
 #include <windows.h>
@@ -97,9 +98,15 @@ TEST_F(ProcessPath, IsEmptiedWhereTheLookUpFails) {
 }
 
 TEST_F(ProcessPath, IsNotLookedUpForPid4) {
+    const size_t before = PathLookups();
+    event.Int32("pid", 4);
     Send();
+    EXPECT_EQ(PathLookups(), before);
     EXPECT_EQ(sink.Reports(), Lines{Expected("System", "System").Text()});
     EXPECT_EQ(TakeRecords(), ReportRecords(Expected("System", "System")));
+    event.Int32("pid", 5);
+    Send();
+    EXPECT_EQ(PathLookups(), before + 1);
 }
 
 } // namespace

@@ -216,17 +216,26 @@ TEST_F(RuleDecision, AnEmptyGuidWithoutAnEntryIsAbsent) {
     EXPECT_EQ(TakeRecords(), Lines{inHandleEventInner.Trace("query dot result is empty, reply=0,rule guid")});
 }
 
+// Each guid is the only one of the answer, and its id is allowed.
 TEST_F(RuleDecision, GuidsAreComparedByteForByte) {
-    InsertMids(table, "guid-1", {});
-    InsertMids(table, "GUID-1 ", {});
-    InsertMids(table, std::string("GUID-1\0x", 8), {});
+    const std::string others[] = {"",       "GUID-",   "GUID-10", "GUID-2",   "guid-1",
+                                  "gUID-1", "GUID-1 ", " GUID-1", "{GUID-1}", std::string("GUID-1\0x", 8)};
+    for (const std::string& guid : others) {
+        table = {};
+        InsertMids(table, guid, {"MID-1"});
+        reply = unwritten;
+        EXPECT_TRUE(DecideRule()) << guid;
+        EXPECT_EQ(reply, REPLY_BLOCK) << guid;
+        EXPECT_EQ(TakeRecords(), Lines{inHandleEventInner.Trace("query dot result is empty, reply=0,rule guidGUID-1")});
+    }
+    table = {};
+    for (const std::string& guid : others) {
+        InsertMids(table, guid, {"OTHER-MID"});
+    }
+    InsertMids(table, "GUID-1", {"MID-1"});
+    reply = unwritten;
     EXPECT_TRUE(DecideRule());
     EXPECT_EQ(reply, REPLY_ALLOW);
-    for (const char* const guid : {"guid-1x", "GUID", "gUID-1", "GUID-10"}) {
-        SetRule(guid, "TYPE-1");
-        DecideRule();
-        EXPECT_EQ(reply, REPLY_BLOCK);
-    }
 }
 
 TEST_F(RuleDecision, OneAllowedIdAmongManyIsEnough) {

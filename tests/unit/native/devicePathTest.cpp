@@ -48,6 +48,17 @@ TEST_F(DevicePath, IsComparedWithoutRegardToTheCaseOfAsciiLettersAndKeepsItsOwn)
     EXPECT_EQ(DosPath(WIDE("\\dEVICE\\hARDDISKvOLUME1\\Dir\\File")), "C:\\Dir\\File");
 }
 
+TEST_F(DevicePath, EachAsciiLetterIsComparedWithoutRegardToCase) {
+    for (char letter = 'a'; letter <= 'z'; ++letter) {
+        const auto small = static_cast<WideChar>(letter);
+        const auto capital = static_cast<WideChar>(letter - 'a' + 'A');
+        system.devices = {{'E', Text(WIDE("\\Device\\")) + capital}};
+        EXPECT_EQ(DosPath(Text(WIDE("\\Device\\")) + small + WIDE("\\x")), "E:\\x") << letter;
+        system.devices = {{'E', Text(WIDE("\\Device\\")) + small}};
+        EXPECT_EQ(DosPath(Text(WIDE("\\Device\\")) + capital + WIDE("\\x")), "E:\\x") << letter;
+    }
+}
+
 TEST_F(DevicePath, OtherCharactersAreComparedExactly) {
     system.devices = {{'E', Text(WIDE("\\Device\\")) + WideChar{0xE9}}}; // a small letter outside ASCII
     EXPECT_EQ(DosPath(Text(WIDE("\\Device\\")) + WideChar{0xC9} + WIDE("\\x")), "");
@@ -92,6 +103,12 @@ TEST_F(DevicePath, ANameThatFillsTheBufferWithoutANulIsTakenWhole) {
     const Text name = Text(WIDE("\\Device\\")) + Text(56, WIDE('n'));
     system.devices = {{'E', name}};
     EXPECT_EQ(DosPath(name + WIDE("\\x")), "E:\\x");
+}
+
+TEST_F(DevicePath, ALetterWhoseNameDoesNotFitIsSkippedWhateverTheBufferHolds) {
+    const Text name = Text(WIDE("\\Device\\")) + Text(57, WIDE('n'));
+    system.devices = {{'E', name}};
+    EXPECT_EQ(DosPath(name + WIDE("\\x")), "");
 }
 
 TEST_F(DevicePath, ShorterThanADeviceNameButEqualAsFarAsItGoesThrowsOutOfRange) {

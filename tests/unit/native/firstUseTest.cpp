@@ -1,4 +1,4 @@
-// The function table, which is loaded once in a process, asked for by several threads at the same moment. Each case in
+// The function table, which is loaded once in a process, used by several threads at the same moment. Each case needs
 // a process of its own; meant to be run under ThreadSanitizer too.
 #include <vector>
 
@@ -14,7 +14,7 @@ namespace {
 using firstUse::OnThreads;
 using firstUse::threadCount;
 
-TEST(FirstNative, OfEveryThreadMeetsTheWholeTableWhichIsLoadedOnce) {
+TEST(FirstNative, OfEveryThreadHasTheWholeTableWhichIsLoadedOnce) {
     const auto statuses = OnThreads<NtStatus>([] {
         Native native(nullptr);
         return native.QuerySystemInformation(57, nullptr, 0, nullptr);

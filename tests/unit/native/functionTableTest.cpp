@@ -114,7 +114,7 @@ TEST_F(FunctionTable, ASystemWithoutAnyOneOfTheNamesLoadsTheOther34) {
     }
 }
 
-TEST_F(FunctionTable, AMissingModuleIsNotTestedForAndFindsNothing) {
+TEST_F(FunctionTable, AMissingModuleIsPassedOnAndFindsNothing) {
     system.missingModules = {"ntdll.dll"};
     LoadNativeFunctions();
     EXPECT_EQ(system.TakeCalls(), LoadLines("null", "kernel32.dll"));
@@ -134,7 +134,7 @@ TEST_F(FunctionTable, ANameThatIsFoundIsEnteredAndItsAddressReturned) {
     EXPECT_EQ(own, (NativeFunctionTable{{"NtOpenEvent", address}}));
 }
 
-TEST_F(FunctionTable, ANameThatIsNotFoundLeavesTheTableAloneAndGivesNull) {
+TEST_F(FunctionTable, ANameThatIsNotFoundLeavesTheTableUnchangedAndReturnsNull) {
     NativeFunctionTable own;
     system.missing = {"NtOpenEvent"};
     EXPECT_EQ(LoadNativeFunction(own, "NtOpenEvent", platform::GetModuleHandleW(WIDE("ntdll.dll"))), nullptr);
@@ -182,7 +182,7 @@ TEST_F(FunctionTable, TheByteIsSetBeforeTheLoadBegins) {
     EXPECT_EQ(seen, std::vector<bool>{true});
 }
 
-TEST_F(FunctionTable, ALoadThatRunsOutOfMemoryIsNotRepeatedAndLocksNobodyOut) {
+TEST_F(FunctionTable, ALoadThatRunsOutOfMemoryIsNotRepeatedAndReleasesTheLock) {
     system.onFirstModuleHandle = [] { throw std::bad_alloc(); };
     const platform::Handle process = OpenProcessHandle(7);
     EXPECT_THROW(Native{process}, std::bad_alloc);

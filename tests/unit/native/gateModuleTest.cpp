@@ -42,7 +42,7 @@ protected:
     GateHalf half;
 };
 
-TEST_F(GateModules, AreWalkedByCopiesOfTheSizesToldUpToTheOneWanted) {
+TEST_F(GateModules, AreReadInTheDocumentedSizesUpToTheOneSought) {
     half.Build(gate);
     EXPECT_EQ(GateModuleBase(WIDE("ntdll.dll")), GateHalf::ntdll);
     EXPECT_EQ(system.TakeCalls(), Join({Head(), EntryLines(0, 24), EntryLines(1, 20)}));
@@ -57,10 +57,23 @@ TEST_F(GateModules, AreFoundWithoutRegardToCase) {
     EXPECT_EQ(GateModuleBase(WIDE("WOW64.DLL")), 0x7FFB11110000u);
 }
 
-TEST_F(GateModules, AreToldApartByTheWholeName) {
+TEST_F(GateModules, AreFoundWithoutRegardToTheCaseOfEachAsciiLetter) {
+    half.modules[2].baseName = WIDE("abcdefghijklmNOPQRSTUVWXYZ");
     half.Build(gate);
-    for (const WideChar* const name :
-         {WIDE("ntdll"), WIDE("ntdll.dll2"), WIDE("tdll.dll"), WIDE(""), WIDE("ntdll_dll")}) {
+    EXPECT_EQ(GateModuleBase(WIDE("ABCDEFGHIJKLMnopqrstuvwxyz")), 0x7FFB11110000u);
+}
+
+TEST_F(GateModules, OtherCharactersOfANameAreComparedExactly) {
+    half.modules[2].baseName = WIDE("@[");
+    half.Build(gate);
+    EXPECT_EQ(GateModuleBase(WIDE("`{")), 0u);
+    EXPECT_EQ(GateModuleBase(WIDE("@[")), 0x7FFB11110000u);
+}
+
+TEST_F(GateModules, AreDistinguishedByTheWholeName) {
+    half.Build(gate);
+    for (const WideChar* const name : {WIDE("ntdll"), WIDE("ntdll.dll2"), WIDE("tdll.dll"), WIDE(""), WIDE("ntdll_dll"),
+                                       WIDE("mtdll.dll"), WIDE("ntdll.dlm")}) {
         EXPECT_EQ(GateModuleBase(name), 0u) << Narrow(name);
     }
 }

@@ -228,6 +228,19 @@ TEST_P(ModuleMap, ThereIsNoMainModuleWithoutAPeb) {
     EXPECT_EQ(Target().GetMainModule(), nullptr);
 }
 
+TEST_P(ModuleMap, WithoutAPebAModuleAtAddress0IsNotTheMainModule) {
+    image32.peb.ImageBaseAddress = 0x10000;
+    image64.peb.ImageBaseAddress = 0x10000;
+    Load({{0, 0x1000, WIDE("b.dll")}, {0x10000, 0x1000, WIDE("a.exe")}});
+    if (HasBothLists()) {
+        LoadOther({});
+    }
+    ASSERT_NE(Target().GetMainModule(), nullptr); // all modules are loaded now
+    target->peb32 = 0;
+    target->peb64 = 0;
+    EXPECT_EQ(Target().GetMainModule(), nullptr);
+}
+
 TEST_P(ModuleMap, ThereIsNoMainModuleWithoutTheFunctionThatFindsThePeb) {
     Load({{0x10000, 0x1000, WIDE("a.exe")}});
     system.missing = {"NtQueryInformationProcess", "NtWow64QueryInformationProcess64"};

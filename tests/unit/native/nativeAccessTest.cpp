@@ -83,8 +83,10 @@ TEST_F(NativeAccess, AQueryOfTheProcessHandsEverythingOn) {
 }
 
 TEST_F(NativeAccess, AQueryOfAThreadPassesANullLengthAndTheLow32BitsOfTheSize) {
-    EXPECT_EQ(Object().QueryThreadInformation(thread, 9, buffer.data(), 0x700000008), STATUS_OF_SUCCESS);
-    EXPECT_EQ(system.TakeCalls(), (Lines{"NtQueryInformationThread(thread 9, class 9, buffer, 8, null)"}));
+    const uint32_t size = Caller::is64Bit ? 8 : 4; // of a start address
+    EXPECT_EQ(Object().QueryThreadInformation(thread, 9, buffer.data(), 0x700000000 + size), STATUS_OF_SUCCESS);
+    EXPECT_EQ(system.TakeCalls(),
+              (Lines{"NtQueryInformationThread(thread 9, class 9, buffer, " + std::to_string(size) + ", null)"}));
 }
 
 TEST_F(NativeAccess, AQueryOfMemoryPassesALengthOfItsOwnAndWhatTheCallersWidthTakes) {
@@ -153,9 +155,10 @@ TEST_F(NativeAccess, ANullAddressInTheTableIsAMissingFunctionToo) {
 
 TEST_F(NativeAccess, FunctionsAreLookedUpAtEachCall) {
     Native& native = Object();
-    EXPECT_EQ(native.QueryThreadInformation(thread, 9, buffer.data(), 8), STATUS_OF_SUCCESS);
+    const uint32_t size = Caller::is64Bit ? 8 : 4;
+    EXPECT_EQ(native.QueryThreadInformation(thread, 9, buffer.data(), size), STATUS_OF_SUCCESS);
     GetNativeFunctionTable().erase("NtQueryInformationThread");
-    EXPECT_EQ(native.QueryThreadInformation(thread, 9, buffer.data(), 8), StatusFromWord(0xC0000138));
+    EXPECT_EQ(native.QueryThreadInformation(thread, 9, buffer.data(), size), StatusFromWord(0xC0000138));
 }
 
 TEST_F(NativeAccess, GetThreadContext32OfA64BitTargetIsASuccessThatHasDoneNothing) {

@@ -1,4 +1,4 @@
-// What tests reach of a TargetProcess beside its operations.
+// Access of tests to the private parts of a TargetProcess.
 #pragma once
 
 #include <memory>
@@ -8,7 +8,7 @@
 struct TargetProcessAccess {
     TargetProcess& object;
 
-    // Puts another variant in the place of the one that was chosen.
+    // Replaces the chosen variant.
     void SetVariant(std::unique_ptr<Native> variant) { object.SwapAccess(variant); }
 
     std::shared_ptr<const TheradData> ReadThread32(uint32_t id) { return object.ReadThread32(id); }

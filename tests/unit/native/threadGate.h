@@ -1,4 +1,4 @@
-// The 64-bit half that lists of threads need where the caller has a gate; nothing where it has none. There is a body
+// The 64-bit half that lists of threads need where the caller has a gate; a no-op without one. There is a body
 // for each width of caller.
 #pragma once
 

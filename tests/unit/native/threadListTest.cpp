@@ -56,7 +56,7 @@ protected:
         return found;
     }
 
-    // The functions that answer the queries, by the names that the script knows them by.
+    // The functions that answer the queries, by their names in the script.
     std::string ThreadQuery() const {
         return CallerIsWow64() ? "64-bit NtQueryInformationThread" : "NtQueryInformationThread";
     }
@@ -138,7 +138,7 @@ TEST_P(ThreadLists, ASnapshotOfMinusOneIsWalkedAndClosed) {
 
 // One thread
 
-TEST_P(ThreadLists, AThreadIsReadByTheStepsTold) {
+TEST_P(ThreadLists, AThreadIsReadByTheDocumentedSteps) {
     EXPECT_EQ(Read(9), line);
     Lines calls = system.TakeCalls();
     std::erase_if(calls, [](const std::string& call) {
@@ -173,7 +173,7 @@ TEST_P(ThreadLists, AThreadIsReadByTheStepsTold) {
 
 TEST_P(ThreadLists, TheQueriesThroughTheGateHaveTheSizesOfTheTargetAndOf64BitReplies) {
     if (!CallerIsWow64()) {
-        EXPECT_EQ(Read(9), line); // no gate here; the sizes stand in the lines of the test before
+        EXPECT_EQ(Read(9), line); // no gate here; the test before checks the sizes
         EXPECT_EQ(system.Count("GateCall"), 0u);
         return;
     }
@@ -238,7 +238,7 @@ TEST_P(ThreadLists, AThreadIsNoneWhenNoDriveHasItsFile) {
     EXPECT_EQ(Read(9), "none");
 }
 
-TEST_P(ThreadLists, ThePathHasAsManyCharactersAsTheReplysLengthTells) {
+TEST_P(ThreadLists, ThePathHasTheLengthOfTheReply) {
     system.mappedName.length = static_cast<uint16_t>(Text(WIDE("\\Device\\Volume1\\dir")).size() * 2);
     EXPECT_EQ(Read(9), "9 " + Hex(start) + " C:\\dir");
     system.mappedName.length = static_cast<uint16_t>(*system.mappedName.length - 1); // half a character does not count
@@ -250,14 +250,14 @@ TEST_P(ThreadLists, AReplyWithoutATextIsNone) {
     EXPECT_EQ(Read(9), "none");
 }
 
-TEST_P(ThreadLists, AReplyThatLeadsOutOfItselfIsNone) {
+TEST_P(ThreadLists, AReplyWithAnAddressOutsideItselfIsNone) {
     for (const uint64_t address : {uint64_t{0}, uint64_t{0x10}, uint64_t{0xFFFFFFF0}, uint64_t{0x7FFFFFFFFFF0}}) {
         system.mappedName.address = address;
         EXPECT_EQ(Read(9), "none") << Hex(address);
     }
 }
 
-TEST_P(ThreadLists, AReplyThatTellsMoreThanItHoldsIsCutAtItsEnd) {
+TEST_P(ThreadLists, ALengthBeyondTheReplyIsTruncatedAtItsEnd) {
     target->regions[0].file = Text(WIDE("\\Device\\Volume1\\")) + Text(200, WIDE('n'));
     system.mappedName.fillsReply = true;
     system.mappedName.length = 0xFFFE;
@@ -318,7 +318,7 @@ public:
     }
 };
 
-TEST_P(ThreadLists, TheBaseThatA32BitMachineTellsIsSignExtendedByThe64BitReadAlone) {
+TEST_P(ThreadLists, TheBaseOnA32BitMachineIsSignExtendedByThe64BitReadAlone) {
     askedAddresses.clear();
     TargetProcessAccess access{Target()};
     access.SetVariant(std::make_unique<AddressesOfQueries>(handle));

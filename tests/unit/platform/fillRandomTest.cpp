@@ -1,4 +1,4 @@
-// The system's source of randomness: fills what it is asked for, whole, and nothing else.
+// The system's source of randomness fills the whole requested range and nothing else.
 #include <string>
 
 #include <gtest/gtest.h>

@@ -190,4 +190,27 @@ TEST_F(ProfileInteger, WideFileWithAByteOrderMarkIsRead) {
     EXPECT_EQ(Read(), 6U);
 }
 
+TEST_F(ProfileInteger, EachAsciiLetterOfANameIsComparedWithoutRegardToCase) {
+    Write("[abcdefghijklmNOPQRSTUVWXYZ]\r\nABCDEFGHIJKLMnopqrstuvwxyz=5\r\n");
+    EXPECT_EQ(Read(WIDE("ABCDEFGHIJKLMnopqrstuvwxyz"), WIDE("abcdefghijklmNOPQRSTUVWXYZ")), 5U);
+}
+
+TEST_F(ProfileInteger, EachHexadecimalDigitHasItsValue) {
+    EXPECT_EQ(ReadValue("0x1234567"), 0x1234567U);
+    EXPECT_EQ(ReadValue("0x89abcdef"), 0x89ABCDEFU);
+    EXPECT_EQ(ReadValue("0x89ABCDEF"), 0x89ABCDEFU);
+}
+
+TEST_F(ProfileInteger, BlanksAroundTheNameOfASectionDoNotCount) {
+    Write("[ \tOUTLOG \t]\r\nWriteLog=5\r\n");
+    EXPECT_EQ(Read(), 5U);
+}
+
+TEST_F(ProfileInteger, OtherCharactersAroundANameCount) {
+    Write("[~OUTLOG]\r\nWriteLog=5\r\n[OUTLOG~]\r\nWriteLog=5\r\n");
+    EXPECT_EQ(Read(), 7U);
+    Write("[OUTLOG]\r\n~WriteLog=5\r\nWriteLog~=5\r\n");
+    EXPECT_EQ(Read(), 7U);
+}
+
 } // namespace

@@ -1,4 +1,4 @@
-// How the converter is looked for, over a scripted system. Each case needs a process of its own.
+// The lookup of the converter, over a scripted system. Each case needs a separate process.
 #include "kit/system/scriptedSystem.h"
 #include "text/textConvert.h"
 

@@ -1,5 +1,5 @@
 // The ways in which the converter can be missing at the first conversion of the process: nothing is looked for again.
-// Each case needs a process of its own.
+// Each case needs a separate process.
 #include "unit/text/textConvertFixture.h"
 
 namespace {

@@ -1,4 +1,4 @@
-// When a conversion takes memory from the heap. The scripted answer is short enough to stand in the result itself, so
+// When a conversion allocates heap memory. The scripted answer is short enough for the result object itself, so
 // that what is counted is the destination alone.
 #include <new>
 
@@ -114,7 +114,7 @@ TEST_F(TextConvertMemory, ExhaustedMemoryForTheResultGivesReferenceAndBufferBack
     EXPECT_EQ(WideToUtf8(wide.c_str()), std::string(500, 'x'));
 }
 
-// A process of its own, in which the first conversion finds no converter.
+// A separate process, in which the first conversion finds no converter.
 TEST(TextConvertMemoryWithoutConverter, HeapBufferIsGivenBack) {
     kit::ScriptedSiblings::Instance().Reset();
     kit::ScriptedSiblings::Instance().UnloadZelkBase();

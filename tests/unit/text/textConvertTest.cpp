@@ -1,5 +1,5 @@
-// Conversion through the converter of the base library: what it is asked, and what comes of its answers. The converter
-// is looked for once in a process, so that each case needs a process of its own.
+// Conversion through the converter of the base library: its requests, and the results of its answers. The converter
+// is looked up once in a process, so that each case needs a separate process.
 #include <chrono>
 #include <cstddef>
 #include <thread>

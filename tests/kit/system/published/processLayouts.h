@@ -1,7 +1,7 @@
 // The published structures of a Windows process, field by field, for tests.
 //
 // They are written out here independently of the offsets that the library uses, so that the two can be held against
-// each other, and tests build the memory of made-up processes with them. `P` is an address of the process's own width.
+// each other, and tests build the memory of fake processes with them. `P` is an address of the process's own width.
 // Only the natural alignment of the fields places them. Names follow the platform's.
 #pragma once
 

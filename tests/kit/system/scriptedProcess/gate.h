@@ -1,4 +1,4 @@
-// The 64-bit half of a made-up 32-bit process: what stands behind gateEnter.h in tests of a 32-bit caller.
+// The 64-bit half of a fake 32-bit process: the bodies of gateEnter.h in tests of a 32-bit caller.
 //
 // It belongs to the scripted system, whose limit of reads holds for GateCopyIn and GateCompare too, and is put back to
 // its beginning beside it, by ResetGate.

@@ -74,7 +74,7 @@ platform::Handle HandleOf(uint64_t argument) {
 } // namespace
 
 uint64_t GateHalf::AddressOf(const std::string& name) const {
-    const auto place = std::find(exports.rbegin(), exports.rend(), name); // functions stand the other way round
+    const auto place = std::find(exports.rbegin(), exports.rend(), name); // functions are in reverse order
     if (place == exports.rend()) {
         throw std::logic_error("the 64-bit ntdll has no " + name);
     }

@@ -17,7 +17,7 @@ struct GateModule {
     std::optional<uint16_t> maximumLength; // of the name, in bytes; else its length and a NUL
 };
 
-// What a test wants otherwise it sets before Build.
+// A test sets what differs before Build.
 struct GateHalf {
     static constexpr uint64_t threadBlock = 0x7F0000010000;
     static constexpr uint64_t peb = 0x7F0000020000;

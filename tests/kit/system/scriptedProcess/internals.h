@@ -27,7 +27,7 @@ std::optional<Outcome> ScriptedOutcome(const char* function);
 
 platform::Handle NewHandle(System::Handle::Kind kind, uint32_t id);
 
-// What stands behind a handle, or null.
+// The object of a handle, or null.
 Process* ProcessOf(platform::Handle handle);
 const Thread* ThreadOf(platform::Handle handle);
 System::Handle* SnapshotOf(platform::Handle handle);

@@ -1,5 +1,5 @@
 // The body of lowStack.h for programs that go there very often: one low stack, made once, that this thread itself
-// changes to. The sanitizer is told of each change. For one thread.
+// changes to. It reports each change to the sanitizer. For one thread.
 #include "kit/system/scriptedProcess/lowStack.h"
 
 #include <exception>

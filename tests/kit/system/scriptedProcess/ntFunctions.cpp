@@ -135,7 +135,7 @@ NtStatus MORD_STDCALL QuerySystemInformation(uint32_t informationClass, void* bu
 
 uint32_t MORD_STDCALL StatusToDosError(uint32_t status) {
     Note([&] { return "RtlNtStatusToDosError(" + Hex(status) + ")"; });
-    return status ^ 0x5A5A0000; // told apart from the status and from every real error
+    return status ^ 0x5A5A0000; // differs from the status and from every real error
 }
 
 void MORD_STDCALL SetLastError(uint32_t error) {

@@ -36,7 +36,7 @@ protected:
         return TargetIs32() ? use(image32) : use(image64);
     }
 
-    // Where the PEB of the target's own width lies.
+    // The address of the PEB of the target's own width.
     uint64_t PebAddress() const { return TargetIs32() ? uint64_t{image32.pebAddress} : image64.pebAddress; }
 
     // Maps and writes the image that the target has of its own width.

@@ -12,7 +12,7 @@ using namespace scripted;
 
 namespace {
 
-// Handles of modules are their names, in the way in which they are told apart.
+// The handle of a module is its name in lower case.
 std::set<std::string> modules = {"ntdll.dll", "kernel32.dll", "zelkbase.dll"};
 
 std::string LowerCase(std::string text) {

@@ -178,7 +178,11 @@ bool Thread32Next(Handle snapshot, ThreadEntry* entry) {
 uint32_t QueryDosDeviceW(const WideChar* drive, WideChar* buffer, uint32_t capacity) {
     Note([&] { return "QueryDosDeviceW(" + Narrow(drive) + ", " + std::to_string(capacity) + ")"; });
     const auto device = Instance().devices.find(static_cast<char>(drive[0]));
-    if (device == Instance().devices.end() || device->second.size() > capacity) {
+    if (device == Instance().devices.end()) {
+        return 0;
+    }
+    if (device->second.size() > capacity) { // a failure too, although the buffer is not left alone
+        std::copy_n(device->second.begin(), capacity, buffer);
         return 0;
     }
     std::copy(device->second.begin(), device->second.end(), buffer);

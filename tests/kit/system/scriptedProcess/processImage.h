@@ -16,8 +16,8 @@ struct LoadedModule {
     Text path;
 };
 
-// Each structure lies in a range of its own, so that a read that begins or ends wrongly fails or shows. A test that
-// wants one otherwise changes it here, and has Put write it again.
+// Each structure is in a separate range, so that a read that begins or ends wrongly fails or shows. A test that
+// needs other contents changes them here, and has Put write it again.
 template <typename P>
 class ProcessImage {
 public:
@@ -45,7 +45,7 @@ public:
     // Maps the PEB, the parameters and the (empty) loader data.
     void Map(TargetMemory& memory);
 
-    // Writes them as they stand.
+    // Writes them unchanged.
     void Put(TargetMemory& memory);
 
     // Makes the parameter string `text` with room for its NUL, maps as much as a doubled read of it takes, and writes

@@ -112,10 +112,10 @@ Answer QueryThread(const char* function, platform::Handle thread, uint32_t infor
         if (found == nullptr) {
             return {invalidHandle, 0};
         }
-        if (informationClass == 9) {
-            const size_t width = std::min(static_cast<size_t>(size), sizeof found->start);
-            std::memcpy(buffer, &found->start, width);
-            return {0, width};
+        if (informationClass == 9) { // the start address has the width of the thread's process
+            const bool is32Bit = sizeof(P) == 4 || Instance().processes.at(found->owner).isWow64 == 1;
+            return is32Bit ? Deliver(static_cast<uint32_t>(found->start), buffer, size)
+                           : Deliver(found->start, buffer, size);
         }
         published::ThreadBasicInformation<P> reply{};
         reply.TebBaseAddress = static_cast<P>(sizeof(P) == 4 ? found->teb32 : found->teb64);

@@ -1,8 +1,8 @@
 // The operating system as a test scripts it: machine, caller, processes with their memory, threads, drives, and what
 // each function answers.
 //
-// It stands behind platform.h, processApi.h and gateEnter.h in the tests of process inspection, in place of the real
-// bodies. There is one in the program, as there is one system; Reset puts it back to its beginning. Every call into it
+// It implements platform.h, processApi.h and gateEnter.h in the tests of process inspection, in place of the real
+// bodies. There is one in the program; Reset restores its initial state. Every call into it
 // is kept as a line of text, see `calls`. For one thread at a time.
 #pragma once
 
@@ -29,13 +29,13 @@ constexpr uint32_t fileInvalid = 0xC0000098;
 constexpr uint32_t invalidAddress = 0xC0000141;
 constexpr uint32_t procedureNotFound = 0xC000007A;
 
-// What a function answers instead of what it would.
+// The scripted answer of a function.
 struct Outcome {
     uint32_t status = 0;
     bool performs = false; // whether it does its work all the same
 };
 
-// Memory that belongs together, for the queries of virtual memory.
+// A memory region, for the queries of virtual memory.
 struct Region {
     uint64_t base;
     uint64_t size;
@@ -68,7 +68,7 @@ struct ListedProcess {
     std::optional<Text> name;
 };
 
-// What a reply with a mapped file's name has to say, where a test wants something else than the truth.
+// The contents of a reply with a mapped file's name, where they differ from the real ones.
 struct MappedNameReply {
     std::optional<uint16_t> length;  // bytes
     std::optional<uint64_t> address; // of the text

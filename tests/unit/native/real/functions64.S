@@ -2,7 +2,7 @@
 
         .text
 
-/* A 64-bit function that notes how it was called. */
+/* A 64-bit function that records how it was called. */
         .code64
         .globl  _Recorder64Begin
         .p2align 4
@@ -24,7 +24,15 @@ _Recorder64Begin:
         movw    %ss, 66(%rax)
         movw    %cs, 68(%rax)
         incq    72(%rax)
-        /* A 64-bit function may change all of these. */
+        stmxcsr 80(%rax)
+        fnstcw  84(%rax)
+        cmpl    $0, 88(%rax)
+        je      .Lunchanged
+        ldmxcsr 88(%rax)
+        fldcw   92(%rax)
+        std
+.Lunchanged:
+        /* The 64-bit calling convention lets a function change all of these. */
         movabsq $0x1111111111111111, %rcx
         movq    %rcx, %rdx
         movq    %rcx, %r8
@@ -35,7 +43,7 @@ _Recorder64Begin:
         ret
         .p2align 3
 .Lrecord:
-        .space  80
+        .space  96
         .globl  _Recorder64End
 _Recorder64End:
 
@@ -120,6 +128,7 @@ _CallMarked:
         movl    %eax, 72(%ecx)
         movl    %edx, 76(%ecx)
         noteState after
+        cld
 
         fstp    %st(0)
         fstp    %st(0)

@@ -31,6 +31,12 @@ const Record64& Recorder64::Record() const {
     return *reinterpret_cast<const Record64*>(m_code + CodeSize() - sizeof(Record64));
 }
 
+void Recorder64::ChangeState(uint32_t sseControl, uint16_t x87Control) {
+    auto& record = *reinterpret_cast<Record64*>(m_code + CodeSize() - sizeof(Record64));
+    record.newSseControl = sseControl;
+    record.newX87Control = x87Control;
+}
+
 MarkedCall CallGateMarked(uint64_t function, int32_t count, const std::array<uint64_t, 6>& values,
                           uint32_t misalignment) {
     std::array<uint32_t, 15> words{};
@@ -48,4 +54,6 @@ static_assert(offsetof(MarkedState, flags) == 20 && offsetof(MarkedState, fs) ==
 static_assert(offsetof(MarkedState, x87Control) == 36 && offsetof(MarkedState, sseControl) == 40);
 static_assert(offsetof(MarkedState, x87Stack) == 48 && offsetof(MarkedState, result) == 72);
 static_assert(offsetof(Record64, stack) == 48 && offsetof(Record64, fs) == 64 && offsetof(Record64, calls) == 72);
-static_assert(sizeof(Record64) == 80);
+static_assert(offsetof(Record64, sseControl) == 80 && offsetof(Record64, x87Control) == 84);
+static_assert(offsetof(Record64, newSseControl) == 88 && offsetof(Record64, newX87Control) == 92);
+static_assert(sizeof(Record64) == 96);

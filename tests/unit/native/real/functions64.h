@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 
-// What the recorder notes at its entry.
+// What the recorder records at its entry, and the state that it leaves.
 struct Record64 {
     uint64_t arguments[6]; // the four registers, and the first two words behind the home space
     uint64_t stack;        // RSP
@@ -15,6 +15,12 @@ struct Record64 {
     uint16_t cs;
     uint16_t unused;
     uint64_t calls;
+    uint32_t sseControl;
+    uint16_t x87Control;
+    uint16_t unused2;
+    uint32_t newSseControl; // 0: it changes neither control word nor the direction flag; otherwise it sets that flag
+    uint16_t newX87Control;
+    uint16_t unused3;
 };
 constexpr uint64_t recorderResult = 0x123456789ABCDEF0;
 
@@ -62,6 +68,10 @@ public:
 
     uint64_t Address() const { return reinterpret_cast<uintptr_t>(m_code); }
     const Record64& Record() const;
+
+    // From the next call on it leaves these control words and the direction flag set, which a real 64-bit function
+    // must not do.
+    void ChangeState(uint32_t sseControl, uint16_t x87Control);
 
 private:
     char* m_code;

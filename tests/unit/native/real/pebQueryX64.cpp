@@ -82,3 +82,9 @@ void ProvidePebQuery() {
     }
     GetNativeFunctionTable()[name] = reinterpret_cast<void*>(&QueryByThreads);
 }
+
+void WithdrawPebQuery() {
+    if (systems != nullptr) {
+        GetNativeFunctionTable()["NtQueryInformationProcess"] = reinterpret_cast<void*>(systems);
+    }
+}

@@ -26,3 +26,9 @@ void ProvidePebQuery() {
     const Native loadsTheTable(platform::GetCurrentProcess());
     GetNativeFunctionTable()[name] = reinterpret_cast<void*>(&QueryThroughGate);
 }
+
+void WithdrawPebQuery() {
+    const Native loadsTheTable(platform::GetCurrentProcess());
+    GetNativeFunctionTable().erase(name);
+    LoadNativeFunction(GetNativeFunctionTable(), name, platform::GetModuleHandleW(L"ntdll.dll"));
+}

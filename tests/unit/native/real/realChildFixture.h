@@ -16,7 +16,7 @@ constexpr bool callerIs32Bit = sizeof(void*) == 4;
 
 class RealChildFixture : public kit::ReceiverFixture, public testing::WithParamInterface<int> {
 protected:
-    // Starts the child. The table leads to all PEBs that it has afterwards.
+    // Starts the child. Afterwards the function table finds all its PEBs.
     void SetUp() override {
         ReceiverFixture::SetUp();
         child.emplace(GetParam());
@@ -28,7 +28,7 @@ protected:
     bool ChildIs32Bit() const { return GetParam() == 32; }
     ModuleKind OwnKind() const { return ChildIs32Bit() ? ModuleKind32 : ModuleKind64; }
 
-    // The child's program, as the system tells it.
+    // The child's program, as the system reports it.
     std::string Program() const;
 
     // A new object on the child.
@@ -48,5 +48,5 @@ inline std::string ChildName(const testing::TestParamInfo<int>& bits) {
     return "Child" + std::to_string(bits.param);
 }
 
-// Whether the program runs under Wine.
+// Returns whether the program runs under Wine.
 bool UnderWine();

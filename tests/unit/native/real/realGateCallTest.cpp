@@ -65,7 +65,7 @@ TEST_P(RealGateCall, HasTheStackOnA16ByteBoundaryAtTheCall) {
     EXPECT_GT(recorder.Record().stack, own - 0x1000);
 }
 
-TEST_P(RealGateCall, IsIn64BitModeWithTheSelectorsTold) {
+TEST_P(RealGateCall, IsIn64BitModeWithTheDocumentedSelectors) {
     CallWithCount(recorder.Address(), GetParam());
     EXPECT_EQ(recorder.Record().cs, 0x33u);
     EXPECT_EQ(recorder.Record().fs, 0x2Bu);
@@ -74,7 +74,7 @@ TEST_P(RealGateCall, IsIn64BitModeWithTheSelectorsTold) {
 
 INSTANTIATE_TEST_SUITE_P(Counts, RealGateCall, testing::Range(0, 7));
 
-TEST_P(RealGateCall, HasItsStackAlignedWhereverThatOfTheCallerStands) {
+TEST_P(RealGateCall, HasItsStackAlignedForEveryAlignmentOfTheCaller) {
     for (const uint32_t misalignment : {0u, 4u, 8u, 12u}) {
         const MarkedCall call = CallGateMarked(recorder.Address(), GetParam(), values, misalignment);
         ASSERT_EQ(call.before.esp % 16, misalignment);
@@ -83,7 +83,7 @@ TEST_P(RealGateCall, HasItsStackAlignedWhereverThatOfTheCallerStands) {
     }
 }
 
-// The values that the count does not cover stand on the caller's stack, and stay there.
+// The values that the count does not cover are on the caller's stack and stay unchanged.
 TEST(RealGatePushes, AreNoneUpToFourArguments) {
     Recorder64 recorder;
     std::set<uint64_t> stacks;
@@ -120,7 +120,7 @@ TEST(RealGateDisabled, TouchesNothingAndGives0) {
     EXPECT_EQ(GateCall(recorder.Address(), 2, values[0], values[1]), recorderResult);
 }
 
-TEST(RealGateEnabled, StandsAt1FromTheStart) {
+TEST(RealGateEnabled, Is1FromTheStart) {
     EXPECT_EQ(GateEnabled, 1);
 }
 
@@ -145,7 +145,36 @@ void ExpectSameState(const MarkedCall& call) {
     ASSERT_EQ(0, std::memcmp(before.x87Stack, after.x87Stack, sizeof before.x87Stack));
 }
 
-TEST(RealGateState, IsIntactAcross100000Calls) {
+constexpr uint32_t callersSseControl = 0x3F80; // CallMarked sets these two
+constexpr uint16_t callersX87Control = 0x067F;
+
+TEST(RealGateState, TheFunctionHasTheControlWordsOfTheCaller) {
+    Recorder64 recorder;
+    const MarkedCall call = CallGateMarked(recorder.Address(), 2, values, 0);
+    EXPECT_EQ(call.before.sseControl, callersSseControl);
+    EXPECT_EQ(call.before.x87Control, callersX87Control);
+    EXPECT_EQ(recorder.Record().sseControl, callersSseControl);
+    EXPECT_EQ(recorder.Record().x87Control, callersX87Control);
+}
+
+// The gate saves and restores none of these: the calling convention obliges the function to preserve them.
+TEST(RealGateState, TheCallerHasTheControlWordsAndTheDirectionThatTheFunctionLeaves) {
+    Recorder64 recorder;
+    recorder.ChangeState(0x5F80, 0x0B7F);
+    for (int32_t count = 0; count <= 6; ++count) {
+        const MarkedCall call = CallGateMarked(recorder.Address(), count, values, 0);
+        EXPECT_EQ(call.before.flags & 0x400, 0u);
+        EXPECT_EQ(call.after.flags & 0x400, 0x400u) << count;
+        EXPECT_EQ(call.after.sseControl, 0x5F80u) << count;
+        EXPECT_EQ(call.after.x87Control, 0x0B7Fu) << count;
+        EXPECT_EQ(call.after.result, recorderResult) << count;
+        EXPECT_EQ(call.after.esp, call.before.esp) << count;
+        EXPECT_EQ(call.after.edi, call.before.edi) << count;
+    }
+}
+
+// The function of these tests preserves what the convention demands, and changes the other registers.
+TEST(RealGateState, TheGateChangesNothingAcross100000Calls) {
     Recorder64 recorder;
     for (uint64_t i = 0; i < 100000; ++i) {
         const MarkedCall call = CallGateMarked(recorder.Address(), 2, {i, ~i}, 0);
@@ -162,7 +191,7 @@ TEST(RealGateState, IsIntactAcross100000Calls) {
     EXPECT_EQ(recorder.Record().calls, 100000u);
 }
 
-TEST(RealGateState, IsIntactForEveryCount) {
+TEST(RealGateState, TheGateChangesNothingForEveryCount) {
     Recorder64 recorder;
     for (int32_t count = 0; count <= 6; ++count) {
         for (uint32_t i = 0; i < 1000; ++i) {
@@ -176,10 +205,10 @@ TEST(RealGateState, IsIntactForEveryCount) {
     }
 }
 
-TEST(RealGateState, IsIntactAcrossCallsOfANtFunction) {
+TEST(RealGateState, TheGateChangesNothingAcrossCallsOfAnNtFunction) {
     const uint64_t function = GateResolve(GateNtdllBase(), "NtQueryVirtualMemory");
     ASSERT_NE(function, 0u);
-    for (int i = 0; i < 1000; ++i) { // it fails, and comes back all the same
+    for (int i = 0; i < 1000; ++i) { // each call returns with a failure
         const MarkedCall call = CallGateMarked(function, 6, {UINT64_MAX, 0, 0, 0, 0, 0}, 0);
         ASSERT_NO_FATAL_FAILURE(ExpectSameState(call)) << i;
         ASSERT_LT(GateStatus(call.after.result), 0);
@@ -199,7 +228,7 @@ uint32_t WordOf(const void* pointer) {
     return reinterpret_cast<uintptr_t>(pointer);
 }
 
-TEST(RealGateState, IsIntactAcrossCopies) {
+TEST(RealGateState, CopiesChangeNothing) {
     const std::string source = "12345678";
     for (uint32_t size = 0; size <= 8; ++size) {
         for (const uint32_t misalignment : {0u, 4u, 8u, 12u}) {
@@ -212,7 +241,7 @@ TEST(RealGateState, IsIntactAcrossCopies) {
     }
 }
 
-TEST(RealGateState, IsIntactAcrossComparesOfWhatIsEqualAndOfWhatDiffers) {
+TEST(RealGateState, ComparisonsChangeNothing) {
     const std::string text = "12345678";
     for (uint32_t size = 0; size <= 8; ++size) {
         for (uint32_t place = 0; place <= 8; ++place) { // of the difference
@@ -228,7 +257,7 @@ TEST(RealGateState, IsIntactAcrossComparesOfWhatIsEqualAndOfWhatDiffers) {
     }
 }
 
-TEST(RealGateState, IsIntactAcrossAQuestionForTheThreadBlock) {
+TEST(RealGateState, AQueryForTheThreadBlockChangesNothing) {
     for (const uint32_t misalignment : {0u, 4u, 8u, 12u}) {
         const MarkedCall call = CallRoutineMarked(GateThreadBlock, {}, misalignment);
         ASSERT_NO_FATAL_FAILURE(ExpectSameState(call)) << misalignment;
