@@ -1,5 +1,5 @@
-// The receiver's lock: the operations that wait for it, what they do under it, and that none holds it while it calls the
-// host.
+// The receiver's lock: which operations wait for it, what they do under it, and that no call to the host is made under
+// it.
 #include <atomic>
 #include <chrono>
 #include <cstring>
