@@ -306,4 +306,19 @@ TEST_F(LoggingOff, SavesWhatLoggingOnTakesForEachRecord) {
     EXPECT_GE(siblings.Conversions().size(), 3 * records);
 }
 
+// Lifecycle.DestructionReleasesTheMachineIdServiceAfterTheFlagsAndBeforeTheAllowList checks the other members.
+TEST_F(Allocations, DestructionFreesActionsAndTextsBeforeItReleasesTheMachineIdService) {
+    const std::string longText(100, 'x');
+    Fields().Actions() = {{"TYPE-1", true}};
+    Fields().Mid() = longText;
+    Fields().SpareText() = longText;
+    constexpr long freed = 3; // the row of the action table and the two texts
+    const long before = kit::NewBlocksHeld();
+    long atRelease = 0;
+    siblings.onMachineIdRelease = [&] { atRelease = kit::NewBlocksHeld(); };
+    receiver.reset();
+    siblings.onMachineIdRelease = nullptr;
+    EXPECT_EQ(before - atRelease, freed);
+}
+
 } // namespace

@@ -218,14 +218,30 @@ TEST_F(AllowListDocument, TheOrderOfEntriesHasNoEffect) {
 }
 
 TEST_F(AllowListDocument, KeysAndIdsAreOrderedByUnsignedBytesAndThenByLength) {
-    EXPECT_TRUE(Set(R"({"mid_list":[{"mid":"x","protocol":[")"
-                    "\xFF\",\"\x7F\",\"\x80"
-                    R"(","aa","a","B",""]}]})"));
-    Lines keys;
-    for (const auto& [key, mids] : List()) {
-        keys.push_back(key);
+    const Lines ordered{"", "B", "a", "aa", "\x7F", "\x80", "\xFF"};
+    const Lines mixed{"\xFF", "\x7F", "\x80", "aa", "a", "B", ""};
+    std::string entries;
+    for (const std::string& mid : mixed) {
+        entries += (entries.empty() ? "" : ",") + (R"({"mid":")" + mid) + R"(","protocol":["KEY-1"]})";
     }
-    EXPECT_EQ(keys, (Lines{"", "B", "a", "aa", "\x7F", "\x80", "\xFF"}));
+    std::string keys;
+    for (const std::string& key : mixed) {
+        keys += (keys.empty() ? "\"" : ",\"") + key + '"';
+    }
+    EXPECT_TRUE(Set(R"({"mid_list":[)" + entries + R"(,{"mid":"MID-1","protocol":[)" + keys + "]}]}"));
+    Lines keysInTable;
+    for (const auto& [key, mids] : List()) {
+        keysInTable.push_back(key);
+    }
+    keysInTable.erase(std::find(keysInTable.begin(), keysInTable.end(), "KEY-1"));
+    EXPECT_EQ(keysInTable, ordered);
+    const AllowedMids& mids = List().at("KEY-1");
+    EXPECT_EQ(Lines(mids.begin(), mids.end()), ordered);
+    for (size_t i = 0; i + 1 < ordered.size(); ++i) {
+        std::string matched;
+        EXPECT_TRUE(receiver->IsMatchmid("KEY-1", Views({ordered[i + 1], ordered[i]}).views, &matched));
+        EXPECT_EQ(matched, ordered[i]) << "the smaller of two";
+    }
 }
 
 TEST_F(AllowListDocument, ClearEmptiesTheList) {

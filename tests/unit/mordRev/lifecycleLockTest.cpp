@@ -1,6 +1,8 @@
-// The object's one lock: which operations wait for it, and that none holds it across a call to the host.
+// The receiver's lock: which operations wait for it, what they do under it, and that no call to the host is made under
+// it.
 #include <atomic>
 #include <chrono>
+#include <cstring>
 #include <functional>
 #include <string_view>
 #include <thread>
@@ -13,35 +15,45 @@ using Texts = std::vector<std::string>;
 
 class LifecycleLock : public LifecycleEventFixture {
 protected:
-    // Whether `operation`, on a thread of its own, is still at it after `time` while this thread holds the lock. It
-    // ends before this returns.
-    bool IsHeldUpFor(std::chrono::milliseconds time, const std::function<void()>& operation) {
+    // Runs `operation` on another thread while this thread holds the lock. Returns whether it was still running `time`
+    // after it had begun. Then calls `beforeUnlock`, unlocks and waits for the end of `operation`.
+    bool RunsLongerThan(
+        std::chrono::milliseconds time, const std::function<void()>& operation,
+        const std::function<void()>& beforeUnlock = [] {}) {
+        std::atomic<bool> begun{false};
         std::atomic<bool> done{false};
         Fields().Lock().lock();
         std::thread thread([&] {
+            begun = true;
             operation();
             done = true;
         });
+        while (!begun) {
+            std::this_thread::yield();
+        }
         const auto end = std::chrono::steady_clock::now() + time;
         while (!done && std::chrono::steady_clock::now() < end) {
             std::this_thread::sleep_for(std::chrono::milliseconds(1));
         }
-        const bool heldUp = !done;
+        const bool stillRunning = !done;
+        beforeUnlock();
         Fields().Lock().unlock();
         thread.join();
-        return heldUp;
+        return stillRunning;
     }
 
-    bool WaitsForTheLock(const std::function<void()>& operation) {
-        return IsHeldUpFor(std::chrono::milliseconds(100), operation);
+    // The thread has begun the operation and needs microseconds for it, so that only the lock can delay its end.
+    bool WaitsForTheLock(
+        const std::function<void()>& operation, const std::function<void()>& beforeUnlock = [] {}) {
+        return RunsLongerThan(std::chrono::milliseconds(100), operation, beforeUnlock);
     }
 
-    // However busy the machine is.
+    // The limit holds on a busy machine too: only an operation that waits reaches it.
     bool EndsWithoutTheLock(const std::function<void()>& operation) {
-        return !IsHeldUpFor(std::chrono::seconds(30), operation);
+        return !RunsLongerThan(std::chrono::seconds(30), operation);
     }
 
-    // Whether another thread could have the lock now.
+    // Returns whether another thread can take the lock now.
     bool IsFree() {
         bool free = false;
         std::thread([&] {
@@ -53,7 +65,7 @@ protected:
         return free;
     }
 
-    // For each record that `operation` writes, the function that wrote it and the state of the lock then.
+    // Returns, for each record of `operation`, the function that wrote it and the state of the lock at that time.
     Texts LockDuringTheRecordsOf(const std::function<void()>& operation) {
         Texts seen;
         siblings.logsRecords = true;
@@ -71,25 +83,62 @@ protected:
     size_t keysAtTheLastRecord = 0; // of the allow list
 };
 
-TEST_F(LifecycleLock, IsWaitedForByTheOperationsOnTheTables) {
+TEST_F(LifecycleLock, SetPropertyWaitsForItToReplaceTheActionTable) {
     MakeRunning();
-    EXPECT_TRUE(WaitsForTheLock([this] { receiver->SetAllowList(R"({"mid_list":[]})"); }));
-    EXPECT_TRUE(WaitsForTheLock([this] { receiver->ClearAllowList(); }));
     EXPECT_TRUE(WaitsForTheLock([this] { SetAction(R"({"tcp":1})"); }));
-    EXPECT_TRUE(WaitsForTheLock([this] { receiver->ParseActionJson("{}"); }));
-    std::string mid;
-    EXPECT_TRUE(WaitsForTheLock([&] { receiver->IsMatchmid("tcp", kit::Views({"A"}).views, &mid); }));
-    uint32_t reply = REPLY_BLOCK;
-    EXPECT_TRUE(WaitsForTheLock([&] { receiver->ModiyReply("tcp", 0, &reply); })) << "for the look-up in mode 3";
 }
 
-TEST_F(LifecycleLock, IsNotWaitedForByTheOthers) {
+// The holder of the lock changes the text and the tables while an operation waits: the operation must see the changes.
+TEST_F(LifecycleLock, SetAllowListReadsItsTextUnderTheLock) {
+    char text[] = R"({"mid_list":[{"mid":"A","protocol":["tcp"]}]})";
+    bool accepted = false;
+    EXPECT_TRUE(
+        WaitsForTheLock([&] { accepted = receiver->SetAllowList(text); }, [&] { *std::strchr(text, 'A') = 'B'; }));
+    EXPECT_TRUE(accepted);
+    EXPECT_EQ(Fields().AllowedMids(), (AllowTable{{"tcp", {"B"}}}));
+}
+
+TEST_F(LifecycleLock, ClearAllowListRemovesEntriesOfTheLastHolder) {
+    EXPECT_TRUE(WaitsForTheLock([this] { receiver->ClearAllowList(); },
+                                [this] {
+                                    Fields().SetAllowedMids({{"tcp", {"A"}}});
+                                }));
+    EXPECT_EQ(Fields().AllowedMids(), AllowTable());
+}
+
+TEST_F(LifecycleLock, ParseActionJsonReadsItsTextUnderTheLock) {
+    char text[] = R"({"tcp":0})";
+    bool accepted = false;
+    EXPECT_TRUE(
+        WaitsForTheLock([&] { accepted = receiver->ParseActionJson(text); }, [&] { *std::strchr(text, '0') = '1'; }));
+    EXPECT_TRUE(accepted);
+    EXPECT_EQ(Fields().Actions(), (ActionTable{{"tcp", true}}));
+}
+
+TEST_F(LifecycleLock, LookupsSeeTheTablesOfTheLastHolder) {
+    std::string mid;
+    bool matched = false;
+    EXPECT_TRUE(WaitsForTheLock([&] { matched = receiver->IsMatchmid("tcp", kit::Views({"A"}).views, &mid); },
+                                [this] {
+                                    Fields().SetAllowedMids({{"tcp", {"A"}}});
+                                }));
+    EXPECT_TRUE(matched);
+    EXPECT_EQ(mid, "A");
+    uint32_t reply = REPLY_BLOCK;
+    EXPECT_TRUE(WaitsForTheLock([&] { receiver->ModiyReply("tcp", 0, &reply); },
+                                [this] {
+                                    Fields().Actions() = {{"tcp", true}};
+                                }));
+    EXPECT_EQ(reply, REPLY_ALLOW);
+}
+
+TEST_F(LifecycleLock, OtherOperationsDoNotWaitForIt) {
     MakeRunning();
     uint32_t reply = REPLY_BLOCK;
     EXPECT_TRUE(EndsWithoutTheLock([&] {
         receiver->Uninit();
         Fields().Mid().clear();
-        receiver->Init(&host); // all its steps, the service's being asked among them
+        receiver->Init(&host); // including the query of the machine id service
         receiver->Start();
         receiver->Stop();
         receiver->GetProperty(0, 0, 0);
@@ -100,7 +149,7 @@ TEST_F(LifecycleLock, IsNotWaitedForByTheOthers) {
         receiver->SetProperty(PROP_MID, mid.data(), 1);
         receiver->GetLocalMid();
         receiver->Uninit();
-        receiver->ModiyReply("tcp", 0, &reply); // no look-up in this mode
+        receiver->ModiyReply("tcp", 0, &reply); // no lookup in this mode
         Handle();
     }));
 }
@@ -122,7 +171,7 @@ TEST_F(LifecycleLock, IsFreeAfterEachOperation) {
     }
 }
 
-TEST_F(LifecycleLock, IsNeverHeldAcrossACallIntoHostOrSink) {
+TEST_F(LifecycleLock, IsFreeDuringCallsToHostAndSink) {
     MakeRunning();
     AllowTheMachine();
     Texts seen;
@@ -134,7 +183,7 @@ TEST_F(LifecycleLock, IsNeverHeldAcrossACallIntoHostOrSink) {
     EXPECT_EQ(seen, (Texts{"QueryDot free", "FreeResult free", "DeleteDot free", "Report free"}));
 }
 
-TEST_F(LifecycleLock, IsHeldWhileTheRecordsOfTheTablesAreWritten) {
+TEST_F(LifecycleLock, IsHeldWhileOperationsOnTheTablesLog) {
     MakeRunning();
     const auto setAllowList = [this](const char* text) {
         return LockDuringTheRecordsOf([this, text] { receiver->SetAllowList(text); });
@@ -151,11 +200,11 @@ TEST_F(LifecycleLock, IsHeldWhileTheRecordsOfTheTablesAreWritten) {
     EXPECT_EQ(setAllowList(R"({"mid_list":1})"), (Texts{"SetAllowList held", "SetAllowList held"}));
     EXPECT_EQ(match("A"), Texts{"IsMatchmid held"}) << "the list is empty";
     EXPECT_EQ(setAllowList(R"({"mid_list":[{"mid":"A","protocol":["tcp"]}]})"), Texts{"SetAllowList held"});
-    EXPECT_EQ(keysAtTheLastRecord, 1U) << "the list stands already";
+    EXPECT_EQ(keysAtTheLastRecord, 1U) << "the record follows the change";
     EXPECT_EQ(match("B"), Texts{"IsMatchmid held"});
     EXPECT_EQ(match("A"), Texts{"IsMatchmid held"});
     EXPECT_EQ(LockDuringTheRecordsOf([this] { receiver->ClearAllowList(); }), Texts{"ClearAllowList held"});
-    EXPECT_EQ(keysAtTheLastRecord, 1U) << "the list stands still";
+    EXPECT_EQ(keysAtTheLastRecord, 1U) << "the record precedes the change";
     EXPECT_EQ(parseActions("no json"), (Texts{"ParseActionJson held", "ParseActionJson held"}));
     EXPECT_EQ(parseActions(R"({"udp":"bad"})"),
               (Texts{"ParseActionJson held", "ParseActionJson held", "ParseActionJson held"}));
@@ -164,7 +213,7 @@ TEST_F(LifecycleLock, IsHeldWhileTheRecordsOfTheTablesAreWritten) {
     EXPECT_EQ(LockDuringTheRecordsOf([&] { receiver->ModiyReply("tcp", 0, &reply); }), Texts{"ModiyReply held"});
 }
 
-TEST_F(LifecycleLock, IsFreeWhileAllOtherRecordsAreWritten) {
+TEST_F(LifecycleLock, IsFreeWhileOtherOperationsLog) {
     MakeRunning();
     AllowTheMachine();
     SetMode(MODE_ALLOW_AFTER_DECISION);
@@ -174,8 +223,8 @@ TEST_F(LifecycleLock, IsFreeWhileAllOtherRecordsAreWritten) {
                      "ReportEventHandleRes free", "ReportEventHandleRes free", "ReportEventHandleRes free"}));
 }
 
-// A host may change the tables from within its calls, on the same thread: the lock is not recursive.
-TEST_F(LifecycleLock, LetsTheHostChangeTheTablesFromWithinItsCalls) {
+// On the same thread: the lock is not recursive.
+TEST_F(LifecycleLock, HostMayChangeTheTablesWithinItsCallbacks) {
     MakeRunning();
     host.onQuery = [this] { AllowTheMachine(); };
     sink.onReport = [this] {

@@ -1,6 +1,7 @@
-// The object's fields and its small operations.
+// The receiver's fields: their types, defaults, and the operations that only set or read them; destruction.
 #include <type_traits>
 
+#include "kit/host/lowWord.h"
 #include "kit/host/receiverFixture.h"
 
 namespace {
@@ -16,7 +17,7 @@ static_assert(EVENT_FLAG_DISCONNECT == 0x04 && EVENT_FLAG_REPLY_TWO == 0x10);
 static_assert(DOT_QUERY_ANSWERED == 0 && DOT_QUERY_NETWORK_ERROR == 1007);
 static_assert(RECORD_DELIVERED == 0 && RECORD_BUFFER_NEEDED == 201);
 
-// The kinds of the fields.
+// The types of the fields.
 template <auto accessor, typename Field>
 constexpr bool fieldIs = std::is_same_v<decltype((std::declval<MordRevFields>().*accessor)()), Field&>;
 static_assert(fieldIs<&MordRevFields::AllowedMids, const std::map<std::string, std::set<std::string>>>);
@@ -52,14 +53,14 @@ TEST_F(Lifecycle, ConstructionCallsNothingAndLogsNothing) {
     EXPECT_EQ(TakeRecords(), Texts());
 }
 
-TEST_F(Lifecycle, StartReturnsTrueAlsoTwiceInARow) {
+TEST_F(Lifecycle, StartReturnsTrueEachTime) {
     EXPECT_TRUE(receiver->Start());
     EXPECT_TRUE(Fields().Started());
     EXPECT_TRUE(receiver->Start());
     EXPECT_TRUE(Fields().Started());
 }
 
-TEST_F(Lifecycle, StopReturnsFalseAlsoWhenTheObjectWasStarted) {
+TEST_F(Lifecycle, StopReturnsFalseBeforeAndAfterStart) {
     EXPECT_FALSE(receiver->Stop());
     EXPECT_FALSE(Fields().Started());
     receiver->Start();
@@ -77,23 +78,23 @@ TEST_F(Lifecycle, StartAndStopLogNothingAndCallNothing) {
     EXPECT_EQ(calls.Take(), Texts());
 }
 
-TEST_F(Lifecycle, GetPropertyReturnsTrueAndLeavesItsArgumentsUntouched) {
-    uint32_t word = 0x12345678;
-    const auto address = static_cast<uint32_t>(reinterpret_cast<uintptr_t>(&word));
+TEST_F(Lifecycle, GetPropertyReturnsTrueAndWritesNothingToItsArguments) {
+    const kit::LowWord word;
+    word.Value() = 0x12345678;
     for (const uint32_t key : {0U, 6U, 8U, 9U, 20U, 77U, 0xFFFFFFFFU}) {
-        EXPECT_TRUE(receiver->GetProperty(key, address, sizeof word)) << key;
+        EXPECT_TRUE(receiver->GetProperty(key, word.Address(), sizeof word.Value())) << key;
         EXPECT_TRUE(receiver->GetProperty(key, 0, 0)) << key;
+        EXPECT_EQ(word.Value(), 0x12345678U) << key;
     }
-    EXPECT_EQ(word, 0x12345678U);
 }
 
-TEST_F(Lifecycle, GetPropertyReadsNothingBackAndLogsNothing) {
+TEST_F(Lifecycle, GetPropertyReturnsNoModeAndLogsNothing) {
     MakeReady();
     SetMode(MODE_EMERGENCY);
-    uint32_t word = 0x12345678;
-    EXPECT_TRUE(receiver->GetProperty(PROP_DEFENDER_MODE, static_cast<uint32_t>(reinterpret_cast<uintptr_t>(&word)),
-                                      sizeof word));
-    EXPECT_EQ(word, 0x12345678U);
+    const kit::LowWord word;
+    word.Value() = 0x12345678;
+    EXPECT_TRUE(receiver->GetProperty(PROP_DEFENDER_MODE, word.Address(), sizeof word.Value()));
+    EXPECT_EQ(word.Value(), 0x12345678U);
     EXPECT_EQ(Fields().Mode(), MODE_EMERGENCY);
     EXPECT_EQ(TakeRecords(), Texts());
 }
@@ -107,10 +108,10 @@ TEST_F(Lifecycle, SetReportSinkReturnsTrueAndStoresAnyPointer) {
     EXPECT_TRUE(receiver->SetReportSink(nullptr));
     EXPECT_EQ(Fields().ReportSink(), nullptr);
     EXPECT_TRUE(receiver->SetReportSink(nullptr));
-    EXPECT_EQ(calls.Take(), Texts()) << "no sink is told";
+    EXPECT_EQ(calls.Take(), Texts()) << "no sink is called";
 }
 
-TEST_F(Lifecycle, UninitReturnsTrueAndClearsTheOneFlag) {
+TEST_F(Lifecycle, UninitReturnsTrueAndClearsOnlyItsFlag) {
     MakeRunning();
     ASSERT_TRUE(receiver->SetAllowList(R"({"mid_list":[{"mid":"A","protocol":["tcp"]}]})"));
     std::string action = R"({"tcp":1})";
@@ -136,15 +137,19 @@ TEST_F(Lifecycle, UninitReturnsTrueAndClearsTheOneFlag) {
     EXPECT_EQ(calls.Take(), Texts());
 }
 
-// Whoever still calls is refused: the flags and the host go before anything that calls outside.
-TEST_F(Lifecycle, DestructionHasClosedTheObjectWhenTheMachineIdServiceIsReleased) {
+// Allocations.DestructionFreesActionsAndTextsBeforeItReleasesTheMachineIdService checks the members between.
+TEST_F(Lifecycle, DestructionReleasesTheMachineIdServiceAfterTheFlagsAndBeforeTheAllowList) {
     MakeRunning();
+    const AllowTable list{{"tcp", {"A"}}};
+    Fields().SetAllowedMids(list);
     bool released = false;
     siblings.onMachineIdRelease = [&, fields = Fields()] {
         released = true;
         EXPECT_FALSE(fields.Started());
         EXPECT_FALSE(fields.Inited());
         EXPECT_EQ(fields.Host(), nullptr);
+        EXPECT_EQ(fields.AllowedMids(), list);
+        EXPECT_EQ(fields.ReportSink(), &sink);
     };
     receiver.reset();
     siblings.onMachineIdRelease = nullptr;
