@@ -6,7 +6,7 @@
 #include "unit/host/temporaryDirectory.h"
 
 using namespace mordhost;
-using mordhostTest::TemporaryDirectory;
+using kit::TemporaryDirectory;
 
 TEST(Places, AreThoseOfTheSource) {
     for (const std::string before : {"", "\xEF\xBB\xBF"}) {
