@@ -70,6 +70,7 @@ TEST_F(NativeOfWow64, AQueryOfTheSystemIsThatOfTheBase) {
 // Queries through the gate
 
 TEST_F(NativeOfWow64, AQueryOfAThreadGoesThroughTheGateWithFiveArgumentsAndANullLength) {
+    target->isWow64 = 0; // a start address of 8 bytes
     system.threads[0].start = 0x7FF612345678;
     EXPECT_EQ(Object().QueryThreadInformation(thread, 9, buffer.data(), 8), STATUS_OF_SUCCESS);
     EXPECT_EQ(TakeCallsBehindTheSearch(), Lines{"GateCall(NtQueryInformationThread, 5)"});
