@@ -16,12 +16,13 @@ inline std::filesystem::path PathOfUtf8(const std::string& text) {
 
 class TemporaryDirectory {
 public:
-    TemporaryDirectory() {
+    // The name of the directory begins with `prefix`, which is UTF-8.
+    explicit TemporaryDirectory(const std::string& prefix = "mordhostTest-") {
         // Static, because a test may change the environment.
         static const std::filesystem::path parent = std::filesystem::temp_directory_path();
         std::random_device random;
         do {
-            m_path = parent / ("mordhostTest-" + std::to_string(random()));
+            m_path = parent / PathOfUtf8(prefix + std::to_string(random()));
         } while (!std::filesystem::create_directory(m_path));
     }
     ~TemporaryDirectory() {
