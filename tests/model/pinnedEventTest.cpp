@@ -22,6 +22,19 @@ protected:
     std::string Result() { return Outcome().back(); }
 };
 
+// The report on an event of the system process with the rule "g1" of type "dns".
+std::string ReportOf(const std::string& block, const std::string& sendIp, const std::string& sendPort,
+                     const std::string& recvIp, const std::string& recvPort, const std::string& version) {
+    const auto text = [](const std::string& name, const std::string& value) {
+        return "    \"" + name + "\": \"" + value + "\"";
+    };
+    return "{\n    \"rule_guid\": [\n        \"g1\"\n    ],\n" + text("type", "dns") + ",\n    \"block\": " + block +
+           ",\n    \"block_modified\": false,\n" + text("proc_name", "System") + ",\n" + text("proc_path", "System") +
+           ",\n" + text("send_ip", sendIp) + ",\n" + text("send_port", sendPort) + ",\n" + text("recv_ip", recvIp) +
+           ",\n" + text("recv_port", recvPort) + ",\n" + text("send_mid", "") + ",\n" +
+           text("net_drv_version", version) + ",\n" + text("protocol", "dns") + "\n}";
+}
+
 TEST_F(PinnedEvent, MatchHasTheFullTrace) {
     MakeRunningIn(3);
     EventScript event = EventOf(0x10, {RuleRecord("g1", "dns")}, answerM1);
@@ -31,23 +44,7 @@ TEST_F(PinnedEvent, MatchHasTheFullTrace) {
     event.event.numbers["local_addr_port"].value = 445;
     event.event.numbers["net_drv"].value = 20001;
     Do(HandlingOf(event));
-    const std::string report = "{\n"
-                               "    \"rule_guid\": [\n"
-                               "        \"g1\"\n"
-                               "    ],\n"
-                               "    \"type\": \"dns\",\n"
-                               "    \"block\": false,\n"
-                               "    \"block_modified\": false,\n"
-                               "    \"proc_name\": \"System\",\n"
-                               "    \"proc_path\": \"System\",\n"
-                               "    \"send_ip\": \"10.0.0.2\",\n"
-                               "    \"send_port\": \"49152\",\n"
-                               "    \"recv_ip\": \"10.0.0.1\",\n"
-                               "    \"recv_port\": \"445\",\n"
-                               "    \"send_mid\": \"\",\n"
-                               "    \"net_drv_version\": \"20001\",\n"
-                               "    \"protocol\": \"dns\"\n"
-                               "}";
+    const std::string report = ReportOf("false", "10.0.0.2", "49152", "10.0.0.1", "445", "20001");
     EXPECT_EQ(SeenWithReads(), (Lines{
                                    TraceOf("HandleEvent", "==>enter"),
                                    "event.GetInt32 flags",
@@ -181,23 +178,7 @@ TEST_F(PinnedEvent, NullAnswerIsAQueryErrorAndIsReleased) {
 }
 
 TEST_F(PinnedEvent, UnusableAnswerIsReleasedAfterItsRecord) {
-    const std::string report = "{\n"
-                               "    \"rule_guid\": [\n"
-                               "        \"g1\"\n"
-                               "    ],\n"
-                               "    \"type\": \"dns\",\n"
-                               "    \"block\": true,\n"
-                               "    \"block_modified\": false,\n"
-                               "    \"proc_name\": \"System\",\n"
-                               "    \"proc_path\": \"System\",\n"
-                               "    \"send_ip\": \"\",\n"
-                               "    \"send_port\": \"0\",\n"
-                               "    \"recv_ip\": \"\",\n"
-                               "    \"recv_port\": \"0\",\n"
-                               "    \"send_mid\": \"\",\n"
-                               "    \"net_drv_version\": \"0\",\n"
-                               "    \"protocol\": \"dns\"\n"
-                               "}";
+    const std::string report = ReportOf("true", "", "0", "", "0", "0");
     for (const bool answered : {true, false}) {
         m_case = TestCase();
         MakeRunningIn(3);

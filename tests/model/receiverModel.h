@@ -1,5 +1,5 @@
-// A reference receiver: the required behaviour, step by step, without any optimisation. It shares only the headers of the
-// interfaces with the library and has its own JSON reader and writer.
+// A reference receiver: the required behaviour, step by step, without any optimisation. It shares only the headers of
+// the interfaces with the library and has its own JSON reader and writer.
 //
 // It serves one thread, takes no lock, and logs into a Trace.
 #pragma once
@@ -69,8 +69,8 @@ private:
     bool InitLogMoudle(); // sic
     std::string GetLocalMid();
 
-    // The part of HandleEvent between the early returns and the action table. Returns the result of HandleEvent and sets
-    // `matched` to the rule that allowed, if any.
+    // The part of HandleEvent between the early returns and the action table. Returns the result of HandleEvent and
+    // sets `matched` to the rule that allowed, if any.
     bool DecideByQuery(IEventRecord** rules, uint32_t ruleCount, uint32_t* reply, IEventRecord*& matched);
     int32_t QueryDot(const std::string& request, char** result);
     bool DeleteDot(const std::string& guid, const std::string& type);

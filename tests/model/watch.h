@@ -6,7 +6,7 @@
 
 namespace model {
 
-// Starts the watchdog. Its message names the case as a number of `run`. A case that takes more than two minutes ends the
+// Starts the watchdog. Its message names the case as a number of `run`. A case of more than two minutes ends the
 // process with exit code 3. A fault or an abort ends the process as usual, after the message.
 void StartWatch(const std::string& run);
 
