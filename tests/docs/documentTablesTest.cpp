@@ -1,4 +1,4 @@
-// The tables of docs/documents.md that tell what a document does: each row is run through the library.
+// Runs each row of the document tables in docs/documents.md through the library.
 #include <algorithm>
 #include <functional>
 
@@ -18,7 +18,7 @@ protected:
         StartLogging();
     }
 
-    // The rows below a heading. Each test wants at least `least` of them, so that a table that is not found fails.
+    // The rows below a heading. Fewer than `least` rows fail the test, so a missing table fails too.
     std::vector<Row> Rows(const std::string& heading, size_t least) {
         std::vector<Row> rows = docs::Table(docs::ReadText(docs::InTree("docs/documents.md")), heading);
         EXPECT_GE(rows.size(), least);
@@ -67,7 +67,7 @@ protected:
     }
 };
 
-TEST_F(DocumentTables, ParseErrorsCarryTheCodeAndTheOffsetThatTheTableTells) {
+TEST_F(DocumentTables, ParseErrorsHaveTheListedCodeAndOffset) {
     for (const Row& row : Rows("Parse errors", 14)) {
         SCOPED_TRACE(row[2]);
         EXPECT_FALSE(receiver->SetAllowList(Span(row[2]).c_str()));
@@ -78,7 +78,7 @@ TEST_F(DocumentTables, ParseErrorsCarryTheCodeAndTheOffsetThatTheTableTells) {
     }
 }
 
-TEST_F(DocumentTables, AnAllowListDoesWhatTheTableTells) {
+TEST_F(DocumentTables, AllowListMatchesTheTable) {
     for (const Row& row : Rows("Allow list: what a document does", 20)) {
         SCOPED_TRACE(row[0]);
         ASSERT_TRUE(receiver->SetAllowList(R"({"mid_list": [{"mid": "M0", "protocol": ["old"]}]})"));
@@ -96,7 +96,7 @@ TEST_F(DocumentTables, AnAllowListDoesWhatTheTableTells) {
     }
 }
 
-TEST_F(DocumentTables, AnActionTableDoesWhatTheTableTells) {
+TEST_F(DocumentTables, ActionTableMatchesTheTable) {
     for (const Row& row : Rows("Action table: what a document does", 15)) {
         SCOPED_TRACE(row[0]);
         ASSERT_TRUE(receiver->ParseActionJson(R"({"old": 1})"));
@@ -115,7 +115,7 @@ TEST_F(DocumentTables, AnActionTableDoesWhatTheTableTells) {
     }
 }
 
-TEST_F(DocumentTables, AQueryResultDoesWhatTheTableTells) {
+TEST_F(DocumentTables, QueryResultMatchesTheTable) {
     for (const Row& row : Rows("Query result: what a document does", 18)) {
         SCOPED_TRACE(row[0]);
         QueryResultTable table;

@@ -1,4 +1,4 @@
-// Links of the documentation: they lead to files and headings that exist.
+// Links in the documentation.
 #include <algorithm>
 
 #include <gtest/gtest.h>
@@ -30,7 +30,7 @@ struct Link {
     std::string anchor; // empty for the whole file
 };
 
-// Code spans taken out: what looks like a link in them is none.
+// Removes code spans, which cannot contain links.
 std::string WithoutSpans(const std::string& line) {
     std::string rest;
     bool inSpan = false;
@@ -61,7 +61,7 @@ std::vector<Link> Links(const std::string& markdown) {
     return links;
 }
 
-TEST(Links, LeadToFilesAndHeadingsThatExist) {
+TEST(Links, LeadToExistingFilesAndHeadings) {
     size_t followed = 0;
     for (const fs::path& page : Pages()) {
         const std::string text = docs::ReadText(page);

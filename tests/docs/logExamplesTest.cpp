@@ -1,4 +1,4 @@
-// The log records that the pages of docs/ show: each is one that the library writes, time, line and thread aside.
+// The log records on the pages of docs/, apart from time, line and thread.
 #include <algorithm>
 #include <sstream>
 
@@ -29,7 +29,7 @@ protected:
     }
 };
 
-TEST_F(LogExamples, AreRecordsThatTheLibraryWrites) {
+TEST_F(LogExamples, MatchRecordsOfTheLibrary) {
     const std::vector<std::string> written = RecordsOfARun();
     int shown = 0;
     for (const auto& page : docs::FilesBelow("docs", ".md")) {

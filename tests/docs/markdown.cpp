@@ -27,7 +27,7 @@ bool IsFence(std::string_view line) {
     return line.starts_with("```");
 }
 
-// Cells end at a bar that stands outside of a code span.
+// A bar outside a code span ends a cell.
 Row SplitRow(std::string_view line) {
     Row cells;
     std::string cell;

@@ -7,7 +7,7 @@
 
 namespace docs {
 
-// A fenced block. The words behind the fence tell what it is: "json", then what the tests make of it.
+// A fenced block. The words after the fence are the language and the marks for the tests.
 struct CodeBlock {
     std::vector<std::string> words;
     std::string text; // ends with a line feed, unless it is empty
@@ -27,7 +27,7 @@ struct TextLine {
 
 std::vector<TextLine> TextLines(std::string_view markdown);
 
-// What stands behind the "#" of a link to each heading, in order.
+// The anchor of each heading, as links use it, in order.
 std::vector<std::string> Anchors(std::string_view markdown);
 
 // A row of a table: its cells without the blanks around them.

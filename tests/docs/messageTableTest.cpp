@@ -1,4 +1,4 @@
-// The table of messages in docs/documents.md, against the log sites of the sources.
+// Compares the table of messages in docs/documents.md with the log sites of the sources.
 #include <algorithm>
 
 #include <gtest/gtest.h>
@@ -8,13 +8,13 @@
 
 namespace {
 
-// A message begins with a literal; the row of the table begins with it too.
+// Site and row begin with the same literal.
 struct Message {
     std::string level;
     std::string text;
 };
 
-bool BelongTogether(const Message& site, const Message& row) {
+bool Match(const Message& site, const Message& row) {
     return site.level == row.level && row.text.starts_with(site.text);
 }
 
@@ -41,22 +41,20 @@ std::vector<Message> Rows() {
     return rows;
 }
 
-TEST(MessageTable, HasEveryMessageThatTheSourcesLog) {
+TEST(MessageTable, HasEveryLoggedMessage) {
     const std::vector<Message> rows = Rows();
     const std::vector<Message> sites = LogSites();
     EXPECT_GE(sites.size(), 40U);
     for (const Message& site : sites) {
-        EXPECT_TRUE(
-            std::any_of(rows.begin(), rows.end(), [&](const Message& row) { return BelongTogether(site, row); }))
+        EXPECT_TRUE(std::any_of(rows.begin(), rows.end(), [&](const Message& row) { return Match(site, row); }))
             << site.level << " " << site.text;
     }
 }
 
-TEST(MessageTable, HasNoMessageThatNothingLogs) {
+TEST(MessageTable, HasOnlyLoggedMessages) {
     const std::vector<Message> sites = LogSites();
     for (const Message& row : Rows()) {
-        EXPECT_TRUE(
-            std::any_of(sites.begin(), sites.end(), [&](const Message& site) { return BelongTogether(site, row); }))
+        EXPECT_TRUE(std::any_of(sites.begin(), sites.end(), [&](const Message& site) { return Match(site, row); }))
             << row.level << " " << row.text;
     }
 }

@@ -1,4 +1,4 @@
-// Code blocks of the documentation that name a file quote it.
+// Code blocks that quote a file of the tree.
 #include <gtest/gtest.h>
 
 #include "docs/markdown.h"
@@ -6,7 +6,7 @@
 
 namespace {
 
-// The first word behind the language that tells a file of this tree.
+// The first word after the language that is a path; empty if there is none.
 std::string QuotedFile(const docs::CodeBlock& block) {
     for (size_t i = 1; i < block.words.size(); ++i) {
         if (block.words[i].find('/') != std::string::npos) {
@@ -16,7 +16,7 @@ std::string QuotedFile(const docs::CodeBlock& block) {
     return {};
 }
 
-TEST(QuotedFiles, StandInTheFileAsTheyStandOnThePage) {
+TEST(QuotedFiles, OccurVerbatimInTheFile) {
     size_t quotes = 0;
     for (const auto& page : docs::FilesBelow("docs", ".md")) {
         for (const docs::CodeBlock& block : docs::CodeBlocks(docs::ReadText(page))) {
@@ -26,7 +26,7 @@ TEST(QuotedFiles, StandInTheFileAsTheyStandOnThePage) {
             }
             ++quotes;
             EXPECT_NE(docs::ReadText(docs::InTree(file)).find(block.text), std::string::npos)
-                << page.filename().string() << ":" << block.line << " does not stand in " << file;
+                << page.filename().string() << ":" << block.line << " is not in " << file;
         }
     }
     EXPECT_GE(quotes, 5U);

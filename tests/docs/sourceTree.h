@@ -8,7 +8,7 @@
 
 namespace docs {
 
-// `path` tells a file from the root of the tree: "docs/documents.md".
+// `path` is relative to the root of the tree: "docs/documents.md".
 std::filesystem::path InTree(std::string_view path);
 
 // The whole file with its line ends as "\n". Throws std::runtime_error when it cannot be read.

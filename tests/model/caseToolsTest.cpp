@@ -1,4 +1,4 @@
-// The tools of the comparison: one that misses a difference would let every case pass.
+// The tools of the comparison.
 #include <gtest/gtest.h>
 
 #include "model/branches.h"
@@ -11,7 +11,7 @@ namespace {
 
 using namespace model;
 
-// What the model does in this case on a new receiver.
+// The trace of the model for this case on a new receiver.
 std::vector<std::string> LinesOf(const TestCase& testCase) {
     BranchCounts branches;
     Session session(branches);
@@ -20,7 +20,7 @@ std::vector<std::string> LinesOf(const TestCase& testCase) {
     return session.Seen().Lines();
 }
 
-TEST(CaseGenerator, CaseDependsOnItsArgumentsAlone) {
+TEST(CaseGenerator, CaseDependsOnItsArgumentsOnly) {
     const auto lines = LinesOf(MakeCase(1, 5, 1, true));
     EXPECT_EQ(LinesOf(MakeCase(1, 5, 1, true)), lines);
     EXPECT_NE(LinesOf(MakeCase(1, 6, 1, true)), lines);
@@ -38,7 +38,7 @@ TEST(CaseGenerator, EveryThousandthCaseIsLarge) {
     }
 }
 
-TEST(Difference, IsEmptyForEqualTracesAlone) {
+TEST(Difference, IsEmptyOnlyForEqualTraces) {
     Trace one;
     Trace other;
     EXPECT_EQ(Difference(one, other), "");

@@ -1,4 +1,4 @@
-// Compares the shipped library with the model on random cases: all that an observer sees must be equal.
+// Compares all observable behaviour of the shipped library with the model on random cases.
 //
 // Environment: MORDREV_SEED is the seed, MORDREV_MODEL_CASES the number of cases, MORDREV_MODEL_CASE the number of a
 // single case, which then runs alone, after those before it on the same receiver.
@@ -41,7 +41,7 @@ uint64_t FirstOf(uint64_t share, uint64_t cases) {
 
 class Differential : public testing::TestWithParam<uint64_t> {};
 
-TEST_P(Differential, LibraryDoesWhatTheModelDoes) {
+TEST_P(Differential, LibraryMatchesTheModel) {
     const uint64_t seed = kit::RunSeed();
     std::ostringstream out;
     if (const auto single = Setting("MORDREV_MODEL_CASE")) {

@@ -8,7 +8,7 @@
 namespace model {
 namespace {
 
-// The members of an object, in any order: each is one that belongs there or, as `spare`, one beside those.
+// The members of an object in any order: required ones and, as `spare`, additional ones.
 class Members {
 public:
     static constexpr uint32_t spare = 100;
@@ -37,7 +37,7 @@ private:
     uint32_t m_count = 0;
 };
 
-// A document with the root object that `root` writes; or, rarely, another root, a spoiled text or none at all.
+// A document with the root object that `root` writes; rarely another root, a malformed text or an empty one.
 template <typename Root>
 std::string Document(Random& random, const Root& root) {
     const uint32_t kind = random.Below(100);
@@ -57,7 +57,7 @@ std::string Document(Random& random, const Root& root) {
     return kind < 11 ? Spoiled(random, std::move(text)) : text;
 }
 
-// A member beside those that belong there, or one of them a second time.
+// An additional member, or a duplicate of a required one.
 void SpareMember(Random& random, JsonText& json, std::initializer_list<const char*> known) {
     json.Name(random.Pick(known));
     json.AnyValue();
@@ -68,7 +68,7 @@ uint32_t Few(Random& random, uint32_t most) {
     return random.Percent(6) ? 0 : random.Between(1, most);
 }
 
-// The same, for what a large document has many of.
+// The same for large documents.
 uint32_t FewOrMany(Vocabulary& words, uint32_t most, uint32_t many) {
     Random& random = words.Source();
     return words.IsLarge() && random.Percent(60) ? random.Between(most, many) : Few(random, most);
@@ -170,7 +170,7 @@ void AnswerForRule(Vocabulary& words, JsonText& json) {
     });
 }
 
-// Without a fault, since most faults end the answer, and few large ones would ever be taken.
+// Without a fault: most faults end the scan of the answer, so few large ones would be read.
 void GoodAnswerForRule(Vocabulary& words, JsonText& json) {
     json.Enclosed('{', 2, '}', [&](uint32_t place) {
         if (place == 0) {

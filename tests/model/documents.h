@@ -1,4 +1,4 @@
-// Random documents: mostly good ones, with every fault that a document can have now and then.
+// Random documents, usually well-formed, occasionally with one of the possible faults.
 #pragma once
 
 #include <string>

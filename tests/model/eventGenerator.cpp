@@ -6,9 +6,8 @@
 namespace model {
 namespace {
 
-// `value` as a record delivers it: mostly by the contract, else in one of the ways to break it. Where a record leaves
-// out the NUL it fills its buffer; what stands behind a text that ends early is in nobody's hands, and so is never
-// read.
+// `value` as a record delivers it: usually by the contract, otherwise with a violation. A text without a NUL fills its
+// buffer completely, so nobody reads undefined bytes after a shorter text.
 void AddText(Random& random, RecordScript& record, const char* key, const std::string& value) {
     TextScript text = DeliveredText(value);
     const auto size = static_cast<int32_t>(value.size());
@@ -88,7 +87,7 @@ RecordScript RandomEventRecord(Vocabulary& words) {
     Random& random = words.Source();
     RecordScript record;
     AddNumber(random, record, "flags", RandomFlags(random));
-    // The process of the system, and such as do not exist on any system.
+    // The system process, and ids that no process has.
     AddNumber(random, record, "pid", random.Pick({4, 4, 0, 0, -1}));
     AddText(random, record, "remote_addr_ip", words.Address());
     AddNumber(random, record, "remote_addr_port", random.Pick({0, 445, 49152, 65535, -1, INT32_MIN}));
@@ -116,8 +115,7 @@ void RandomQuery(Vocabulary& words, EventScript& event, const std::vector<std::s
     event.reportResult = random.Pick({0, 0, 1, -1});
 }
 
-// What a host may do from within a call into it, beside what it may do at any time. It does not put another host in its
-// own place there.
+// Operations that only a host may run during a call to it, in addition to the others. It does not replace itself.
 Operation RandomCallFromWithin(Random& random) {
     switch (random.Below(6)) {
     case 0:

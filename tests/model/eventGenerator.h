@@ -6,11 +6,11 @@
 
 namespace model {
 
-// With `depth` 0 the host may, now and then, use the receiver from within a call; an event that it hands in then has
-// depth 1 and is plain.
+// With `depth` 0 the host occasionally uses the receiver during a call; events that it passes in then have depth 1 and
+// make no such calls.
 EventScript RandomEvent(Vocabulary& words, int depth);
 
-// What a host may do at any time, also while an event is being handled.
+// Operations that a host may run at any time, also during an event.
 Operation RandomOperationAtAnyTime(Vocabulary& words);
 
 } // namespace model

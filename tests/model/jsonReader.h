@@ -35,11 +35,11 @@ struct JsonMember {
     JsonValue value;
 };
 
-// The document in `text`, which holds no NUL; nothing when it is no well-formed JSON.
+// The document in `text`, which holds no NUL; no value if it is not well-formed JSON.
 //
 // Strict means: no comments, no trailing commas, no NaN, no byte order mark, no control character inside a string, only
-// white space around the root. Bytes from 0x80 up are taken as they stand. Two liberties and one limit are those of the
-// parser that the documents are made for: an escaped low surrogate may stand alone (and gives three bytes), while a
+// white space around the root. Bytes from 0x80 up are unchanged. Two liberties and one limit are those of the
+// parser that the documents are made for: an escaped low surrogate may occur alone (and gives three bytes), while a
 // high one needs its partner; a number that no double can hold is refused, as is a positive exponent above 308 plus the
 // number of digits behind the point that a double has room for.
 std::optional<JsonValue> ReadJson(std::string_view text);

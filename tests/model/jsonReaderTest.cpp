@@ -1,4 +1,4 @@
-// The model's own JSON reader, by hand and against the parser that the documents are made for.
+// The JSON reader of the model: fixed texts, and random texts compared with the usual parser.
 #include <gtest/gtest.h>
 #include <rapidjson/document.h>
 
@@ -26,7 +26,7 @@ TEST(JsonReader, KeepsMembersInDocumentOrderWithDuplicates) {
     EXPECT_TRUE(root->members[1].value.elements[1].Is(JsonValue::Kind::Null));
 }
 
-TEST(JsonReader, IntegerIsWhatFitsSigned32BitsWithoutFractionAndExponent) {
+TEST(JsonReader, IntegerFitsSigned32BitsWithoutFractionOrExponent) {
     const auto integer = [](const char* text) { return ReadJson(text)->integer; };
     EXPECT_EQ(integer("0"), 0);
     EXPECT_EQ(integer("-0"), 0);
@@ -46,7 +46,7 @@ TEST(JsonReader, DecodesEscapes) {
     EXPECT_EQ(ReadJson("\"\xFF\xC3\x7F\"")->text, "\xFF\xC3\x7F");
 }
 
-TEST(JsonReader, RefusesWhatIsNoStrictJson) {
+TEST(JsonReader, RejectsNonStrictJson) {
     for (const char* const text : {"",           " ",         "x",           "{",           "}",
                                    "[1,]",       "[,1]",      "{\"a\":1,}",  "{a:1}",       "{1:1}",
                                    "{\"a\" 1}",  "[1 2]",     "1 2",         "{} x",        "01",
@@ -61,7 +61,7 @@ TEST(JsonReader, RefusesWhatIsNoStrictJson) {
     EXPECT_FALSE(ReadJson(std::string(400, '9')));
     EXPECT_TRUE(ReadJson(std::string(300, '9')));
     EXPECT_TRUE(ReadJson("[1e308,1e-400,0.1e309]"));
-    // Digits behind the point raise the highest exponent as long as a double has room for them.
+    // Fraction digits raise the highest exponent as long as a double can hold them.
     EXPECT_TRUE(ReadJson("1.12345678901234567e325"));
     EXPECT_FALSE(ReadJson("1.12345678901234567e326"));
     EXPECT_FALSE(ReadJson("1.123456789012345678e326"));
@@ -70,7 +70,7 @@ TEST(JsonReader, RefusesWhatIsNoStrictJson) {
     EXPECT_FALSE(ReadJson("123456789012345678.1e309"));
 }
 
-// Whether both trees say the same, kind by kind.
+// Whether both trees have equal values of equal kinds.
 bool Same(const JsonValue& ours, const rapidjson::Value& theirs) {
     const auto text = [](const rapidjson::Value& value) {
         return std::string(value.GetString(), value.GetStringLength());
@@ -110,7 +110,7 @@ bool Same(const JsonValue& ours, const rapidjson::Value& theirs) {
     return false;
 }
 
-TEST(JsonReader, ReadsRandomTextsAsTheUsualParserDoes) {
+TEST(JsonReader, MatchesTheUsualParserOnRandomTexts) {
     Random random(kit::RunSeed());
     int accepted = 0;
     int refused = 0;

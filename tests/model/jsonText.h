@@ -1,4 +1,4 @@
-// Random JSON as text: the same document in ever different spellings, and texts that are nearly JSON.
+// Random JSON texts: documents in varying spellings, and malformed texts.
 #pragma once
 
 #include <string>
@@ -13,10 +13,10 @@ class JsonText {
 public:
     JsonText(Random& random, std::string& out) : m_random(random), m_out(out), m_spaced(random.Percent(40)) {}
 
-    // White space as it may stand between any two tokens, often none.
+    // White space between two tokens, often none.
     void Space();
 
-    // `bytes` as a JSON string: some characters escaped that need not be, in one of the ways that there are.
+    // `bytes` as a JSON string; some characters have unnecessary escapes.
     void Quoted(std::string_view bytes);
 
     // `"name" :`, with white space.
@@ -25,7 +25,7 @@ public:
     // A value of any kind but the one given by its first character ('{', '[', '"', or '0' for a 32-bit integer).
     void ValueButNot(char kind);
 
-    // A value of any kind, perhaps nested, now and then very deeply.
+    // A value of any kind, possibly nested, occasionally very deeply.
     void AnyValue(int depth = 0);
 
     // A number that fits a signed 32-bit integer and is not 0; one that is 0; one that is no such integer.
@@ -58,7 +58,7 @@ private:
     bool m_spaced;
 };
 
-// Changes a text so that it is probably JSON no more.
+// Changes a text so that it is probably not JSON any more.
 std::string Spoiled(Random& random, std::string text);
 
 // A text without any document in it: empty, or white space only.

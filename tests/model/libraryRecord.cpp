@@ -9,7 +9,7 @@ bool DecimalDigit(char c) {
     return c >= '0' && c <= '9';
 }
 
-// Takes `form` from the beginning of `text`; 9 stands for any digit.
+// Removes `form` from the beginning of `text`; 9 matches any digit.
 bool TakeForm(std::string_view& text, std::string_view form) {
     if (text.size() < form.size()) {
         return false;
@@ -30,7 +30,7 @@ bool TakeNumber(std::string_view& text) {
     return length > 0;
 }
 
-// Takes the text before `end`, and `end`.
+// Removes the text up to and including `end`.
 bool TakeUntil(std::string_view& text, std::string_view end, std::string_view& found) {
     const size_t at = text.find(end);
     if (at == std::string_view::npos) {

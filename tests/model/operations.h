@@ -8,15 +8,15 @@
 
 namespace model {
 
-// A text that a record delivers by the contract, its NUL counted.
+// A text that a record delivers by the contract; its size includes the NUL.
 TextScript DeliveredText(const std::string& value);
 
 RecordScript RuleRecord(const std::string& guid, const std::string& type);
 
-// An event with these flags, of the system's process, and rules; the query is answered by `answer`.
+// An event of the system process with these flags and rules; the host answers the query with `answer`.
 EventScript EventOf(int32_t flags, std::vector<RecordScript> rules, std::string answer);
 
-// Operations. Hosts and sinks are 0 and 1; 2 stands for null.
+// Operations. Hosts and sinks are 0 and 1; 2 is null.
 Operation InitOf(uint32_t host);
 Operation UninitOf();
 Operation StartOf();

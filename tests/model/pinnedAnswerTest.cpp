@@ -1,4 +1,4 @@
-// The host's answer: which of its rules count.
+// The rules that the receiver reads from the answer of the host.
 #include "model/pinnedCase.h"
 #include "model/receiverModel.h"
 
@@ -9,8 +9,8 @@ using namespace std::string_literals;
 
 class PinnedAnswer : public PinnedCase {
 protected:
-    // The guids with their mids that the model takes from an answer, and whether it accepts it. The library's records
-    // of the same answer are compared on the way.
+    // The guids with their mids that the model reads from an answer. Compares the library with the model on the same
+    // answer, and keeps the records.
     std::vector<std::pair<std::string, std::vector<std::string>>> Entries(const std::string& answer,
                                                                           bool accepted = true) {
         m_case = TestCase();
@@ -46,7 +46,7 @@ const std::string badValue = ErrorOf("ParseQueryResult", "The down_packet (value
 const std::string badMid = ErrorOf("ParseQueryResult", "The down_packet (mid)data error");
 const std::string zeroValue = ErrorOf("ParseQueryResult", "The down_packet error, value=0");
 
-TEST_F(PinnedAnswer, EmptyTextAndNoJsonAreRefusedWithDifferentWords) {
+TEST_F(PinnedAnswer, EmptyTextAndMalformedJsonHaveDifferentErrors) {
     EXPECT_EQ(Entries("", false), Table());
     EXPECT_EQ(records, (Lines{ErrorOf("ParseQueryResult", "param error")}));
     for (const char* const text : {" ", "{", "{} {}", "{\"a\":01}"}) {
@@ -73,7 +73,7 @@ TEST_F(PinnedAnswer, ValueZeroSkipsOneRuleAndAMissingMidEndsTheScan) {
     EXPECT_EQ(records, (Lines{Guid("b"), badMid}));
 }
 
-TEST_F(PinnedAnswer, ValueThatIsNoSmallIntegerEndsTheScan) {
+TEST_F(PinnedAnswer, ValueOtherThanA32BitIntegerEndsTheScan) {
     for (const char* const value :
          {"4294967295", "2147483648", "-2147483649", "1.5", "1.0", "1e0", "\"1\"", "true", "null", "[]", "{}"}) {
         EXPECT_EQ(Entries(std::string(R"({"a":{"value":)") + value + R"(,"mid":{}},"b":{"value":1,"mid":{}}})"),
@@ -91,18 +91,18 @@ TEST_F(PinnedAnswer, ValueThatIsNoSmallIntegerEndsTheScan) {
     EXPECT_EQ(records, (Lines{Guid("a"), zeroValue}));
 }
 
-TEST_F(PinnedAnswer, FirstEntryOfAGuidStaysAndTheSecondIsLoggedAllTheSame) {
+TEST_F(PinnedAnswer, FirstEntryOfAGuidIsKeptAndBothAreLogged) {
     EXPECT_EQ(Entries(R"({"a":{"value":0},"a":{"value":1,"mid":{"m":0}},"a":{"value":1,"mid":{"n":0}}})"),
               (Table{{"a", {"m"}}}));
     EXPECT_EQ(records, (Lines{Guid("a"), zeroValue, Guid("a"), GotMid("m"), Guid("a"), GotMid("n")}));
 }
 
-TEST_F(PinnedAnswer, MidThatStandsTwiceIsLoggedTwiceAndHeldOnce) {
+TEST_F(PinnedAnswer, DuplicateMidIsLoggedTwiceAndKeptOnce) {
     EXPECT_EQ(Entries(R"({"a":{"value":1,"value":0,"mid":{"n":0,"m":1,"n":2},"mid":1}})"), (Table{{"a", {"m", "n"}}}));
     EXPECT_EQ(records, (Lines{Guid("a"), GotMid("n"), GotMid("m"), GotMid("n")}));
 }
 
-TEST_F(PinnedAnswer, EmptyNamesAndNamesWithNulsAreKeptWhole) {
+TEST_F(PinnedAnswer, EmptyNamesAndNamesWithNulsAreKept) {
     EXPECT_EQ(Entries(R"({"":{"value":1,"mid":{"":0}},"a\u0000b":{"value":1,"mid":{"m\u0000n":0}}})"),
               (Table{{"", {""}}, {"a\0b"s, {"m\0n"s}}}));
     EXPECT_EQ(records, (Lines{Guid(""), GotMid(""), Guid("a"), GotMid("m")}));

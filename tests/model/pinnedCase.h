@@ -18,15 +18,15 @@ protected:
     // Adds a step.
     void Do(Operation operation) { m_case.operations.push_back(std::move(operation)); }
 
-    // A receiver that is initialised, reports and is started.
+    // Initialises and starts a receiver that reports.
     void MakeRunning() {
         Do(InitOf(0));
         Do(SinkOf(0));
         Do(StartOf());
     }
 
-    // Runs all steps from the beginning and gives what was seen during the last `count` of them: the lines behind each
-    // one's title. Reads of records and calls of siblings are left out.
+    // Runs all steps and returns the lines of the last `count` steps, without titles, reads of records and calls of
+    // siblings.
     Lines Seen(size_t count = 1) {
         Lines last;
         for (const std::string& line : SeenWithReads(count)) {
@@ -54,7 +54,7 @@ protected:
         return seen;
     }
 
-    // The same, only the records, or only the host's calls and the result.
+    // Only the records; only the calls to the host and the result.
     Lines Records(size_t count = 1) {
         Lines seen = Seen(count);
         std::erase_if(seen, [](const std::string& line) { return !line.starts_with("log "); });

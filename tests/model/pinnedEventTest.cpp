@@ -1,4 +1,4 @@
-// One event from the call to the reply.
+// Events from the call to the reply.
 #include "model/pinnedCase.h"
 
 namespace {
@@ -22,7 +22,20 @@ protected:
     std::string Result() { return Outcome().back(); }
 };
 
-TEST_F(PinnedEvent, MatchIsSeenWholeFromEnterToLeave) {
+// The report on an event of the system process with the rule "g1" of type "dns".
+std::string ReportOf(const std::string& block, const std::string& sendIp, const std::string& sendPort,
+                     const std::string& recvIp, const std::string& recvPort, const std::string& version) {
+    const auto text = [](const std::string& name, const std::string& value) {
+        return "    \"" + name + "\": \"" + value + "\"";
+    };
+    return "{\n    \"rule_guid\": [\n        \"g1\"\n    ],\n" + text("type", "dns") + ",\n    \"block\": " + block +
+           ",\n    \"block_modified\": false,\n" + text("proc_name", "System") + ",\n" + text("proc_path", "System") +
+           ",\n" + text("send_ip", sendIp) + ",\n" + text("send_port", sendPort) + ",\n" + text("recv_ip", recvIp) +
+           ",\n" + text("recv_port", recvPort) + ",\n" + text("send_mid", "") + ",\n" +
+           text("net_drv_version", version) + ",\n" + text("protocol", "dns") + "\n}";
+}
+
+TEST_F(PinnedEvent, MatchHasTheFullTrace) {
     MakeRunningIn(3);
     EventScript event = EventOf(0x10, {RuleRecord("g1", "dns")}, answerM1);
     event.event.texts["remote_addr_ip"] = DeliveredText("10.0.0.2");
@@ -31,23 +44,7 @@ TEST_F(PinnedEvent, MatchIsSeenWholeFromEnterToLeave) {
     event.event.numbers["local_addr_port"].value = 445;
     event.event.numbers["net_drv"].value = 20001;
     Do(HandlingOf(event));
-    const std::string report = "{\n"
-                               "    \"rule_guid\": [\n"
-                               "        \"g1\"\n"
-                               "    ],\n"
-                               "    \"type\": \"dns\",\n"
-                               "    \"block\": false,\n"
-                               "    \"block_modified\": false,\n"
-                               "    \"proc_name\": \"System\",\n"
-                               "    \"proc_path\": \"System\",\n"
-                               "    \"send_ip\": \"10.0.0.2\",\n"
-                               "    \"send_port\": \"49152\",\n"
-                               "    \"recv_ip\": \"10.0.0.1\",\n"
-                               "    \"recv_port\": \"445\",\n"
-                               "    \"send_mid\": \"\",\n"
-                               "    \"net_drv_version\": \"20001\",\n"
-                               "    \"protocol\": \"dns\"\n"
-                               "}";
+    const std::string report = ReportOf("false", "10.0.0.2", "49152", "10.0.0.1", "445", "20001");
     EXPECT_EQ(SeenWithReads(), (Lines{
                                    TraceOf("HandleEvent", "==>enter"),
                                    "event.GetInt32 flags",
@@ -89,7 +86,7 @@ TEST_F(PinnedEvent, MatchIsSeenWholeFromEnterToLeave) {
                                }));
 }
 
-TEST_F(PinnedEvent, NullReplyTouchesNothing) {
+TEST_F(PinnedEvent, NullReplyHasNoEffect) {
     MakeRunningIn(3);
     EventScript event = EventOf(0, {RuleRecord("g1", "dns")}, answerM1);
     event.nullReply = true;
@@ -98,7 +95,7 @@ TEST_F(PinnedEvent, NullReplyTouchesNothing) {
                                       "= false reply 3735928559 answers out 0"}));
 }
 
-TEST_F(PinnedEvent, BeforeInitTheReplyStaysAsItWas) {
+TEST_F(PinnedEvent, BeforeInitTheReplyIsUnchanged) {
     Do(InitOf(2)); // logs, without a host
     Do(HandlingOf(EventOf(0, {RuleRecord("g1", "dns")}, answerM1)));
     EXPECT_EQ(SeenWithReads(), (Lines{TraceOf("HandleEvent", "==>enter"), ErrorOf("HandleEvent", "param error"),
@@ -119,7 +116,7 @@ TEST_F(PinnedEvent, NoEventNoRulesOrNoCountBlocksWithoutReport) {
     }
 }
 
-TEST_F(PinnedEvent, EmergencyGoesBeforeDisconnect) {
+TEST_F(PinnedEvent, EmergencyPrecedesDisconnect) {
     MakeRunningIn(5);
     Do(HandlingOf(EventOf(0x14, {RuleRecord("g1", "dns")}, answerM1)));
     EXPECT_EQ(Seen(),
@@ -128,7 +125,7 @@ TEST_F(PinnedEvent, EmergencyGoesBeforeDisconnect) {
                      TraceOf("ReportEventHandleRes", "emergency mode not report"), "= true reply 2 answers out 0"}));
 }
 
-TEST_F(PinnedEvent, DisconnectIsAllowedUnasked) {
+TEST_F(PinnedEvent, DisconnectIsAllowedWithoutAQuery) {
     MakeRunningIn(1);
     Do(HandlingOf(EventOf(0x05, {RuleRecord("g1", "dns")}, answerM1)));
     EXPECT_EQ(Seen(),
@@ -142,7 +139,7 @@ TEST_F(PinnedEvent, DisconnectWithTheFlagOfTwoGivesTwo) {
     EXPECT_EQ(Outcome(), (Lines{"= true reply 2 answers out 0"}));
 }
 
-TEST_F(PinnedEvent, NetworkErrorIsSettledByTheExceptionModeEvenInAllForbid) {
+TEST_F(PinnedEvent, ExceptionModeDecidesNetworkErrorsEvenInAllForbid) {
     MakeRunningIn(1);
     Do(NumberOf(9, 1));
     EventScript event = EventOf(0, {RuleRecord("g1", "dns")}, "not even JSON");
@@ -169,7 +166,7 @@ TEST_F(PinnedEvent, NetworkErrorBlocksByDefault) {
     EXPECT_EQ(Result(), "= true reply 0 answers out 0");
 }
 
-TEST_F(PinnedEvent, NullAnswerIsAQueryErrorAndNullIsGivenBack) {
+TEST_F(PinnedEvent, NullAnswerIsAQueryErrorAndIsReleased) {
     MakeRunningIn(3);
     EventScript event = EventOf(0, {RuleRecord("g1", "dns")}, "");
     event.answer.reset();
@@ -180,24 +177,8 @@ TEST_F(PinnedEvent, NullAnswerIsAQueryErrorAndNullIsGivenBack) {
     EXPECT_EQ(Result(), "= false reply 0 answers out 0");
 }
 
-TEST_F(PinnedEvent, AnswerThatCannotBeParsedAndQueryErrorAreGivenBackBehindTheirRecord) {
-    const std::string report = "{\n"
-                               "    \"rule_guid\": [\n"
-                               "        \"g1\"\n"
-                               "    ],\n"
-                               "    \"type\": \"dns\",\n"
-                               "    \"block\": true,\n"
-                               "    \"block_modified\": false,\n"
-                               "    \"proc_name\": \"System\",\n"
-                               "    \"proc_path\": \"System\",\n"
-                               "    \"send_ip\": \"\",\n"
-                               "    \"send_port\": \"0\",\n"
-                               "    \"recv_ip\": \"\",\n"
-                               "    \"recv_port\": \"0\",\n"
-                               "    \"send_mid\": \"\",\n"
-                               "    \"net_drv_version\": \"0\",\n"
-                               "    \"protocol\": \"dns\"\n"
-                               "}";
+TEST_F(PinnedEvent, UnusableAnswerIsReleasedAfterItsRecord) {
+    const std::string report = ReportOf("true", "", "0", "", "0", "0");
     for (const bool answered : {true, false}) {
         m_case = TestCase();
         MakeRunningIn(3);
@@ -220,14 +201,14 @@ TEST_F(PinnedEvent, AnswerThatCannotBeParsedAndQueryErrorAreGivenBackBehindTheir
     }
 }
 
-TEST_F(PinnedEvent, AllForbidLeavesTheAnswerWithTheReceiver) {
+TEST_F(PinnedEvent, AllForbidDoesNotReleaseTheAnswer) {
     MakeRunningIn(1);
     Do(HandlingOf(EventOf(0, {RuleRecord("g1", "dns")}, answerM1)));
     EXPECT_EQ(Records()[2], TraceOf("HandleEvent", " defender mode is all forbid, reply=0"));
     EXPECT_EQ(Result(), "= true reply 0 answers out 1");
 }
 
-TEST_F(PinnedEvent, SecondOfThreeRulesMatchesAndTheFirstOnesTypeHasTheLastWord) {
+TEST_F(PinnedEvent, SecondOfThreeRulesMatchesAndTheTypeOfTheFirstDecides) {
     MakeRunningIn(3);
     Do(TextOf(20, R"({"ssh":1,"dns":0})"));
     Do(HandlingOf(EventOf(0, {RuleRecord("g0", "ssh"), RuleRecord("g1", "dns"), RuleRecord("g1", "dns")}, answerM1)));
@@ -250,7 +231,7 @@ TEST_F(PinnedEvent, NoneOfThreeRulesMatchesAndAllAreReported) {
     EXPECT_EQ(Result(), "= false reply 0 answers out 0");
 }
 
-TEST_F(PinnedEvent, StoppedReceiverAsksButDecidesNoRule) {
+TEST_F(PinnedEvent, StoppedReceiverQueriesButDecidesNoRule) {
     MakeRunningIn(4);
     Do(StopOf());
     Do(HandlingOf(EventOf(0, {RuleRecord("g1", "dns"), RuleRecord("g1", "web")}, answerM1)));
@@ -262,7 +243,7 @@ TEST_F(PinnedEvent, StoppedReceiverAsksButDecidesNoRule) {
     EXPECT_EQ(Result(), "= false reply 1 answers out 0");
 }
 
-TEST_F(PinnedEvent, HostMayUseTheReceiverFromWithinItsCalls) {
+TEST_F(PinnedEvent, HostMayCallTheReceiverDuringItsCalls) {
     MakeRunning();
     EventScript event = EventOf(0, {RuleRecord("g0", "dns"), RuleRecord("g1", "dns")}, answerM1);
     event.duringQuery = {AllowListOf(allowM1)};

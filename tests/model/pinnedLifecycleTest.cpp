@@ -1,4 +1,4 @@
-// The life of the object, its properties, and when it reports.
+// Lifecycle, properties and reports.
 #include "model/pinnedCase.h"
 
 namespace {
@@ -9,7 +9,7 @@ class PinnedLifecycle : public PinnedCase {};
 
 const Lines refusedProperty = {ErrorOf("SetProperty", "param error, set property fail"), "= false"};
 
-TEST_F(PinnedLifecycle, FirstInitGetsTheMidAndTheSecondChangesNothing) {
+TEST_F(PinnedLifecycle, OnlyTheFirstInitHasAnEffect) {
     Do(InitOf(0));
     EXPECT_EQ(Seen(), (Lines{TraceOf("InitLogMoudle", "logger is ready"),
                              TraceOf("GetLocalMid", "GetLocalMid()-Get local mid is:HOST"),
@@ -20,7 +20,7 @@ TEST_F(PinnedLifecycle, FirstInitGetsTheMidAndTheSecondChangesNothing) {
     EXPECT_TRUE(Outcome()[0].starts_with("host 0.QueryDot "));
 }
 
-TEST_F(PinnedLifecycle, InitAfterUninitTakesTheNewHostAndKeepsTheMid) {
+TEST_F(PinnedLifecycle, InitAfterUninitSetsTheHostAndKeepsTheMid) {
     Do(InitOf(0));
     Do(TextOf(6, "OTHER"));
     Do(UninitOf());
@@ -44,7 +44,7 @@ TEST_F(PinnedLifecycle, InitFailsWithoutHostOrLogSettings) {
     EXPECT_EQ(Seen(), refusedProperty);
 }
 
-TEST_F(PinnedLifecycle, MidThatCannotBeHadIsNoFailureAndIsAskedForAgain) {
+TEST_F(PinnedLifecycle, InitWithoutAMidSucceedsAndRetries) {
     m_case.siblings.machineIdResult = 1;
     Do(InitOf(0));
     EXPECT_EQ(Seen(),
@@ -62,7 +62,7 @@ TEST_F(PinnedLifecycle, MidThatCannotBeHadIsNoFailureAndIsAskedForAgain) {
     EXPECT_EQ(Seen()[2], TraceOf("Init", "init get mid=HOST"));
 }
 
-TEST_F(PinnedLifecycle, StopIsFalseAndAllElseIsTrue) {
+TEST_F(PinnedLifecycle, OnlyStopReturnsFalse) {
     for (const Operation& step : {StartOf(), StartOf(), UninitOf(), SinkOf(2), SinkOf(1), ReadingOf(77)}) {
         Do(step);
         EXPECT_EQ(Seen(), (Lines{"= true"}));
@@ -89,14 +89,14 @@ TEST_F(PinnedLifecycle, PropertiesNeedAHostDataAndASize) {
     EXPECT_EQ(Seen(), (Lines{ErrorOf("SetProperty", "set mid fail"), "= false"}));
 }
 
-TEST_F(PinnedLifecycle, WithoutSinkThereIsNoReport) {
+TEST_F(PinnedLifecycle, NoReportWithoutASink) {
     MakeRunning();
     Do(SinkOf(2));
     Do(HandlingOf(EventOf(4, {RuleRecord("g", "")}, "")));
     EXPECT_EQ(Records().back(), ErrorOf("ReportEventHandleRes", "param error"));
 }
 
-TEST_F(PinnedLifecycle, ProcessThatIsNotFoundIsReportedWithoutName) {
+TEST_F(PinnedLifecycle, UnknownProcessIsReportedWithoutAName) {
     MakeRunning();
     EventScript event = EventOf(0, {RuleRecord("g", "x\"y")}, "{}");
     event.event.numbers.Erase("pid");

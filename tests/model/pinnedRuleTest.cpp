@@ -1,4 +1,4 @@
-// One rule of an event: which key it is looked up under, and what matches.
+// One rule of an event: its key in the allow list, and its matches.
 #include "model/pinnedCase.h"
 
 namespace {
@@ -44,7 +44,7 @@ Lines MatchOf(const std::string& mid, const std::string& guid) {
             TraceOf("HandleEventInner", "del dot,ret=1,rule guid" + guid)};
 }
 
-TEST_F(PinnedRule, WebIsLookedUpUnderTheGuidAndAllElseUnderTheType) {
+TEST_F(PinnedRule, KeyIsTheGuidForWebAndTheTypeOtherwise) {
     EXPECT_EQ(RecordsOf(Allow("g", "a"), answerA, RuleRecord("g", "web")), MatchOf("a", "g"));
     EXPECT_EQ(RecordsOf(Allow("web", "a"), answerA, RuleRecord("g", "web")), (Lines{failEnd, notMatched}));
     EXPECT_EQ(RecordsOf(Allow("WEB", "a"), answerA, RuleRecord("g", "WEB")), MatchOf("a", "g"));
@@ -52,27 +52,27 @@ TEST_F(PinnedRule, WebIsLookedUpUnderTheGuidAndAllElseUnderTheType) {
     EXPECT_EQ(RecordsOf(Allow("", "a"), answerA, RuleRecord("g", "")), MatchOf("a", "g"));
 }
 
-TEST_F(PinnedRule, GuidWithoutAnswerAndGuidWithoutMidsBlockBeforeTheListIsAsked) {
+TEST_F(PinnedRule, MissingGuidOrMidsBlockBeforeTheListIsSearched) {
     EXPECT_EQ(RecordsOf("{\"mid_list\":[]}", answerA, RuleRecord("h", "dns")),
               (Lines{TraceOf("HandleEventInner", "query dot result is empty, reply=0,rule guidh")}));
     EXPECT_EQ(RecordsOf("{\"mid_list\":[]}", R"({"g":{"value":1,"mid":{}}})", RuleRecord("g", "dns")),
               (Lines{TraceOf("HandleEventInner", "query dot result mid is empty, reply=0,rule guidg")}));
 }
 
-TEST_F(PinnedRule, EmptyListIsAnErrorThatCountsKeysAndDistinctMids) {
+TEST_F(PinnedRule, EmptyListLogsTheCountsOfKeysAndDistinctMids) {
     EXPECT_EQ(
         RecordsOf("{\"mid_list\":[]}", R"({"g":{"value":1,"mid":{"a":0,"b":0,"a":0}}})", RuleRecord("g", "dns")),
         (Lines{ErrorOf("IsMatchmid", "CMordRecv::IsMatchmid failallow_list_size:0query_mids_size:2"), notMatched}));
 }
 
-TEST_F(PinnedRule, MatchIsEqualityOfWholeTexts) {
+TEST_F(PinnedRule, MatchComparesWholeTexts) {
     EXPECT_EQ(RecordsOf(Allow("dns", "A"), answerA, RuleRecord("g", "dns")), (Lines{failEnd, notMatched}));
     EXPECT_EQ(RecordsOf(Allow("dns", "a"), R"({"g":{"value":1,"mid":{"ab":0,"":0}}})", RuleRecord("g", "dns")),
               (Lines{failEnd, notMatched}));
     EXPECT_EQ(RecordsOf(Allow("ssh", "a"), answerA, RuleRecord("g", "dns")), (Lines{failEnd, notMatched}));
 }
 
-TEST_F(PinnedRule, LeastOfSeveralMatchesIsNamedByUnsignedBytes) {
+TEST_F(PinnedRule, LogsTheLeastMatchByUnsignedBytes) {
     EXPECT_EQ(RecordsOf(Allow("dns", "cb"), R"({"g":{"value":1,"mid":{"c":0,"b":0}}})", RuleRecord("g", "dns")),
               MatchOf("b", "g"));
     EXPECT_EQ(RecordsOf(R"({"mid_list":[{"mid":"é","protocol":["dns"]},{"mid":"z","protocol":["dns"]}]})",
@@ -80,20 +80,20 @@ TEST_F(PinnedRule, LeastOfSeveralMatchesIsNamedByUnsignedBytes) {
               MatchOf("z", "g"));
 }
 
-TEST_F(PinnedRule, FailedDeletionChangesNothingButItsRecord) {
+TEST_F(PinnedRule, FailedDeletionChangesOnlyItsRecord) {
     Lines records = RecordsOf(Allow("dns", "a"), answerA, RuleRecord("g", "dns"), 1007);
     EXPECT_EQ(records.back(), TraceOf("HandleEventInner", "del dot,ret=0,rule guidg"));
     EXPECT_EQ(Outcome().back(), "= true reply 1 answers out 0");
 }
 
-TEST_F(PinnedRule, EmptyGuidIsLookedUpLikeAnyOther) {
+TEST_F(PinnedRule, EmptyGuidIsAGuid) {
     EXPECT_EQ(RecordsOf(Allow("dns", "a"), R"({"":{"value":1,"mid":{"a":0}}})", RecordScript()),
               (Lines{failEnd, TraceOf("HandleEventInner", "not match any mid,guid:,reply:0")}));
     EXPECT_EQ(RecordsOf(Allow("dns", "a"), R"({"":{"value":1,"mid":{"a":0}}})", RuleRecord("", "dns")),
               MatchOf("a", ""));
 }
 
-TEST_F(PinnedRule, TextsOfRecordsGoThroughTheTwoCalls) {
+TEST_F(PinnedRule, TextsAreReadWithTwoCalls) {
     const auto with = [](TextScript text) {
         RecordScript rule = RuleRecord("g", "dns");
         rule.texts["guid"] = std::move(text);

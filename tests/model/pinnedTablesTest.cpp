@@ -51,7 +51,7 @@ private:
     std::unique_ptr<ReceiverModel> m_model;
 };
 
-TEST_F(PinnedTables, AllowListIsOrganisedByKey) {
+TEST_F(PinnedTables, AllowListMapsKeysToMids) {
     Do(AllowListOf(good));
     EXPECT_EQ(Seen(), (Lines{TraceOf("SetAllowList", "parse allow list, ret1"), "= true"}));
     EXPECT_EQ(AllowList(), (List{{"k", {"a"}}, {"l", {"a", "b"}}}));
@@ -63,7 +63,7 @@ TEST_F(PinnedTables, AcceptedListReplacesTheFormerOne) {
     EXPECT_EQ(AllowList(), (List{{"m", {""}}, {"", {""}}}));
 }
 
-TEST_F(PinnedTables, RefusedListLeavesTheFormerOne) {
+TEST_F(PinnedTables, RejectedListKeepsTheFormerOne) {
     Do(AllowListOf(good));
     for (const char* const text : {"", "  ", "{\"mid_list\":[}", "{\"mid_list\":[]} x"}) {
         Do(AllowListOf(text));
@@ -82,12 +82,12 @@ TEST_F(PinnedTables, RefusedListLeavesTheFormerOne) {
     }
 }
 
-TEST_F(PinnedTables, EmptyTextIsRefusedWithTheParsersNumbers) {
+TEST_F(PinnedTables, EmptyTextLogsTheErrorOfTheParser) {
     Do(AllowListOf(""));
     EXPECT_EQ(Seen()[0], ErrorOf("SetAllowList", "error_code1error_offset0"));
 }
 
-TEST_F(PinnedTables, MidListThatIsNoArrayEmptiesTheList) {
+TEST_F(PinnedTables, MidListOtherThanAnArrayEmptiesTheList) {
     for (const char* const text : {"{\"mid_list\":1}", "{\"mid_list\":{}}", "{\"mid_list\":null}"}) {
         m_case = TestCase();
         Do(InitOf(2));
@@ -101,7 +101,7 @@ TEST_F(PinnedTables, MidListThatIsNoArrayEmptiesTheList) {
     EXPECT_EQ(Seen(), (Lines{TraceOf("SetAllowList", "parse allow list, ret1"), "= true"}));
 }
 
-TEST_F(PinnedTables, BadEntriesAndElementsArePassedOver) {
+TEST_F(PinnedTables, BadEntriesAndElementsAreSkipped) {
     Do(AllowListOf(
         R"({"mid_list":[1,null,"a",[],{"mid":"x"},{"protocol":["k"]},{"mid":1,"protocol":["k"]},)"
         R"({"mid":"x","protocol":"k"},{"mid":"x","protocol":[]},{"mid":"a","protocol":[1,"k",null,["l"]]}]})"));
@@ -109,17 +109,17 @@ TEST_F(PinnedTables, BadEntriesAndElementsArePassedOver) {
     EXPECT_EQ(AllowList(), (List{{"k", {"a"}}}));
 }
 
-TEST_F(PinnedTables, TextsOfTheListAreCutAtTheirFirstNul) {
+TEST_F(PinnedTables, TextsOfTheListEndAtTheirFirstNul) {
     Do(AllowListOf(R"({"mid_list":[{"mid":"a\u0000b","protocol":["k\u0000l","\u0000"]}]})"));
     EXPECT_EQ(AllowList(), (List{{"k", {"a"}}, {"", {"a"}}}));
 }
 
-TEST_F(PinnedTables, FirstOfTwoMembersOfOneNameCounts) {
+TEST_F(PinnedTables, FirstOfDuplicateMembersCounts) {
     Do(AllowListOf(R"({"mid_list":[{"mid":"a","mid":"b","protocol":["k"],"protocol":["l"]}],"mid_list":1})"));
     EXPECT_EQ(AllowList(), (List{{"k", {"a"}}}));
 }
 
-TEST_F(PinnedTables, ClearingAnEmptyListLogsAllTheSame) {
+TEST_F(PinnedTables, ClearingAnEmptyListIsLogged) {
     Do(ClearingOf());
     EXPECT_EQ(Seen(), (Lines{TraceOf("ClearAllowList", "ClearAllowList_mids start"), "= true"}));
     Do(AllowListOf(good));
@@ -127,7 +127,7 @@ TEST_F(PinnedTables, ClearingAnEmptyListLogsAllTheSame) {
     EXPECT_EQ(AllowList(), List());
 }
 
-TEST_F(PinnedTables, ActionsKeepGoodRowsAndNameBadOnes) {
+TEST_F(PinnedTables, ActionsKeepGoodRowsAndLogBadOnes) {
     Do(InitOf(0));
     Do(TextOf(20, R"({"a":1,"b":1.0,"":1,"c":0,"d":-1,"e":2147483648,"f":"1","a":0,"g\u0000h":2,"\u0000":1})"));
     EXPECT_EQ(Seen(),
@@ -138,7 +138,7 @@ TEST_F(PinnedTables, ActionsKeepGoodRowsAndNameBadOnes) {
     EXPECT_EQ(Actions(), (Table{{"a", false}, {"c", false}, {"d", true}, {"g", true}}));
 }
 
-TEST_F(PinnedTables, MalformedActionsLeaveTheTableAndUselessOnesEmptyIt) {
+TEST_F(PinnedTables, MalformedActionsKeepTheTableAndInvalidOnesEmptyIt) {
     Do(InitOf(0));
     Do(TextOf(20, R"({"a":1})"));
     for (const char* const text : {" ", "{\"a\":1,}", "{} {}"}) {
@@ -156,7 +156,7 @@ TEST_F(PinnedTables, MalformedActionsLeaveTheTableAndUselessOnesEmptyIt) {
     }
 }
 
-TEST_F(PinnedTables, LastWordOnAReplyFollowsModeActionAndFlag) {
+TEST_F(PinnedTables, ModeActionAndFlagDetermineTheReply) {
     struct Row {
         uint32_t mode;
         uint32_t before;

@@ -8,7 +8,7 @@
 
 namespace model {
 
-// `text` between quotes. Quote, backslash and control characters are escaped; everything else stands as it is, the
+// `text` between quotes. Quote, backslash and control characters are escaped; all other bytes are unchanged, the
 // bytes from 0x80 up and the slash included.
 std::string Quoted(std::string_view text);
 

@@ -1,4 +1,4 @@
-// The model's own pretty writer, by hand and against the writer whose format it has.
+// The pretty writer of the model: fixed documents, and random ones compared with the usual writer.
 #include <gtest/gtest.h>
 #include <rapidjson/prettywriter.h>
 #include <rapidjson/stringbuffer.h>
@@ -12,7 +12,7 @@ namespace {
 
 using namespace model;
 
-TEST(PrettyWriter, PutsMembersAndElementsOnLinesOfTheirOwn) {
+TEST(PrettyWriter, PutsMembersAndElementsOnSeparateLines) {
     EXPECT_EQ(RootObject({{"guid", StringArray({"g1", "", "g1"})}, {"n", "true"}}), "{\n"
                                                                                     "    \"guid\": [\n"
                                                                                     "        \"g1\",\n"
@@ -23,12 +23,12 @@ TEST(PrettyWriter, PutsMembersAndElementsOnLinesOfTheirOwn) {
                                                                                     "}");
 }
 
-TEST(PrettyWriter, EscapesQuoteBackslashAndControlCharactersAlone) {
+TEST(PrettyWriter, EscapesOnlyQuoteBackslashAndControlCharacters) {
     EXPECT_EQ(Quoted("\"\\/\b\f\n\r\t\x01\x1F\x7F\xC3\xA9\xFF"),
               "\"\\\"\\\\/\\b\\f\\n\\r\\t\\u0001\\u001F\x7F\xC3\xA9\xFF\"");
 }
 
-TEST(PrettyWriter, WritesRandomTextsAsTheUsualWriterDoes) {
+TEST(PrettyWriter, MatchesTheUsualWriterOnRandomTexts) {
     Random random(kit::RunSeed());
     for (int i = 0; i < 3000; ++i) {
         std::vector<std::string> texts;

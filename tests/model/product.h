@@ -1,9 +1,10 @@
-// The shipped library, loaded as a host loads it and used through its export alone.
+// The shipped library, loaded at run time and used through its only export.
 #pragma once
 
 #include <filesystem>
 
 #include "frame/interfaces.h"
+#include "kit/siblings/dynamicLibrary.h"
 #include "model/siblingState.h"
 #include "model/trace.h"
 
@@ -15,18 +16,18 @@ constexpr bool keepsLibraries = true;
 constexpr bool keepsLibraries = false;
 #endif
 
-// So many random cases use one receiver, one after the other.
+// The number of random cases that use one receiver, one after the other.
 constexpr uint64_t casesOfAReceiver = keepsLibraries ? 500 : 25;
 
-// Each object loads the library anew: its receiver has no past. One at a time.
+// Each object loads the library again, so its receiver is new. At most one object at a time.
 class Product {
 public:
-    // The siblings answer by `state` and write into `trace`; both must outlive the object. Throws std::runtime_error
-    // with the system's reason.
+    // The siblings answer by `state` and write into `trace`; both must outlive the object. Throws std::runtime_error if
+    // the library cannot be loaded.
     Product(const SiblingState& state, Trace& trace);
 
-    // Destroys the receiver and unloads the library. With `keepsLibraries` it stays loaded, because the leak checker
-    // does not see the pointers of an unloaded library; each further object then loads a copy of the file.
+    // Destroys the receiver and unloads the library; aborts if it remains loaded. With `keepsLibraries` it remains
+    // loaded, because the leak checker does not search unloaded libraries; each further object loads a copy.
     ~Product();
 
     Product(const Product&) = delete;
@@ -36,7 +37,7 @@ public:
 
 private:
     std::filesystem::path m_file;
-    void* m_module = nullptr;
+    kit::DynamicLibrary m_library;
     IMordRev* m_receiver = nullptr;
 };
 

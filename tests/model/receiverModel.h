@@ -1,5 +1,5 @@
-// A second receiver: the required behaviour, step by step, without any optimisation. It shares only the headers of the
-// interfaces with the library and has its own JSON reader and writer.
+// A reference receiver: the required behaviour, step by step, without any optimisation. It shares only the headers of
+// the interfaces with the library and has its own JSON reader and writer.
 //
 // It serves one thread, takes no lock, and logs into a Trace.
 #pragma once
@@ -69,8 +69,8 @@ private:
     bool InitLogMoudle(); // sic
     std::string GetLocalMid();
 
-    // The part of HandleEvent between the fast ways out and the last word on the reply. Returns the result of
-    // HandleEvent; `matched` becomes the rule that allowed, if one did.
+    // The part of HandleEvent between the early returns and the action table. Returns the result of HandleEvent and
+    // sets `matched` to the rule that allowed, if any.
     bool DecideByQuery(IEventRecord** rules, uint32_t ruleCount, uint32_t* reply, IEventRecord*& matched);
     int32_t QueryDot(const std::string& request, char** result);
     bool DeleteDot(const std::string& guid, const std::string& type);
@@ -102,7 +102,7 @@ private:
     void CountEntry(bool isEvent, bool isDocument);
     void CountText(const std::vector<char>& buffer, const std::string& text);
 
-    // For the time of a call into the host.
+    // During a call to the host.
     class Within {
     public:
         Within(ReceiverModel& receiver, Branch branch) : m_receiver(receiver), m_outer(receiver.m_within) {
@@ -133,7 +133,7 @@ private:
     uint32_t m_exceptionMode = 2;
     std::map<std::string, bool, TextOrder> m_actions;
 
-    // For the counts alone.
+    // For the counts only.
     std::optional<Branch> m_within;
     bool m_handledBefore = false;
     bool m_listSetBefore = false;

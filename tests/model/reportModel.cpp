@@ -1,11 +1,11 @@
-// What the host is told of a decision.
+// The report of a decision to the host.
 #include "model/prettyWriter.h"
 #include "model/receiverModel.h"
 
 namespace model {
 namespace {
 
-// The part of a path behind its last separator of either kind.
+// The part of a path after its last separator of either kind.
 std::string FileName(const std::string& path) {
     const size_t separator = path.find_last_of("/\\");
     return separator == std::string::npos ? path : path.substr(separator + 1);

@@ -1,18 +1,15 @@
 #include "model/siblings.h"
 
 #include <algorithm>
-#include <cstdlib>
-#include <cstring>
-#include <filesystem>
-#include <fstream>
 #include <iterator>
-#include <random>
 #include <string>
 #include <string_view>
 
 #include "frame/interfaces.h"
+#include "kit/siblings/plainServices.h"
+#include "kit/siblings/relayLibrary.h"
+#include "kit/system/temporaryDirectory.h"
 #include "model/libraryRecord.h"
-#include "model/module.h"
 
 namespace model {
 namespace {
@@ -25,14 +22,8 @@ const SiblingState* state = nullptr;
 Trace* trace = nullptr;
 bool hasLogger = false;
 
-// A service that lives as long as the program.
 template <typename Interface>
-class Service : public Interface {
-public:
-    int32_t AddRef() override { return 2; }
-    int32_t Release() override { return 1; }
-    uint32_t QueryInterface(const GUID*, void**) override { return refused; }
-};
+using Service = kit::PlainService<Interface>;
 
 class Finder final : public Service<IModuleFinder> {
 public:
@@ -102,7 +93,7 @@ public:
     }
 
 private:
-    // Returns whether the source ends where the request says.
+    // Returns whether the source ends at the length of the request.
     template <typename From, typename To>
     static bool Copy(const TextConversionRequest& request) {
         const auto* const source = static_cast<const From*>(request.source);
@@ -115,7 +106,8 @@ private:
 };
 
 struct Services {
-    std::filesystem::path folder;
+    kit::DynamicLibrary zelkBase;
+    kit::DynamicLibrary ferrocore;
     Finder finder;
     Converter converter;
     MachineId machineId;
@@ -130,42 +122,27 @@ Services& TheServices() {
     return *services;
 }
 
+const mordhostTest::TemporaryDirectory& TheDirectory() {
+    static const mordhostTest::TemporaryDirectory directory("mordRevModel");
+    return directory;
+}
+
 uint32_t MORD_CDECL Create(const GUID* iid, void** out) {
     Services& services = TheServices();
-    const auto is = [iid](const GUID& id) { return std::memcmp(iid, &id, sizeof id) == 0; };
-    if (is(SID_ModuleFinder)) {
-        *out = static_cast<IModuleFinder*>(&services.finder);
-    } else if (is(SID_TextConverter)) {
-        *out = static_cast<ITextConverter*>(&services.converter);
-    } else if (is(SID_MachineId)) {
-        trace->Add("siblings: machine id service");
-        *out = static_cast<IMachineIdService*>(&services.machineId);
-    } else if (is(SID_LogConfig) && !state->settlesLogging) {
+    void* const service = kit::FindService(services, *iid);
+    if (service == static_cast<ILogConfig*>(&services.logConfig) && !state->settlesLogging) {
         return refused;
-    } else if (is(SID_LogConfig)) {
-        *out = static_cast<ILogConfig*>(&services.logConfig);
-    } else if (is(SID_LogWriter)) {
-        *out = static_cast<ILogWriter*>(&services.logWriter);
-    } else {
-        *out = static_cast<ISmartUnknown*>(&services.others);
     }
+    if (service == static_cast<IMachineIdService*>(&services.machineId)) {
+        trace->Add("siblings: machine id service");
+    }
+    *out = service;
     return 0;
 }
 
-void* LoadRelay(const char* name) {
-    void* const relay = LoadModule(ProgramFolder() / "modelSiblings" / LibraryFile(name));
-    reinterpret_cast<void(MORD_CDECL*)(CreateZelkObjectFunction)>(SymbolOf(relay, "SetRelayTarget"))(Create);
-    return relay;
-}
-
-WideText FolderText(const std::filesystem::path& folder) {
-    const std::string text = (folder / "").string(); // the library appends the name of the file
+WideText FolderText(const std::string& name) {
+    const std::string text = TheDirectory().Name(name) + "/"; // the library appends the name of the file
     return {text.begin(), text.end()};
-}
-
-void RemoveFolder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(TheServices().folder, ignored);
 }
 
 } // namespace
@@ -175,19 +152,16 @@ void LoadSiblings() {
     if (services.finder.base != nullptr) {
         return;
     }
-    services.finder.base = LoadRelay("ZelkBase");
-    LoadRelay("Ferrocore");
-    std::random_device random;
-    services.folder = std::filesystem::temp_directory_path() / ("mordRevModel" + std::to_string(random()));
-    std::filesystem::create_directories(services.folder);
-    std::atexit(RemoveFolder);
-    services.logConfig.withFile = FolderText(services.folder);
-    services.logConfig.withoutFile = FolderText(services.folder / "none");
-    std::ofstream(services.folder / "Zelklog.ini") << "[OUTLOG]\nWriteLog=1\nLogLevel=" << logLevel << "\n";
+    services.zelkBase = kit::LoadRelay("ZelkBase", Create);
+    services.ferrocore = kit::LoadRelay("Ferrocore", Create);
+    services.finder.base = services.zelkBase.Handle();
+    services.logConfig.withFile = FolderText(".");
+    services.logConfig.withoutFile = FolderText("none");
+    TheDirectory().Write("Zelklog.ini", "[OUTLOG]\nWriteLog=1\nLogLevel=" + std::to_string(logLevel) + "\n");
 }
 
 std::filesystem::path ScratchFolder() {
-    return TheServices().folder;
+    return TheDirectory().Path();
 }
 
 void UseSiblings(const SiblingState* newState, Trace* newTrace) {

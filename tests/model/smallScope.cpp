@@ -19,7 +19,7 @@ constexpr uint32_t queryResults = 3;
 const Texts typeWords = {"web", "dns", "ssh", "ftp"};
 const Texts malformedAnswers = {"", "{", "[]"};
 
-// What an answer says of one rule; empty for nothing.
+// The entry of one rule in an answer; empty if there is none.
 const Texts ruleAnswers = {"",
                            R"({"mid":{"m2":1}})",
                            R"({"value":0,"mid":{"m2":1}})",
@@ -178,7 +178,7 @@ private:
         }
     }
 
-    // An event with this result and answer of the query. It stands for `combinations` and must make `queries`.
+    // An event with this result and answer of the query. It covers `combinations` and must make `queries`.
     void RunEvent(int32_t result, const std::string* answer, bool unreadable, uint64_t combinations, uint64_t queries) {
         EventScript& event = Event();
         event.queryResult = result;

@@ -10,11 +10,11 @@
 //   answer: null, empty, not JSON, not an object, or for each rule: missing, no value, value 0, value not a number, no
 //   "mid", no id, the one id that can match, two ids of which one can match.
 //
-// Names of other types are interchangeable, so that a pattern stands for all words. Answers are left out only where the
+// Names of other types are interchangeable, so one pattern covers all words. Answers are left out only where the
 // library provably does not depend on them:
-//   - It did not call QueryDot (mode 5, or flag 4): it never got an answer. One run stands for all.
+//   - It did not call QueryDot (mode 5, or flag 4): it never got an answer. One run covers all.
 //   - The query failed, or the mode is 1: the host returns an address that nobody can read, instead of an answer. The
-//     run ends as usual, so that the library did not read it. One run stands for all answers but null.
+//     run ends as usual, so that the library did not read it. One run covers all answers but null.
 // Logging is off, because a log record contains the answer.
 #pragma once
 
@@ -27,7 +27,7 @@ namespace model {
 
 struct ScopeCounts {
     uint64_t runs = 0;         // events on the library
-    uint64_t combinations = 0; // that these stand for
+    uint64_t combinations = 0; // that these runs cover
     uint64_t differences = 0;
 };
 

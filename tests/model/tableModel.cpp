@@ -1,4 +1,4 @@
-// The allow list, the action table and the last word that the action table has.
+// The allow list, the action table and its effect on the reply.
 #include "model/documentTraits.h"
 #include "model/jsonReader.h"
 #include "model/parserNumbers.h"

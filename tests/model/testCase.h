@@ -1,4 +1,4 @@
-// One case: the operations on a receiver, and what the host answers meanwhile. Plain data: the same case runs on the
+// One case: the operations on a receiver, and the answers of the host. Plain data: the same case runs on the
 // model and on the library.
 #pragma once
 
@@ -36,7 +36,7 @@ struct RecordScript {
 struct Operation;
 
 struct EventScript {
-    // Which arguments are not as they should be.
+    // The invalid arguments.
     bool nullReply = false;
     bool nullEvent = false;
     bool nullRules = false;
@@ -53,7 +53,7 @@ struct EventScript {
     int32_t freeResult = 0;
     int32_t reportResult = 0;
 
-    // What the host does to the receiver from within the call into the host.
+    // The operations of the host on the receiver during the call.
     std::vector<Operation> duringQuery;
     std::vector<Operation> duringFree;
     std::vector<Operation> duringDelete;

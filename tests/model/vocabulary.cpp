@@ -27,7 +27,7 @@ std::string PerhapsWithNul(Random& random, std::string text) {
     return text;
 }
 
-// Around the sizes at which a buffer may stand on a stack, and beyond what 16 bits count.
+// Around the sizes of stack buffers, and above 16 bits.
 std::string LongWord(Random& random) {
     const size_t length = random.Percent(6) ? 66000 : random.Pick({300U, 1022U, 1023U, 2047U, 2048U, 4100U});
     std::string word = random.Pick({"m", "\xC3\xA9", "\xFF", "\""});

@@ -1,4 +1,4 @@
-// The few words that a random case is made of, so that its rules, answers and lists meet often.
+// The few words of a random case, so that its rules, answers and lists often match.
 #pragma once
 
 #include <string>

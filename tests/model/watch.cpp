@@ -15,7 +15,7 @@ constexpr int secondsOfACase = 120;
 std::string watchedRun;
 std::atomic<uint64_t> current = 0;
 
-void Tell(const char* what) {
+void Report(const char* what) {
     std::fprintf(stderr, "%s at case %llu of %s\n", what, static_cast<unsigned long long>(current.load()),
                  watchedRun.c_str());
     std::fflush(stderr);
@@ -24,7 +24,7 @@ void Tell(const char* what) {
 // Not safe in general, but the process ends here anyway.
 void OnSignal(int number) {
     std::signal(number, SIG_DFL);
-    Tell("crashed");
+    Report("crashed");
     std::raise(number);
 }
 
@@ -37,7 +37,7 @@ void Watch() {
             seconds = 0;
         }
     }
-    Tell("no end");
+    Report("timeout");
     std::_Exit(3);
 }
 

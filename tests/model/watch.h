@@ -6,11 +6,11 @@
 
 namespace model {
 
-// Starts the watch; its message names the case as a number of `run`. A case that takes more than two minutes ends the
-// process with exit code 3. A fault or an abort still ends it as usual, after the message.
+// Starts the watchdog. Its message names the case as a number of `run`. A case of more than two minutes ends the
+// process with exit code 3. A fault or an abort ends the process as usual, after the message.
 void StartWatch(const std::string& run);
 
-// The case that begins now.
+// Sets the number of the current case.
 void WatchCase(uint64_t number);
 
 } // namespace model

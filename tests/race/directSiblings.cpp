@@ -1,16 +1,12 @@
 #include "race/directSiblings.h"
 
 #include <algorithm>
-#include <cstdlib>
-#include <cstring>
-#include <filesystem>
-#include <fstream>
-#include <random>
 #include <string>
 
 #include "frame/interfaces.h"
-#include "kit/siblings/dynamicLibrary.h"
 #include "kit/siblings/plainServices.h"
+#include "kit/siblings/relayLibrary.h"
+#include "kit/system/temporaryDirectory.h"
 #include "kit/text/utf.h"
 #include "logging/logState.h"
 #include "mordRev/src/mordRev.h"
@@ -56,7 +52,6 @@ public:
 struct Services {
     kit::DynamicLibrary zelkBase;
     kit::DynamicLibrary ferrocore;
-    std::filesystem::path directory;
     Finder finder;
     kit::ByteConverter converter;
     MachineId machineId;
@@ -72,52 +67,22 @@ Services& TheServices() {
 }
 
 uint32_t MORD_CDECL Create(const GUID* iid, void** out) {
-    Services& services = TheServices();
-    const auto is = [iid](const GUID& id) { return std::memcmp(iid, &id, sizeof id) == 0; };
-    if (is(SID_ModuleFinder)) {
-        *out = static_cast<IModuleFinder*>(&services.finder);
-    } else if (is(SID_TextConverter)) {
-        *out = static_cast<ITextConverter*>(&services.converter);
-    } else if (is(SID_MachineId)) {
-        *out = static_cast<IMachineIdService*>(&services.machineId);
-    } else if (is(SID_LogConfig)) {
-        *out = static_cast<ILogConfig*>(&services.logConfig);
-    } else if (is(SID_LogWriter)) {
-        *out = static_cast<ILogWriter*>(&services.logWriter);
-    } else {
-        *out = static_cast<ISmartUnknown*>(&services.others);
-    }
+    *out = kit::FindService(TheServices(), *iid);
     return 0;
-}
-
-kit::DynamicLibrary LoadRelay(const char* name) {
-    kit::DynamicLibrary relay(kit::ProgramFolder() / "siblings" / kit::LibraryFile(name));
-    const auto setTarget =
-        reinterpret_cast<void(MORD_CDECL*)(CreateZelkObjectFunction)>(relay.Symbol("SetRelayTarget"));
-    setTarget(Create);
-    return relay;
-}
-
-void RemoveDirectory() {
-    std::error_code ignored;
-    std::filesystem::remove_all(TheServices().directory, ignored);
 }
 
 } // namespace
 
 void UseDirectSiblings(bool logs) {
+    static const mordhostTest::TemporaryDirectory directory("mordRevRace");
     Services& services = TheServices();
     if (services.finder.module == nullptr) {
-        services.zelkBase = LoadRelay("ZelkBase");
-        services.ferrocore = LoadRelay("Ferrocore");
+        services.zelkBase = kit::LoadRelay("ZelkBase", Create);
+        services.ferrocore = kit::LoadRelay("Ferrocore", Create);
         services.finder.module = services.zelkBase.Handle();
-        std::random_device random;
-        services.directory = std::filesystem::temp_directory_path() / ("mordRevRace" + std::to_string(random()));
-        std::filesystem::create_directories(services.directory);
-        std::atexit(RemoveDirectory);
-        services.logConfig.directory = kit::ToWide((services.directory / "").string());
+        services.logConfig.directory = kit::ToWide(directory.Name(""));
     }
-    std::ofstream(services.directory / "Zelklog.ini") << "[OUTLOG]\nWriteLog=" << (logs ? 1 : 0) << "\n";
+    directory.Write("Zelklog.ini", std::string("[OUTLOG]\nWriteLog=") + (logs ? "1" : "0") + "\n");
 }
 
 void PrepareLibrary(bool logs) {

@@ -1,4 +1,4 @@
-// The examples on the pages of docs/: each JSON block names its schema and fits it.
+// The JSON examples on the pages of docs/. Each block names its schema.
 #include <sstream>
 
 #include <gtest/gtest.h>
@@ -35,7 +35,7 @@ std::vector<Example> Examples() {
     return examples;
 }
 
-TEST(DocumentExamples, FitTheSchemaThatTheyName) {
+TEST(DocumentExamples, FitTheirSchema) {
     std::set<std::string> shown;
     for (const Example& example : Examples()) {
         SCOPED_TRACE(example.place);
@@ -48,11 +48,11 @@ TEST(DocumentExamples, FitTheSchemaThatTheyName) {
     }
 }
 
-class TakenWhole : public kit::ReceiverFixture {};
+class AcceptedExamples : public kit::ReceiverFixture {};
 
-TEST_F(TakenWhole, DocumentsThatFitTheirSchemaLogNoError) {
+TEST_F(AcceptedExamples, LogNoError) {
     StartLogging();
-    int taken = 0;
+    int accepted = 0;
     for (const Example& example : Examples()) {
         SCOPED_TRACE(example.place);
         if (example.schema == "allowList") {
@@ -62,12 +62,12 @@ TEST_F(TakenWhole, DocumentsThatFitTheirSchemaLogNoError) {
         } else {
             continue;
         }
-        ++taken;
+        ++accepted;
         for (const std::string& record : TakeRecords()) {
             EXPECT_EQ(record.find("[ERROR]"), std::string::npos) << record;
         }
     }
-    EXPECT_GE(taken, 2);
+    EXPECT_GE(accepted, 2);
 }
 
 } // namespace

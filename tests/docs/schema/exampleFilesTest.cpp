@@ -1,4 +1,4 @@
-// The documents in examples/: each fits the schema that its name tells.
+// The documents in examples/ fit their schemas.
 #include <algorithm>
 #include <sstream>
 
@@ -9,8 +9,8 @@
 
 namespace {
 
-// "policyEmergency.json" is a policy, "actionTable.json" an action table, and so on: a file's name begins with that of
-// its schema. Empty for a name that tells none.
+// The name of a file begins with that of its schema: "policyEmergency.json" is a policy. Empty if there is no such
+// schema.
 std::string SchemaOf(const std::filesystem::path& file) {
     const std::string name = file.filename().string();
     for (const std::string& schema : schema::SchemaNames()) {
@@ -21,7 +21,7 @@ std::string SchemaOf(const std::filesystem::path& file) {
     return {};
 }
 
-TEST(ExampleFiles, FitTheSchemaThatTheirNameTells) {
+TEST(ExampleFiles, FitTheSchemaOfTheirName) {
     size_t policies = 0;
     for (const auto& file : docs::FilesBelow("examples", ".json")) {
         SCOPED_TRACE(file.string());
@@ -47,8 +47,7 @@ TEST(ExampleFiles, HoldOneEventALine) {
     EXPECT_GE(events, 10U);
 }
 
-// One report behind the other, each with a line feed behind it.
-TEST(ExampleFiles, ExpectReportsThatFitTheirSchema) {
+TEST(ExampleFiles, HoldReportsThatFitTheirSchema) {
     size_t reports = 0;
     const schema::SchemaFile schema("report");
     for (const auto& file : docs::FilesBelow("examples", ".txt")) {

@@ -1,4 +1,4 @@
-// What the library writes fits the schemas, on every way through a decision.
+// Requests and reports of all kinds of decisions fit their schemas.
 #include "docs/schema/schemaFile.h"
 #include "kit/host/receiverFixture.h"
 
@@ -7,7 +7,7 @@ namespace {
 using kit::FakeRecord;
 using kit::MakeRule;
 
-// Keeps the requests that it is asked with.
+// Records the requests.
 class RequestKeeper : public kit::RecordingHost {
 public:
     using RecordingHost::RecordingHost;
@@ -32,7 +32,7 @@ protected:
         keeper.answer = R"({"web-1": {"value": 1, "mid": {"M1": 1}}})";
     }
 
-    // Decides an event and checks what came of it.
+    // Handles an event and checks the request and the report.
     uint32_t Decide(FakeRecord event, std::vector<FakeRecord> rules) {
         std::vector<IEventRecord*> pointers;
         for (FakeRecord& rule : rules) {
@@ -67,7 +67,7 @@ TEST_F(ProducedDocuments, FitForABlock) {
     EXPECT_EQ(Decide(Event(), {MakeRule("ssh-1", "ssh"), MakeRule("ssh-1", "ssh")}), REPLY_BLOCK);
 }
 
-TEST_F(ProducedDocuments, FitForAnActionThatTurnsABlockIntoAnAllow) {
+TEST_F(ProducedDocuments, FitForAnActionThatAllows) {
     EXPECT_EQ(Decide(Event(), {MakeRule("print-1", "print")}), REPLY_ALLOW);
 }
 
@@ -75,18 +75,18 @@ TEST_F(ProducedDocuments, FitForAFlaggedAllow) {
     EXPECT_EQ(Decide(Event().Int32("flags", EVENT_FLAG_REPLY_TWO), {MakeRule("web-1", "web")}), REPLY_ALLOW_FLAGGED);
 }
 
-TEST_F(ProducedDocuments, FitForANetworkErrorAndForAQueryError) {
+TEST_F(ProducedDocuments, FitForFailedQueries) {
     keeper.queryCode = DOT_QUERY_NETWORK_ERROR;
     EXPECT_EQ(Decide(Event(), {MakeRule("web-1", "web")}), REPLY_BLOCK);
     keeper.queryCode = 1;
     EXPECT_EQ(Decide(Event(), {MakeRule("web-1", "web")}), REPLY_BLOCK);
 }
 
-TEST_F(ProducedDocuments, FitForRecordsWithoutAnyValue) {
+TEST_F(ProducedDocuments, FitForEmptyRecords) {
     EXPECT_EQ(Decide(FakeRecord(), {FakeRecord(), FakeRecord()}), REPLY_BLOCK);
 }
 
-TEST_F(ProducedDocuments, FitForValuesAtTheEndsOfTheirRanges) {
+TEST_F(ProducedDocuments, FitForExtremeValues) {
     FakeRecord event = Event();
     event.Int32("remote_addr_port", -1).Int32("local_addr_port", 2147483647).Int64("net_drv", INT64_MIN);
     Decide(event, {MakeRule("web-1", "web")});
@@ -94,13 +94,13 @@ TEST_F(ProducedDocuments, FitForValuesAtTheEndsOfTheirRanges) {
     Decide(event, {MakeRule("web-1", "web")});
 }
 
-TEST_F(ProducedDocuments, FitForTextThatHasToBeEscaped) {
+TEST_F(ProducedDocuments, FitForEscapedText) {
     FakeRecord event = Event();
     event.String("remote_addr_ip", "\"\\\b\f\n\r\t\x01\x7F/");
     Decide(event, {MakeRule("\"quoted\"\n\\", "t\xC3\xBCr")});
 }
 
-TEST_F(ProducedDocuments, FitForTheProcessOfTheTest) {
+TEST_F(ProducedDocuments, FitForAnUnknownProcess) {
     FakeRecord event = Event();
     event.Int32("pid", 0x7FFFFFF0);
     Decide(event, {MakeRule("web-1", "web")});

@@ -17,7 +17,7 @@ constexpr std::string_view ending = ".schema.json";
 rapidjson::Document Parse(const std::string& text, const std::string& what) {
     rapidjson::Document document;
     if (document.Parse(text.c_str()).HasParseError()) {
-        throw std::runtime_error(what + " is no JSON, offset " + std::to_string(document.GetErrorOffset()));
+        throw std::runtime_error(what + " is not JSON, offset " + std::to_string(document.GetErrorOffset()));
     }
     return document;
 }
@@ -35,7 +35,7 @@ struct SchemaFile::Parts : rapidjson::IRemoteSchemaDocumentProvider {
     explicit Parts(const std::string& file)
         : source(Parse(docs::ReadText(docs::InTree("docs/schema/" + file)), file)), schema(source, this) {}
 
-    // The length that the validator tells is one short in some of its versions.
+    // Some versions of the validator pass a length that is one short.
     const rapidjson::SchemaDocument* GetRemoteDocument(const char* uri, rapidjson::SizeType length) override {
         const std::string_view named(uri, length);
         for (const std::string& name : SchemaNames()) {
@@ -60,7 +60,7 @@ SchemaFile::~SchemaFile() = default;
 std::string SchemaFile::Misfit(const std::string& text) const {
     rapidjson::Document document;
     if (document.Parse(text.c_str()).HasParseError()) {
-        return "no JSON";
+        return "not JSON";
     }
     rapidjson::SchemaValidator validator(m_parts->schema);
     if (document.Accept(validator)) {

@@ -11,13 +11,13 @@ namespace schema {
 class SchemaFile {
 public:
     // `name` is the file name without its endings: "report" for docs/schema/report.schema.json. Throws
-    // std::runtime_error when the file cannot be read or is no JSON.
+    // std::runtime_error if the file cannot be read or is not JSON.
     explicit SchemaFile(std::string_view name);
     ~SchemaFile();
     SchemaFile(const SchemaFile&) = delete;
     SchemaFile& operator=(const SchemaFile&) = delete;
 
-    // Empty when `text` is JSON that fits the schema; otherwise where and by which keyword it does not.
+    // Empty if `text` is JSON that fits the schema; otherwise the place and the keyword of the misfit.
     std::string Misfit(const std::string& text) const;
 
 private:

@@ -1,5 +1,4 @@
-// The schemas themselves. The validator passes over what it does not know, so that a misspelt keyword would check
-// nothing.
+// The schema files. The validator ignores unknown keywords, so a misspelt keyword would check nothing.
 #include <algorithm>
 #include <filesystem>
 #include <map>
@@ -16,7 +15,7 @@ namespace {
 
 using Value = rapidjson::Value;
 
-// What may stand under a keyword of draft 4.
+// The value of a keyword of draft 4.
 enum class Kind { Schema, Schemas, SchemaMap, SchemaOrBool, Text, Texts, Count, Number, TypeName, Values };
 
 const std::map<std::string, Kind> keywords = {
@@ -56,13 +55,13 @@ public:
         std::set<std::string> seen;
         for (const auto& member : schema.GetObject()) {
             const std::string name = member.name.GetString();
-            EXPECT_TRUE(seen.insert(name).second) << path << ": " << name << " stands twice";
+            EXPECT_TRUE(seen.insert(name).second) << path << ": " << name << " occurs twice";
             const auto keyword = keywords.find(name);
             ASSERT_NE(keyword, keywords.end()) << path << ": unknown keyword " << name;
             Keyword(keyword->second, member.value, path + "/" + name);
         }
         if (schema.HasMember("$ref")) {
-            EXPECT_EQ(schema.MemberCount(), 1U) << path << ": what stands beside a reference is not looked at";
+            EXPECT_EQ(schema.MemberCount(), 1U) << path << ": the validator ignores the siblings of a reference";
             Reference(schema["$ref"].GetString(), path);
         }
         if (schema.HasMember("required") && schema.HasMember("properties")) {

@@ -31,6 +31,9 @@ private:
     void* m_handle = nullptr;
 };
 
+// The handle of the loaded library with this path or file name, or null. Does not change its reference count.
+void* FindLoadedLibrary(const std::filesystem::path& file);
+
 // The folder of the test program.
 std::filesystem::path ProgramFolder();
 

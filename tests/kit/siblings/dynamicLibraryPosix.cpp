@@ -22,6 +22,14 @@ void* DynamicLibrary::Symbol(const char* name) const {
     return dlsym(m_handle, name);
 }
 
+void* FindLoadedLibrary(const std::filesystem::path& file) {
+    void* const library = dlopen(file.c_str(), RTLD_NOW | RTLD_NOLOAD);
+    if (library != nullptr) {
+        dlclose(library);
+    }
+    return library;
+}
+
 std::filesystem::path ProgramFolder() {
     return std::filesystem::read_symlink("/proc/self/exe").parent_path();
 }

@@ -23,6 +23,10 @@ void* DynamicLibrary::Symbol(const char* name) const {
     return reinterpret_cast<void*>(::GetProcAddress(static_cast<HMODULE>(m_handle), name));
 }
 
+void* FindLoadedLibrary(const std::filesystem::path& file) {
+    return ::GetModuleHandleW(file.c_str());
+}
+
 std::filesystem::path ProgramFolder() {
     std::array<wchar_t, 32768> path{};
     ::GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));

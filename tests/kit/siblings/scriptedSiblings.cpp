@@ -8,6 +8,7 @@
 #include "frame/sameIdentifier.h"
 #include "frame/values.h"
 #include "kit/siblings/dynamicLibrary.h"
+#include "kit/siblings/relayLibrary.h"
 #include "kit/text/logRecords.h"
 #include "kit/text/utf.h"
 
@@ -256,14 +257,6 @@ uint32_t MORD_CDECL CreateScripted(const GUID* iid, void** out) {
     return RESULT_NO_INTERFACE;
 }
 
-DynamicLibrary LoadRelay(const char* name) {
-    DynamicLibrary relay(RelayFolder() / LibraryFile(name));
-    const auto setTarget =
-        reinterpret_cast<void(MORD_CDECL*)(CreateZelkObjectFunction)>(relay.Symbol("SetRelayTarget"));
-    setTarget(CreateScripted);
-    return relay;
-}
-
 } // namespace
 
 std::string ServiceName(const GUID& id) {
@@ -329,7 +322,7 @@ void ScriptedSiblings::Reset() {
 
 void ScriptedSiblings::LoadZelkBase() {
     UnloadZelkBase();
-    TheRelays().zelkBase = LoadRelay("ZelkBase");
+    TheRelays().zelkBase = LoadRelay("ZelkBase", CreateScripted);
 }
 
 void ScriptedSiblings::LoadZelkBaseWithoutFactory() {
@@ -343,7 +336,7 @@ void ScriptedSiblings::UnloadZelkBase() {
 
 void ScriptedSiblings::LoadFerrocore() {
     UnloadFerrocore();
-    TheRelays().ferrocore = LoadRelay("Ferrocore");
+    TheRelays().ferrocore = LoadRelay("Ferrocore", CreateScripted);
 }
 
 void ScriptedSiblings::UnloadFerrocore() {

@@ -1,5 +1,5 @@
-// A record that was begun and never ended goes to the standard wide output and to the debug output when its stream
-// goes, whatever the flags say.
+// Destroying a stream with an unfinished record writes it to the standard wide output and to the debug output,
+// independently of the flags.
 #include <stdexcept>
 
 #include "logging/logMacros.h"
@@ -9,9 +9,9 @@ using Texts = std::vector<std::string>;
 
 // Outside any namespace: that would be part of the names in the records.
 struct AbandonedSample {
-    static std::string Throwing() { throw std::runtime_error("while the message is made"); }
+    static std::string Throwing() { throw std::runtime_error("during the message"); }
     static void Log() { LOG_TRACE(WIDE("half ") << Throwing()); }
-    static void LogAndGoOn() {
+    static void LogTwice() {
         try {
             Log();
         } catch (const std::runtime_error&) {
@@ -24,7 +24,7 @@ namespace {
 
 class AbandonedRecord : public LogFixture {};
 
-TEST_F(AbandonedRecord, GoesToTheStandardOutputAndThenToTheDebugOutputForEveryStateOfTheFlags) {
+TEST_F(AbandonedRecord, IsWrittenToBothOutputsForAllFlags) {
     for (const bool file : {false, true}) {
         for (const bool debugView : {false, true}) {
             for (const bool logger : {false, true}) {
@@ -35,13 +35,13 @@ TEST_F(AbandonedRecord, GoesToTheStandardOutputAndThenToTheDebugOutputForEverySt
                     EXPECT_EQ(TakeCalls(), Texts());
                 }
                 EXPECT_EQ(TakeCalls(), (Texts{"WriteStandardOutput(half 1)", "OutputDebugStringW(half 1)"}));
-                EXPECT_EQ(TakeRawRecords(), Texts()) << "the logger gets whole records only";
+                EXPECT_EQ(TakeRawRecords(), Texts()) << "the logger receives complete records only";
             }
         }
     }
 }
 
-TEST_F(AbandonedRecord, StreamWhoseLastRecordWasEndedWritesNothing) {
+TEST_F(AbandonedRecord, EndedRecordsAreNotWrittenAgain) {
     SetLogState(false, false, false);
     {
         LogStream stream(LOG_LEVEL_TRACE);
@@ -54,7 +54,7 @@ TEST_F(AbandonedRecord, StreamWhoseLastRecordWasEndedWritesNothing) {
     EXPECT_EQ(TakeCalls(), Texts());
 }
 
-TEST_F(AbandonedRecord, HoldsNothingOfTheRecordsBeforeIt) {
+TEST_F(AbandonedRecord, ExcludesEarlierRecords) {
     SetLogState(true, false, true);
     {
         LogStream stream(LOG_LEVEL_TRACE);
@@ -67,13 +67,13 @@ TEST_F(AbandonedRecord, HoldsNothingOfTheRecordsBeforeIt) {
     EXPECT_EQ(TakeDebugOutput(), Texts{"half"});
 }
 
-TEST_F(AbandonedRecord, IsWrittenAsFarAsItCameWhenAnInsertionFailed) {
+TEST_F(AbandonedRecord, EndsAtAFailedInsertion) {
     { LogStream(LOG_LEVEL_TRACE) << WIDE("before ") << static_cast<const WideChar*>(nullptr) << WIDE("after"); }
     EXPECT_EQ(system.standardOutput.Take(), Texts{"before "});
     EXPECT_EQ(TakeDebugOutput(), Texts{"before "});
 }
 
-TEST_F(AbandonedRecord, ExceptionThatPassesASiteLeavesTheRecordUpToThere) {
+TEST_F(AbandonedRecord, EndsAtAnException) {
     SetLogState(true, false, true);
     EXPECT_THROW(AbandonedSample::Log(), std::runtime_error);
     const std::string text = "TIME [TRACE][abandonedRecordTest.cpp LINE][AbandonedSample::Log] [THREAD] half ";
@@ -83,11 +83,11 @@ TEST_F(AbandonedRecord, ExceptionThatPassesASiteLeavesTheRecordUpToThere) {
     EXPECT_EQ(TakeRawRecords(), Texts());
 }
 
-TEST_F(AbandonedRecord, NextRecordIsWhole) {
+TEST_F(AbandonedRecord, NextRecordIsComplete) {
     SetLogState(true, false, true);
-    AbandonedSample::LogAndGoOn();
+    AbandonedSample::LogTwice();
     EXPECT_EQ(siblings.TakeRecordTexts(),
-              Texts{kit::Error("abandonedRecordTest.cpp AbandonedSample::LogAndGoOn", "whole")});
+              Texts{kit::Error("abandonedRecordTest.cpp AbandonedSample::LogTwice", "whole")});
 }
 
 } // namespace

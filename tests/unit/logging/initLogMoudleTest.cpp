@@ -1,4 +1,4 @@
-// The member over the start of logging: the module name, and the first record.
+// InitLogMoudle: the module name and the first record.
 #include "mordRev/src/mordRev.h"
 #include "unit/logging/startLoggerFixture.h"
 
@@ -10,7 +10,7 @@ protected:
     CMordRecv receiver;
 };
 
-TEST_F(InitLogMoudle, StartsTheLoggerUnderTheComponentsNameAndSaysSo) {
+TEST_F(InitLogMoudle, StartsTheLoggerAndWritesTheFirstRecord) {
     system.ini = {{"WriteLog", 1}, {"LogLevel", 30}};
     siblings.logsRecords = true;
     EXPECT_TRUE(receiver.InitLogMoudle());
@@ -22,7 +22,7 @@ TEST_F(InitLogMoudle, StartsTheLoggerUnderTheComponentsNameAndSaysSo) {
     EXPECT_EQ(TakeDebugOutput(), Calls());
 }
 
-TEST_F(InitLogMoudle, SaysSoInTheDebugOutputWhenThatAloneIsOn) {
+TEST_F(InitLogMoudle, WritesTheFirstRecordToTheDebugOutputOnly) {
     system.ini = {{"DebugView", 1}};
     EXPECT_TRUE(receiver.InitLogMoudle());
     const Calls output = TakeDebugOutput();
@@ -31,12 +31,12 @@ TEST_F(InitLogMoudle, SaysSoInTheDebugOutputWhenThatAloneIsOn) {
     EXPECT_EQ(TakeRawRecords(), Calls());
 }
 
-TEST_F(InitLogMoudle, SaysNothingWhenBothAreOff) {
+TEST_F(InitLogMoudle, WritesNothingWithBothOff) {
     EXPECT_TRUE(receiver.InitLogMoudle());
     EXPECT_EQ(TakeCalls(), beginning + Calls{"ILogConfig.Release"});
 }
 
-TEST_F(InitLogMoudle, LevelOfTheFileFiltersNothingHere) {
+TEST_F(InitLogMoudle, LogLevelDoesNotFilterRecords) {
     system.ini = {{"WriteLog", 1}, {"DebugView", 1}, {"LogLevel", 1000}};
     EXPECT_TRUE(receiver.InitLogMoudle());
     EXPECT_EQ(siblings.TakeRecordTexts(), Calls{ready});

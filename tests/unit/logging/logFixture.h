@@ -1,4 +1,4 @@
-// The log state as a test sets it, over a scripted system.
+// Sets the log state over a scripted system.
 #pragma once
 
 #include <string>
@@ -22,7 +22,7 @@ protected:
         LoggerObject.Reset();
     }
 
-    // Sets the flags, makes a logger if that is wanted, and forgets what led there.
+    // Sets the flags, creates or removes the logger, and discards the recorded calls.
     void SetLogState(bool file, bool debugView, bool logger) {
         LogFileEnabled = file;
         LogDebugViewEnabled = debugView;
@@ -33,7 +33,7 @@ protected:
         TakeCalls();
     }
 
-    // The raw texts since the last call: of the debug output, and of the logger.
+    // The raw texts of the debug output or the logger since the last call.
     std::vector<std::string> TakeDebugOutput() { return system.debugOutput.Take(); }
     std::vector<std::string> TakeRawRecords() {
         std::vector<std::string> texts;

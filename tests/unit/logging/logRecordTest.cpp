@@ -1,4 +1,4 @@
-// One record, as a log site makes it.
+// The records of a log site.
 #include "kit/text/utf.h"
 #include "logging/logMacros.h"
 #include "logging/logTimestamp.h"
@@ -44,7 +44,7 @@ protected:
     }
 };
 
-TEST_F(LogRecord, HasTimeLevelFileLineFunctionThreadAndMessageInTheirForm) {
+TEST_F(LogRecord, HasTimeLevelSiteThreadAndMessage) {
     const std::string before = kit::ToNarrow(LogTimestamp().View());
     LogSample::Ready();
     const std::string after = kit::ToNarrow(LogTimestamp().View());
@@ -55,10 +55,10 @@ TEST_F(LogRecord, HasTimeLevelFileLineFunctionThreadAndMessageInTheirForm) {
     EXPECT_LE(time, after);
     EXPECT_EQ(texts[0].substr(before.size()), " [TRACE][logRecordTest.cpp " + std::to_string(LogSample::line) +
                                                   "][LogSample::Ready] [4312] logger is ready\r\n");
-    EXPECT_EQ(TakeRawRecords(), texts) << "both sinks get the same text";
+    EXPECT_EQ(TakeRawRecords(), texts) << "both sinks receive the same text";
 }
 
-TEST_F(LogRecord, OfAnErrorDiffersInItsLevel) {
+TEST_F(LogRecord, OfAnErrorHasItsLevel) {
     system.threadId = 4294967295U;
     LogSample::Bad();
     const Texts texts = TakeRawRecords();
@@ -68,7 +68,7 @@ TEST_F(LogRecord, OfAnErrorDiffersInItsLevel) {
                   "][LogSample::Bad] [4294967295] param error\r\n");
 }
 
-TEST_F(LogRecord, NamesTheThreadOfItsBeginning) {
+TEST_F(LogRecord, NamesTheThreadAtItsStart) {
     siblings.onConvert = [this](uint32_t, TextConversionRequest&) {
         system.threadId = 1;
         return std::nullopt;
@@ -79,7 +79,7 @@ TEST_F(LogRecord, NamesTheThreadOfItsBeginning) {
     EXPECT_TRUE(texts[0].ends_with("[LogSample::Bad] [4312] param error\r\n")) << texts[0];
 }
 
-TEST_F(LogRecord, GoesToTheLoggerWithTheNumberOfItsLevel) {
+TEST_F(LogRecord, PassesItsLevelToTheLogger) {
     LogSample::Ready();
     LogSample::Bad();
     const auto records = siblings.Records();
@@ -90,7 +90,7 @@ TEST_F(LogRecord, GoesToTheLoggerWithTheNumberOfItsLevel) {
     EXPECT_EQ(records[1].text, kit::Error("logRecordTest.cpp LogSample::Bad", "param error"));
 }
 
-TEST_F(LogRecord, OfAFreeFunctionHasItsNameAlone) {
+TEST_F(LogRecord, OfAFreeFunctionHasNoClass) {
     LogSampleFree();
     EXPECT_EQ(siblings.TakeRecordTexts(), Texts{kit::Trace("logRecordTest.cpp LogSampleFree", "free")});
 }
@@ -101,7 +101,7 @@ TEST_F(LogRecord, JoinsLiteralsAndValuesWithoutSeparators) {
               Texts{kit::Trace("logRecordTest.cpp LogSample::Values", "mid=A ,number=4294967295")});
 }
 
-TEST_F(LogRecord, NonAsciiValueComesOutAsTheRightWideTextInBothSinks) {
+TEST_F(LogRecord, NonAsciiValueReachesBothSinks) {
     const std::string value = "gr\xC3\xBC\xC3\x9F \xE4\xB8\xAD\xE6\x96\x87 \xF0\x9F\x98\x80";
     LogSample().Values(value, 1);
     const Texts records = TakeRawRecords();
@@ -110,7 +110,7 @@ TEST_F(LogRecord, NonAsciiValueComesOutAsTheRightWideTextInBothSinks) {
     EXPECT_EQ(TakeDebugOutput(), records);
 }
 
-TEST_F(LogRecord, TwoOfOneLevelInAFunctionAreTwoTextsAndTheSecondHasNothingOfTheFirst) {
+TEST_F(LogRecord, ExcludesEarlierRecordsOfItsFunction) {
     LogSample::Two();
     const Texts three{kit::Trace("logRecordTest.cpp LogSample::Two", "first"),
                       kit::Error("logRecordTest.cpp LogSample::Two", "failed"),
@@ -119,13 +119,13 @@ TEST_F(LogRecord, TwoOfOneLevelInAFunctionAreTwoTextsAndTheSecondHasNothingOfThe
     EXPECT_EQ(TakeDebugOutput().size(), 3U);
 }
 
-TEST_F(LogRecord, LongMessageComesOutWhole) {
+TEST_F(LogRecord, LongMessageIsComplete) {
     const std::string message(50'000, 'm');
     LogSample::Long(message);
     EXPECT_EQ(siblings.TakeRecordTexts(), Texts{kit::Trace("logRecordTest.cpp LogSample::Long", message)});
 }
 
-TEST_F(LogRecord, LeavesNothingForTheStandardOutput) {
+TEST_F(LogRecord, WritesNothingToTheStandardOutput) {
     LogSample::Two();
     EXPECT_EQ(system.standardOutput.Take(), Texts());
 }

@@ -1,4 +1,4 @@
-// What a log site knows of itself, cut at compile time.
+// The file and function names of a log site, computed at compile time.
 #include "logging/logSite.h"
 
 #include <functional>
@@ -13,12 +13,12 @@ consteval bool FileIs(const char* path, std::string_view name) {
     return LogFileName(path) == name;
 }
 
-static_assert(FileIs("C:\\src\\mordRev\\mordRev.cpp", "mordRev.cpp"), "from behind the last backslash");
+static_assert(FileIs("C:\\src\\mordRev\\mordRev.cpp", "mordRev.cpp"), "after the last backslash");
 static_assert(FileIs("src/mordRev/src/mordRev.cpp", "mordRev.cpp"), "the separator of other systems");
-static_assert(FileIs("C:\\src/mordRev.cpp", "mordRev.cpp"), "the last of either kind");
-static_assert(FileIs("src/win\\mordRev.cpp", "mordRev.cpp"), "the last of either kind");
-static_assert(FileIs("mordRev", "mordRev"), "the whole path when it has none");
-static_assert(FileIs("dir\\", ""), "nothing behind a separator at the end");
+static_assert(FileIs("C:\\src/mordRev.cpp", "mordRev.cpp"), "the last separator of either kind");
+static_assert(FileIs("src/win\\mordRev.cpp", "mordRev.cpp"), "the last separator of either kind");
+static_assert(FileIs("mordRev", "mordRev"), "a path without a separator");
+static_assert(FileIs("dir\\", ""), "a separator at the end");
 static_assert(FileIs("", ""));
 
 template <size_t capacity>
@@ -43,15 +43,14 @@ static_assert(FunctionIs("const Base::CSmartStream &Base::CSmartStream::Self()",
 static_assert(FunctionIs("std::map<std::__cxx11::basic_string<char>, bool> Table::Rows() const", "Table::Rows"),
               "a template in the result");
 static_assert(FunctionIs("Base::Length Base::Length::operator*(int) const", "Base::Length::operator*"),
-              "an asterisk of the name itself");
+              "an asterisk in the name");
 static_assert(FunctionIs("bool StartLogger(const WideChar*)", "StartLogger"), "a free function");
 static_assert(FunctionIs("CMordRecv::CMordRecv()", "CMordRecv::CMordRecv"), "a constructor has no result");
-static_assert(FunctionIs("virtual CMordRecv::~CMordRecv()", "CMordRecv::~CMordRecv"), "nor has a destructor");
+static_assert(FunctionIs("virtual CMordRecv::~CMordRecv()", "CMordRecv::~CMordRecv"), "a destructor has no result");
 
 } // namespace
 
-// The names of real functions, as this compiler writes them. They stand outside any namespace, since that would be part
-// of the name.
+// Functions for the name format of this compiler. Outside any namespace: that would be part of the names.
 struct LogSiteSample {
     std::string constructed;
 
@@ -97,33 +96,23 @@ TEST(LogFunctionName, IsTheFunctionWithItsClass) {
     EXPECT_EQ(LogSiteSample::Inner().Member(), "LogSiteSample::Inner::Member");
 }
 
-TEST(LogFunctionName, OfAConstructorIsTheClassTwice) {
+TEST(LogFunctionName, OfAConstructorRepeatsTheClass) {
     EXPECT_EQ(LogSiteSample().constructed, "LogSiteSample::LogSiteSample");
 }
 
-TEST(LogFunctionName, OfAFreeFunctionIsItsNameAlone) {
+TEST(LogFunctionName, OfAFreeFunctionHasNoClass) {
     EXPECT_EQ(LogSiteFreeFunction(""), "LogSiteFreeFunction");
 }
 
-TEST(LogFunctionName, HasNothingOfThePointerOrReferenceThatIsReturned) {
+TEST(LogFunctionName, ExcludesTheReturnType) {
     LogSiteSample sample;
     std::string name;
     sample.Pointer(&name);
     EXPECT_EQ(name, "LogSiteSample::Pointer");
     sample.Reference(&name);
     EXPECT_EQ(name, "LogSiteSample::Reference");
-}
-
-TEST(LogFunctionName, HasNothingOfTheTemplateThatIsReturned) {
-    LogSiteSample sample;
-    std::string name;
     sample.Template(&name);
     EXPECT_EQ(name, "LogSiteSample::Template");
-}
-
-TEST(LogFunctionName, HasNothingOfACallableThatIsReturned) {
-    LogSiteSample sample;
-    std::string name;
     sample.Callable(&name);
     EXPECT_EQ(name, "LogSiteSample::Callable");
 }

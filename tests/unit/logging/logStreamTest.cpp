@@ -1,4 +1,4 @@
-// What goes into a record, and what becomes of it at its end.
+// Insertions into a record, and the sinks of an ended record.
 #include "logging/logStream.h"
 
 #include <limits>
@@ -22,7 +22,7 @@ protected:
         SetLogState(false, true, false);
     }
 
-    // The text of a record of these values alone, without its end of line.
+    // The text of a record of these values, without its line end.
     template <typename... Values>
     std::string Inserted(const Values&... values) {
         LogStream stream(LOG_LEVEL_TRACE);
@@ -30,20 +30,20 @@ protected:
         stream.EndRecord();
         const Texts texts = TakeDebugOutput();
         if (texts.size() != 1 || !texts[0].ends_with("\r\n")) {
-            return "no record, or one without its end";
+            return "no record, or no line end";
         }
         return texts[0].substr(0, texts[0].size() - 2);
     }
 };
 
-TEST_F(LogStreamInsertion, WideTextGoesInAsItStands) {
+TEST_F(LogStreamInsertion, WideTextIsUnchanged) {
     EXPECT_EQ(Inserted(WIDE("plain")), "plain");
     EXPECT_EQ(Inserted(WIDE("\u4E2D\u6587 \U0001F600")), "\xE4\xB8\xAD\xE6\x96\x87 \xF0\x9F\x98\x80");
     EXPECT_EQ(Inserted(WIDE("")), "");
     EXPECT_EQ(TakeCalls(),
               (Texts{"OutputDebugStringW(plain\r\n)",
                      "OutputDebugStringW(\xE4\xB8\xAD\xE6\x96\x87 \xF0\x9F\x98\x80\r\n)", "OutputDebugStringW(\r\n)"}))
-        << "no converter is looked for";
+        << "no converter is needed";
 }
 
 TEST_F(LogStreamInsertion, NarrowTextIsConverted) {
@@ -63,13 +63,13 @@ TEST_F(LogStreamInsertion, NarrowTextEndsAtItsFirstNul) {
     EXPECT_EQ(Inserted(std::string("ab\0cd", 5), WIDE("|")), "ab|");
 }
 
-TEST_F(LogStreamInsertion, LongTextGoesInWhole) {
+TEST_F(LogStreamInsertion, LongTextIsComplete) {
     const std::string text(100'000, 'x');
     EXPECT_EQ(Inserted(text), text);
     EXPECT_EQ(Inserted(kit::ToWide(text).c_str()), text);
 }
 
-TEST_F(LogStreamInsertion, NumbersAreDecimalToTheEdgesOf32Bits) {
+TEST_F(LogStreamInsertion, NumbersAreDecimalOver32Bits) {
     EXPECT_EQ(Inserted(int32_t{0}), "0");
     EXPECT_EQ(Inserted(int32_t{-1}), "-1");
     EXPECT_EQ(Inserted(int32_t{7}), "7");
@@ -85,12 +85,12 @@ TEST_F(LogStreamInsertion, BoolIsOneOrZero) {
     EXPECT_EQ(Inserted(false), "0");
 }
 
-TEST_F(LogStreamInsertion, PiecesAreJoinedWithNothingBetween) {
+TEST_F(LogStreamInsertion, ValuesHaveNoSeparator) {
     EXPECT_EQ(Inserted(WIDE("reply="), uint32_t{1}, WIDE(",rule guid"), std::string("G"), true, int32_t{-5}, "n"),
               "reply=1,rule guidG1-5n");
 }
 
-// A host's own locale groups digits and names its booleans.
+// A locale that groups digits and names its booleans.
 template <typename Char>
 struct HostNumbers : std::numpunct<Char> {
     std::string do_grouping() const override { return "\3"; }
@@ -98,7 +98,7 @@ struct HostNumbers : std::numpunct<Char> {
     std::basic_string<Char> do_truename() const override { return {'j', 'a'}; }
 };
 
-TEST_F(LogStreamInsertion, NumbersFollowTheClassicLocaleWhateverTheHostSet) {
+TEST_F(LogStreamInsertion, NumbersIgnoreTheGlobalLocale) {
     const std::locale before = std::locale::global(
         std::locale(std::locale(std::locale::classic(), new HostNumbers<char>), new HostNumbers<wchar_t>));
     EXPECT_EQ(Inserted(int32_t{-1234567}, WIDE(" "), uint32_t{4294967295U}, WIDE(" "), true), "-1234567 4294967295 1");
@@ -106,15 +106,6 @@ TEST_F(LogStreamInsertion, NumbersFollowTheClassicLocaleWhateverTheHostSet) {
 }
 
 class LogStreamRecords : public LogFixture {};
-
-TEST_F(LogStreamRecords, RecordEndsWithCarriageReturnAndLineFeedInBothSinks) {
-    SetLogState(true, true, true);
-    LogStream stream(LOG_LEVEL_TRACE);
-    stream << WIDE("text");
-    stream.EndRecord();
-    EXPECT_EQ(TakeDebugOutput(), Texts{"text\r\n"});
-    EXPECT_EQ(TakeRawRecords(), Texts{"text\r\n"});
-}
 
 TEST_F(LogStreamRecords, DebugOutputComesBeforeTheLogger) {
     SetLogState(true, true, true);
@@ -128,9 +119,7 @@ TEST_F(LogStreamRecords, DebugOutputComesBeforeTheLogger) {
 TEST_F(LogStreamRecords, LoggerGetsTheLevelOfTheStream) {
     SetLogState(true, false, true);
     for (const int32_t level : {30, 35}) {
-        LogStream stream(level);
-        stream << WIDE("text");
-        stream.EndRecord();
+        LogStream(level).EndRecord();
     }
     const auto records = siblings.Records();
     ASSERT_EQ(records.size(), 2U);
@@ -138,7 +127,7 @@ TEST_F(LogStreamRecords, LoggerGetsTheLevelOfTheStream) {
     EXPECT_EQ(records[1].level, 35);
 }
 
-TEST_F(LogStreamRecords, SecondRecordThroughOneStreamComesWithoutTheFirst) {
+TEST_F(LogStreamRecords, SecondRecordExcludesTheFirst) {
     SetLogState(true, true, true);
     LogStream stream(LOG_LEVEL_TRACE);
     stream << WIDE("the first, longer one ") << int32_t{1};
@@ -150,15 +139,15 @@ TEST_F(LogStreamRecords, SecondRecordThroughOneStreamComesWithoutTheFirst) {
     EXPECT_EQ(TakeRawRecords(), two);
 }
 
-TEST_F(LogStreamRecords, RecordWithNothingInItIsItsLineEnd) {
+TEST_F(LogStreamRecords, EmptyRecordIsItsLineEnd) {
     SetLogState(true, false, true);
     LogStream stream(LOG_LEVEL_TRACE);
     stream.EndRecord();
     EXPECT_EQ(TakeRawRecords(), Texts{"\r\n"});
 }
 
-// A null wide pointer fails the stream, as with any standard stream: what follows is lost up to the end of the record.
-TEST_F(LogStreamRecords, FailedInsertionLosesTheRestOfItsRecordAndTheNextOneIsWhole) {
+// A null wide pointer fails the stream, as in any standard stream. The rest of the record is lost.
+TEST_F(LogStreamRecords, FailedInsertionLosesTheRestOfItsRecordOnly) {
     SetLogState(true, true, true);
     LogStream stream(LOG_LEVEL_TRACE);
     stream << WIDE("before ") << static_cast<const WideChar*>(nullptr) << WIDE("after ") << int32_t{3} << "narrow";
@@ -183,8 +172,7 @@ TEST_F(LogStreamRecords, EachOfManyRecordsThroughOneStreamHoldsItsOwnTextOnly) {
     EXPECT_EQ(TakeRawRecords(), expected);
 }
 
-// Where a record goes, for every state of flags and logger.
-TEST_F(LogStreamRecords, SinksAreThoseThatTheFlagsNameAndTheLoggerMustBeThere) {
+TEST_F(LogStreamRecords, FlagsAndLoggerSelectTheSinks) {
     for (const bool file : {false, true}) {
         for (const bool debugView : {false, true}) {
             for (const bool logger : {false, true}) {

@@ -1,4 +1,4 @@
-// Any thread may log: records of several threads come out whole, each with the id of its thread.
+// Records of concurrent threads are complete, each with the id of its thread.
 #include <map>
 #include <set>
 #include <thread>
@@ -18,7 +18,7 @@ namespace {
 
 class LogThreads : public kit::ReceiverFixture {};
 
-TEST_F(LogThreads, RecordsComeOutWholeWithTheIdOfTheirThread) {
+TEST_F(LogThreads, RecordsAreCompleteWithTheIdOfTheirThread) {
     StartLogging();
     constexpr uint32_t threadCount = 8;
     constexpr uint32_t recordCount = 200;
@@ -37,7 +37,7 @@ TEST_F(LogThreads, RecordsComeOutWholeWithTheIdOfTheirThread) {
     }
     EXPECT_EQ(std::set<uint32_t>(ids.begin(), ids.end()).size(), threadCount) << "the ids differ while threads run";
 
-    // Of each thread, its records in order.
+    // The records of each thread, in order.
     std::map<uint32_t, Texts> byThread;
     for (const auto& record : siblings.Records()) {
         EXPECT_EQ(record.level, 35);

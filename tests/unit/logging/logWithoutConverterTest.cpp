@@ -1,5 +1,4 @@
-// Records when the first conversion of the process finds no converter: what is narrow in them goes blank. Each case
-// needs a process of its own.
+// Records lose narrow text if the first conversion of the process finds no converter. Each case needs a new process.
 #include "kit/text/utf.h"
 #include "logging/logMacros.h"
 #include "logging/logTimestamp.h"
@@ -35,19 +34,19 @@ protected:
         return texts.empty() ? "" : texts[0].substr(kit::ToNarrow(LogTimestamp().View()).size());
     }
 
-    void ExpectGaps() {
+    void ExpectNoNarrowText() {
         BlankSample::Trace("A", 1);
         EXPECT_EQ(TakeWithoutTime(),
                   " [TRACE][ " + std::to_string(BlankSample::line) + "][] [4312match mid=,rule guid=,reply:1\r\n");
     }
 };
 
-TEST_F(LogWithoutConverter, RecordKeepsItsWideWordsAndNumbersAndLosesFileFunctionAndValues) {
+TEST_F(LogWithoutConverter, RecordKeepsOnlyWideTextAndNumbers) {
     system.modules.erase("ZelkBase.dll");
-    ExpectGaps();
+    ExpectNoNarrowText();
 }
 
-TEST_F(LogWithoutConverter, NarrowMessageIsLostWhole) {
+TEST_F(LogWithoutConverter, NarrowMessageIsLost) {
     system.modules.erase("ZelkBase.dll");
     BlankSample::Error();
     const std::string text = TakeWithoutTime();
@@ -55,23 +54,18 @@ TEST_F(LogWithoutConverter, NarrowMessageIsLostWhole) {
     EXPECT_TRUE(text.ends_with("][] [4312\r\n")) << text;
 }
 
-TEST_F(LogWithoutConverter, LibraryWithoutAFactoryGivesTheSameGaps) {
+TEST_F(LogWithoutConverter, LibraryWithoutAFactoryGivesTheSameRecord) {
     system.modules["ZelkBase.dll"] = nullptr;
-    ExpectGaps();
+    ExpectNoNarrowText();
 }
 
-TEST_F(LogWithoutConverter, RefusedConverterGivesTheSameGaps) {
+TEST_F(LogWithoutConverter, RejectedConverterGivesTheSameRecordPermanently) {
     siblings.refused = {"ITextConverter"};
-    ExpectGaps();
-}
-
-TEST_F(LogWithoutConverter, GapsStayThoughTheConverterCouldBeHadLater) {
-    siblings.refused = {"ITextConverter"};
-    ExpectGaps();
+    ExpectNoNarrowText();
     siblings.refused.clear();
     TakeCalls();
-    ExpectGaps();
-    EXPECT_EQ(TakeCalls().size(), 1U) << "the debug output alone is called";
+    ExpectNoNarrowText();
+    EXPECT_EQ(TakeCalls().size(), 1U) << "only the debug output is called";
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-// What happens when the shipped library is unloaded: the logger is released, and nothing else.
+// Unloading the shipped library releases the logger and nothing else.
 #include "kit/heap/leakCheck.h"
 #include "kit/host/productFixture.h"
 
@@ -8,10 +8,10 @@ using Calls = std::vector<std::string>;
 
 class Unloading : public kit::ProductFixture {
 protected:
-    void TearDown() override { EXPECT_EQ(calls.Take(), Calls()) << "host and sink are not told"; }
+    void TearDown() override { EXPECT_EQ(calls.Take(), Calls()) << "host and sink are not called"; }
 
-    // A receiver that has been through all its states. What it keeps for good is lost to the leak check once the
-    // library is gone, and is meant to be.
+    // Takes a receiver through all its states. The leak check does not find the memory that the library keeps until the
+    // process ends once the library is unloaded, so it is paused.
     void UseReceiver(const std::string& ini) {
         const PauseLeakCheck pause;
         siblings.WriteIni(ini);

@@ -1,4 +1,4 @@
-// The text of a record as it grows by single characters, which a standard insertion into the stream may come to.
+// The buffer of a record: growth, exhausted memory, single characters.
 #include <string>
 
 #include <gtest/gtest.h>
@@ -12,7 +12,7 @@ using kit::AllocationCounter;
 using kit::FailingNew;
 using Text = std::basic_string<WideChar>;
 
-// The way to what a stream buffer does when it is full, as any class derived from one has it.
+// Access to the protected overflow function.
 class Buffer : public std::basic_streambuf<WideChar> {
 public:
     static int_type Overflow(std::basic_streambuf<WideChar>& buffer, int_type unit) {
@@ -20,7 +20,7 @@ public:
     }
 };
 
-// The units that a stream takes without memory of its own: as many as can be put in while there is none to be had.
+// The number of units that a stream accepts without heap memory.
 size_t RoomWithoutTheHeap() {
     Base::CSmartStream stream;
     size_t count = 0;
@@ -35,12 +35,12 @@ size_t RoomWithoutTheHeap() {
     }
 }
 
-TEST(RecordText, StandsInTheObjectUpTo511Units) {
+TEST(RecordText, NeedsNoHeapUpTo511Units) {
     EXPECT_EQ(RoomWithoutTheHeap(), 511U);
 }
 
-// Twice what it holds, and a NUL: of a record that grows by small pieces few are copied.
-TEST(RecordText, GrowsToTwiceWhatItHolds) {
+// Twice the length and a NUL, so that small insertions copy rarely.
+TEST(RecordText, GrowsToTwiceItsLength) {
     Base::CSmartStream stream;
     stream.Append(Text(500, WIDE('a')));
     const Text more(100, WIDE('b')), rest(600, WIDE('c'));
@@ -52,7 +52,7 @@ TEST(RecordText, GrowsToTwiceWhatItHolds) {
     EXPECT_EQ(stream.Text(), Text(500, WIDE('a')) + Text(100, WIDE('b')) + Text(600, WIDE('c')));
 }
 
-TEST(RecordText, GrowsByCharactersAsItDoesByTexts) {
+TEST(RecordText, GrowsByCharacters) {
     Base::CSmartStream stream;
     Text expected;
     for (unsigned i = 0; i < 5000; ++i) {
@@ -63,7 +63,7 @@ TEST(RecordText, GrowsByCharactersAsItDoesByTexts) {
     EXPECT_EQ(stream.Text(), expected);
 }
 
-TEST(RecordText, ACharacterForWhichThereIsNoMemoryFailsTheStreamAndLeavesTheTextUntilItIsReset) {
+TEST(RecordText, ACharacterWithoutMemoryFailsTheStreamUntilItsReset) {
     const size_t room = RoomWithoutTheHeap();
     EXPECT_GT(room, 0U);
     Base::CSmartStream stream;
@@ -77,7 +77,7 @@ TEST(RecordText, ACharacterForWhichThereIsNoMemoryFailsTheStreamAndLeavesTheText
     }
     EXPECT_TRUE(stream.bad());
     EXPECT_EQ(stream.Text(), full);
-    stream.put(WIDE('c')); // lost, though there is memory again
+    stream.put(WIDE('c')); // lost, although memory is available
     EXPECT_EQ(stream.Text(), full);
     stream.Reset();
     stream.put(WIDE('d'));
@@ -85,7 +85,7 @@ TEST(RecordText, ACharacterForWhichThereIsNoMemoryFailsTheStreamAndLeavesTheText
     EXPECT_EQ(stream.Text(), Text(WIDE("d")));
 }
 
-TEST(RecordText, ATextForWhichThereIsNoMemoryIsLeftOutWholeAndSoIsWhatFollows) {
+TEST(RecordText, ATextWithoutMemoryFailsTheStreamUntilItsReset) {
     Base::CSmartStream stream;
     stream.Append(WIDE("before"));
     const Text large(10 * RoomWithoutTheHeap(), WIDE('a'));
@@ -95,7 +95,7 @@ TEST(RecordText, ATextForWhichThereIsNoMemoryIsLeftOutWholeAndSoIsWhatFollows) {
         EXPECT_EQ(failing.Failed(), kit::AllocationKind::New);
     }
     EXPECT_TRUE(stream.bad());
-    stream.Append(WIDE("after")); // lost, though there is room for it
+    stream.Append(WIDE("after")); // lost, although it fits
     EXPECT_EQ(stream.Text(), Text(WIDE("before")));
     stream.Reset();
     stream.Append(WIDE("next"));
@@ -103,7 +103,7 @@ TEST(RecordText, ATextForWhichThereIsNoMemoryIsLeftOutWholeAndSoIsWhatFollows) {
     EXPECT_EQ(stream.Text(), Text(WIDE("next")));
 }
 
-TEST(RecordText, EndOfFileIsNoCharacterAndNoFailure) {
+TEST(RecordText, EndOfFileAddsNothing) {
     using Traits = std::char_traits<WideChar>;
     Base::CSmartStream stream;
     stream.put(WIDE('a'));

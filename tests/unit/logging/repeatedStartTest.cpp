@@ -1,4 +1,4 @@
-// A start that is repeated, with another ini file than the first.
+// A repeated start with another ini file.
 #include "mordRev/src/mordRev.h"
 #include "unit/logging/logFixture.h"
 
@@ -19,7 +19,7 @@ protected:
         EXPECT_TRUE(receiver.InitLogMoudle());
     }
 
-    // The calls to the logger since the last one.
+    // The calls to the logger since the last call of this function.
     Calls TakeLoggerCalls() {
         Calls calls = TakeCalls();
         std::erase_if(calls, [](const std::string& call) { return call.find("ILogWriter") == std::string::npos; });
@@ -31,7 +31,7 @@ protected:
     CMordRecv receiver;
 };
 
-TEST_F(RepeatedStart, ReleasesTheFormerLoggerAndThenMakesANewOne) {
+TEST_F(RepeatedStart, ReleasesTheFormerLoggerAndCreatesANewOne) {
     Start(1, 0, 30);
     EXPECT_EQ(TakeLoggerCalls(),
               (Calls{"create ILogWriter", "ILogWriter.SetLevel(30)", "ILogWriter.Start(MORD_Recv,0)", written}));
@@ -40,16 +40,16 @@ TEST_F(RepeatedStart, ReleasesTheFormerLoggerAndThenMakesANewOne) {
                                         "ILogWriter.Start(MORD_Recv,0)", written}));
 }
 
-TEST_F(RepeatedStart, WithWriteLogSwitchedOffKeepsTheFlagAndTheFormerLogger) {
+TEST_F(RepeatedStart, WriteLogOffKeepsTheFlagAndTheLogger) {
     Start(1, 0);
     TakeLoggerCalls();
     Start(0, 0);
     EXPECT_TRUE(LogFileEnabled);
     EXPECT_TRUE(LoggerObject);
-    EXPECT_EQ(TakeLoggerCalls(), Calls{written}) << "neither released nor made: it goes on";
+    EXPECT_EQ(TakeLoggerCalls(), Calls{written}) << "neither released nor created";
 }
 
-TEST_F(RepeatedStart, WithWriteLogOffAndOnAgainReplacesTheLogger) {
+TEST_F(RepeatedStart, WriteLogOffAndOnReplacesTheLogger) {
     Start(1, 0);
     Start(0, 0);
     TakeLoggerCalls();
@@ -73,7 +73,7 @@ TEST_F(RepeatedStart, DebugViewFollowsTheFileEachTime) {
     EXPECT_EQ(TakeDebugOutput(), Calls());
 }
 
-TEST_F(RepeatedStart, LoggerThatCannotBeReplacedIsGoneWithTheFlagStillSetAndNothingFails) {
+TEST_F(RepeatedStart, FailedReplacementRemovesTheLoggerAndKeepsTheFlag) {
     Start(1, 0);
     TakeLoggerCalls();
     siblings.refused = {"ILogWriter"};
@@ -89,7 +89,7 @@ TEST_F(RepeatedStart, LoggerThatCannotBeReplacedIsGoneWithTheFlagStillSetAndNoth
               (Calls{"create ILogWriter", "ILogWriter.SetLevel(0)", "ILogWriter.Start(MORD_Recv,0)", written}));
 }
 
-TEST_F(RepeatedStart, FailureBeforeTheFileIsReadLeavesTheRunningLogger) {
+TEST_F(RepeatedStart, FailureBeforeTheFileIsReadKeepsTheLogger) {
     Start(1, 1);
     TakeLoggerCalls();
     TakeDebugOutput();

@@ -10,7 +10,7 @@
 
 namespace {
 
-// Stands in the place of what std::wcout writes to.
+// Captures std::wcout.
 class StandardOutput {
 public:
     StandardOutput() : m_former(std::wcout.rdbuf(&m_buffer)) {}
@@ -23,7 +23,7 @@ private:
     std::wstreambuf* m_former;
 };
 
-TEST(StandardOutput, GetsTheAbandonedRecordAndSoDoesTheDebugOutput) {
+TEST(StandardOutput, GetsAnAbandonedRecord) {
     ASSERT_FALSE(LogFileEnabled || LogDebugViewEnabled);
     const StandardOutput standard;
     const kit::DebugOutput debug;
@@ -32,7 +32,7 @@ TEST(StandardOutput, GetsTheAbandonedRecordAndSoDoesTheDebugOutput) {
     EXPECT_EQ(debug.Text(), "half -1");
 }
 
-TEST(StandardOutput, GetsWideTextBeyondAsciiAsItIs) {
+TEST(StandardOutput, GetsNonAsciiText) {
     const StandardOutput standard;
     const kit::DebugOutput debug;
     { LogStream(LOG_LEVEL_TRACE) << WIDE("gr\u00FC\u00DF"); }
@@ -40,16 +40,15 @@ TEST(StandardOutput, GetsWideTextBeyondAsciiAsItIs) {
     EXPECT_EQ(debug.Text(), "gr\xC3\xBC\xC3\x9F");
 }
 
-// One wide character or two, as the platform has it. The debug output is not compared: on Windows it can reach the test
-// in a code page that lacks the character.
-TEST(StandardOutput, GetsACharacterBeyondTheBasicPlaneWhole) {
+// The debug output is not compared: on Windows its code page may lack the character.
+TEST(StandardOutput, GetsASupplementaryCharacter) {
     const StandardOutput standard;
     const kit::DebugOutput debug;
     { LogStream(LOG_LEVEL_TRACE) << WIDE("\U0001F600!"); }
     EXPECT_EQ(standard.Text(), L"\U0001F600!");
 }
 
-TEST(StandardOutput, GetsNothingOfARecordThatWasEnded) {
+TEST(StandardOutput, GetsNoEndedRecord) {
     const StandardOutput standard;
     const kit::DebugOutput debug;
     {
@@ -61,10 +60,10 @@ TEST(StandardOutput, GetsNothingOfARecordThatWasEnded) {
     EXPECT_EQ(debug.Text(), "");
 }
 
-// A buffer that takes nothing fails the stream.
+// A buffer without room fails the stream.
 class FullBuffer : public std::wstreambuf {};
 
-TEST(StandardOutput, IsReadyForMoreAfterARecordThatItCouldNotTake) {
+TEST(StandardOutput, RecoversFromAFailedWrite) {
     FullBuffer full;
     std::wstreambuf* const former = std::wcout.rdbuf(&full);
     const kit::DebugOutput debug;

@@ -1,4 +1,4 @@
-// What can be missing at the start of logging. The flags stay as they were, whatever they were; nothing is logged.
+// Failures of the start of logging keep the flags and log nothing.
 #include "mordRev/src/mordRev.h"
 #include "unit/logging/startLoggerFixture.h"
 
@@ -12,45 +12,40 @@ protected:
         system.ini = {{"WriteLog", 1}, {"DebugView", GetParam() ? 0U : 1U}};
     }
 
-    // False from the routine and from the member over it; no record anywhere.
+    // Both functions return false, write no record and keep the flags.
     void ExpectFailure() {
         EXPECT_FALSE(StartLogger(WIDE("NAME")));
         EXPECT_FALSE(CMordRecv().InitLogMoudle());
         EXPECT_EQ(TakeRawRecords(), Calls());
         EXPECT_EQ(TakeDebugOutput(), Calls());
-    }
-    void ExpectFlagsAsTheyWere() {
         EXPECT_EQ(LogFileEnabled, GetParam());
         EXPECT_EQ(LogDebugViewEnabled, GetParam());
         EXPECT_EQ(static_cast<bool>(LoggerObject), GetParam());
     }
 };
 
-TEST_P(StartLoggerFailure, NoModuleGivesFalseAndLeavesTheFlags) {
+TEST_P(StartLoggerFailure, NoModule) {
     siblings.foundModule = nullptr;
     ExpectFailure();
-    ExpectFlagsAsTheyWere();
     EXPECT_EQ(TakeCalls(), (Calls{"IModuleFinder.FindModule(module.base)", "IModuleFinder.FindModule(module.base)"}));
 }
 
-TEST_P(StartLoggerFailure, NoFactoryGivesFalseAndLeavesTheFlags) {
+TEST_P(StartLoggerFailure, NoFactory) {
     system.modules["empty.dll"] = nullptr;
     siblings.foundModule = system.Handle("empty.dll");
     ExpectFailure();
-    ExpectFlagsAsTheyWere();
     EXPECT_EQ(TakeCalls(),
               (Calls{"IModuleFinder.FindModule(module.base)", "GetProcAddress(empty.dll,CreateZelkObject)",
                      "IModuleFinder.FindModule(module.base)", "GetProcAddress(empty.dll,CreateZelkObject)"}));
 }
 
-TEST_P(StartLoggerFailure, NoLogConfigGivesFalseAndLeavesTheFlags) {
+TEST_P(StartLoggerFailure, NoLogConfig) {
     siblings.refused = {"ILogConfig"};
     ExpectFailure();
-    ExpectFlagsAsTheyWere();
     EXPECT_EQ(TakeCalls(), found + Calls{"refuse ILogConfig"} + found + Calls{"refuse ILogConfig"});
 }
 
-TEST_P(StartLoggerFailure, NoLoggerGivesFalseWithTheDebugFlagAsTheFileSaysAndTheFileFlagAsItWas) {
+TEST_P(StartLoggerFailure, NoLoggerSetsTheDebugFlagOnly) {
     siblings.refused = {"ILogWriter"};
     EXPECT_FALSE(StartLogger(WIDE("NAME")));
     const Calls released = GetParam() ? Calls{"ILogWriter.Release"} : Calls();
@@ -60,16 +55,16 @@ TEST_P(StartLoggerFailure, NoLoggerGivesFalseWithTheDebugFlagAsTheFileSaysAndThe
     EXPECT_FALSE(LoggerObject);
     EXPECT_FALSE(CMordRecv().InitLogMoudle());
     EXPECT_EQ(TakeRawRecords(), Calls());
-    EXPECT_EQ(TakeDebugOutput(), Calls()) << "the member logs nothing when the start failed, though a flag is set";
+    EXPECT_EQ(TakeDebugOutput(), Calls()) << "a failed start logs nothing, although a flag is set";
 }
 
 INSTANTIATE_TEST_SUITE_P(WithTheFlags, StartLoggerFailure, testing::Values(false, true),
                          [](const auto& suite) { return suite.param ? "Set" : "Clear"; });
 
-// A process of its own, in which no service was bound before.
+// Needs a process that has bound no service.
 class StartLoggerFirst : public LogFixture {};
 
-TEST_F(StartLoggerFirst, BindsTheServicesBeforeAllElse) {
+TEST_F(StartLoggerFirst, BindsTheServicesFirst) {
     siblings.configTexts = {"C:\\logs\\"};
     EXPECT_TRUE(StartLogger(WIDE("NAME")));
     EXPECT_EQ(TakeCalls(),
@@ -84,7 +79,7 @@ TEST_F(StartLoggerFirst, BindsTheServicesBeforeAllElse) {
                      "GetPrivateProfileIntW(OUTLOG,LogLevel,0,C:\\logs\\Zelklog.ini)", "ILogConfig.Release"}));
 }
 
-TEST_F(StartLoggerFirst, NoModuleFinderGivesFalseAndLeavesTheFlags) {
+TEST_F(StartLoggerFirst, NoModuleFinder) {
     siblings.refused = {"IModuleFinder"};
     system.ini = {{"WriteLog", 1}, {"DebugView", 1}};
     EXPECT_FALSE(StartLogger(WIDE("NAME")));
@@ -102,7 +97,7 @@ TEST_F(StartLoggerFirst, NoModuleFinderGivesFalseAndLeavesTheFlags) {
     EXPECT_EQ(TakeDebugOutput(), Calls());
 }
 
-TEST_F(StartLoggerFirst, LibraryThatIsLoadedLateServesTheNextStart) {
+TEST_F(StartLoggerFirst, NextStartFindsALibraryLoadedLater) {
     const auto zelkBase = system.modules.extract("ZelkBase.dll");
     EXPECT_FALSE(StartLogger(WIDE("NAME")));
     system.modules["ZelkBase.dll"] = kit::ScriptedSiblings::Factory();

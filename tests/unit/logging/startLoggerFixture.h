@@ -1,4 +1,4 @@
-// A start of logging whose services are bound already, over a scripted system.
+// The start of logging over a scripted system, after the services were bound.
 #pragma once
 
 #include "logging/startLogger.h"
@@ -13,7 +13,7 @@ inline Calls operator+(Calls left, const Calls& right) {
 
 class StartLoggerSteps : public LogFixture {
 protected:
-    // All services of the holder are bound, and nothing of that is in the log.
+    // Binds the services and discards the recorded calls.
     void SetUp() override {
         LogFixture::SetUp();
         siblings.configTexts = {"C:\\logs\\"};

@@ -16,7 +16,7 @@ else()
     set(magic "PE32\\+")
 endif()
 
-# Each of these stands in the dump, and stands there as if alone: a second export would follow the first.
+# The dump must contain each pattern. A second export would follow the first and break the match.
 foreach(wanted IN ITEMS
         "file format ${format}\n"
         "\n\tDLL\n"

@@ -1,17 +1,18 @@
-// The component beside its siblings: what Init asks of them, they give.
+// Init of the component with the built siblings.
 #include <sstream>
 #include <stdexcept>
 
 #include <gtest/gtest.h>
 
 #include "kit/host/countingHost.h"
+#include "kit/text/utf.h"
 #include "unit/siblings/logRecords.h"
 
 namespace siblingTest {
 
 namespace {
 
-// The records of a log, each with the level and what stands behind the site: "[TRACE] message".
+// The level and the message of each record, such as "[TRACE] message".
 std::string LevelsAndMessages(const std::string& log) {
     std::istringstream lines(log);
     std::string shortened;
@@ -28,18 +29,9 @@ protected:
     IMordRev& Component() {
         void* object = nullptr;
         if (component.Factory()(&IID_IMordRev, &object) != 0) {
-            throw std::runtime_error("the component refuses its interface");
+            throw std::runtime_error("the component rejects its interface id");
         }
         return *static_cast<IMordRev*>(object);
-    }
-
-    static std::string NarrowMachineId() {
-        const WideString id = MachineIdOfSystem();
-        std::string narrow;
-        for (const WideChar unit : id) {
-            narrow.push_back(static_cast<char>(unit)); // digits and dashes
-        }
-        return narrow;
     }
 
     const LogFolder folder;
@@ -49,17 +41,17 @@ protected:
     kit::CountingHost host; // never called
 };
 
-TEST_F(ComponentTest, startsAndLogsTheMachineIdByTheIniFileOfTheLogDirectory) {
-    WriteFile(folder.Path() / "Zelklog.ini", "[OUTLOG]\r\nWriteLog=1\r\nLogLevel=30\r\n");
+TEST_F(ComponentTest, initLogsTheMachineIdAtLevelTrace) {
+    folder.Write("Zelklog.ini", "[OUTLOG]\r\nWriteLog=1\r\nLogLevel=30\r\n");
     ASSERT_TRUE(Component().Init(&host));
-    const std::string id = NarrowMachineId();
+    const std::string id = kit::ToNarrow(MachineIdOfSystem());
     EXPECT_EQ(LevelsAndMessages(folder.Log("MORD_Recv")), "[TRACE] logger is ready\r\n"
                                                           "[TRACE] GetLocalMid()-Get local mid is:" +
                                                               id + "\r\n[TRACE] init get mid=" + id + "\r\n");
 }
 
-TEST_F(ComponentTest, keepsTraceRecordsOutOfALogOfErrors) {
-    WriteFile(folder.Path() / "Zelklog.ini", "[OUTLOG]\r\nWriteLog=1\r\nLogLevel=35\r\n");
+TEST_F(ComponentTest, levelErrorDropsTraceRecords) {
+    folder.Write("Zelklog.ini", "[OUTLOG]\r\nWriteLog=1\r\nLogLevel=35\r\n");
     ASSERT_TRUE(Component().Init(&host));
     EXPECT_EQ(folder.Log("MORD_Recv"), "");
     uint32_t reply = 7;
@@ -69,7 +61,7 @@ TEST_F(ComponentTest, keepsTraceRecordsOutOfALogOfErrors) {
     EXPECT_EQ(log.find("[TRACE]"), std::string::npos) << log;
 }
 
-TEST_F(ComponentTest, startsWithoutAnIniFileAndWritesNothing) {
+TEST_F(ComponentTest, initWithoutAnIniFileWritesNothing) {
     ASSERT_TRUE(Component().Init(&host));
     EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));
 }

@@ -8,7 +8,7 @@ namespace siblingTest {
 
 namespace {
 
-// What the destination holds before. An output ends with a NUL, and so never with this.
+// The initial content of the destination. Output ends with a NUL, never with the filler.
 template <typename Char>
 constexpr Char filler = static_cast<Char>(0xFFFF);
 
@@ -19,7 +19,7 @@ Converted<To> ConvertText(ITextConverter& converter, uint32_t command, std::basi
                           size_t capacity) {
     const std::unique_ptr<To[]> destination(new To[capacity + guardLength]);
     std::fill_n(destination.get(), capacity + guardLength, filler<To>);
-    // A copy of exactly this size: a converter that reads further is seen by the address sanitizer.
+    // A block of exactly this size: the address sanitizer detects reads behind it.
     const std::unique_ptr<From[]> exact(new From[source.size()]);
     std::copy(source.begin(), source.end(), exact.get());
 
@@ -44,6 +44,14 @@ Converted<To> ConvertText(ITextConverter& converter, uint32_t command, std::basi
     return converted;
 }
 
+template <typename Char>
+std::basic_string<Char> Checked(const Converted<Char>& converted) {
+    if (converted.result != 0 || !converted.ended || !converted.stayedInside) {
+        throw std::runtime_error("a conversion with sufficient capacity failed");
+    }
+    return converted.text;
+}
+
 } // namespace
 
 Converted<WideChar> ToWideText(ITextConverter& converter, std::string_view source, size_t capacity) {
@@ -55,20 +63,13 @@ Converted<char> ToNarrowText(ITextConverter& converter, std::basic_string_view<W
 }
 
 std::u16string WideOf(ITextConverter& converter, std::string_view source) {
-    const Converted<WideChar> converted = ToWideText(converter, source, source.size() + 1);
-    if (converted.result != 0 || !converted.ended || !converted.stayedInside) {
-        throw std::runtime_error("a conversion with enough room failed");
-    }
-    return {converted.text.begin(), converted.text.end()};
+    const auto text = Checked(ToWideText(converter, source, source.size() + 1));
+    return {text.begin(), text.end()};
 }
 
 std::string NarrowOf(ITextConverter& converter, const std::u16string& source) {
     const std::basic_string<WideChar> wide(source.begin(), source.end());
-    const Converted<char> converted = ToNarrowText(converter, wide, 3 * source.size() + 1);
-    if (converted.result != 0 || !converted.ended || !converted.stayedInside) {
-        throw std::runtime_error("a conversion with enough room failed");
-    }
-    return converted.text;
+    return Checked(ToNarrowText(converter, wide, 3 * source.size() + 1));
 }
 
 } // namespace siblingTest

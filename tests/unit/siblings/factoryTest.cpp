@@ -1,4 +1,4 @@
-// The factories of the built libraries, and what holds for every service.
+// The factories of the built libraries, and the references of every service.
 #include <string>
 
 #include <gtest/gtest.h>
@@ -22,7 +22,7 @@ protected:
 INSTANTIATE_TEST_SUITE_P(All, OfferedServiceTest, testing::ValuesIn(offered),
                          [](const auto& tested) { return std::string(tested.param.name); });
 
-TEST_P(OfferedServiceTest, comesWithOneReferenceOfTheCaller) {
+TEST_P(OfferedServiceTest, startsWithOneReference) {
     void* object = nullptr;
     ASSERT_EQ(library.Factory()(&GetParam().id, &object), 0U);
     ASSERT_NE(object, nullptr);
@@ -37,13 +37,13 @@ TEST_P(OfferedServiceTest, countsItsReferences) {
     EXPECT_EQ(service->Release(), 1);
 }
 
-TEST_P(OfferedServiceTest, isANewObjectAtEachCall) {
+TEST_P(OfferedServiceTest, isANewObjectForEachCall) {
     const auto first = library.Make<ISmartUnknown>(GetParam().id);
     const auto second = library.Make<ISmartUnknown>(GetParam().id);
     EXPECT_NE(first.Get(), second.Get());
 }
 
-TEST_P(OfferedServiceTest, answersItsOwnIdentifierWithAReference) {
+TEST_P(OfferedServiceTest, queryInterfaceAddsAReferenceForItsId) {
     const auto service = library.Make<ISmartUnknown>(GetParam().id);
     void* view = nullptr;
     EXPECT_EQ(service->QueryInterface(&GetParam().id, &view), 0U);
@@ -51,7 +51,7 @@ TEST_P(OfferedServiceTest, answersItsOwnIdentifierWithAReference) {
     EXPECT_EQ(service->Release(), 1);
 }
 
-TEST_P(OfferedServiceTest, answersNoOtherIdentifier) {
+TEST_P(OfferedServiceTest, queryInterfaceRejectsOtherIds) {
     const auto service = library.Make<ISmartUnknown>(GetParam().id);
     for (const OfferedService& other : offered) {
         if (std::string(other.name) == GetParam().name) {
@@ -62,11 +62,11 @@ TEST_P(OfferedServiceTest, answersNoOtherIdentifier) {
         EXPECT_EQ(service->QueryInterface(&other.id, &view), noInterface) << other.name;
         EXPECT_EQ(view, &place) << other.name;
     }
-    EXPECT_EQ(service->AddRef(), 2) << "a refused query takes no reference";
+    EXPECT_EQ(service->AddRef(), 2) << "a rejected query adds no reference";
     service->Release();
 }
 
-TEST_P(OfferedServiceTest, comesFromItsLibraryAlone) {
+TEST_P(OfferedServiceTest, isUnknownToTheOtherLibrary) {
     const std::string other = std::string(GetParam().library) == "ZelkBase" ? "Ferrocore" : "ZelkBase";
     int place = 0;
     void* object = &place;
@@ -79,7 +79,7 @@ class FactoryTest : public testing::TestWithParam<const char*> {};
 INSTANTIATE_TEST_SUITE_P(All, FactoryTest, testing::Values("ZelkBase", "Ferrocore"),
                          [](const auto& tested) { return std::string(tested.param); });
 
-TEST_P(FactoryTest, refusesAnUnknownIdentifierAndLeavesThePlaceUntouched) {
+TEST_P(FactoryTest, rejectsAnUnknownIdAndLeavesTheOutputUnchanged) {
     const SiblingLibrary library{std::string(GetParam())};
     for (const GUID& id : {unknownId, IID_IMordRev, IID_IMordRevSecond, GUID{}}) {
         int place = 0;
@@ -89,9 +89,9 @@ TEST_P(FactoryTest, refusesAnUnknownIdentifierAndLeavesThePlaceUntouched) {
     }
 }
 
-TEST_P(FactoryTest, belongsToALibraryThatIsFoundByItsFileName) {
+TEST_P(FactoryTest, libraryIsFoundByItsFileName) {
     const SiblingLibrary library{std::string(GetParam())};
-    EXPECT_EQ(FindLoadedLibrary(GetParam()), library.Handle());
+    EXPECT_EQ(kit::FindLoadedLibrary(kit::LibraryFile(GetParam())), library.Handle());
 }
 
 } // namespace

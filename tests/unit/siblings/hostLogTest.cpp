@@ -1,4 +1,4 @@
-// The log writer of the host, in the place of the one that writes a file.
+// A log writer of the host replaces the one that writes a file.
 #include <gtest/gtest.h>
 
 #include "kit/host/countingHost.h"
@@ -9,7 +9,7 @@ namespace siblingTest {
 
 namespace {
 
-// A writer of the host, which counts.
+// Counts references and collects records.
 class HostWriter final : public ILogWriter {
 public:
     int32_t AddRef() override { return ++references; }
@@ -30,7 +30,6 @@ class HostLogTest : public testing::Test {
 protected:
     ~HostLogTest() override { library.Make<IHostLog>(SID_HostLog)->SetLogWriter(nullptr); }
 
-    // The factory's answer, with the reference that comes with it.
     ServiceHolder<ILogWriter> Writer() const { return library.Make<ILogWriter>(SID_LogWriter); }
 
     const LogFolder folder;
@@ -39,9 +38,9 @@ protected:
     HostWriter hostWriter;
 };
 
-TEST_F(HostLogTest, theFactoryGivesTheHostsWriterWithAReference) {
+TEST_F(HostLogTest, factoryReturnsTheWriterOfTheHostWithAReference) {
     EXPECT_EQ(hostLog->SetLogWriter(&hostWriter), 0);
-    EXPECT_EQ(hostWriter.references, 1) << "the library itself holds none";
+    EXPECT_EQ(hostWriter.references, 1) << "the library holds no reference";
     {
         const auto first = Writer();
         const auto second = Writer();
@@ -52,14 +51,14 @@ TEST_F(HostLogTest, theFactoryGivesTheHostsWriterWithAReference) {
     EXPECT_EQ(hostWriter.references, 1);
 }
 
-TEST_F(HostLogTest, isTheLibrarysAndNotTheObjects) {
+TEST_F(HostLogTest, appliesToTheLibraryNotToTheObject) {
     library.Make<IHostLog>(SID_HostLog)->SetLogWriter(&hostWriter);
     EXPECT_EQ(Writer().Get(), &hostWriter);
     library.Make<IHostLog>(SID_HostLog)->SetLogWriter(nullptr);
     EXPECT_NE(Writer().Get(), &hostWriter);
 }
 
-TEST_F(HostLogTest, withoutOneTheFileIsWrittenAgain) {
+TEST_F(HostLogTest, nullRestoresTheLogFile) {
     hostLog->SetLogWriter(&hostWriter);
     hostLog->SetLogWriter(nullptr);
     const auto writer = Writer();
@@ -69,7 +68,7 @@ TEST_F(HostLogTest, withoutOneTheFileIsWrittenAgain) {
     EXPECT_EQ(hostWriter.records, WIDE(""));
 }
 
-TEST_F(HostLogTest, aWriterThatWasGivenOutBeforeStaysAsItIs) {
+TEST_F(HostLogTest, earlierWritersKeepTheirFile) {
     const auto before = Writer();
     hostLog->SetLogWriter(&hostWriter);
     ASSERT_EQ(before->Start(WIDE("MORD_Recv"), 0), 0);
@@ -77,13 +76,12 @@ TEST_F(HostLogTest, aWriterThatWasGivenOutBeforeStaysAsItIs) {
     EXPECT_EQ(folder.Log("MORD_Recv"), "one\r\n");
 }
 
-TEST(HostLog, theComponentWritesItsRecordsThere) {
+TEST(HostLog, componentUsesTheWriterOfTheHost) {
     const LogFolder folder;
-    WriteFile(folder.Path() / "Zelklog.ini", "[OUTLOG]\r\nWriteLog=1\r\n");
+    folder.Write("Zelklog.ini", "[OUTLOG]\r\nWriteLog=1\r\n");
     const SiblingLibrary library{std::string("ZelkBase")};
     const SiblingLibrary component{std::string("mordRev")};
-    // Never deleted: the component may hold its reference until the process ends. The reference is static because the
-    // leak checker does not search a component that is already unloaded.
+    // Never deleted: the component may hold its reference until the process ends.
     static HostWriter& writer = *new HostWriter;
     kit::CountingHost host; // never called
     library.Make<IHostLog>(SID_HostLog)->SetLogWriter(&writer);
@@ -94,7 +92,7 @@ TEST(HostLog, theComponentWritesItsRecordsThere) {
     EXPECT_NE(writer.records.find(WIDE("] logger is ready\r\n")), WideString::npos);
     EXPECT_EQ(writer.references, 2);
     static_cast<IMordRev*>(object)->Uninit();
-    EXPECT_FALSE(std::filesystem::exists(folder.Path() / "MORD_Recv.log"));
+    EXPECT_FALSE(folder.Has("MORD_Recv.log"));
 }
 
 } // namespace

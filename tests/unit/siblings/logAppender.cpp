@@ -1,5 +1,5 @@
-// A program of its own that writes records through ZelkBase: logAppender MODULE TAG COUNT. Ends with 0 when all were
-// taken. The log directory comes with the environment.
+// logAppender MODULE TAG COUNT: writes records through ZelkBase. Exits with 0 if all calls succeeded. The environment
+// sets the log directory.
 #include <cstdlib>
 #include <iostream>
 

@@ -1,9 +1,9 @@
-// The log directory where Linux has ways of its own to name a library.
+// The log directory for library names that only Linux has.
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 
+#include "unit/siblings/logFolder.h"
 #include "unit/siblings/siblingLibrary.h"
-#include "unit/siblings/temporaryFolder.h"
 
 namespace siblingTest {
 
@@ -11,11 +11,11 @@ namespace {
 
 namespace fs = std::filesystem;
 
-TEST(LogConfigLinuxTest, aLibraryLoadedByARelativeNameKeepsItsDirectoryWhenTheProcessMovesOn) {
+TEST(LogConfigLinuxTest, aRelativeLibraryNameIsResolvedBeforeTheCurrentDirectoryChanges) {
     SetVariable("ZELK_LOG_DIR", {});
-    const TemporaryFolder folder;
+    const TestFolder folder;
     fs::create_directory(folder.Path() / "bin");
-    fs::copy_file(LibraryFile("ZelkBase"), folder.Path() / "bin" / "libZelkBase.so");
+    fs::copy_file(SiblingLibrary::File("ZelkBase"), folder.Path() / "bin" / "libZelkBase.so");
     fs::current_path(folder.Path());
     const SiblingLibrary library(fs::path("bin/libZelkBase.so"));
     fs::current_path("/");
@@ -23,10 +23,10 @@ TEST(LogConfigLinuxTest, aLibraryLoadedByARelativeNameKeepsItsDirectoryWhenThePr
     EXPECT_EQ(fs::path(config->GetConfigText(0x200002, 0)), folder.Path() / "bin" / "");
 }
 
-TEST(LogConfigLinuxTest, aCopyUnderAnotherNameFindsItself) {
-    const TemporaryFolder folder;
+TEST(LogConfigLinuxTest, aRenamedCopyFindsItself) {
+    const TestFolder folder;
     const fs::path copy = folder.Path() / "base.so.1";
-    fs::copy_file(LibraryFile("ZelkBase"), copy);
+    fs::copy_file(SiblingLibrary::File("ZelkBase"), copy);
     const SiblingLibrary original{std::string("ZelkBase")};
     const SiblingLibrary library(copy);
     const auto finder = library.Make<IModuleFinder>(SID_ModuleFinder);

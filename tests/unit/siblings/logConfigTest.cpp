@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
+#include "unit/siblings/logFolder.h"
 #include "unit/siblings/siblingLibrary.h"
-#include "unit/siblings/temporaryFolder.h"
 
 namespace siblingTest {
 
@@ -26,31 +26,28 @@ protected:
         return text == nullptr ? WIDE("(null)") : text;
     }
 
-    const TemporaryFolder folder;
+    const TestFolder folder;
     const SiblingLibrary library{std::string("ZelkBase")};
 };
 
-TEST_F(LogConfigTest, givesTheDirectoryInWhichTheLibraryStands) {
-    EXPECT_EQ(Directory(library), (LibraryFile("ZelkBase").parent_path() / "").string<WideChar>());
+TEST_F(LogConfigTest, returnsTheDirectoryOfTheLibrary) {
+    EXPECT_EQ(Directory(library), (SiblingLibrary::File("ZelkBase").parent_path() / "").string<WideChar>());
 }
 
-TEST_F(LogConfigTest, givesTheDirectoryOfALibraryThatStandsElsewhere) {
-    const fs::path copy = folder.Path() / LibraryFile("ZelkBase").filename();
-    fs::copy_file(LibraryFile("ZelkBase"), copy);
+TEST_F(LogConfigTest, returnsTheDirectoryOfACopiedLibrary) {
+    const fs::path copy = folder.Path() / SiblingLibrary::File("ZelkBase").filename();
+    fs::copy_file(SiblingLibrary::File("ZelkBase"), copy);
     EXPECT_EQ(Directory(SiblingLibrary(copy)), folder.TextWithSeparator());
 }
 
-TEST_F(LogConfigTest, givesTheDirectoryThatTheHostChose) {
-    SetVariable(variable, folder.TextWithSeparator());
-    EXPECT_EQ(Directory(library), folder.TextWithSeparator());
+TEST_F(LogConfigTest, returnsTheDirectoryOfTheVariableWithASeparator) {
+    for (const WideString& text : {folder.Text(), folder.TextWithSeparator()}) {
+        SetVariable(variable, text);
+        EXPECT_EQ(Directory(library), folder.TextWithSeparator());
+    }
 }
 
-TEST_F(LogConfigTest, addsTheSeparatorThatAChosenDirectoryLacks) {
-    SetVariable(variable, folder.Text());
-    EXPECT_EQ(Directory(library), folder.TextWithSeparator());
-}
-
-TEST_F(LogConfigTest, makesAChosenRelativeDirectoryAbsolute) {
+TEST_F(LogConfigTest, resolvesARelativeDirectory) {
     const fs::path before = fs::current_path();
     fs::current_path(folder.Path());
     SetVariable(variable, WIDE("logs"));
@@ -59,18 +56,18 @@ TEST_F(LogConfigTest, makesAChosenRelativeDirectoryAbsolute) {
     EXPECT_EQ(directory, (folder.Path() / "logs" / "").string<WideChar>());
 }
 
-TEST_F(LogConfigTest, takesAChosenDirectoryThatIsNotThereYet) {
+TEST_F(LogConfigTest, acceptsADirectoryThatDoesNotExist) {
     SetVariable(variable, (folder.Path() / "later").string<WideChar>());
     EXPECT_EQ(Directory(library), (folder.Path() / "later" / "").string<WideChar>());
 }
 
-TEST_F(LogConfigTest, takesALongDirectory) {
+TEST_F(LogConfigTest, acceptsALongDirectory) {
     const WideString longPath = folder.TextWithSeparator() + WideString(3000, WideChar{'d'});
     SetVariable(variable, longPath);
     EXPECT_EQ(Directory(library), longPath + static_cast<WideChar>(fs::path::preferred_separator));
 }
 
-TEST_F(LogConfigTest, readsTheChoiceWhenItIsMade) {
+TEST_F(LogConfigTest, readsTheVariableOncePerObject) {
     SetVariable(variable, folder.Text());
     const auto config = MakeConfig(library);
     const WideChar* const text = config->GetConfigText(0x200002, 0);
@@ -80,7 +77,7 @@ TEST_F(LogConfigTest, readsTheChoiceWhenItIsMade) {
     EXPECT_EQ(Directory(library), (folder.Path() / "other" / "").string<WideChar>());
 }
 
-TEST_F(LogConfigTest, givesNullForEveryOtherCode) {
+TEST_F(LogConfigTest, returnsNullForAnUnknownCode) {
     const auto config = MakeConfig(library);
     for (const uint32_t code : {0U, 1U, 0x200001U, 0x200003U, 0x20002U, 0xFFFFFFFFU}) {
         EXPECT_EQ(config->GetConfigText(code, 0), nullptr) << code;

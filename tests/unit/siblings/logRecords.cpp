@@ -5,7 +5,7 @@
 namespace siblingTest {
 
 WideString NumberedRecord(const std::string& tag, int number) {
-    // Of different lengths, so that records that overwrite each other cannot fit by chance.
+    // Different lengths reveal records that overwrite each other.
     const std::string words =
         tag + ' ' + std::to_string(number) + ' ' + std::string(static_cast<size_t>(number % 90), '.');
     return WideString(words.begin(), words.end()) + WIDE("\r\n");

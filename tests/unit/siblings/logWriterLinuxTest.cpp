@@ -1,4 +1,4 @@
-// The log writer against what Linux can do to a log file.
+// The log writer and the errors of Linux files: full disks, size limits, pipes.
 #include <csignal>
 #include <thread>
 
@@ -27,7 +27,7 @@ protected:
     const ServiceHolder<ILogWriter> writer = library.Make<ILogWriter>(SID_LogWriter);
 };
 
-// Bounds the size of files that this process writes, for as long as it lives.
+// Limits the size of files that this process writes, during the lifetime of the object.
 class FileSizeLimit {
 public:
     explicit FileSizeLimit(rlim_t size) {
@@ -80,13 +80,13 @@ TEST_F(LogWriterLinuxTest, survivesAFullDiskWithSeveralThreads) {
     EXPECT_EQ(lost, std::vector<int>(4, 500));
 }
 
-TEST_F(LogWriterLinuxTest, survivesADirectoryInWhichNoFileCanBeMade) {
+TEST_F(LogWriterLinuxTest, failsInADirectoryThatAllowsNoFiles) {
     SetVariable("ZELK_LOG_DIR", WIDE("/proc/self"));
     const auto refused = library.Make<ILogWriter>(SID_LogWriter);
     EXPECT_EQ(refused->Start(WIDE("MORD_Recv"), 0), writeFailed);
 }
 
-TEST_F(LogWriterLinuxTest, survivesTheLimitOfFileSizesAndGoesOnInANewLineBehindIt) {
+TEST_F(LogWriterLinuxTest, losesRecordsAtTheFileSizeLimitAndContinuesOnANewLine) {
     ASSERT_EQ(writer->Start(WIDE("MORD_Recv"), 0), 0);
     {
         const FileSizeLimit limit(10);
@@ -100,7 +100,7 @@ TEST_F(LogWriterLinuxTest, survivesTheLimitOfFileSizesAndGoesOnInANewLineBehindI
     EXPECT_FALSE(IsBlocked(SIGXFSZ));
 }
 
-TEST_F(LogWriterLinuxTest, leavesASignalOfTheHostsThatWaits) {
+TEST_F(LogWriterLinuxTest, keepsAPendingSignalOfTheHost) {
     ASSERT_EQ(writer->Start(WIDE("MORD_Recv"), 0), 0);
     sigset_t signals;
     sigemptyset(&signals);
@@ -118,9 +118,9 @@ TEST_F(LogWriterLinuxTest, leavesASignalOfTheHostsThatWaits) {
     pthread_sigmask(SIG_UNBLOCK, &signals, nullptr);
 }
 
-TEST_F(LogWriterLinuxTest, survivesAPipeWhoseReaderLeaves) {
+TEST_F(LogWriterLinuxTest, survivesAPipeWithoutAReader) {
     ASSERT_EQ(mkfifo(File().c_str(), 0600), 0);
-    EXPECT_EQ(writer->Start(WIDE("MORD_Recv"), 0), writeFailed) << "nobody reads, and nothing waits";
+    EXPECT_EQ(writer->Start(WIDE("MORD_Recv"), 0), writeFailed) << "no reader, no wait";
     const int reader = open(File().c_str(), O_RDONLY | O_NONBLOCK);
     ASSERT_EQ(writer->Start(WIDE("MORD_Recv"), 0), 0);
     EXPECT_EQ(writer->WriteRecord(WIDE("one\r\n"), levelTrace), 0);
@@ -132,7 +132,7 @@ TEST_F(LogWriterLinuxTest, survivesAPipeWhoseReaderLeaves) {
     EXPECT_FALSE(IsPending(SIGPIPE));
 }
 
-TEST_F(LogWriterLinuxTest, doesNotWaitForThePipeThatIsFull) {
+TEST_F(LogWriterLinuxTest, doesNotWaitForAFullPipe) {
     ASSERT_EQ(mkfifo(File().c_str(), 0600), 0);
     const int reader = open(File().c_str(), O_RDONLY | O_NONBLOCK);
     ASSERT_EQ(writer->Start(WIDE("MORD_Recv"), 0), 0);
@@ -144,7 +144,7 @@ TEST_F(LogWriterLinuxTest, doesNotWaitForThePipeThatIsFull) {
     close(reader);
 }
 
-TEST_F(LogWriterLinuxTest, recordsOfProcessesThatWriteAtOnceStayWhole) {
+TEST_F(LogWriterLinuxTest, concurrentProcessesWriteCompleteRecords) {
     constexpr int count = 1000;
     const std::vector<std::string> tags{"alpha", "beta", "gamma", "delta"};
     std::vector<std::vector<std::string>> arguments;
@@ -155,7 +155,7 @@ TEST_F(LogWriterLinuxTest, recordsOfProcessesThatWriteAtOnceStayWhole) {
     EXPECT_TRUE(HoldsNumbered(folder.Log("MORD_Recv"), tags, count));
 }
 
-TEST_F(LogWriterLinuxTest, keepsItsFileFromOtherUsersAndFromChildProcesses) {
+TEST_F(LogWriterLinuxTest, opensItsFileForTheOwnerAndWithoutInheritance) {
     const mode_t before = umask(0);
     ASSERT_EQ(writer->Start(WIDE("MORD_Recv"), 0), 0);
     umask(before);

@@ -1,4 +1,4 @@
-// One log, several that write it: threads, writers, processes.
+// One log, written by several threads, writers and processes.
 #include <functional>
 #include <thread>
 
@@ -18,7 +18,7 @@ protected:
         return writer;
     }
 
-    // Runs `work` for each of the tags, all at once; returns whether each run did.
+    // Runs `work` for each tag on a separate thread; returns whether all runs succeeded.
     static bool InThreads(const std::function<bool(const std::string& tag)>& work) {
         std::vector<int> good(tags.size());
         std::vector<std::thread> threads;
@@ -37,14 +37,14 @@ protected:
     const SiblingLibrary library{std::string("ZelkBase")};
 };
 
-TEST_F(LogWriterSharingTest, recordsOfSeveralThreadsStayWholeAndInTheOrderOfEach) {
+TEST_F(LogWriterSharingTest, threadsWriteCompleteRecordsInOrder) {
     constexpr int count = 500;
     const auto writer = StartedWriter();
     EXPECT_TRUE(InThreads([&](const std::string& tag) { return WriteNumbered(*writer.Get(), tag, count); }));
     EXPECT_TRUE(HoldsNumbered(folder.Log("shared"), tags, count));
 }
 
-TEST_F(LogWriterSharingTest, writersThatTakeTurnsLeaveEachOthersRecords) {
+TEST_F(LogWriterSharingTest, alternatingWritersKeepAllRecords) {
     const auto first = StartedWriter();
     const auto second = StartedWriter();
     for (int round = 0; round < 3; ++round) {
@@ -54,7 +54,7 @@ TEST_F(LogWriterSharingTest, writersThatTakeTurnsLeaveEachOthersRecords) {
     EXPECT_EQ(folder.Log("shared"), "first\r\nthe second\r\nfirst\r\nthe second\r\nfirst\r\nthe second\r\n");
 }
 
-TEST_F(LogWriterSharingTest, aProcessThatComesBetweenLeavesItsRecords) {
+TEST_F(LogWriterSharingTest, anotherProcessAppends) {
     const auto writer = StartedWriter();
     writer->WriteRecord(WIDE("before\r\n"), levelTrace);
     ASSERT_TRUE(RunPrograms("logAppender", {{"shared", "child", "2"}}));
@@ -62,7 +62,7 @@ TEST_F(LogWriterSharingTest, aProcessThatComesBetweenLeavesItsRecords) {
     EXPECT_EQ(folder.Log("shared"), "before\r\nchild 0 \r\nchild 1 .\r\nbehind\r\n");
 }
 
-TEST_F(LogWriterSharingTest, startsAndLevelsMayChangeWhileThreadsWrite) {
+TEST_F(LogWriterSharingTest, startAndSetLevelAreSafeDuringWrites) {
     const auto writer = StartedWriter();
     EXPECT_TRUE(InThreads([&](const std::string& tag) {
         bool good = true;

@@ -1,9 +1,9 @@
-// The log writer over a stream that fails as told.
+// The log writer over a scripted stream.
 #include <deque>
 
 #include <gtest/gtest.h>
 
-#include "unit/siblings/temporaryFolder.h"
+#include "unit/siblings/logFolder.h"
 #include "zelkBase/logWriter.h"
 
 namespace siblings {
@@ -16,8 +16,8 @@ constexpr auto outOfMemory = static_cast<int32_t>(0x8007000E);
 constexpr size_t all = static_cast<size_t>(-1);
 
 struct Disk {
-    std::string file;              // what reached it
-    std::deque<size_t> room;       // how many bytes each of the next writes gets there; then, all
+    std::string file;              // its content
+    std::deque<size_t> room;       // the bytes that each of the next writes accepts; later writes accept all
     std::vector<size_t> writes;    // the size of each write
     std::vector<WideString> paths; // of each file opened
     int openStreams = 0;
@@ -62,7 +62,7 @@ protected:
 
     int32_t Write(const WideChar* text) { return writer->WriteRecord(text, 30); }
 
-    const siblingTest::TemporaryFolder folder;
+    const siblingTest::TestFolder folder;
     LogWriter* writer = nullptr;
 };
 
@@ -76,7 +76,7 @@ TEST_F(LogWriterStreamTest, writesEachRecordInOneWrite) {
     EXPECT_EQ(disk.writes, (std::vector<size_t>{5, 100000}));
 }
 
-TEST_F(LogWriterStreamTest, losesARecordThatIsRefusedAndTriesTheNext) {
+TEST_F(LogWriterStreamTest, losesARejectedRecordAndWritesTheNext) {
     disk.room = {0, 0};
     EXPECT_EQ(Write(WIDE("one\r\n")), failed);
     EXPECT_EQ(Write(WIDE("two\r\n")), failed);
@@ -84,7 +84,7 @@ TEST_F(LogWriterStreamTest, losesARecordThatIsRefusedAndTriesTheNext) {
     EXPECT_EQ(disk.file, "three\r\n");
 }
 
-TEST_F(LogWriterStreamTest, beginsANewLineBehindATornRecord) {
+TEST_F(LogWriterStreamTest, startsANewLineAfterATornRecord) {
     disk.room = {3};
     EXPECT_EQ(Write(WIDE("one and more\r\n")), failed);
     EXPECT_EQ(Write(WIDE("two\r\n")), 0);
@@ -93,7 +93,7 @@ TEST_F(LogWriterStreamTest, beginsANewLineBehindATornRecord) {
     EXPECT_EQ(disk.writes, (std::vector<size_t>{14, 7, 7})) << "the line end goes with the record";
 }
 
-TEST_F(LogWriterStreamTest, remembersATornRecordOverRefusedOnes) {
+TEST_F(LogWriterStreamTest, startsANewLineAfterATornAndRejectedRecords) {
     disk.room = {3, 0, 0};
     for (int i = 0; i < 3; ++i) {
         EXPECT_EQ(Write(WIDE("one and more\r\n")), failed);
@@ -102,7 +102,7 @@ TEST_F(LogWriterStreamTest, remembersATornRecordOverRefusedOnes) {
     EXPECT_EQ(disk.file, "one\r\ntwo\r\n");
 }
 
-TEST_F(LogWriterStreamTest, beginsANewFileWithoutTheLineEndOfAFormerTear) {
+TEST_F(LogWriterStreamTest, aNewFileStartsWithoutALineEnd) {
     disk.room = {3};
     EXPECT_EQ(Write(WIDE("one and more\r\n")), failed);
     ASSERT_EQ(writer->Start(WIDE("other"), 0), 0);
@@ -117,7 +117,7 @@ TEST_F(LogWriterStreamTest, writesNothingForARecordBelowItsLevel) {
     EXPECT_TRUE(disk.writes.empty());
 }
 
-TEST_F(LogWriterStreamTest, closesTheFormerFileAtAStart) {
+TEST_F(LogWriterStreamTest, startClosesTheFormerFile) {
     EXPECT_EQ(disk.openStreams, 1);
     ASSERT_EQ(writer->Start(WIDE("other"), 0), 0);
     EXPECT_EQ(disk.openStreams, 1);
@@ -125,7 +125,7 @@ TEST_F(LogWriterStreamTest, closesTheFormerFileAtAStart) {
     EXPECT_EQ(disk.openStreams, 0);
 }
 
-TEST_F(LogWriterStreamTest, closesItsFileWithItsLastReference) {
+TEST_F(LogWriterStreamTest, lastReleaseClosesTheFile) {
     auto* const other = new LogWriter(SID_LogWriter, OpenOnDisk);
     other->Start(WIDE("other"), 0);
     EXPECT_EQ(disk.openStreams, 2);
@@ -133,7 +133,7 @@ TEST_F(LogWriterStreamTest, closesItsFileWithItsLastReference) {
     EXPECT_EQ(disk.openStreams, 1);
 }
 
-TEST_F(LogWriterStreamTest, answersExhaustedMemoryByAResultAndHasNoFileThen) {
+TEST_F(LogWriterStreamTest, reportsExhaustedMemoryAndHasNoFile) {
     auto* const other = new LogWriter(
         SID_LogWriter, [](const WideString&) -> std::unique_ptr<AppendStream> { throw std::bad_alloc(); });
     EXPECT_EQ(other->Start(WIDE("other"), 0), outOfMemory);

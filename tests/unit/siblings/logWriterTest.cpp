@@ -1,4 +1,4 @@
-// The log writer of the built library: what comes to stand in the file.
+// The log files of the built library.
 #include <gtest/gtest.h>
 
 #include "unit/siblings/logRecords.h"
@@ -23,7 +23,7 @@ protected:
 TEST_F(LogWriterTest, namesTheFileAfterTheModule) {
     ASSERT_EQ(writer->Start(WIDE("MORD_Recv"), 0), 0);
     EXPECT_EQ(writer->WriteRecord(WIDE("one\r\n"), levelTrace), 0);
-    EXPECT_EQ(ReadFile(folder.Path() / "MORD_Recv.log"), "one\r\n");
+    EXPECT_EQ(folder.Read("MORD_Recv.log"), "one\r\n");
 }
 
 TEST_F(LogWriterTest, writesUtf8) {
@@ -49,20 +49,20 @@ TEST_F(LogWriterTest, writesALongRecordWhole) {
     EXPECT_EQ(folder.Log("MORD_Recv"), expected);
 }
 
-TEST_F(LogWriterTest, takesAFileNameBeyondAscii) {
+TEST_F(LogWriterTest, acceptsANonAsciiFileName) {
     ASSERT_EQ(writer->Start(WIDE("M\u00F6rd \u4E16"), 0), 0);
     EXPECT_EQ(writer->WriteRecord(WIDE("one\r\n"), levelTrace), 0);
-    EXPECT_EQ(ReadFile(folder.Path() / WIDE("M\u00F6rd \u4E16.log")), "one\r\n");
+    EXPECT_EQ(folder.Log("M\xC3\xB6rd \xE4\xB8\x96"), "one\r\n");
 }
 
-TEST_F(LogWriterTest, addsToWhatStandsInTheFile) {
-    WriteFile(folder.Path() / "MORD_Recv.log", "of an earlier run\r\n");
+TEST_F(LogWriterTest, appendsToAnExistingFile) {
+    folder.Write("MORD_Recv.log", "of an earlier run\r\n");
     ASSERT_EQ(writer->Start(WIDE("MORD_Recv"), 0), 0);
     writer->WriteRecord(WIDE("one\r\n"), levelTrace);
     EXPECT_EQ(folder.Log("MORD_Recv"), "of an earlier run\r\none\r\n");
 }
 
-TEST_F(LogWriterTest, writesARecordAtOnce) {
+TEST_F(LogWriterTest, writesEachRecordImmediately) {
     ASSERT_EQ(writer->Start(WIDE("MORD_Recv"), 0), 0);
     for (const char* const expected : {"x\r\n", "x\r\nx\r\n"}) {
         writer->WriteRecord(WIDE("x\r\n"), levelTrace);
@@ -70,7 +70,7 @@ TEST_F(LogWriterTest, writesARecordAtOnce) {
     }
 }
 
-TEST_F(LogWriterTest, writesEveryLevelAtFirst) {
+TEST_F(LogWriterTest, writesAllLevelsByDefault) {
     ASSERT_EQ(writer->Start(WIDE("MORD_Recv"), 0), 0);
     writer->WriteRecord(WIDE("zero\r\n"), 0);
     writer->WriteRecord(WIDE("trace\r\n"), levelTrace);
@@ -78,17 +78,17 @@ TEST_F(LogWriterTest, writesEveryLevelAtFirst) {
     EXPECT_EQ(folder.Log("MORD_Recv"), "zero\r\ntrace\r\nerror\r\n");
 }
 
-TEST_F(LogWriterTest, dropsWhatIsBelowItsLevel) {
+TEST_F(LogWriterTest, dropsRecordsBelowItsLevel) {
     EXPECT_EQ(writer->SetLevel(35), 0);
     ASSERT_EQ(writer->Start(WIDE("MORD_Recv"), 0), 0);
-    EXPECT_EQ(writer->WriteRecord(WIDE("30\r\n"), levelTrace), 0) << "dropped as told, which is no failure";
+    EXPECT_EQ(writer->WriteRecord(WIDE("30\r\n"), levelTrace), 0) << "a dropped record is no failure";
     EXPECT_EQ(writer->WriteRecord(WIDE("34\r\n"), 34), 0);
     EXPECT_EQ(writer->WriteRecord(WIDE("35\r\n"), levelError), 0);
     EXPECT_EQ(writer->WriteRecord(WIDE("36\r\n"), 36), 0);
     EXPECT_EQ(folder.Log("MORD_Recv"), "35\r\n36\r\n");
 }
 
-TEST_F(LogWriterTest, followsAChangeOfLevelAndKeepsItOverAStart) {
+TEST_F(LogWriterTest, changesItsLevelAndKeepsItAcrossStarts) {
     ASSERT_EQ(writer->Start(WIDE("MORD_Recv"), 0), 0);
     writer->SetLevel(36);
     writer->WriteRecord(WIDE("lost\r\n"), levelError);
@@ -99,7 +99,7 @@ TEST_F(LogWriterTest, followsAChangeOfLevelAndKeepsItOverAStart) {
     EXPECT_EQ(folder.Log("MORD_Recv"), "kept\r\n");
 }
 
-TEST_F(LogWriterTest, readsALevelAsASignedNumber) {
+TEST_F(LogWriterTest, treatsLevelsAsSigned) {
     ASSERT_EQ(writer->Start(WIDE("MORD_Recv"), 0), 0);
     writer->SetLevel(0xFFFFFFFF); // -1, as an ini file may hold it
     writer->WriteRecord(WIDE("kept\r\n"), levelTrace);
@@ -115,7 +115,7 @@ TEST_F(LogWriterTest, dropsRecordsBeforeItsStart) {
     EXPECT_EQ(folder.Log("MORD_Recv"), "one\r\n");
 }
 
-TEST_F(LogWriterTest, goesOnInAnotherFileAfterAStartUnderAnotherName) {
+TEST_F(LogWriterTest, startWithAnotherNameChangesTheFile) {
     ASSERT_EQ(writer->Start(WIDE("first"), 0), 0);
     writer->WriteRecord(WIDE("one\r\n"), levelTrace);
     ASSERT_EQ(writer->Start(WIDE("second"), 0), 0);
@@ -126,7 +126,7 @@ TEST_F(LogWriterTest, goesOnInAnotherFileAfterAStartUnderAnotherName) {
     EXPECT_EQ(folder.Log("second"), "two\r\n");
 }
 
-TEST_F(LogWriterTest, refusesANameThatIsNotOneFileName) {
+TEST_F(LogWriterTest, rejectsAnInvalidFileName) {
     for (const WideChar* const name : {WIDE(""), WIDE("../up"), WIDE("a/b"), WIDE("a\\b"), WIDE("C:x"), WIDE("a*"),
                                        WIDE("a\nb"), WIDE("<a>"), WIDE("a|b"), WIDE("\"a\""), WIDE("a?")}) {
         ASSERT_EQ(writer->Start(WIDE("good"), 0), 0);
@@ -134,17 +134,17 @@ TEST_F(LogWriterTest, refusesANameThatIsNotOneFileName) {
         EXPECT_EQ(writer->WriteRecord(WIDE("one\r\n"), levelTrace), notStarted) << "the former file is closed";
     }
     EXPECT_EQ(writer->Start(nullptr, 0), invalidArgument);
-    EXPECT_EQ(std::distance(fs::directory_iterator(folder.Path()), {}), 1) << "nothing but good.log";
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder.Path()), {}), 1) << "only good.log";
     EXPECT_FALSE(fs::exists(folder.Path().parent_path() / "up.log"));
 }
 
-TEST_F(LogWriterTest, refusesANullText) {
+TEST_F(LogWriterTest, rejectsANullText) {
     ASSERT_EQ(writer->Start(WIDE("MORD_Recv"), 0), 0);
     EXPECT_EQ(writer->WriteRecord(nullptr, levelTrace), invalidArgument);
     EXPECT_EQ(folder.Log("MORD_Recv"), "");
 }
 
-TEST_F(LogWriterTest, keepsTheDirectoryThatWasChosenWhenItWasMade) {
+TEST_F(LogWriterTest, readsTheDirectoryAtItsCreation) {
     const LogFolder other;
     ASSERT_EQ(writer->Start(WIDE("MORD_Recv"), 0), 0);
     writer->WriteRecord(WIDE("one\r\n"), levelTrace);
@@ -152,7 +152,7 @@ TEST_F(LogWriterTest, keepsTheDirectoryThatWasChosenWhenItWasMade) {
     EXPECT_TRUE(fs::is_empty(other.Path()));
 }
 
-TEST_F(LogWriterTest, survivesADirectoryThatIsNotThereAndStartsOnceItIs) {
+TEST_F(LogWriterTest, failsWithoutItsDirectoryAndStartsLater) {
     SetVariable("ZELK_LOG_DIR", (folder.Path() / "later").string<WideChar>());
     const auto late = library.Make<ILogWriter>(SID_LogWriter);
     EXPECT_EQ(late->Start(WIDE("MORD_Recv"), 0), failed);
@@ -160,16 +160,16 @@ TEST_F(LogWriterTest, survivesADirectoryThatIsNotThereAndStartsOnceItIs) {
     fs::create_directory(folder.Path() / "later");
     EXPECT_EQ(late->Start(WIDE("MORD_Recv"), 0), 0);
     EXPECT_EQ(late->WriteRecord(WIDE("one\r\n"), levelTrace), 0);
-    EXPECT_EQ(ReadFile(folder.Path() / "later" / "MORD_Recv.log"), "one\r\n");
+    EXPECT_EQ(folder.Log("later/MORD_Recv"), "one\r\n");
 }
 
-TEST_F(LogWriterTest, survivesADirectoryInThePlaceOfItsFile) {
+TEST_F(LogWriterTest, failsIfADirectoryHasTheNameOfItsFile) {
     fs::create_directory(folder.Path() / "MORD_Recv.log");
     EXPECT_EQ(writer->Start(WIDE("MORD_Recv"), 0), failed);
     EXPECT_EQ(writer->WriteRecord(WIDE("lost\r\n"), levelTrace), notStarted);
 }
 
-TEST_F(LogWriterTest, letsItsFileBeRenamedAndStartsANewOne) {
+TEST_F(LogWriterTest, allowsRenamingItsFile) {
     ASSERT_EQ(writer->Start(WIDE("MORD_Recv"), 0), 0);
     writer->WriteRecord(WIDE("one\r\n"), levelTrace);
     fs::rename(folder.Path() / "MORD_Recv.log", folder.Path() / "MORD_Recv.1.log");

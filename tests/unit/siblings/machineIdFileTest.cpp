@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "unit/siblings/temporaryFolder.h"
+#include "kit/system/temporaryDirectory.h"
 #include "zelkBase/machineIdFile.h"
 
 namespace siblings {
@@ -12,34 +12,29 @@ const std::string id = "3d1219c7c4c5404aaa1f6d2a48adfda4";
 class MachineIdFileTest : public testing::Test {
 protected:
     std::string Read(const std::string& bytes) const {
-        const std::filesystem::path file = folder.Path() / "machine-id";
-        siblingTest::WriteFile(file, bytes);
-        return ReadMachineIdFile(file.c_str());
+        return ReadMachineIdFile(folder.Write("machine-id", bytes).c_str());
     }
 
-    const siblingTest::TemporaryFolder folder;
+    const mordhostTest::TemporaryDirectory folder;
 };
 
-TEST_F(MachineIdFileTest, givesTheDigitsWithAndWithoutALineFeed) {
+TEST_F(MachineIdFileTest, acceptsAnIdWithAndWithoutALineFeed) {
     EXPECT_EQ(Read(id + "\n"), id);
     EXPECT_EQ(Read(id), id);
 }
 
-TEST_F(MachineIdFileTest, givesNothingForAFileThatIsNotThere) {
-    EXPECT_EQ(ReadMachineIdFile((folder.Path() / "none").c_str()), "");
-}
-
-TEST_F(MachineIdFileTest, givesNothingForADirectory) {
+TEST_F(MachineIdFileTest, returnsNothingWithoutAReadableFile) {
+    EXPECT_EQ(ReadMachineIdFile(folder.Name("none").c_str()), "");
     EXPECT_EQ(ReadMachineIdFile(folder.Path().c_str()), "");
 }
 
-TEST_F(MachineIdFileTest, givesNothingForASystemThatHasNotStartedUpYet) {
+TEST_F(MachineIdFileTest, returnsNothingBeforeTheFirstBoot) {
     EXPECT_EQ(Read("uninitialized\n"), "");
     EXPECT_EQ(Read(""), "");
     EXPECT_EQ(Read("\n"), "");
 }
 
-TEST_F(MachineIdFileTest, givesNothingForTextThatIsNoId) {
+TEST_F(MachineIdFileTest, returnsNothingForAMalformedId) {
     EXPECT_EQ(Read(id.substr(1) + "\n"), "") << "too short";
     EXPECT_EQ(Read(id + "0\n"), "") << "too long";
     EXPECT_EQ(Read(id + "\n\n"), "");
@@ -47,7 +42,7 @@ TEST_F(MachineIdFileTest, givesNothingForTextThatIsNoId) {
     EXPECT_EQ(Read(" " + id.substr(1)), "");
     EXPECT_EQ(Read("g" + id.substr(1)), "");
     EXPECT_EQ(Read("3d1219c7-c4c5-404a-aa1f-6d2a48adfda4"), "");
-    EXPECT_EQ(Read(std::string(32, '0') + "\n"), "") << "no machine has this one";
+    EXPECT_EQ(Read(std::string(32, '0') + "\n"), "") << "the null id";
 }
 
 } // namespace

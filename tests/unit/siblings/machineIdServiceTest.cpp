@@ -1,4 +1,4 @@
-// The machine id service over ids that this machine does not have.
+// The machine id service with scripted ids.
 #include <new>
 
 #include <gtest/gtest.h>
@@ -9,7 +9,7 @@ namespace siblings {
 
 namespace {
 
-// Asks a service over `source`; the record holds "before" until it is filled.
+// Calls a service with the id of `source`. The record holds "before" until the service fills it.
 int32_t Ask(MachineIdService::Source source, MachineIdRecord& record) {
     record = {WIDE("before")};
     auto* const service = new MachineIdService(SID_MachineId, source);
@@ -18,37 +18,37 @@ int32_t Ask(MachineIdService::Source source, MachineIdRecord& record) {
     return result;
 }
 
-TEST(MachineIdServiceTest, passesAnIdOnAsItStands) {
+TEST(MachineIdServiceTest, passesTheIdOnUnchanged) {
     MachineIdRecord record;
     ASSERT_EQ(Ask([] { return WideString(WIDE("Ger\u00E4t \U0001F600")); }, record), 0);
     EXPECT_EQ(WideString(record.machineId), WIDE("Ger\u00E4t \U0001F600"));
 }
 
-TEST(MachineIdServiceTest, takesTheLongestIdThatFitsWithItsNul) {
+TEST(MachineIdServiceTest, acceptsTheLongestIdThatFitsWithItsNul) {
     MachineIdRecord record;
     ASSERT_EQ(Ask([] { return WideString(67, WideChar{'x'}); }, record), 0);
     EXPECT_EQ(WideString(record.machineId), WideString(67, WideChar{'x'}));
 }
 
-TEST(MachineIdServiceTest, failsForAnIdThatDoesNotFitAndLeavesTheRecord) {
-    MachineIdRecord record;
-    EXPECT_EQ(Ask([] { return WideString(68, WideChar{'x'}); }, record), static_cast<int32_t>(0x80004005));
-    EXPECT_EQ(WideString(record.machineId), WIDE("before"));
+TEST(MachineIdServiceTest, failuresLeaveTheRecordUnchanged) {
+    const struct {
+        const char* name;
+        MachineIdService::Source source;
+        uint32_t result;
+    } cases[] = {
+        {"too long", [] { return WideString(68, WideChar{'x'}); }, 0x80004005},
+        {"no id", [] { return WideString(); }, 0x80004005},
+        {"no memory", []() -> WideString { throw std::bad_alloc(); }, 0x8007000E},
+    };
+    for (const auto& each : cases) {
+        SCOPED_TRACE(each.name);
+        MachineIdRecord record;
+        EXPECT_EQ(static_cast<uint32_t>(Ask(each.source, record)), each.result);
+        EXPECT_EQ(WideString(record.machineId), WIDE("before"));
+    }
 }
 
-TEST(MachineIdServiceTest, failsForAMachineWithoutIdAndLeavesTheRecord) {
-    MachineIdRecord record;
-    EXPECT_EQ(Ask([] { return WideString(); }, record), static_cast<int32_t>(0x80004005));
-    EXPECT_EQ(WideString(record.machineId), WIDE("before"));
-}
-
-TEST(MachineIdServiceTest, failsWhenMemoryRunsOutAndLeavesTheRecord) {
-    MachineIdRecord record;
-    EXPECT_EQ(Ask([]() -> WideString { throw std::bad_alloc(); }, record), static_cast<int32_t>(0x8007000E));
-    EXPECT_EQ(WideString(record.machineId), WIDE("before"));
-}
-
-TEST(MachineIdServiceTest, asksTheMachineAtEachCall) {
+TEST(MachineIdServiceTest, readsTheIdAtEachCall) {
     static int calls;
     calls = 0;
     auto* const service =

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "unit/siblings/siblingLibrary.h"
+#include "unit/siblings/systemKit.h"
 
 namespace siblingTest {
 
@@ -17,7 +18,7 @@ protected:
     const ServiceHolder<IMachineIdService> service = library.Make<IMachineIdService>(SID_MachineId);
 };
 
-TEST_F(MachineIdTest, givesTheIdOfTheMachine) {
+TEST_F(MachineIdTest, returnsTheIdOfTheMachine) {
     const WideString expected = MachineIdOfSystem();
     ASSERT_FALSE(expected.empty()) << "this machine has no id";
     MachineIdRecord record{};
@@ -25,7 +26,7 @@ TEST_F(MachineIdTest, givesTheIdOfTheMachine) {
     EXPECT_EQ(WideString(record.machineId), expected);
 }
 
-TEST_F(MachineIdTest, fillsTheWholeRecord) {
+TEST_F(MachineIdTest, fillsTheRecordWithNuls) {
     MachineIdRecord record;
     std::memset(&record, 0xAB, sizeof record);
     ASSERT_EQ(service->GetMachineId(&record), 0);
@@ -44,7 +45,7 @@ TEST_F(MachineIdTest, writesNothingBehindTheRecord) {
     EXPECT_TRUE(std::all_of(std::begin(place.behind), std::end(place.behind), [](int byte) { return byte == 0xAB; }));
 }
 
-TEST_F(MachineIdTest, givesTheSameIdAtEachCallAndFromEachObject) {
+TEST_F(MachineIdTest, returnsTheSameIdFromEachObject) {
     MachineIdRecord first{};
     MachineIdRecord second{};
     ASSERT_EQ(service->GetMachineId(&first), 0);
@@ -52,7 +53,7 @@ TEST_F(MachineIdTest, givesTheSameIdAtEachCallAndFromEachObject) {
     EXPECT_EQ(WideString(first.machineId), WideString(second.machineId));
 }
 
-TEST_F(MachineIdTest, refusesANullRecord) {
+TEST_F(MachineIdTest, rejectsANullRecord) {
     EXPECT_NE(service->GetMachineId(nullptr), 0);
 }
 

@@ -1,4 +1,4 @@
-// Every service that the siblings offer.
+// All services of the siblings.
 #pragma once
 
 #include <ostream>

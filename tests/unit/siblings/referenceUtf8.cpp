@@ -34,7 +34,7 @@ int ByteAt(std::string_view text, size_t index) {
     return static_cast<unsigned char>(text[index]);
 }
 
-// How many bytes at the start of `text` go with the row.
+// The number of bytes at the start of `text` that match the row.
 size_t MatchedBytes(const Row& row, std::string_view text) {
     size_t count = 0;
     while (count < std::min(row.length, text.size()) && ByteAt(text, count) >= row.bytes[count].low &&

@@ -1,5 +1,5 @@
-// A second decoder of UTF-8, slow and literal, to hold the converter against: the table of well-formed byte sequences
-// of the Unicode Standard, searched row by row.
+// A reference decoder of UTF-8 for comparison with the converter: searches the Unicode Standard's table of well-formed
+// byte sequences row by row.
 #pragma once
 
 #include <string>
@@ -7,8 +7,8 @@
 
 namespace siblingTest {
 
-// The code points of `text`. Where no row of the table matches, the longest start of a row that does match, or else one
-// byte, gives one U+FFFD.
+// The code points of `text`. Where no row matches, the longest matching prefix of a row, at least one byte, becomes one
+// U+FFFD.
 std::u32string DecodeUtf8ByTable(std::string_view text);
 
 // The UTF-16 units of `points`.

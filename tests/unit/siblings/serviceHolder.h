@@ -1,4 +1,4 @@
-// One reference to a service, for the tests.
+// Owns one reference to a service.
 #pragma once
 
 #include <utility>

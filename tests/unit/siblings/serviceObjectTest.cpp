@@ -1,4 +1,4 @@
-// The frame of the siblings' services: counting, deletion, and the edge towards exceptions.
+// The base of the services: reference counts, deletion, and exceptions at the interface.
 #include <gtest/gtest.h>
 
 #include "serviceFactory.h"
@@ -33,7 +33,7 @@ constexpr ServiceEntry services[] = {
     {SID_BaseServiceTwo, MakeService<GreedyService>},
 };
 
-TEST(ServiceObjectTest, deletesItselfWithItsLastReferenceAndNotBefore) {
+TEST(ServiceObjectTest, lastReleaseDeletesTheObject) {
     auto* const service = new CountedService(SID_BaseServiceOne);
     EXPECT_EQ(service->AddRef(), 2);
     EXPECT_EQ(service->Release(), 1);
@@ -42,7 +42,7 @@ TEST(ServiceObjectTest, deletesItselfWithItsLastReferenceAndNotBefore) {
     EXPECT_EQ(liveObjects, 0);
 }
 
-TEST(ServiceObjectTest, isKeptByTheReferenceOfAQuery) {
+TEST(ServiceObjectTest, aQueryKeepsTheObject) {
     auto* const service = new CountedService(SID_BaseServiceOne);
     void* view = nullptr;
     ASSERT_EQ(service->QueryInterface(&SID_BaseServiceOne, &view), 0U);
@@ -52,7 +52,7 @@ TEST(ServiceObjectTest, isKeptByTheReferenceOfAQuery) {
     EXPECT_EQ(liveObjects, 0);
 }
 
-TEST(ServiceFactoryTest, makesOneObjectOfTheServiceAskedFor) {
+TEST(ServiceFactoryTest, createsTheRequestedService) {
     void* object = nullptr;
     EXPECT_EQ(CreateService(services, &SID_BaseServiceOne, &object), 0U);
     EXPECT_EQ(liveObjects, 1);
@@ -60,14 +60,14 @@ TEST(ServiceFactoryTest, makesOneObjectOfTheServiceAskedFor) {
     EXPECT_EQ(liveObjects, 0);
 }
 
-TEST(ServiceFactoryTest, answersExhaustedMemoryByAResultAndLeavesThePlaceUntouched) {
+TEST(ServiceFactoryTest, reportsExhaustedMemoryAndLeavesTheOutputUnchanged) {
     int place = 0;
     void* object = &place;
     EXPECT_EQ(CreateService(services, &SID_BaseServiceTwo, &object), 0x8007000EU);
     EXPECT_EQ(object, &place);
 }
 
-TEST(ServiceFactoryTest, refusesWhatItDoesNotHold) {
+TEST(ServiceFactoryTest, rejectsAnUnknownId) {
     int place = 0;
     void* object = &place;
     EXPECT_EQ(CreateService(services, &SID_BaseServiceThree, &object), 0x80004002U);
@@ -75,7 +75,7 @@ TEST(ServiceFactoryTest, refusesWhatItDoesNotHold) {
     EXPECT_EQ(liveObjects, 0);
 }
 
-TEST(ServiceGuardTest, turnsExceptionsIntoResults) {
+TEST(ServiceGuardTest, convertsExceptionsToResults) {
     EXPECT_EQ(Guarded([] { return RESULT_TRUNCATED; }), 0x8007007AU);
     EXPECT_EQ(Guarded([]() -> uint32_t { throw std::bad_alloc(); }), 0x8007000EU);
     EXPECT_EQ(Guarded([]() -> uint32_t { throw std::exception(); }), 0x80004005U);

@@ -1,4 +1,4 @@
-// One service, several threads.
+// Services shared by several threads.
 #include <string>
 #include <thread>
 #include <vector>
@@ -18,7 +18,7 @@ class SharedServiceTest : public testing::TestWithParam<OfferedService> {};
 INSTANTIATE_TEST_SUITE_P(All, SharedServiceTest, testing::ValuesIn(offered),
                          [](const auto& tested) { return std::string(tested.param.name); });
 
-TEST_P(SharedServiceTest, countsTheReferencesOfAllThreads) {
+TEST_P(SharedServiceTest, countsReferencesOfConcurrentThreads) {
     const SiblingLibrary library{std::string(GetParam().library)};
     const auto service = library.Make<ISmartUnknown>(GetParam().id);
     std::vector<std::thread> threads;
@@ -37,7 +37,7 @@ TEST_P(SharedServiceTest, countsTheReferencesOfAllThreads) {
     EXPECT_EQ(service->Release(), 1);
 }
 
-TEST(SharedFactoryTest, makesServicesForSeveralThreadsAtOnce) {
+TEST(SharedFactoryTest, createsServicesOnConcurrentThreads) {
     const SiblingLibrary zelkBase{std::string("ZelkBase")};
     const SiblingLibrary ferrocore{std::string("Ferrocore")};
     std::vector<int> left(4);
@@ -57,10 +57,10 @@ TEST(SharedFactoryTest, makesServicesForSeveralThreadsAtOnce) {
     for (std::thread& thread : threads) {
         thread.join();
     }
-    EXPECT_EQ(left, std::vector<int>(4)) << "each release was that of the last reference";
+    EXPECT_EQ(left, std::vector<int>(4)) << "each release drops the last reference";
 }
 
-TEST(SharedConverterTest, convertsForSeveralThreadsThroughOneObject) {
+TEST(SharedConverterTest, convertsOnConcurrentThreads) {
     const SiblingLibrary library{std::string("ZelkBase")};
     const auto service = library.Make<ITextConverter>(SID_TextConverter);
     ITextConverter& converter = *service.Get();

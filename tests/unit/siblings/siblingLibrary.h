@@ -1,23 +1,26 @@
-// The built libraries, reached as a host and the component reach them: loaded at run time, through their one export.
+// The built libraries, loaded at run time and used through their only export.
 #pragma once
 
 #include <string>
 
+#include "kit/siblings/dynamicLibrary.h"
 #include "unit/siblings/serviceHolder.h"
-#include "unit/siblings/systemKit.h"
 
 namespace siblingTest {
 
 class SiblingLibrary {
 public:
-    // Loads the file; a test that cannot load it ends here, with the reason.
+    // Loads the file, which stays loaded until the process ends. Throws std::runtime_error with the reason.
     explicit SiblingLibrary(const std::filesystem::path& file);
-    explicit SiblingLibrary(const std::string& name) : SiblingLibrary(LibraryFile(name)) {}
+    explicit SiblingLibrary(const std::string& name) : SiblingLibrary(File(name)) {}
 
-    void* Handle() const { return m_handle; }
+    // The built file of the library `name`, such as "ZelkBase".
+    static std::filesystem::path File(const std::string& name) { return kit::ProductFolder() / kit::LibraryFile(name); }
+
+    void* Handle() const { return m_library.Handle(); }
     CreateZelkObjectFunction Factory() const { return m_factory; }
 
-    // The service `id`, which the library must have.
+    // A new service `id`. Throws std::runtime_error if the factory rejects the id.
     template <typename Interface>
     ServiceHolder<Interface> Make(const GUID& id) const {
         return ServiceHolder<Interface>(static_cast<Interface*>(MakeObject(id)));
@@ -26,7 +29,7 @@ public:
 private:
     void* MakeObject(const GUID& id) const;
 
-    void* m_handle;
+    const kit::DynamicLibrary& m_library;
     CreateZelkObjectFunction m_factory;
 };
 

@@ -1,34 +1,14 @@
 #include <cstdlib>
 #include <fstream>
 
-#include <dlfcn.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "kit/siblings/dynamicLibrary.h"
 #include "unit/siblings/systemKit.h"
 
 namespace siblingTest {
-
-std::filesystem::path ProgramFolder() {
-    return std::filesystem::read_symlink("/proc/self/exe").parent_path();
-}
-
-std::filesystem::path LibraryFile(const std::string& name) {
-    return ProgramFolder().parent_path() / "lib" / ("lib" + name + ".so");
-}
-
-void* LoadLibraryFile(const std::filesystem::path& file) {
-    return dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
-}
-
-void* FindExport(void* library, const char* name) {
-    return dlsym(library, name);
-}
-
-void* FindLoadedLibrary(const std::string& name) {
-    return dlopen(("lib" + name + ".so").c_str(), RTLD_NOLOAD | RTLD_LAZY);
-}
 
 void SetVariable(const std::string& name, const WideString& value) {
     if (value.empty()) {
@@ -39,7 +19,7 @@ void SetVariable(const std::string& name, const WideString& value) {
 }
 
 bool RunPrograms(const std::string& name, const std::vector<std::vector<std::string>>& arguments) {
-    const std::string program = ProgramFolder() / name;
+    const std::string program = kit::ProgramFolder() / name;
     std::vector<pid_t> started;
     for (std::vector<std::string> list : arguments) {
         std::vector<char*> pointers{const_cast<char*>(program.c_str())};

@@ -1,37 +1,16 @@
 #include <windows.h>
 
+#include "kit/siblings/dynamicLibrary.h"
 #include "unit/siblings/systemKit.h"
 
 namespace siblingTest {
-
-std::filesystem::path ProgramFolder() {
-    wchar_t path[1024];
-    const DWORD length = GetModuleFileNameW(nullptr, path, 1024);
-    return std::filesystem::path(std::wstring(path, length)).parent_path();
-}
-
-std::filesystem::path LibraryFile(const std::string& name) {
-    return ProgramFolder().parent_path() / "bin" / (name + ".dll");
-}
-
-void* LoadLibraryFile(const std::filesystem::path& file) {
-    return LoadLibraryW(file.c_str());
-}
-
-void* FindExport(void* library, const char* name) {
-    return reinterpret_cast<void*>(GetProcAddress(static_cast<HMODULE>(library), name));
-}
-
-void* FindLoadedLibrary(const std::string& name) {
-    return GetModuleHandleW(std::filesystem::path(name + ".dll").c_str());
-}
 
 void SetVariable(const std::string& name, const WideString& value) {
     SetEnvironmentVariableW(std::filesystem::path(name).c_str(), value.empty() ? nullptr : value.c_str());
 }
 
 bool RunPrograms(const std::string& name, const std::vector<std::vector<std::string>>& arguments) {
-    const std::filesystem::path program = ProgramFolder() / (name + ".exe");
+    const std::filesystem::path program = kit::ProgramFolder() / (name + ".exe");
     std::vector<HANDLE> started;
     for (const std::vector<std::string>& list : arguments) {
         std::wstring line = L"\"" + program.wstring() + L"\"";

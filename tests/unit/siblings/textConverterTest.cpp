@@ -1,4 +1,3 @@
-// The contract of the converter.
 #include <gtest/gtest.h>
 
 #include "unit/siblings/converterKit.h"
@@ -31,20 +30,20 @@ TEST_F(TextConverterTest, convertsWideToNarrow) {
     EXPECT_EQ(NarrowOf(converter, mixedWide), mixedNarrow);
 }
 
-TEST_F(TextConverterTest, givesAnEmptyTextForAnEmptyOne) {
+TEST_F(TextConverterTest, convertsAnEmptyText) {
     EXPECT_EQ(ToWideText(converter, "", 1), (Converted<WideChar>{0, WIDE(""), true, true}));
     EXPECT_EQ(ToNarrowText(converter, WIDE(""), 1), (Converted<char>{0, "", true, true}));
 }
 
-TEST_F(TextConverterTest, passesEmbeddedNulsOnToTheLengthOfTheSource) {
+TEST_F(TextConverterTest, convertsEmbeddedNuls) {
     EXPECT_EQ(WideOf(converter, "a\0b\0"s), u"a\0b\0"s);
     EXPECT_EQ(NarrowOf(converter, u"a\0b\0"s), "a\0b\0"s);
 }
 
-TEST_F(TextConverterTest, readsNoFurtherThanTheLengthOfTheSource) {
+TEST_F(TextConverterTest, readsOnlyTheLengthOfTheSource) {
     EXPECT_EQ(WideOf(converter, std::string_view("abc").substr(0, 2)), u"ab");
     EXPECT_EQ(NarrowOf(converter, std::u16string(u"abc").substr(0, 2)), "ab");
-    // A character that the length cuts apart is a truncated one.
+    // The length truncates a character.
     EXPECT_EQ(WideOf(converter, std::string_view("\xE4\xB8\x96").substr(0, 2)), u"\uFFFD");
     EXPECT_EQ(NarrowOf(converter, std::u16string(u"\U0001F600").substr(0, 1)), "\xEF\xBF\xBD");
 }
@@ -54,7 +53,7 @@ TEST_F(TextConverterTest, keepsAByteOrderMark) {
     EXPECT_EQ(NarrowOf(converter, u"\uFEFF"), "\xEF\xBB\xBF");
 }
 
-TEST_F(TextConverterTest, cutsNarrowToWideBeforeTheCharacterThatHasNoRoom) {
+TEST_F(TextConverterTest, truncatesWideOutputAtACharacter) {
     const WideChar* const byRoom[] = {WIDE(""),
                                       WIDE("a"),
                                       WIDE("a\u00E4"),
@@ -69,7 +68,7 @@ TEST_F(TextConverterTest, cutsNarrowToWideBeforeTheCharacterThatHasNoRoom) {
     }
 }
 
-TEST_F(TextConverterTest, cutsWideToNarrowBeforeTheCharacterThatHasNoRoom) {
+TEST_F(TextConverterTest, truncatesNarrowOutputAtACharacter) {
     const std::basic_string<WideChar> source(mixedWide.begin(), mixedWide.end());
     const size_t whole[] = {0, 1, 1, 3, 3, 3, 6, 6, 6, 6, 10, 11}; // bytes of whole characters that fit
     for (size_t room = 0; room < std::size(whole); ++room) {
@@ -80,7 +79,7 @@ TEST_F(TextConverterTest, cutsWideToNarrowBeforeTheCharacterThatHasNoRoom) {
     }
 }
 
-TEST_F(TextConverterTest, cutsBeforeAReplacementThatHasNoRoom) {
+TEST_F(TextConverterTest, truncatesBeforeAReplacement) {
     const std::basic_string<WideChar> lone{WideChar{'a'}, static_cast<WideChar>(0xD800)};
     EXPECT_EQ(ToNarrowText(converter, lone, 4), (Converted<char>{cut, "a", true, true}));
     EXPECT_EQ(ToNarrowText(converter, lone, 5), (Converted<char>{0, "a\xEF\xBF\xBD", true, true}));
@@ -93,8 +92,8 @@ TEST_F(TextConverterTest, writesNothingWithoutCapacity) {
     EXPECT_EQ(converter.Convert(0x10101, &request), cut);
 }
 
-TEST_F(TextConverterTest, fitsWhatTheComponentGivesAsRoom) {
-    // 2n + 4 units for n bytes, 4n bytes for n units; the worst texts are plain ones and those of three bytes a unit.
+TEST_F(TextConverterTest, outputFitsTheBuffersOfTheComponent) {
+    // 2n + 4 units for n bytes, 4n bytes for n units; plain text and units of three bytes need most.
     for (const size_t length : {1U, 2U, 1022U, 1023U, 1024U, 1025U}) {
         EXPECT_EQ(ToWideText(converter, std::string(length, 'a'), 2 * length + 4).result, 0);
         EXPECT_EQ(ToWideText(converter, std::string(length, '\xFF'), 2 * length + 4).result, 0);
@@ -105,7 +104,7 @@ TEST_F(TextConverterTest, fitsWhatTheComponentGivesAsRoom) {
     }
 }
 
-TEST_F(TextConverterTest, refusesAnUnknownCommandAndWritesNothing) {
+TEST_F(TextConverterTest, rejectsAnUnknownCommandAndWritesNothing) {
     for (const uint32_t command : {0U, 0x10102U, 0x10001U, 0x101U, 0xFFFFFFFFU}) {
         char destination[4] = {'x', 'x', 'x', 'x'};
         TextConversionRequest request{65001, 1, 2, 0, u"a", destination};
@@ -114,7 +113,7 @@ TEST_F(TextConverterTest, refusesAnUnknownCommandAndWritesNothing) {
     }
 }
 
-TEST_F(TextConverterTest, refusesAnotherCodePageWithAnEmptyText) {
+TEST_F(TextConverterTest, rejectsOtherCodePagesWithEmptyOutput) {
     for (const uint32_t codePage : {0U, 1252U, 65000U, 1200U}) {
         WideChar wide[4] = {'x', 'x', 'x', 'x'};
         TextConversionRequest request{codePage, 1, 4, 0, "a", wide};
@@ -124,17 +123,17 @@ TEST_F(TextConverterTest, refusesAnotherCodePageWithAnEmptyText) {
     }
 }
 
-TEST_F(TextConverterTest, refusesANullRequest) {
+TEST_F(TextConverterTest, rejectsANullRequest) {
     EXPECT_EQ(converter.Convert(0x10101, nullptr), invalidArgument);
     EXPECT_EQ(converter.Convert(0x10100, nullptr), invalidArgument);
 }
 
-TEST_F(TextConverterTest, refusesANullDestinationWithCapacity) {
+TEST_F(TextConverterTest, rejectsANullDestinationWithCapacity) {
     TextConversionRequest request{65001, 1, 4, 0, "a", nullptr};
     EXPECT_EQ(converter.Convert(0x10101, &request), invalidArgument);
 }
 
-TEST_F(TextConverterTest, refusesANullSourceWithLengthAndLeavesAnEmptyText) {
+TEST_F(TextConverterTest, rejectsANullSourceWithLength) {
     char narrow[2] = {'x', 'x'};
     TextConversionRequest request{65001, 1, 2, 0, nullptr, narrow};
     EXPECT_EQ(converter.Convert(0x10100, &request), invalidArgument);
@@ -142,14 +141,14 @@ TEST_F(TextConverterTest, refusesANullSourceWithLengthAndLeavesAnEmptyText) {
     EXPECT_EQ(narrow[1], 'x');
 }
 
-TEST_F(TextConverterTest, takesANullSourceWithoutLengthAsEmpty) {
+TEST_F(TextConverterTest, acceptsANullSourceWithoutLength) {
     char narrow[2] = {'x', 'x'};
     TextConversionRequest request{65001, 0, 2, 0, nullptr, narrow};
     EXPECT_EQ(converter.Convert(0x10100, &request), 0);
     EXPECT_EQ(narrow[0], '\0');
 }
 
-TEST_F(TextConverterTest, leavesTheRequestAsItWas) {
+TEST_F(TextConverterTest, doesNotChangeTheRequest) {
     WideChar wide[8];
     TextConversionRequest request{65001, 3, 8, 0, "abc", wide};
     const void* const source = request.source;
