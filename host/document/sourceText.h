@@ -5,6 +5,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace mordhost {
 
@@ -35,16 +36,27 @@ public:
     const std::string& Name() const { return m_name; }
     std::string_view Text() const { return m_text; }
 
-    // The position of the byte at `offset`, or of the end of the text if `offset` is beyond it.
+    // The position of the byte at `offset`, or of the end of the text if `offset` is beyond it. The first call for an
+    // offset reads the text up to there; later calls take a bounded time. For use by one thread.
     Location At(size_t offset) const;
 
     // Throws a DocumentError with `reason` and the position of `offset`.
     [[noreturn]] void Refuse(size_t offset, const std::string& reason) const;
 
 private:
+    // A position that is remembered: every 4096 bytes there is one.
+    struct Mark {
+        size_t line = 0;   // counted from 0
+        size_t column = 0; // counted from 0
+    };
+
+    // The position `from` is moved by the text from `begin` to `end`.
+    Mark Moved(Mark from, size_t begin, size_t end) const;
+
     std::string m_name;
     std::string m_text;
     size_t m_firstLine;
+    mutable std::vector<Mark> m_marks;
 };
 
 } // namespace mordhost

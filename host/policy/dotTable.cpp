@@ -22,6 +22,14 @@ DotTable ReadDots(const SourceText& source, const JsonNode& root) {
     return dots;
 }
 
+std::map<std::string, DocumentPlace> PlacesOfDots(const JsonDocument& document, const JsonNode& node) {
+    std::map<std::string, DocumentPlace> places;
+    for (const JsonMember& member : node.members) {
+        places.emplace(member.name, document.PlaceAt(member.begin));
+    }
+    return places;
+}
+
 std::string DotsText(const DotTable& dots) {
     rapidjson::StringBuffer text;
     rapidjson::PrettyWriter<rapidjson::StringBuffer> json(text);

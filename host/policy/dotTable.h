@@ -5,7 +5,7 @@
 #include <set>
 #include <string>
 
-#include "document/jsonNode.h"
+#include "document/jsonDocument.h"
 
 namespace mordhost {
 
@@ -14,6 +14,9 @@ using DotTable = std::map<std::string, std::set<std::string>>;
 
 // Reads {"GUID-1": ["MID-1", "MID-2"]}. Throws DocumentError.
 DotTable ReadDots(const SourceText& source, const JsonNode& root);
+
+// The places of the guids in `node`, which is a value of `document` and such a table.
+std::map<std::string, DocumentPlace> PlacesOfDots(const JsonDocument& document, const JsonNode& node);
 
 // Writes such a document, with one guid per line.
 std::string DotsText(const DotTable& dots);

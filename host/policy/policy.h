@@ -9,7 +9,9 @@
 #include <vector>
 
 #include "document/ipAddress.h"
-#include "document/sourceText.h"
+#include "document/jsonDocument.h"
+#include "policy/actionRows.h"
+#include "policy/allowListEntries.h"
 #include "policy/dotTable.h"
 
 namespace mordhost {
@@ -29,6 +31,7 @@ struct Rule {
     std::vector<PortRange> localPorts;
     std::vector<AddressRange> localAddresses;
     std::vector<AddressRange> remoteAddresses;
+    DocumentPlace place{}; // of its object
 };
 
 // A document for the library, as its author wrote it.
@@ -62,9 +65,12 @@ struct Policy {
     std::optional<uint32_t> defenderMode; // if absent, the default of the library applies; also below
     std::optional<uint32_t> exceptionMode;
     std::optional<LibraryDocument> allowList;
+    std::vector<AllowListEntry> allowListEntries; // of `allowList`, as the library takes them
     std::optional<LibraryDocument> actions;
-    std::vector<Rule> rules; // in the order of the document
+    std::vector<ActionRow> actionRows; // of `actions`, as the library takes them
+    std::vector<Rule> rules;           // in the order of the document
     DotTable dots;
+    std::map<std::string, DocumentPlace> dotPlaces;    // of the names of the members, by guid
     std::map<std::string, PrescribedFailure> failures; // by event name
     // The programs that events can name, by that name. A file with a directory is relative to the policy and resolved
     // here; a file without one is not.

@@ -24,40 +24,59 @@ std::filesystem::path BesidePolicy(const SourceText& policy, const std::filesyst
 
 // A part of the policy that is either inline or the name of a file.
 struct Part {
-    const SourceText& policy;
+    const JsonDocument& policy;
     const JsonNode& node;
     std::string what;
     bool isDots = false;
 };
 
 SourceText ReadNamedFile(const Part& part, Policy& policy) {
-    const auto path = BesidePolicy(part.policy, PathOf(RequireText(part.policy, part.node, "a file name")));
+    const auto path =
+        BesidePolicy(part.policy.Source(), PathOf(RequireText(part.policy.Source(), part.node, "a file name")));
     const std::string name = Utf8Of(path.generic_u8string());
     policy.files.push_back({part.what, name, part.isDots});
     try {
         return {name, InputStream(name).ReadAll()};
     } catch (const FileError& error) {
-        part.policy.Refuse(part.node.begin, error.what());
+        part.policy.Source().Refuse(part.node.begin, error.what());
     }
 }
 
-// Calls `read` with the document of the part.
+// Calls `read` with the document that has the part, and with the root of the part in it.
 template <typename Read>
 auto ReadInlineOrNamed(const Part& part, Policy& policy, Read read) {
     if (part.node.kind != JsonNode::Kind::string) {
         return read(part.policy, part.node);
     }
-    const SourceText file = ReadNamedFile(part, policy);
-    return read(file, ParseJson(file));
+    const JsonDocument file(ReadNamedFile(part, policy));
+    return read(file, file.Root());
 }
 
-using Check = void (*)(const SourceText&, const JsonNode&);
+LibraryDocument MakeLibraryDocument(const JsonDocument& document, const JsonNode& root) {
+    const SourceText& source = document.Source();
+    return {std::string(source.Text().substr(root.begin, root.end - root.begin)), source.At(root.begin)};
+}
 
-LibraryDocument ReadLibraryDocument(const Part& part, Policy& policy, Check check) {
-    return ReadInlineOrNamed(part, policy, [check](const SourceText& source, const JsonNode& root) {
-        check(source, root);
-        return LibraryDocument{std::string(source.Text().substr(root.begin, root.end - root.begin)),
-                               source.At(root.begin)};
+void ReadAllowList(const Part& part, Policy& policy) {
+    ReadInlineOrNamed(part, policy, [&policy](const JsonDocument& document, const JsonNode& root) {
+        CheckAllowList(document.Source(), root);
+        policy.allowList = MakeLibraryDocument(document, root);
+        policy.allowListEntries = ReadAllowListEntries(document, root);
+    });
+}
+
+void ReadActions(const Part& part, Policy& policy) {
+    ReadInlineOrNamed(part, policy, [&policy](const JsonDocument& document, const JsonNode& root) {
+        CheckActions(document.Source(), root);
+        policy.actions = MakeLibraryDocument(document, root);
+        policy.actionRows = ReadActionRows(document, root);
+    });
+}
+
+void ReadDotPart(const Part& part, Policy& policy) {
+    ReadInlineOrNamed(part, policy, [&policy](const JsonDocument& document, const JsonNode& root) {
+        policy.dots = ReadDots(document.Source(), root);
+        policy.dotPlaces = PlacesOfDots(document, root);
     });
 }
 
@@ -114,15 +133,16 @@ std::map<std::string, std::filesystem::path> ReadPrograms(const SourceText& sour
 } // namespace
 
 Policy ReadPolicy(const std::string& name) {
-    const SourceText source(name, InputStream(name).ReadAll());
-    const JsonNode root = ParseJson(source);
+    const JsonDocument document(SourceText(name, InputStream(name).ReadAll()));
+    const SourceText& source = document.Source();
+    const JsonNode& root = document.Root();
     RequireKind(source, root, JsonNode::Kind::object, "a policy");
     RequireKnownMembers(source, root,
                         {"machine_id", "defender_mode", "exception_mode", "allow_list", "actions", "rules", "dots",
                          "failures", "programs"});
     Policy policy;
     policy.files.push_back({"the policy", name});
-    policy.rules = ReadRules(source, RequireMember(source, root, "rules"));
+    policy.rules = ReadRules(document, RequireMember(source, root, "rules"));
     if (const JsonNode* const node = FindMember(root, "machine_id")) {
         policy.machineId = ReadMachineId(source, *node);
     }
@@ -133,13 +153,13 @@ Policy ReadPolicy(const std::string& name) {
         policy.exceptionMode = ReadMode(source, *node, exceptionModes, "\"exception_mode\"");
     }
     if (const JsonNode* const node = FindMember(root, "allow_list")) {
-        policy.allowList = ReadLibraryDocument({source, *node, "the allow list"}, policy, CheckAllowList);
+        ReadAllowList({document, *node, "the allow list"}, policy);
     }
     if (const JsonNode* const node = FindMember(root, "actions")) {
-        policy.actions = ReadLibraryDocument({source, *node, "the action table"}, policy, CheckActions);
+        ReadActions({document, *node, "the action table"}, policy);
     }
     if (const JsonNode* const node = FindMember(root, "dots")) {
-        policy.dots = ReadInlineOrNamed({source, *node, "the dots", true}, policy, ReadDots);
+        ReadDotPart({document, *node, "the dots", true}, policy);
     }
     if (const JsonNode* const node = FindMember(root, "failures")) {
         policy.failures = ReadFailures(source, *node);

@@ -93,7 +93,8 @@ private:
 
 } // namespace
 
-std::vector<Rule> ReadRules(const SourceText& source, const JsonNode& node) {
+std::vector<Rule> ReadRules(const JsonDocument& document, const JsonNode& node) {
+    const SourceText& source = document.Source();
     RequireKind(source, node, JsonNode::Kind::array, "\"rules\"");
     std::vector<Rule> rules;
     Guids guids(source);
@@ -108,6 +109,7 @@ std::vector<Rule> ReadRules(const SourceText& source, const JsonNode& node) {
         rule.localPorts = ReadPorts(source, entry);
         rule.localAddresses = ReadAddresses(source, entry, "local_addresses");
         rule.remoteAddresses = ReadAddresses(source, entry, "remote_addresses");
+        rule.place = document.PlaceAt(entry.begin);
         rules.push_back(std::move(rule));
     }
     return rules;

@@ -3,12 +3,12 @@
 
 #include <vector>
 
-#include "document/jsonNode.h"
+#include "document/jsonDocument.h"
 #include "policy/policy.h"
 
 namespace mordhost {
 
-// Reads the value of "rules". Throws DocumentError.
-std::vector<Rule> ReadRules(const SourceText& source, const JsonNode& node);
+// Reads `node`, the value of "rules" in `document`. Throws DocumentError.
+std::vector<Rule> ReadRules(const JsonDocument& document, const JsonNode& node);
 
 } // namespace mordhost
