@@ -5,7 +5,7 @@
 namespace mordhost {
 
 DocumentPlace JsonDocument::PlaceAt(size_t offset) const {
-    return {m_source.At(offset), PointerAt(m_root, offset)};
+    return {m_source.At(offset), offset, PointerAt(m_root, offset)};
 }
 
 } // namespace mordhost

@@ -11,6 +11,7 @@ namespace mordhost {
 // Where a value is in its file.
 struct DocumentPlace {
     Location where;
+    size_t offset = 0;   // of its first byte in the file
     std::string pointer; // JSON pointer (RFC 6901) to the value from the root of the file
 };
 
@@ -21,6 +22,9 @@ public:
 
     const SourceText& Source() const { return m_source; }
     const JsonNode& Root() const { return m_root; }
+
+    // `root` is the tree of the source.
+    JsonDocument(SourceText source, JsonNode root) : m_source(std::move(source)), m_root(std::move(root)) {}
 
     // The place of the value whose source, or whose member name, has the byte at `offset`.
     DocumentPlace PlaceAt(size_t offset) const;

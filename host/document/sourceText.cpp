@@ -20,7 +20,10 @@ std::string Location::Text() const {
 }
 
 DocumentError::DocumentError(const Location& where, const std::string& reason)
-    : std::runtime_error(where.Text() + ": " + reason) {}
+    : std::runtime_error(where.Text() + ": " + reason), m_fault{"", 0, reason} {}
+
+DocumentError::DocumentError(const Location& where, Fault fault)
+    : std::runtime_error(where.Text() + ": " + fault.message), m_fault(std::move(fault)) {}
 
 SourceText::SourceText(std::string name, std::string text, size_t firstLine)
     : m_name(std::move(name)), m_text(std::move(text)), m_firstLine(firstLine) {}
@@ -54,7 +57,12 @@ Location SourceText::At(size_t offset) const {
 }
 
 void SourceText::Refuse(size_t offset, const std::string& reason) const {
-    throw DocumentError(At(offset), reason);
+    Refuse(Fault{"invalid-value", offset, reason});
+}
+
+void SourceText::Refuse(Fault fault) const {
+    const Location where = At(fault.begin);
+    throw DocumentError(where, std::move(fault));
 }
 
 } // namespace mordhost

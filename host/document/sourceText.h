@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "document/fault.h"
+
 namespace mordhost {
 
 // A position in a document, counted from 1. The column counts characters (Unicode code points), not bytes.
@@ -23,6 +25,13 @@ struct Location {
 class DocumentError : public std::runtime_error {
 public:
     DocumentError(const Location& where, const std::string& reason);
+    DocumentError(const Location& where, Fault fault);
+
+    // What is wrong; without code and offset if the first constructor was used.
+    const Fault& Details() const { return m_fault; }
+
+private:
+    Fault m_fault;
 };
 
 // Optional at the start of a document. Columns do not count it.
@@ -40,7 +49,10 @@ public:
     // offset reads the text up to there; later calls take a bounded time. For use by one thread.
     Location At(size_t offset) const;
 
-    // Throws a DocumentError with `reason` and the position of `offset`.
+    // Throws a DocumentError with the position of the fault.
+    [[noreturn]] void Refuse(Fault fault) const;
+
+    // As above, with the code "invalid-value".
     [[noreturn]] void Refuse(size_t offset, const std::string& reason) const;
 
 private:

@@ -61,6 +61,7 @@ struct PolicyFile {
 
 struct Policy {
     std::vector<PolicyFile> files;        // of the policy itself and of the parts that it names
+    size_t skippedParts = 0;              // the number of parts of the library's documents that it skips or changes
     std::optional<std::string> machineId; // if absent, the library asks the machine
     std::optional<uint32_t> defenderMode; // if absent, the default of the library applies; also below
     std::optional<uint32_t> exceptionMode;

@@ -1,7 +1,7 @@
 #include "policy/policyReader.h"
 
-#include <functional>
 #include <limits>
+#include <utility>
 
 #include "document/jsonAccess.h"
 #include "policy/libraryDocuments.h"
@@ -31,25 +31,46 @@ struct Part {
 };
 
 SourceText ReadNamedFile(const Part& part, Policy& policy) {
-    const auto path =
-        BesidePolicy(part.policy.Source(), PathOf(RequireText(part.policy.Source(), part.node, "a file name")));
+    const SourceText& source = part.policy.Source();
+    const auto path = BesidePolicy(source, PathOf(RequireText(source, part.node, "a file name")));
     const std::string name = Utf8Of(path.generic_u8string());
     policy.files.push_back({part.what, name, part.isDots});
     try {
         return {name, InputStream(name).ReadAll()};
     } catch (const FileError& error) {
-        part.policy.Source().Refuse(part.node.begin, error.what());
+        source.Refuse({"unreadable-file", part.node.begin, error.what()});
     }
+}
+
+// Parses the text and keeps the document. Returns null, and adds the error, if it is not JSON.
+const JsonDocument* AddDocument(PolicyReading& reading, SourceText source) {
+    JsonNode root;
+    try {
+        root = ParseJson(source);
+    } catch (const DocumentError& error) {
+        reading.findings.AddSyntaxError(source, error);
+        return nullptr;
+    }
+    reading.documents.push_back(std::make_unique<const JsonDocument>(std::move(source), std::move(root)));
+    return reading.documents.back().get();
 }
 
 // Calls `read` with the document that has the part, and with the root of the part in it.
 template <typename Read>
-auto ReadInlineOrNamed(const Part& part, Policy& policy, Read read) {
+void ReadInlineOrNamed(const Part& part, PolicyReading& reading, Read read) {
     if (part.node.kind != JsonNode::Kind::string) {
-        return read(part.policy, part.node);
+        read(part.policy, part.node);
+        return;
     }
-    const JsonDocument file(ReadNamedFile(part, policy));
-    return read(file, file.Root());
+    std::optional<SourceText> source;
+    if (!reading.findings.Collect(part.policy, [&] { source = ReadNamedFile(part, reading.policy); })) {
+        return;
+    }
+    reading.findings.SetPart(part.node.begin);
+    if (const JsonDocument* const file = AddDocument(reading, std::move(*source))) {
+        read(*file, file->Root());
+    }
+    reading.findings.SetPart(Findings::inPolicy);
 }
 
 LibraryDocument MakeLibraryDocument(const JsonDocument& document, const JsonNode& root) {
@@ -57,26 +78,30 @@ LibraryDocument MakeLibraryDocument(const JsonDocument& document, const JsonNode
     return {std::string(source.Text().substr(root.begin, root.end - root.begin)), source.At(root.begin)};
 }
 
-void ReadAllowList(const Part& part, Policy& policy) {
-    ReadInlineOrNamed(part, policy, [&policy](const JsonDocument& document, const JsonNode& root) {
-        CheckAllowList(document.Source(), root);
-        policy.allowList = MakeLibraryDocument(document, root);
-        policy.allowListEntries = ReadAllowListEntries(document, root);
+void ReadAllowList(const Part& part, PolicyReading& reading) {
+    ReadInlineOrNamed(part, reading, [&reading](const JsonDocument& document, const JsonNode& root) {
+        const size_t before = reading.findings.Warnings();
+        CheckAllowList(document, root, reading.findings);
+        reading.policy.skippedParts += reading.findings.Warnings() - before;
+        reading.policy.allowList = MakeLibraryDocument(document, root);
+        reading.policy.allowListEntries = ReadAllowListEntries(document, root);
     });
 }
 
-void ReadActions(const Part& part, Policy& policy) {
-    ReadInlineOrNamed(part, policy, [&policy](const JsonDocument& document, const JsonNode& root) {
-        CheckActions(document.Source(), root);
-        policy.actions = MakeLibraryDocument(document, root);
-        policy.actionRows = ReadActionRows(document, root);
+void ReadActions(const Part& part, PolicyReading& reading) {
+    ReadInlineOrNamed(part, reading, [&reading](const JsonDocument& document, const JsonNode& root) {
+        const size_t before = reading.findings.Warnings();
+        CheckActions(document, root, reading.findings);
+        reading.policy.skippedParts += reading.findings.Warnings() - before;
+        reading.policy.actions = MakeLibraryDocument(document, root);
+        reading.policy.actionRows = ReadActionRows(document, root);
     });
 }
 
-void ReadDotPart(const Part& part, Policy& policy) {
-    ReadInlineOrNamed(part, policy, [&policy](const JsonDocument& document, const JsonNode& root) {
-        policy.dots = ReadDots(document.Source(), root);
-        policy.dotPlaces = PlacesOfDots(document, root);
+void ReadDotPart(const Part& part, PolicyReading& reading) {
+    ReadInlineOrNamed(part, reading, [&reading](const JsonDocument& document, const JsonNode& root) {
+        reading.policy.dots = ReadDots(document, root, reading.findings);
+        reading.policy.dotPlaces = PlacesOfDots(document, root);
     });
 }
 
@@ -91,7 +116,8 @@ uint32_t ReadMode(const SourceText& source, const JsonNode& node, const std::ini
     }
     const auto value = ValueOf(node.text, names);
     if (!value) {
-        source.Refuse(node.begin, '"' + node.text + "\" is not one of " + ListNames(names));
+        source.Refuse({"unknown-name", node.begin, '"' + node.text + "\" is not one of " + ListNames(names),
+                       "one of " + ListNames(names)});
     }
     return *value;
 }
@@ -104,70 +130,121 @@ std::optional<std::string> ReadMachineId(const SourceText& source, const JsonNod
     return text == fromTheMachine ? std::nullopt : std::optional(text);
 }
 
-std::map<std::string, PrescribedFailure> ReadFailures(const SourceText& source, const JsonNode& node) {
-    RequireKind(source, node, JsonNode::Kind::object, "\"failures\"");
-    RequireNoRepeatedMember(source, node);
+bool IsObject(const JsonDocument& document, const JsonNode& node, const char* what, Findings& findings) {
+    return findings.Collect(document, [&] { RequireKind(document.Source(), node, JsonNode::Kind::object, what); });
+}
+
+std::map<std::string, PrescribedFailure> ReadFailures(const JsonDocument& document, const JsonNode& node,
+                                                      Findings& findings) {
+    const SourceText& source = document.Source();
     std::map<std::string, PrescribedFailure> failures;
+    if (!IsObject(document, node, "\"failures\"", findings)) {
+        return failures;
+    }
+    CollectMemberFaults(document, node, {}, findings);
     for (const JsonMember& member : node.members) {
-        RequireText(source, member.value, "a failure");
-        const uint32_t failure = ReadMode(source, member.value, failureNames, "a failure");
-        failures[member.name] = {static_cast<Failure>(failure), source.At(member.begin)};
+        findings.Collect(document, [&] {
+            RequireText(source, member.value, "a failure");
+            const uint32_t failure = ReadMode(source, member.value, failureNames, "a failure");
+            failures[member.name] = {static_cast<Failure>(failure), source.At(member.begin)};
+        });
     }
     return failures;
 }
 
-std::map<std::string, std::filesystem::path> ReadPrograms(const SourceText& source, const JsonNode& node) {
-    RequireKind(source, node, JsonNode::Kind::object, "\"programs\"");
-    RequireNoRepeatedMember(source, node);
+std::filesystem::path ReadProgram(const SourceText& source, const JsonNode& node) {
+    const std::filesystem::path file = PathOf(RequireText(source, node, "the file of a program"));
+    if (!file.has_filename()) {
+        source.Refuse(node.begin, "the file of a program must have a name");
+    }
+    return file.has_parent_path() ? BesidePolicy(source, file) : file;
+}
+
+std::map<std::string, std::filesystem::path> ReadPrograms(const JsonDocument& document, const JsonNode& node,
+                                                          Findings& findings) {
     std::map<std::string, std::filesystem::path> programs;
+    if (!IsObject(document, node, "\"programs\"", findings)) {
+        return programs;
+    }
+    CollectMemberFaults(document, node, {}, findings);
     for (const JsonMember& member : node.members) {
-        const std::filesystem::path file = PathOf(RequireText(source, member.value, "the file of a program"));
-        if (!file.has_filename()) {
-            source.Refuse(member.value.begin, "the file of a program must have a name");
-        }
-        programs[member.name] = file.has_parent_path() ? BesidePolicy(source, file) : file;
+        findings.Collect(document, [&] { programs[member.name] = ReadProgram(document.Source(), member.value); });
     }
     return programs;
 }
 
+// Reads the members of a policy.
+class PolicyMembers {
+public:
+    PolicyMembers(const JsonDocument& document, PolicyReading& reading) : m_document(document), m_reading(reading) {}
+
+    void Read() {
+        const SourceText& source = m_document.Source();
+        Policy& policy = m_reading.policy;
+        Findings& findings = m_reading.findings;
+        if (!IsObject(m_document, m_document.Root(), "a policy", findings)) {
+            return;
+        }
+        CollectMemberFaults(m_document, m_document.Root(),
+                            {"machine_id", "defender_mode", "exception_mode", "allow_list", "actions", "rules", "dots",
+                             "failures", "programs"},
+                            findings);
+        findings.Collect(m_document, [&] {
+            policy.rules = ReadRules(m_document, RequireMember(source, m_document.Root(), "rules"), findings);
+        });
+        Take("machine_id", [&](const JsonNode& node) { policy.machineId = ReadMachineId(source, node); });
+        Take("defender_mode", [&](const JsonNode& node) {
+            policy.defenderMode = ReadMode(source, node, defenderModes, "\"defender_mode\"");
+        });
+        Take("exception_mode", [&](const JsonNode& node) {
+            policy.exceptionMode = ReadMode(source, node, exceptionModes, "\"exception_mode\"");
+        });
+        Take("allow_list", [&](const JsonNode& node) {
+            ReadAllowList({m_document, node, "the allow list"}, m_reading);
+        });
+        Take("actions", [&](const JsonNode& node) { ReadActions({m_document, node, "the action table"}, m_reading); });
+        Take("dots", [&](const JsonNode& node) { ReadDotPart({m_document, node, "the dots", true}, m_reading); });
+        Take("failures", [&](const JsonNode& node) { policy.failures = ReadFailures(m_document, node, findings); });
+        Take("programs", [&](const JsonNode& node) { policy.programs = ReadPrograms(m_document, node, findings); });
+    }
+
+private:
+    // Calls `read` with the member, if there is one.
+    template <typename Read>
+    void Take(std::string_view name, Read read) {
+        if (const JsonNode* const node = FindMember(m_document.Root(), name)) {
+            m_reading.findings.Collect(m_document, [&] { read(*node); });
+        }
+    }
+
+    const JsonDocument& m_document;
+    PolicyReading& m_reading;
+};
+
 } // namespace
 
+const JsonDocument* PolicyReading::DocumentOf(const DocumentPlace& place) const {
+    for (const auto& document : documents) {
+        if (document->Source().Name() == place.where.file) {
+            return document.get();
+        }
+    }
+    return nullptr;
+}
+
+PolicyReading ReadWholePolicy(SourceText source) {
+    PolicyReading reading;
+    reading.policy.files.push_back({"the policy", source.Name()});
+    if (const JsonDocument* const document = AddDocument(reading, std::move(source))) {
+        PolicyMembers(*document, reading).Read();
+    }
+    return reading;
+}
+
 Policy ReadPolicy(const std::string& name) {
-    const JsonDocument document(SourceText(name, InputStream(name).ReadAll()));
-    const SourceText& source = document.Source();
-    const JsonNode& root = document.Root();
-    RequireKind(source, root, JsonNode::Kind::object, "a policy");
-    RequireKnownMembers(source, root,
-                        {"machine_id", "defender_mode", "exception_mode", "allow_list", "actions", "rules", "dots",
-                         "failures", "programs"});
-    Policy policy;
-    policy.files.push_back({"the policy", name});
-    policy.rules = ReadRules(document, RequireMember(source, root, "rules"));
-    if (const JsonNode* const node = FindMember(root, "machine_id")) {
-        policy.machineId = ReadMachineId(source, *node);
-    }
-    if (const JsonNode* const node = FindMember(root, "defender_mode")) {
-        policy.defenderMode = ReadMode(source, *node, defenderModes, "\"defender_mode\"");
-    }
-    if (const JsonNode* const node = FindMember(root, "exception_mode")) {
-        policy.exceptionMode = ReadMode(source, *node, exceptionModes, "\"exception_mode\"");
-    }
-    if (const JsonNode* const node = FindMember(root, "allow_list")) {
-        ReadAllowList({document, *node, "the allow list"}, policy);
-    }
-    if (const JsonNode* const node = FindMember(root, "actions")) {
-        ReadActions({document, *node, "the action table"}, policy);
-    }
-    if (const JsonNode* const node = FindMember(root, "dots")) {
-        ReadDotPart({document, *node, "the dots", true}, policy);
-    }
-    if (const JsonNode* const node = FindMember(root, "failures")) {
-        policy.failures = ReadFailures(source, *node);
-    }
-    if (const JsonNode* const node = FindMember(root, "programs")) {
-        policy.programs = ReadPrograms(source, *node);
-    }
-    return policy;
+    PolicyReading reading = ReadWholePolicy(SourceText(name, InputStream(name).ReadAll()));
+    reading.findings.ThrowFirstError();
+    return std::move(reading.policy);
 }
 
 } // namespace mordhost

@@ -35,9 +35,10 @@ MAY_INCLUDE: dict[str, list[str]] = {
     "host/document": ["host/system"],
     "host/policy": ["host/document", "host/system", "PUBLIC"],
     "host/decide": ["host/policy", "host/document", "host/system", "PUBLIC", "siblings/zelkBase/hostLog.h"],
-    "host/output": ["host/decide", "host/policy", "host/document", "host/system", "PUBLIC"],
+    "host/review": ["host/decide", "host/policy", "host/document", "host/system", "PUBLIC"],
+    "host/output": ["host/review", "host/decide", "host/policy", "host/document", "host/system", "PUBLIC"],
     "host/live": ["host/policy", "host/document", "host/system", "PUBLIC"],
-    "host/cli": ["host/live", "host/output", "host/decide", "host/policy", "host/document", "host/system", "PUBLIC"],
+    "host/cli": ["host/live", "host/output", "host/review", "host/decide", "host/policy", "host/document", "host/system", "PUBLIC"],
     # Tests: the kit, then a row for each subsystem
     "tests": [],
     "tests/kit/text": ["src/platform"],
@@ -54,8 +55,8 @@ MAY_INCLUDE: dict[str, list[str]] = {
     "tests/unit/native": [*KIT, "src/mordRev", "src/native", "src/logging", "src/frame", "src/platform"],
     "tests/unit/mordRev": [*KIT, "src/mordRev", "src/logging", "src/frame"],
     "tests/unit/siblings": [*KIT, "siblings", "siblings/zelkBase", "src/frame", "src/platform"],
-    "tests/unit/host": [*KIT, "host/cli", "host/live", "host/output", "host/decide", "host/policy", "host/document",
-                        "host/system", "PUBLIC", "siblings/zelkBase/hostLog.h"],
+    "tests/unit/host": [*KIT, "host/cli", "host/live", "host/output", "host/review", "host/decide", "host/policy",
+                        "host/document", "host/system", "PUBLIC", "siblings/zelkBase/hostLog.h"],
     "tests/unit/inspect": [*KIT, "tests/unit/native", "inspect", "src/native"],
     # The model shares the headers of the interfaces with the library, and the seed of a test run with the kit.
     "tests/model": ["tests/kit/text/runSeed.h", "src/frame/interfaces.h", "src/platform/wideChar.h"],
