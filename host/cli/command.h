@@ -24,6 +24,9 @@ public:
     // A required positional argument.
     void Positional(const std::string& name, std::string& value, const std::string& help);
 
+    // A positional argument that may be absent.
+    void OptionalPositional(const std::string& name, std::string& value, const std::string& help);
+
     // An option without a value.
     void Flag(const std::string& name, bool& value, const std::string& help);
 
@@ -52,6 +55,9 @@ public:
     virtual std::string Name() const = 0;
     virtual std::string Help() const = 0; // one sentence without a period
     virtual void Declare(Arguments& arguments) = 0;
+
+    // The exit code after Run has returned.
+    virtual int Code() const { return 0; }
 
     // Executes the command after its arguments were parsed. Throws DocumentError, LoadError, FileError and RunError.
     virtual void Run() = 0;

@@ -15,6 +15,10 @@ void Arguments::Positional(const std::string& name, std::string& value, const st
     m_command.add_option(name, value, help)->required();
 }
 
+void Arguments::OptionalPositional(const std::string& name, std::string& value, const std::string& help) {
+    m_command.add_option(name, value, help);
+}
+
 void Arguments::Flag(const std::string& name, bool& value, const std::string& help) {
     m_command.add_flag(name, value, help);
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "document/jsonPointer.h"
+#include "document/warningCodes.h"
 
 namespace mordhost {
 
@@ -39,6 +40,9 @@ void Findings::AddError(const JsonDocument& document, const Fault& fault) {
 }
 
 void Findings::Warn(const JsonDocument& document, const Fault& fault) {
+    if (std::find(warningCodes.begin(), warningCodes.end(), fault.code) == warningCodes.end()) {
+        throw std::logic_error("the code " + fault.code + " is not listed");
+    }
     Add(Severity::warning, document.Source(), PointerAt(document.Root(), fault.begin), fault);
 }
 

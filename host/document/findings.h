@@ -30,6 +30,7 @@ public:
     void AddSyntaxError(const SourceText& source, const DocumentError& error);
 
     void AddError(const JsonDocument& document, const Fault& fault);
+    // The code must be one of warningCodes; throws std::logic_error otherwise.
     void Warn(const JsonDocument& document, const Fault& fault);
 
     // The findings until the next call are about a file that is named at this offset of the policy. Offset `inPolicy`

@@ -43,7 +43,7 @@ SourceText ReadNamedFile(const Part& part, Policy& policy) {
 }
 
 // Parses the text and keeps the document. Returns null, and adds the error, if it is not JSON.
-const JsonDocument* AddDocument(PolicyReading& reading, SourceText source) {
+const JsonDocument* AddDocument(PolicyReading& reading, SourceText source, size_t part) {
     JsonNode root;
     try {
         root = ParseJson(source);
@@ -52,6 +52,7 @@ const JsonDocument* AddDocument(PolicyReading& reading, SourceText source) {
         return nullptr;
     }
     reading.documents.push_back(std::make_unique<const JsonDocument>(std::move(source), std::move(root)));
+    reading.parts.push_back(part);
     return reading.documents.back().get();
 }
 
@@ -67,7 +68,7 @@ void ReadInlineOrNamed(const Part& part, PolicyReading& reading, Read read) {
         return;
     }
     reading.findings.SetPart(part.node.begin);
-    if (const JsonDocument* const file = AddDocument(reading, std::move(*source))) {
+    if (const JsonDocument* const file = AddDocument(reading, std::move(*source), part.node.begin)) {
         read(*file, file->Root());
     }
     reading.findings.SetPart(Findings::inPolicy);
@@ -223,19 +224,22 @@ private:
 
 } // namespace
 
-const JsonDocument* PolicyReading::DocumentOf(const DocumentPlace& place) const {
-    for (const auto& document : documents) {
-        if (document->Source().Name() == place.where.file) {
-            return document.get();
+void PolicyReading::Warn(const DocumentPlace& place, Fault fault) {
+    fault.begin = place.offset;
+    for (size_t i = 0; i < documents.size(); ++i) {
+        if (documents[i]->Source().Name() == place.where.file) {
+            findings.SetPart(parts[i]);
+            findings.Warn(*documents[i], fault);
+            findings.SetPart(Findings::inPolicy);
+            return;
         }
     }
-    return nullptr;
 }
 
 PolicyReading ReadWholePolicy(SourceText source) {
     PolicyReading reading;
     reading.policy.files.push_back({"the policy", source.Name()});
-    if (const JsonDocument* const document = AddDocument(reading, std::move(source))) {
+    if (const JsonDocument* const document = AddDocument(reading, std::move(source), Findings::inPolicy)) {
         PolicyMembers(*document, reading).Read();
     }
     return reading;

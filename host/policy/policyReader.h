@@ -15,9 +15,10 @@ struct PolicyReading {
     Policy policy; // without the faulty parts
     Findings findings;
     std::vector<std::unique_ptr<const JsonDocument>> documents; // the policy and the named files that are JSON
+    std::vector<size_t> parts; // of each document: the offset of its name in the policy, or Findings::inPolicy
 
-    // The document in the file of a place; null if there is none.
-    const JsonDocument* DocumentOf(const DocumentPlace& place) const;
+    // Adds a warning about the part of the policy at `place`, whose offset replaces that of the fault.
+    void Warn(const DocumentPlace& place, Fault fault);
 };
 
 // Reads the policy `source` and the files that it names, which are relative to it. Finds all errors, and everything that
