@@ -21,8 +21,8 @@ struct PolicyReading {
     void Warn(const DocumentPlace& place, Fault fault);
 };
 
-// Reads the policy `source` and the files that it names, which are relative to it. Finds all errors, and everything that
-// the library would skip. A text that is not JSON has one error only.
+// Reads the policy `source` and the files that it names, which are relative to it. Finds all errors, and everything
+// that the library would skip. A text that is not JSON has one error only.
 PolicyReading ReadWholePolicy(SourceText source);
 
 // Reads the policy in the file `name` and the files that it names, which are relative to it. Throws FileError if the

@@ -9,8 +9,8 @@ namespace mordhost {
 
 class SimilarIds {
 public:
-    // Adds an id. Returns an id that was added before and differs from this one in the case of ASCII letters or in blanks
-    // only; null if there is none, or if this id was added before. Valid as long as this.
+    // Adds an id. Returns an id that was added before and differs from this one in the case of ASCII letters or in
+    // blanks only; null if there is none, or if this id was added before. Valid as long as this.
     const std::string* Add(const std::string& id);
 
 private:

@@ -1,4 +1,5 @@
 // mordhost check, as built.
+#include "system/inputStream.h"
 #include "unit/host/mordhostFixture.h"
 
 using mordhostTest::MordhostTest;
@@ -125,6 +126,14 @@ TEST_F(CheckCommand, ListsAtMostTenThousandFindings) {
     const ProcessResult result = Check("{\"rules\": [], \"allow_list\": {\"mid_list\": [" + entries + "]}}");
     EXPECT_EQ(result.code, 0);
     EXPECT_NE(result.output.find("\nand 50 more\np.json: 0 errors, 10050 warnings\n"), std::string::npos);
+}
+
+TEST_F(CheckCommand, TheExampleHasTheExpectedFindings) {
+    const ProcessResult result = mordhostTest::RunProcess(
+        {MORDHOST_PROGRAM, {"check", "examples/faults/policy.json"}, "", MORDHOST_SOURCE_DIRECTORY});
+    EXPECT_EQ(result.code, 0);
+    const std::string expected = MORDHOST_SOURCE_DIRECTORY "/examples/faults/expected/policy.check.txt";
+    EXPECT_EQ(result.output, mordhost::InputStream(expected).ReadAll());
 }
 
 TEST_F(CheckCommand, AReplayAcceptsWhatTheLibrarySkipsAndCountsIt) {

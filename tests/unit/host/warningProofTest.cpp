@@ -6,14 +6,15 @@
 
 #include "document/warningCodes.h"
 #include "review/answerCheck.h"
+#include "system/inputStream.h"
 #include "unit/host/realLibrary.h"
 
 using namespace mordhostTest;
 
 namespace {
 
-// The documents of a proof. `fixed` follows the advice of the warning, and is decided differently, so that the comparison
-// of the other two can fail.
+// The documents of a proof. `fixed` follows the advice of the warning, and is decided differently, so that the
+// comparison of the other two can fail.
 struct Proof {
     std::string with;    // the warning is about this
     std::string without; // the same without what has no effect
@@ -153,6 +154,13 @@ TEST(WarningProof, EachWarningOfAnAnswerIsTrue) {
         const std::string decisions = DecisionsForAnswer(proof.with);
         EXPECT_EQ(decisions, DecisionsForAnswer(proof.without)) << code << " names something that has an effect";
         EXPECT_NE(decisions, DecisionsForAnswer(proof.fixed)) << code << ": the comparison shows nothing";
+    }
+}
+
+TEST(WarningProof, EveryCodeIsDocumented) {
+    const std::string page = mordhost::InputStream(MORDHOST_SOURCE_DIRECTORY "/docs/mordhost.md").ReadAll();
+    for (const std::string_view code : mordhost::warningCodes) {
+        EXPECT_NE(page.find('`' + std::string(code) + '`'), std::string::npos) << code;
     }
 }
 
