@@ -9,8 +9,8 @@ namespace mordhost {
 //
 // The library looks at the rules of an event in their order, and the first rule with an allowed machine ends that. A
 // rule without one never ends it, and each rule has separate dots. So no rule hides a later rule from a decision. Only
-// the action table looks at the first rule of an event alone: an action has no effect if an earlier rule of another type
-// applies to all connections of each rule of its type.
+// the action table looks at the first rule of an event alone: an action has no effect if an earlier rule of another
+// type applies to all connections of each rule of its type.
 void CheckPolicy(PolicyReading& reading);
 
 } // namespace mordhost
