@@ -35,6 +35,7 @@ TEST(RuleCover, EachPortRangeIsWithinOneOfTheWideRule) {
 TEST(RuleCover, EachAddressRangeIsWithinOneOfTheWideRule) {
     EXPECT_TRUE(Covers(RuleFor({}, {"10.0.0.0/8"}), RuleFor({}, {"10.1.0.0/16", "10.0.0.7"})));
     EXPECT_FALSE(Covers(RuleFor({}, {"10.1.0.0/16"}), RuleFor({}, {"10.0.0.0/8"})));
+    EXPECT_FALSE(Covers(RuleFor({}, {"10.0.0.0/16"}), RuleFor({}, {"10.0.0.0/8"})));
     EXPECT_FALSE(Covers(RuleFor({}, {"10.0.0.0/8"}), RuleFor({}, {"11.0.0.0/8"})));
     EXPECT_FALSE(Covers(RuleFor({}, {"0.0.0.0/0"}), RuleFor({}, {"2001:db8::/32"})));
     EXPECT_FALSE(Covers(RuleFor({{1, 1}}, {"10.0.0.0/8"}), RuleFor({{2, 2}}, {"10.0.0.0/8"})));
