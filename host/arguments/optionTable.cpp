@@ -56,6 +56,13 @@ OptionEntry Flagged() {
     return entry;
 }
 
+OptionEntry Libraries() {
+    return WithValue("--libraries", ValueKind::directory, "DIR",
+                     "Load ZelkBase, Ferrocore and mordRev from DIR instead of the default directory",
+                     "The default is lib beside the directory of the program; on Windows, the directory of the "
+                     "program.");
+}
+
 // The options of the commands that decide events.
 std::vector<OptionEntry> RunEntries() {
     return {
@@ -74,9 +81,7 @@ std::vector<OptionEntry> RunEntries() {
         Choice("--dots-down", "FAILURE", failureNames,
                "Make every query for dots fail with network-error, query-error or broken-answer",
                "This has priority over the failures that the policy prescribes."),
-        WithValue("--libraries", ValueKind::directory, "DIR",
-                  "Load ZelkBase, Ferrocore and mordRev from DIR instead of the default directory",
-                  "The default is lib beside the directory of the program; on Windows, the directory of the program."),
+        Libraries(),
     };
 }
 
@@ -97,6 +102,31 @@ CommandEntry Replay() {
         {policyArgument, {"EVENTS", ValueKind::file, "The events, one per line; - reads the standard input"}},
         Joined(RunEntries(), {WithValue("--programs", ValueKind::directory, "DIR",
                                         "Start the policy's programs from DIR instead of the directory of mordhost")}),
+        false,
+    };
+}
+
+CommandEntry Check() {
+    const auto document = [](std::string_view name, std::string_view help) {
+        OptionEntry entry = WithValue(name, ValueKind::file, "FILE", help);
+        entry.repeats = true;
+        return entry;
+    };
+    return {
+        "check",
+        "Find the faults of a policy or of a document for the library",
+        "An error is what mordhost or the library refuses. A warning is what the library silently skips, or what can "
+        "never take effect.",
+        {{"POLICY", ValueKind::file, "The policy documents; - reads the standard input", true}},
+        {Choice("--format", "FORMAT", findingFormatNames,
+                "Write the findings as text, json, jsonl, junit, tap, sarif or github; default: text",
+                "junit is the XML of JUnit, tap is the Test Anything Protocol 13, sarif is SARIF 2.1.0, github is "
+                "workflow commands."),
+         Flag("--strict", "Exit with code 1 if there are warnings"),
+         document("--allow-list", "Check the allow list in FILE; may be repeated"),
+         document("--action-table", "Check the action table in FILE; may be repeated"),
+         document("--answer", "Check the query result in FILE; may be repeated"),
+         document("--report", "Check the handling report in FILE; may be repeated"), Libraries()},
         false,
     };
 }
@@ -136,7 +166,7 @@ const std::vector<OptionEntry>& CommonOptions() {
 }
 
 const std::vector<CommandEntry>& CommandTable() {
-    static const std::vector<CommandEntry> commands = {Replay(), Record(), Watch()};
+    static const std::vector<CommandEntry> commands = {Replay(), Check(), Record(), Watch()};
     return commands;
 }
 

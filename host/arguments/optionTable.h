@@ -34,11 +34,12 @@ struct OptionEntry {
     std::string_view excludes; // the name of an option of the same command; may be empty
 };
 
-// A required argument without a name on the command line.
+// An argument without a name on the command line.
 struct PositionalEntry {
     std::string_view name; // "POLICY"
     ValueKind kind = ValueKind::file;
-    std::string_view help; // as above
+    std::string_view help;   // as above
+    bool isAnyCount = false; // may be absent or repeated; the others are required
 };
 
 struct CommandEntry {

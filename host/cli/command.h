@@ -30,6 +30,9 @@ public:
 
     void Positional(std::string_view name, std::string& value);
 
+    // A positional argument that may be absent or repeated.
+    void Positionals(std::string_view name, std::vector<std::string>& values);
+
     // An option without a value.
     void Flag(std::string_view name, bool& value);
 
@@ -63,6 +66,7 @@ private:
 
     void TakeChoice(std::string_view name, std::function<void(uint32_t)> take);
     const OptionEntry& Bind(std::string_view name);
+    const PositionalEntry& BindPositional(std::string_view name);
 
     CLI::App& m_command;
     const CommandEntry& m_entry;
@@ -76,6 +80,9 @@ public:
     // The name of its entry in the option table.
     virtual std::string_view Name() const = 0;
     virtual void Declare(Arguments& arguments) = 0;
+
+    // The exit code after Run has returned.
+    virtual int Code() const { return 0; }
 
     // Executes the command after its arguments were parsed. Throws DocumentError, LoadError, FileError and RunError.
     virtual void Run() = 0;

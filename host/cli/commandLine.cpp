@@ -93,14 +93,24 @@ const OptionEntry& Arguments::Bind(std::string_view name) {
     return *option;
 }
 
-void Arguments::Positional(std::string_view name, std::string& value) {
+const PositionalEntry& Arguments::BindPositional(std::string_view name) {
     const auto entry = std::find_if(m_entry.positionals.begin(), m_entry.positionals.end(),
                                     [name](const PositionalEntry& positional) { return positional.name == name; });
     if (entry == m_entry.positionals.end()) {
         throw std::logic_error("the option table of " + StringOf(m_entry.name) + " has no " + StringOf(name));
     }
     m_bound.insert(entry->name);
-    m_command.add_option(StringOf(entry->name), value, StringOf(entry->help))->required();
+    return *entry;
+}
+
+void Arguments::Positional(std::string_view name, std::string& value) {
+    const PositionalEntry& entry = BindPositional(name);
+    m_command.add_option(StringOf(entry.name), value, StringOf(entry.help))->required();
+}
+
+void Arguments::Positionals(std::string_view name, std::vector<std::string>& values) {
+    const PositionalEntry& entry = BindPositional(name);
+    m_command.add_option(StringOf(entry.name), values, StringOf(entry.help));
 }
 
 void Arguments::Flag(std::string_view name, bool& value) {

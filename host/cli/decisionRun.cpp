@@ -47,6 +47,11 @@ DecisionRun::DecisionRun(const std::string& policyName, const Policy& policy, co
 }
 
 void DecisionRun::Run(const std::function<void()>& work) {
+    if (m_policy.skippedParts > 0) {
+        std::cerr << "mordhost: warning: the library skips " << m_policy.skippedParts
+                  << (m_policy.skippedParts == 1 ? " part" : " parts")
+                  << " of the policy's documents; 'mordhost check' lists them\n";
+    }
     try {
         m_presenter->Begin();
         RequireWritten(std::cout, standardOutputName);

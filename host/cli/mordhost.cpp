@@ -30,6 +30,7 @@ int RunMordhost(std::vector<std::string> arguments) {
         int code = EXIT_DONE;
         if (Command* const command = ReadCommandLine(commands, std::move(arguments), code)) {
             command->Run();
+            code = command->Code();
         }
         std::cout.flush(); // the help text may not be written yet
         RequireWritten(std::cout, standardOutputName);

@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 
+#include "document/findings.h"
 #include "document/jsonNode.h"
 
 namespace mordhost {
@@ -22,6 +23,10 @@ void RequireKnownMembers(const SourceText& source, const JsonNode& object,
 
 // Requires that no member name of `object` is repeated.
 void RequireNoRepeatedMember(const SourceText& source, const JsonNode& object);
+
+// Adds an error for each member whose name is not among `known` (any name if that is empty) or is repeated.
+void CollectMemberFaults(const JsonDocument& document, const JsonNode& object,
+                         std::initializer_list<std::string_view> known, Findings& findings);
 
 // The member `name` of `object`, or null.
 const JsonNode* FindMember(const JsonNode& object, std::string_view name);

@@ -117,7 +117,7 @@ private:
     std::string reason("the text is ");
     reason += encoding;
     reason += ", and JSON is UTF-8: save the file as UTF-8";
-    source.Refuse(0, reason);
+    source.Refuse({"encoding", 0, reason, "UTF-8"});
 }
 
 // Reports UTF-16 and UTF-32 by name. The parser would only report an invalid value.
@@ -139,12 +139,12 @@ void RequireUtf8(const SourceText& source) {
 [[noreturn]] void RefuseError(const SourceText& source, size_t offset, rapidjson::ParseErrorCode code) {
     const std::string_view rest = source.Text().substr(std::min(offset, source.Text().size()));
     if (rest.starts_with('\0')) {
-        source.Refuse(offset, "the text contains a NUL byte: the file is not a text, or it is damaged");
+        source.Refuse({"nul-byte", offset, "the text contains a NUL byte: the file is not a text, or it is damaged"});
     }
     if (code == rapidjson::kParseErrorStringInvalidEncoding) {
-        source.Refuse(offset, "the string is not UTF-8: save the file as UTF-8");
+        source.Refuse({"encoding", offset, "the string is not UTF-8: save the file as UTF-8", "UTF-8"});
     }
-    source.Refuse(offset, rapidjson::GetParseError_En(code));
+    source.Refuse({"syntax", offset, rapidjson::GetParseError_En(code), "strict JSON"});
 }
 
 } // namespace
@@ -177,7 +177,8 @@ JsonNode ParseJson(const SourceText& source) {
     constexpr unsigned flags = rapidjson::kParseIterativeFlag | rapidjson::kParseValidateEncodingFlag;
     const rapidjson::ParseResult result = reader.Parse<flags>(stream, builder);
     if (builder.TooDeep()) {
-        source.Refuse(builder.Last() - 1, "values are nested more than " + std::to_string(deepest) + " deep");
+        source.Refuse(
+            {"nesting", builder.Last() - 1, "values are nested more than " + std::to_string(deepest) + " deep"});
     }
     if (result.IsError()) {
         RefuseError(source, start + result.Offset(), result.Code());

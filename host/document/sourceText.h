@@ -5,6 +5,9 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <vector>
+
+#include "document/fault.h"
 
 namespace mordhost {
 
@@ -22,6 +25,13 @@ struct Location {
 class DocumentError : public std::runtime_error {
 public:
     DocumentError(const Location& where, const std::string& reason);
+    DocumentError(const Location& where, Fault fault);
+
+    // What is wrong; without code and offset if the first constructor was used.
+    const Fault& Details() const { return m_fault; }
+
+private:
+    Fault m_fault;
 };
 
 // Optional at the start of a document. Columns do not count it.
@@ -35,16 +45,30 @@ public:
     const std::string& Name() const { return m_name; }
     std::string_view Text() const { return m_text; }
 
-    // The position of the byte at `offset`, or of the end of the text if `offset` is beyond it.
+    // The position of the byte at `offset`, or of the end of the text if `offset` is beyond it. The first call for an
+    // offset reads the text up to there; later calls take a bounded time. For use by one thread.
     Location At(size_t offset) const;
 
-    // Throws a DocumentError with `reason` and the position of `offset`.
+    // Throws a DocumentError with the position of the fault.
+    [[noreturn]] void Refuse(Fault fault) const;
+
+    // As above, with the code "invalid-value".
     [[noreturn]] void Refuse(size_t offset, const std::string& reason) const;
 
 private:
+    // A position that is remembered: every 4096 bytes there is one.
+    struct Mark {
+        size_t line = 0;   // counted from 0
+        size_t column = 0; // counted from 0
+    };
+
+    // The position `from` is moved by the text from `begin` to `end`.
+    Mark Moved(Mark from, size_t begin, size_t end) const;
+
     std::string m_name;
     std::string m_text;
     size_t m_firstLine;
+    mutable std::vector<Mark> m_marks;
 };
 
 } // namespace mordhost

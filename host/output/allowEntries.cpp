@@ -6,7 +6,7 @@ namespace mordhost {
 
 namespace {
 
-std::string PlaceObject(const Place& place) {
+std::string PlaceObject(const DocumentPlace& place) {
     std::string text = "{";
     JsonMembers members(text);
     AppendPlace(members, place);
@@ -16,12 +16,10 @@ std::string PlaceObject(const Place& place) {
 } // namespace
 
 AllowEntries::AllowEntries(const Policy& policy) {
-    for (const AllowEntry& entry : policy.allowEntries) {
-        for (const std::string& key : entry.keys) {
-            std::string pair = key + '\0' + entry.machine;
-            if (!m_places.contains(pair)) { // the first entry counts
-                m_places.emplace(std::move(pair), PlaceObject(entry.place));
-            }
+    for (const AllowListEntry& entry : policy.allowListEntries) {
+        std::string pair = entry.key + '\0' + entry.mid;
+        if (!m_places.contains(pair)) { // the first entry counts
+            m_places.emplace(std::move(pair), PlaceObject(entry.keyPlace));
         }
     }
 }

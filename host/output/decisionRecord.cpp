@@ -18,9 +18,7 @@ std::string RuleMembers(const Policy& policy, size_t index) {
     JsonMembers members(text);
     members.Text("guid", policy.rules[index].guid);
     members.Text("type", policy.rules[index].type);
-    if (index < policy.rulePlaces.size()) {
-        AppendPlace(members, policy.rulePlaces[index]);
-    }
+    AppendPlace(members, policy.rules[index].place);
     return text;
 }
 

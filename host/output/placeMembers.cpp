@@ -2,7 +2,7 @@
 
 namespace mordhost {
 
-void AppendPlace(JsonMembers& members, const Place& place) {
+void AppendPlace(JsonMembers& members, const DocumentPlace& place) {
     members.Text("file", place.where.file);
     members.Count("line", place.where.line);
     members.Count("column", place.where.column);

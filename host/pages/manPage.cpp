@@ -47,7 +47,8 @@ std::string Synopsis() {
         if (!command.positionals.empty()) {
             text += ".I";
             for (const PositionalEntry& positional : command.positionals) {
-                text += ' ' + Roff(positional.name);
+                text += ' ' + Roff(positional.isAnyCount ? "[" + std::string(positional.name) + " ...]"
+                                                         : std::string(positional.name));
             }
             text += '\n';
         }

@@ -53,7 +53,8 @@ std::string CaseOf(const CommandEntry& command) {
         text += " \\\n" + SpecificationOf(option);
     }
     for (const PositionalEntry& positional : command.positionals) {
-        text += " \\\n                ':" + std::string(positional.name) + ":_files'";
+        text += std::string(" \\\n                '") + (positional.isAnyCount ? "*" : "") + ':' +
+                std::string(positional.name) + ":_files'";
     }
     return text + "\n            ;;\n";
 }

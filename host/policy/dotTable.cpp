@@ -7,19 +7,40 @@
 
 namespace mordhost {
 
-DotTable ReadDots(const SourceText& source, const JsonNode& root) {
-    RequireKind(source, root, JsonNode::Kind::object, "the table of dots");
-    RequireNoRepeatedMember(source, root);
+DotTable ReadDots(const JsonDocument& document, const JsonNode& root, Findings& findings) {
+    const SourceText& source = document.Source();
     DotTable dots;
+    if (!findings.Collect(document, [&] { RequireKind(source, root, JsonNode::Kind::object, "the table of dots"); })) {
+        return dots;
+    }
+    CollectMemberFaults(document, root, {}, findings);
     for (const JsonMember& member : root.members) {
-        RequireNoNul(source, member.begin, member.name, "a guid");
-        RequireKind(source, member.value, JsonNode::Kind::array, "the machine ids of a dot");
+        findings.Collect(document, [&] { RequireNoNul(source, member.begin, member.name, "a guid"); });
         auto& mids = dots[member.name];
+        if (!findings.Collect(document, [&] {
+                RequireKind(source, member.value, JsonNode::Kind::array, "the machine ids of a dot");
+            })) {
+            continue;
+        }
         for (const JsonNode& mid : member.value.elements) {
-            mids.insert(RequireText(source, mid, "a machine id"));
+            findings.Collect(document, [&] {
+                if (!mids.insert(RequireText(source, mid, "a machine id")).second) {
+                    findings.Warn(document, {"duplicate-machine", mid.begin,
+                                             "this machine id has no effect, because the dot has it already",
+                                             "each machine id once", "remove the machine id"});
+                }
+            });
         }
     }
     return dots;
+}
+
+std::map<std::string, DocumentPlace> PlacesOfDots(const JsonDocument& document, const JsonNode& node) {
+    std::map<std::string, DocumentPlace> places;
+    for (const JsonMember& member : node.members) {
+        places.emplace(member.name, document.PlaceAt(member.begin));
+    }
+    return places;
 }
 
 std::string DotsText(const DotTable& dots) {

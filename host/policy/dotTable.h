@@ -5,15 +5,19 @@
 #include <set>
 #include <string>
 
-#include "document/jsonNode.h"
+#include "document/findings.h"
 
 namespace mordhost {
 
 // Machine ids by rule guid.
 using DotTable = std::map<std::string, std::set<std::string>>;
 
-// Reads {"GUID-1": ["MID-1", "MID-2"]}. Throws DocumentError.
-DotTable ReadDots(const SourceText& source, const JsonNode& root);
+// Reads `root`, which is a value of `document`: {"GUID-1": ["MID-1", "MID-2"]}. Adds each fault to `findings`; the
+// result lacks the faulty parts.
+DotTable ReadDots(const JsonDocument& document, const JsonNode& root, Findings& findings);
+
+// The places of the guids in `node`, which is a value of `document` and such a table.
+std::map<std::string, DocumentPlace> PlacesOfDots(const JsonDocument& document, const JsonNode& node);
 
 // Writes such a document, with one guid per line.
 std::string DotsText(const DotTable& dots);

@@ -1,17 +1,17 @@
 // Checks of the documents that the library receives unchanged.
 //
-// The library ignores most errors in them. The host reports these to the author of the policy. Additional members that
-// the formats allow are allowed here.
+// An error is what the library refuses. A warning is what it silently skips or changes. Additional members that the
+// formats allow are allowed here.
 #pragma once
 
-#include "document/jsonNode.h"
+#include "document/findings.h"
 
 namespace mordhost {
 
-// {"mid_list": [{"mid": "MID-1", "protocol": ["KEY-1", "KEY-2"]}]}. Throws DocumentError.
-void CheckAllowList(const SourceText& source, const JsonNode& root);
+// {"mid_list": [{"mid": "MID-1", "protocol": ["KEY-1", "KEY-2"]}]}. `root` is a value of `document`.
+void CheckAllowList(const JsonDocument& document, const JsonNode& root, Findings& findings);
 
-// {"TYPE-1": 1, "TYPE-2": 0}, with at least one row. Throws DocumentError.
-void CheckActions(const SourceText& source, const JsonNode& root);
+// {"TYPE-1": 1, "TYPE-2": 0}, with at least one row.
+void CheckActions(const JsonDocument& document, const JsonNode& root, Findings& findings);
 
 } // namespace mordhost

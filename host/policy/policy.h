@@ -9,9 +9,10 @@
 #include <vector>
 
 #include "document/ipAddress.h"
-#include "document/sourceText.h"
+#include "document/jsonDocument.h"
+#include "policy/actionRows.h"
+#include "policy/allowListEntries.h"
 #include "policy/dotTable.h"
-#include "policy/place.h"
 
 namespace mordhost {
 
@@ -30,19 +31,13 @@ struct Rule {
     std::vector<PortRange> localPorts;
     std::vector<AddressRange> localAddresses;
     std::vector<AddressRange> remoteAddresses;
+    DocumentPlace place{}; // of its object
 };
 
 // A document for the library, as its author wrote it.
 struct LibraryDocument {
     std::string text;
     Location where; // of its first character
-};
-
-// An entry of the allow list.
-struct AllowEntry {
-    std::string machine;
-    std::vector<std::string> keys; // rule types, and guids of web rules
-    Place place;
 };
 
 // How a query fails.
@@ -67,15 +62,17 @@ struct PolicyFile {
 
 struct Policy {
     std::vector<PolicyFile> files;        // of the policy itself and of the parts that it names
+    size_t skippedParts = 0;              // the number of parts of the library's documents that it skips or changes
     std::optional<std::string> machineId; // if absent, the library asks the machine
     std::optional<uint32_t> defenderMode; // if absent, the default of the library applies; also below
     std::optional<uint32_t> exceptionMode;
     std::optional<LibraryDocument> allowList;
-    std::vector<AllowEntry> allowEntries; // those of `allowList`
+    std::vector<AllowListEntry> allowListEntries; // of `allowList`, as the library takes them
     std::optional<LibraryDocument> actions;
-    std::vector<Rule> rules;       // in the order of the document
-    std::vector<Place> rulePlaces; // of each rule; empty for a policy that was not read from a document
+    std::vector<ActionRow> actionRows; // of `actions`, as the library takes them
+    std::vector<Rule> rules;           // in the order of the document
     DotTable dots;
+    std::map<std::string, DocumentPlace> dotPlaces;    // of the names of the members, by guid
     std::map<std::string, PrescribedFailure> failures; // by event name
     // The programs that events can name, by that name. A file with a directory is relative to the policy and resolved
     // here; a file without one is not.

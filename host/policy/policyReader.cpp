@@ -1,7 +1,7 @@
 #include "policy/policyReader.h"
 
-#include <functional>
 #include <limits>
+#include <utility>
 
 #include "document/jsonAccess.h"
 #include "policy/libraryDocuments.h"
@@ -25,14 +25,15 @@ std::filesystem::path BesidePolicy(const SourceText& policy, const std::filesyst
 
 // A part of the policy that is either inline or the name of a file.
 struct Part {
-    const SourceText& policy;
+    const JsonDocument& policy;
     const JsonNode& node;
     std::string what;
     bool isDots = false;
 };
 
 SourceText ReadNamedFile(const Part& part, Policy& policy) {
-    const auto path = BesidePolicy(part.policy, PathOf(RequireText(part.policy, part.node, "a file name")));
+    const SourceText& source = part.policy.Source();
+    const auto path = BesidePolicy(source, PathOf(RequireText(source, part.node, "a file name")));
     const std::string name = Utf8Of(path.generic_u8string());
     policy.files.push_back({part.what, name, part.isDots, {}});
     try {
@@ -40,46 +41,71 @@ SourceText ReadNamedFile(const Part& part, Policy& policy) {
         policy.files.back().sha256 = Sha256Of(file.Text());
         return file;
     } catch (const FileError& error) {
-        part.policy.Refuse(part.node.begin, error.what());
+        source.Refuse({"unreadable-file", part.node.begin, error.what()});
     }
 }
 
-// Calls `read` with the document of the part.
+// Parses the text and keeps the document. Returns null, and adds the error, if it is not JSON.
+const JsonDocument* AddDocument(PolicyReading& reading, SourceText source, size_t part) {
+    JsonNode root;
+    try {
+        root = ParseJson(source);
+    } catch (const DocumentError& error) {
+        reading.findings.AddSyntaxError(source, error);
+        return nullptr;
+    }
+    reading.documents.push_back(std::make_unique<const JsonDocument>(std::move(source), std::move(root)));
+    reading.parts.push_back(part);
+    return reading.documents.back().get();
+}
+
+// Calls `read` with the document that has the part, and with the root of the part in it.
 template <typename Read>
-auto ReadInlineOrNamed(const Part& part, Policy& policy, Read read) {
+void ReadInlineOrNamed(const Part& part, PolicyReading& reading, Read read) {
     if (part.node.kind != JsonNode::Kind::string) {
-        return read(part.policy, part.node);
+        read(part.policy, part.node);
+        return;
     }
-    const SourceText file = ReadNamedFile(part, policy);
-    return read(file, ParseJson(file));
+    std::optional<SourceText> source;
+    if (!reading.findings.Collect(part.policy, [&] { source = ReadNamedFile(part, reading.policy); })) {
+        return;
+    }
+    reading.findings.SetPart(part.node.begin);
+    if (const JsonDocument* const file = AddDocument(reading, std::move(*source), part.node.begin)) {
+        read(*file, file->Root());
+    }
+    reading.findings.SetPart(Findings::inPolicy);
 }
 
-LibraryDocument TextOf(const SourceText& source, const JsonNode& root) {
+LibraryDocument MakeLibraryDocument(const JsonDocument& document, const JsonNode& root) {
+    const SourceText& source = document.Source();
     return {std::string(source.Text().substr(root.begin, root.end - root.begin)), source.At(root.begin)};
 }
 
-// Reads an allow list that CheckAllowList accepts.
-LibraryDocument ReadAllowList(const Part& part, Policy& policy) {
-    return ReadInlineOrNamed(part, policy, [&](const SourceText& source, const JsonNode& root) {
-        CheckAllowList(source, root);
-        const auto& entries = RequireMember(source, root, "mid_list").elements;
-        const bool isInline = &source == &part.policy;
-        std::vector<Place> places = PlacesOf(source, entries, isInline ? "/allow_list/mid_list" : "/mid_list");
-        for (size_t i = 0; i < entries.size(); ++i) {
-            AllowEntry entry{FindMember(entries[i], "mid")->text, {}, std::move(places[i])};
-            for (const JsonNode& key : FindMember(entries[i], "protocol")->elements) {
-                entry.keys.push_back(key.text);
-            }
-            policy.allowEntries.push_back(std::move(entry));
-        }
-        return TextOf(source, root);
+void ReadAllowList(const Part& part, PolicyReading& reading) {
+    ReadInlineOrNamed(part, reading, [&reading](const JsonDocument& document, const JsonNode& root) {
+        const size_t before = reading.findings.Warnings();
+        CheckAllowList(document, root, reading.findings);
+        reading.policy.skippedParts += reading.findings.Warnings() - before;
+        reading.policy.allowList = MakeLibraryDocument(document, root);
+        reading.policy.allowListEntries = ReadAllowListEntries(document, root);
     });
 }
 
-LibraryDocument ReadActions(const Part& part, Policy& policy) {
-    return ReadInlineOrNamed(part, policy, [](const SourceText& source, const JsonNode& root) {
-        CheckActions(source, root);
-        return TextOf(source, root);
+void ReadActions(const Part& part, PolicyReading& reading) {
+    ReadInlineOrNamed(part, reading, [&reading](const JsonDocument& document, const JsonNode& root) {
+        const size_t before = reading.findings.Warnings();
+        CheckActions(document, root, reading.findings);
+        reading.policy.skippedParts += reading.findings.Warnings() - before;
+        reading.policy.actions = MakeLibraryDocument(document, root);
+        reading.policy.actionRows = ReadActionRows(document, root);
+    });
+}
+
+void ReadDotPart(const Part& part, PolicyReading& reading) {
+    ReadInlineOrNamed(part, reading, [&reading](const JsonDocument& document, const JsonNode& root) {
+        reading.policy.dots = ReadDots(document, root, reading.findings);
+        reading.policy.dotPlaces = PlacesOfDots(document, root);
     });
 }
 
@@ -94,7 +120,8 @@ uint32_t ReadMode(const SourceText& source, const JsonNode& node, const std::ini
     }
     const auto value = ValueOf(node.text, names);
     if (!value) {
-        source.Refuse(node.begin, '"' + node.text + "\" is not one of " + ListNames(names));
+        source.Refuse({"unknown-name", node.begin, '"' + node.text + "\" is not one of " + ListNames(names),
+                       "one of " + ListNames(names)});
     }
     return *value;
 }
@@ -107,71 +134,124 @@ std::optional<std::string> ReadMachineId(const SourceText& source, const JsonNod
     return text == fromTheMachine ? std::nullopt : std::optional(text);
 }
 
-std::map<std::string, PrescribedFailure> ReadFailures(const SourceText& source, const JsonNode& node) {
-    RequireKind(source, node, JsonNode::Kind::object, "\"failures\"");
-    RequireNoRepeatedMember(source, node);
+bool IsObject(const JsonDocument& document, const JsonNode& node, const char* what, Findings& findings) {
+    return findings.Collect(document, [&] { RequireKind(document.Source(), node, JsonNode::Kind::object, what); });
+}
+
+std::map<std::string, PrescribedFailure> ReadFailures(const JsonDocument& document, const JsonNode& node,
+                                                      Findings& findings) {
+    const SourceText& source = document.Source();
     std::map<std::string, PrescribedFailure> failures;
+    if (!IsObject(document, node, "\"failures\"", findings)) {
+        return failures;
+    }
+    CollectMemberFaults(document, node, {}, findings);
     for (const JsonMember& member : node.members) {
-        RequireText(source, member.value, "a failure");
-        const uint32_t failure = ReadMode(source, member.value, failureNames, "a failure");
-        failures[member.name] = {static_cast<Failure>(failure), source.At(member.begin)};
+        findings.Collect(document, [&] {
+            RequireText(source, member.value, "a failure");
+            const uint32_t failure = ReadMode(source, member.value, failureNames, "a failure");
+            failures[member.name] = {static_cast<Failure>(failure), source.At(member.begin)};
+        });
     }
     return failures;
 }
 
-std::map<std::string, std::filesystem::path> ReadPrograms(const SourceText& source, const JsonNode& node) {
-    RequireKind(source, node, JsonNode::Kind::object, "\"programs\"");
-    RequireNoRepeatedMember(source, node);
+std::filesystem::path ReadProgram(const SourceText& source, const JsonNode& node) {
+    const std::filesystem::path file = PathOf(RequireText(source, node, "the file of a program"));
+    if (!file.has_filename()) {
+        source.Refuse(node.begin, "the file of a program must have a name");
+    }
+    return file.has_parent_path() ? BesidePolicy(source, file) : file;
+}
+
+std::map<std::string, std::filesystem::path> ReadPrograms(const JsonDocument& document, const JsonNode& node,
+                                                          Findings& findings) {
     std::map<std::string, std::filesystem::path> programs;
+    if (!IsObject(document, node, "\"programs\"", findings)) {
+        return programs;
+    }
+    CollectMemberFaults(document, node, {}, findings);
     for (const JsonMember& member : node.members) {
-        const std::filesystem::path file = PathOf(RequireText(source, member.value, "the file of a program"));
-        if (!file.has_filename()) {
-            source.Refuse(member.value.begin, "the file of a program must have a name");
-        }
-        programs[member.name] = file.has_parent_path() ? BesidePolicy(source, file) : file;
+        findings.Collect(document, [&] { programs[member.name] = ReadProgram(document.Source(), member.value); });
     }
     return programs;
 }
 
+// Reads the members of a policy.
+class PolicyMembers {
+public:
+    PolicyMembers(const JsonDocument& document, PolicyReading& reading) : m_document(document), m_reading(reading) {}
+
+    void Read() {
+        const SourceText& source = m_document.Source();
+        Policy& policy = m_reading.policy;
+        Findings& findings = m_reading.findings;
+        if (!IsObject(m_document, m_document.Root(), "a policy", findings)) {
+            return;
+        }
+        CollectMemberFaults(m_document, m_document.Root(),
+                            {"machine_id", "defender_mode", "exception_mode", "allow_list", "actions", "rules", "dots",
+                             "failures", "programs"},
+                            findings);
+        findings.Collect(m_document, [&] {
+            policy.rules = ReadRules(m_document, RequireMember(source, m_document.Root(), "rules"), findings);
+        });
+        Take("machine_id", [&](const JsonNode& node) { policy.machineId = ReadMachineId(source, node); });
+        Take("defender_mode", [&](const JsonNode& node) {
+            policy.defenderMode = ReadMode(source, node, defenderModes, "\"defender_mode\"");
+        });
+        Take("exception_mode", [&](const JsonNode& node) {
+            policy.exceptionMode = ReadMode(source, node, exceptionModes, "\"exception_mode\"");
+        });
+        Take("allow_list", [&](const JsonNode& node) {
+            ReadAllowList({m_document, node, "the allow list"}, m_reading);
+        });
+        Take("actions", [&](const JsonNode& node) { ReadActions({m_document, node, "the action table"}, m_reading); });
+        Take("dots", [&](const JsonNode& node) { ReadDotPart({m_document, node, "the dots", true}, m_reading); });
+        Take("failures", [&](const JsonNode& node) { policy.failures = ReadFailures(m_document, node, findings); });
+        Take("programs", [&](const JsonNode& node) { policy.programs = ReadPrograms(m_document, node, findings); });
+    }
+
+private:
+    // Calls `read` with the member, if there is one.
+    template <typename Read>
+    void Take(std::string_view name, Read read) {
+        if (const JsonNode* const node = FindMember(m_document.Root(), name)) {
+            m_reading.findings.Collect(m_document, [&] { read(*node); });
+        }
+    }
+
+    const JsonDocument& m_document;
+    PolicyReading& m_reading;
+};
+
 } // namespace
 
+void PolicyReading::Warn(const DocumentPlace& place, Fault fault) {
+    fault.begin = place.offset;
+    for (size_t i = 0; i < documents.size(); ++i) {
+        if (documents[i]->Source().Name() == place.where.file) {
+            findings.SetPart(parts[i]);
+            findings.Warn(*documents[i], fault);
+            findings.SetPart(Findings::inPolicy);
+            return;
+        }
+    }
+}
+
+PolicyReading ReadWholePolicy(SourceText source) {
+    PolicyReading reading;
+    reading.policy.files.push_back({"the policy", source.Name(), false, Sha256Of(source.Text())});
+    if (const JsonDocument* const document = AddDocument(reading, std::move(source), Findings::inPolicy)) {
+        PolicyMembers(*document, reading).Read();
+    }
+    return reading;
+}
+
 Policy ReadPolicy(const std::string& name) {
-    const SourceText source(name, InputStream(name).ReadAll());
-    const JsonNode root = ParseJson(source);
-    RequireKind(source, root, JsonNode::Kind::object, "a policy");
-    RequireKnownMembers(source, root,
-                        {"machine_id", "defender_mode", "exception_mode", "allow_list", "actions", "rules", "dots",
-                         "failures", "programs"});
-    Policy policy;
-    policy.files.push_back({"the policy", name, false, Sha256Of(source.Text())});
-    const JsonNode& rules = RequireMember(source, root, "rules");
-    policy.rules = ReadRules(source, rules);
-    policy.rulePlaces = PlacesOf(source, rules.elements, "/rules");
-    if (const JsonNode* const node = FindMember(root, "machine_id")) {
-        policy.machineId = ReadMachineId(source, *node);
-    }
-    if (const JsonNode* const node = FindMember(root, "defender_mode")) {
-        policy.defenderMode = ReadMode(source, *node, defenderModes, "\"defender_mode\"");
-    }
-    if (const JsonNode* const node = FindMember(root, "exception_mode")) {
-        policy.exceptionMode = ReadMode(source, *node, exceptionModes, "\"exception_mode\"");
-    }
-    if (const JsonNode* const node = FindMember(root, "allow_list")) {
-        policy.allowList = ReadAllowList({source, *node, "the allow list"}, policy);
-    }
-    if (const JsonNode* const node = FindMember(root, "actions")) {
-        policy.actions = ReadActions({source, *node, "the action table"}, policy);
-    }
-    if (const JsonNode* const node = FindMember(root, "dots")) {
-        policy.dots = ReadInlineOrNamed({source, *node, "the dots", true}, policy, ReadDots);
-    }
-    if (const JsonNode* const node = FindMember(root, "failures")) {
-        policy.failures = ReadFailures(source, *node);
-    }
-    if (const JsonNode* const node = FindMember(root, "programs")) {
-        policy.programs = ReadPrograms(source, *node);
-    }
-    return policy;
+    PolicyReading reading = ReadWholePolicy(SourceText(name, InputStream(name).ReadAll()));
+    reading.findings.ThrowFirstError();
+    return std::move(reading.policy);
 }
 
 } // namespace mordhost

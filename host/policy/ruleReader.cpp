@@ -11,11 +11,19 @@ namespace {
 
 constexpr int64_t greatestPort = 65535;
 
+// The document that has the rules, and the place for its faults.
+struct RuleSource {
+    const JsonDocument& document;
+    Findings& findings;
+};
+
 // A rule with a condition that nothing meets would never apply.
 void RequireFilledArray(const SourceText& source, const JsonNode& node, std::string_view what) {
     RequireKind(source, node, JsonNode::Kind::array, what);
     if (node.elements.empty()) {
-        source.Refuse(node.begin, std::string(what) + " must not be empty: omit the key to accept every value");
+        source.Refuse({"empty-list", node.begin,
+                       std::string(what) + " must not be empty: omit the key to accept every value", "",
+                       "remove the member or add a value"});
     }
 }
 
@@ -32,43 +40,51 @@ PortRange ReadPortRange(const SourceText& source, const JsonNode& node) {
         return {port, port};
     }
     if (node.kind != JsonNode::Kind::string) {
-        source.Refuse(node.begin,
-                      std::string("a port must be a number, or a string such as \"8000-8080\", and this is ") +
-                          KindName(node.kind));
+        source.Refuse({"port-range", node.begin,
+                       std::string("a port must be a number, or a string such as \"8000-8080\", and this is ") +
+                           KindName(node.kind)});
     }
     PortRange range;
     const std::string_view text = node.text;
     const size_t dash = text.find('-');
     if (dash == std::string_view::npos || !ParsePort(text.substr(0, dash), range.first) ||
         !ParsePort(text.substr(dash + 1), range.last) || range.first > range.last) {
-        source.Refuse(node.begin, "\"" + node.text + "\" is not a port range such as \"8000-8080\"");
+        source.Refuse({"port-range", node.begin, "\"" + node.text + "\" is not a port range such as \"8000-8080\""});
     }
     return range;
 }
 
-std::vector<PortRange> ReadPorts(const SourceText& source, const JsonNode& rule) {
+// The elements of the list `key` of a rule, if it has one.
+const std::vector<JsonNode>& ElementsOf(const RuleSource& from, const JsonNode& rule, const std::string& key) {
+    static const std::vector<JsonNode> none;
+    const JsonNode* const list = FindMember(rule, key);
+    const bool isFilled = list != nullptr && from.findings.Collect(from.document, [&] {
+        RequireFilledArray(from.document.Source(), *list, '"' + key + '"');
+    });
+    return isFilled ? list->elements : none;
+}
+
+std::vector<PortRange> ReadPorts(const RuleSource& from, const JsonNode& rule) {
     std::vector<PortRange> ports;
-    if (const JsonNode* const list = FindMember(rule, "local_ports")) {
-        RequireFilledArray(source, *list, "\"local_ports\"");
-        for (const JsonNode& node : list->elements) {
-            ports.push_back(ReadPortRange(source, node));
-        }
+    for (const JsonNode& node : ElementsOf(from, rule, "local_ports")) {
+        from.findings.Collect(from.document, [&] { ports.push_back(ReadPortRange(from.document.Source(), node)); });
     }
     return ports;
 }
 
-std::vector<AddressRange> ReadAddresses(const SourceText& source, const JsonNode& rule, const std::string& key) {
+AddressRange ReadAddressRange(const SourceText& source, const JsonNode& node) {
+    std::string reason;
+    const auto range = ParseAddressRange(RequireText(source, node, "an address range"), reason);
+    if (!range) {
+        source.Refuse({"address-range", node.begin, reason, "an address, or a range such as \"192.0.2.0/24\""});
+    }
+    return *range;
+}
+
+std::vector<AddressRange> ReadAddresses(const RuleSource& from, const JsonNode& rule, const std::string& key) {
     std::vector<AddressRange> ranges;
-    if (const JsonNode* const list = FindMember(rule, key)) {
-        RequireFilledArray(source, *list, '"' + key + '"');
-        for (const JsonNode& node : list->elements) {
-            std::string reason;
-            const auto range = ParseAddressRange(RequireText(source, node, "an address range"), reason);
-            if (!range) {
-                source.Refuse(node.begin, reason);
-            }
-            ranges.push_back(*range);
-        }
+    for (const JsonNode& node : ElementsOf(from, rule, key)) {
+        from.findings.Collect(from.document, [&] { ranges.push_back(ReadAddressRange(from.document.Source(), node)); });
     }
     return ranges;
 }
@@ -81,8 +97,10 @@ public:
     void Add(const JsonNode& guid) {
         const auto [first, isNew] = m_places.emplace(guid.text, guid.begin);
         if (!isNew) {
-            m_source.Refuse(guid.begin, "the guid \"" + guid.text +
-                                            "\" is the guid of another rule: " + m_source.At(first->second).Text());
+            m_source.Refuse(
+                {"repeated-guid", guid.begin,
+                 "the guid \"" + guid.text + "\" is the guid of another rule: " + m_source.At(first->second).Text(),
+                 "a guid for each rule"});
         }
     }
 
@@ -93,21 +111,32 @@ private:
 
 } // namespace
 
-std::vector<Rule> ReadRules(const SourceText& source, const JsonNode& node) {
-    RequireKind(source, node, JsonNode::Kind::array, "\"rules\"");
+std::vector<Rule> ReadRules(const JsonDocument& document, const JsonNode& node, Findings& findings) {
+    const SourceText& source = document.Source();
     std::vector<Rule> rules;
+    if (!findings.Collect(document, [&] { RequireKind(source, node, JsonNode::Kind::array, "\"rules\""); })) {
+        return rules;
+    }
     Guids guids(source);
+    const RuleSource from{document, findings};
     for (const JsonNode& entry : node.elements) {
-        RequireKind(source, entry, JsonNode::Kind::object, "a rule");
-        RequireKnownMembers(source, entry, {"guid", "type", "local_ports", "local_addresses", "remote_addresses"});
+        if (!findings.Collect(document, [&] { RequireKind(source, entry, JsonNode::Kind::object, "a rule"); })) {
+            continue;
+        }
+        CollectMemberFaults(document, entry, {"guid", "type", "local_ports", "local_addresses", "remote_addresses"},
+                            findings);
         Rule rule;
-        const JsonNode& guid = RequireMember(source, entry, "guid");
-        rule.guid = RequireText(source, guid, "\"guid\"");
-        guids.Add(guid);
-        rule.type = RequireText(source, RequireMember(source, entry, "type"), "\"type\"");
-        rule.localPorts = ReadPorts(source, entry);
-        rule.localAddresses = ReadAddresses(source, entry, "local_addresses");
-        rule.remoteAddresses = ReadAddresses(source, entry, "remote_addresses");
+        findings.Collect(document, [&] {
+            const JsonNode& guid = RequireMember(source, entry, "guid");
+            rule.guid = RequireText(source, guid, "\"guid\"");
+            guids.Add(guid);
+        });
+        findings.Collect(document,
+                         [&] { rule.type = RequireText(source, RequireMember(source, entry, "type"), "\"type\""); });
+        rule.localPorts = ReadPorts(from, entry);
+        rule.localAddresses = ReadAddresses(from, entry, "local_addresses");
+        rule.remoteAddresses = ReadAddresses(from, entry, "remote_addresses");
+        rule.place = document.PlaceAt(entry.begin);
         rules.push_back(std::move(rule));
     }
     return rules;

@@ -3,12 +3,12 @@
 
 #include <vector>
 
-#include "document/jsonNode.h"
+#include "document/findings.h"
 #include "policy/policy.h"
 
 namespace mordhost {
 
-// Reads the value of "rules". Throws DocumentError.
-std::vector<Rule> ReadRules(const SourceText& source, const JsonNode& node);
+// Reads `node`, the value of "rules" in `document`. Adds each fault to `findings`; the result lacks the faulty parts.
+std::vector<Rule> ReadRules(const JsonDocument& document, const JsonNode& node, Findings& findings);
 
 } // namespace mordhost

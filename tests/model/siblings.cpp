@@ -122,8 +122,8 @@ Services& TheServices() {
     return *services;
 }
 
-const mordhostTest::TemporaryDirectory& TheDirectory() {
-    static const mordhostTest::TemporaryDirectory directory("mordRevModel");
+const kit::TemporaryDirectory& TheDirectory() {
+    static const kit::TemporaryDirectory directory("mordRevModel");
     return directory;
 }
 

@@ -74,7 +74,7 @@ uint32_t MORD_CDECL Create(const GUID* iid, void** out) {
 } // namespace
 
 void UseDirectSiblings(bool logs) {
-    static const mordhostTest::TemporaryDirectory directory("mordRevRace");
+    static const kit::TemporaryDirectory directory("mordRevRace");
     Services& services = TheServices();
     if (services.finder.module == nullptr) {
         services.zelkBase = kit::LoadRelay("ZelkBase", Create);

@@ -16,10 +16,13 @@ Policy TestPolicy() {
     policy.rules[0].type = "smb";
     policy.rules[1].guid = "G2";
     policy.rules[1].type = "web";
-    policy.rulePlaces = {{{"p.json", 3, 5}, "/rules/0"}, {{"p.json", 4, 9}, "/rules/1"}};
-    policy.allowEntries = {{"other", {"smb"}, {{"a.json", 1, 2}, "/mid_list/0"}},
-                           {"M", {"web", "smb"}, {{"a.json", 2, 2}, "/mid_list/1"}},
-                           {"M", {"smb", "G2"}, {{"a.json", 3, 2}, "/mid_list/2"}}};
+    policy.rules[0].place = {{"p.json", 3, 5}, 0, "/rules/0"};
+    policy.rules[1].place = {{"p.json", 4, 9}, 0, "/rules/1"};
+    policy.allowListEntries = {{"other", "smb", {}, {{"a.json", 1, 2}, 0, "/mid_list/0/protocol/0"}},
+                               {"M", "web", {}, {{"a.json", 2, 2}, 0, "/mid_list/1/protocol/0"}},
+                               {"M", "smb", {}, {{"a.json", 2, 9}, 0, "/mid_list/1/protocol/1"}},
+                               {"M", "smb", {}, {{"a.json", 3, 2}, 0, "/mid_list/2/protocol/0"}},
+                               {"M", "G2", {}, {{"a.json", 3, 9}, 0, "/mid_list/2/protocol/1"}}};
     return policy;
 }
 
@@ -74,7 +77,7 @@ TEST(DecisionRecord, HasAllMembers) {
         R"({"guid":"G2","type":"web","file":"p.json","line":4,"column":9,"pointer":"/rules/1",)"
         R"("outcome":null,"machine":null}],)"
         R"("verdict":"allow","reason":{"code":"machine-allowed","text":"machine M","overruled":null},)"
-        R"("allowed_by":{"file":"a.json","line":2,"column":2,"pointer":"/mid_list/1"},)"
+        R"("allowed_by":{"file":"a.json","line":2,"column":9,"pointer":"/mid_list/1/protocol/1"},)"
         R"("dot":{"guid":"G1","machine":"M","deleted":true},"failure":null,)"
         R"("process":"/usr/bin/server","reply":1,"result":true,"reports":1,"duration_ns":1500,)"
         R"("policy":[{"file":"p \"x\".json","sha256":"aa"},{"file":"dots.json","sha256":"bb"}],)"
@@ -135,9 +138,11 @@ TEST(DecisionRecord, NamesOfDotsMachinesAndProgramsMayBeEmpty) {
 TEST(DecisionRecord, NamesTheFirstEntryThatAllowsTheMachineForTheRule) {
     Decision decision = Matched();
     decision.reason.rules = {{1, ReasonCode::machineAllowed, "M"}};
-    ExpectIn(RecordOf(decision), R"("allowed_by":{"file":"a.json","line":3,"column":2,"pointer":"/mid_list/2"})");
+    ExpectIn(RecordOf(decision),
+             R"("allowed_by":{"file":"a.json","line":3,"column":9,"pointer":"/mid_list/2/protocol/1"})");
     decision.reason.rules = {{0, ReasonCode::machineAllowed, "other"}};
-    ExpectIn(RecordOf(decision), R"("allowed_by":{"file":"a.json","line":1,"column":2,"pointer":"/mid_list/0"})");
+    ExpectIn(RecordOf(decision),
+             R"("allowed_by":{"file":"a.json","line":1,"column":2,"pointer":"/mid_list/0/protocol/0"})");
     decision.reason.rules = {{1, ReasonCode::machineAllowed, "other"}};
     ExpectIn(RecordOf(decision), R"("allowed_by":null)");
     decision.reason.rules = {{0, ReasonCode::noAllowedMachine, ""}};

@@ -10,8 +10,11 @@ using mordhostTest::RefusalOf;
 namespace {
 
 DotTable ReadDots(const std::string& text) {
-    const SourceText source("d.json", text);
-    return ReadDots(source, ParseJson(source));
+    const JsonDocument document(SourceText("d.json", text));
+    Findings findings;
+    DotTable dots = mordhost::ReadDots(document, document.Root(), findings);
+    findings.ThrowFirstError();
+    return dots;
 }
 
 std::string DotsRefusal(const std::string& text) {

@@ -109,49 +109,94 @@ TEST(Policy, AMissingFileIsRefusedAtItsName) {
 
 TEST(Policy, AnErrorInAFileNamesThatFile) {
     const TemporaryDirectory directory;
-    directory.Write("allow.json", "{\n \"mid_list\": 1}");
+    directory.Write("allow.json", "[]");
     const std::string name = directory.Write("p.json", R"({"allow_list": "allow.json", "rules": []})");
     EXPECT_EQ(RefusalOf([&] { ReadPolicy(name); }),
-              directory.Name("allow.json") + ":2:14: \"mid_list\" must be an array, and this is a number");
+              directory.Name("allow.json") + ":1:1: the allow list must be an object, and this is an array");
 }
 
-TEST(Policy, AnAllowListWithErrorsThatTheLibraryIgnoresIsRefused) {
-    const auto refusal = [](const std::string& document) {
-        return PolicyRefusal("{\"rules\": [], \"allow_list\":\n" + document + "}");
-    };
-    EXPECT_EQ(refusal("[]"), "p.json:2:1: the allow list must be an object, and this is an array");
-    EXPECT_EQ(refusal("{}"), "p.json:2:1: the key \"mid_list\" is missing in this object");
-    EXPECT_EQ(refusal(R"({"mid_list": [7]})"),
-              "p.json:2:15: an entry of \"mid_list\" must be an object, and this is a number");
-    EXPECT_EQ(refusal(R"({"mid_list": [{"mid": "M"}]})"),
-              "p.json:2:15: the key \"protocol\" is missing in this object");
-    EXPECT_EQ(refusal(R"({"mid_list": [{"mid": 1, "protocol": []}]})"),
-              "p.json:2:23: \"mid\" must be a string, and this is a number");
-    EXPECT_EQ(refusal(R"({"mid_list": [{"mid": "M", "protocol": "smb"}]})"),
-              "p.json:2:40: \"protocol\" must be an array, and this is a string");
-    EXPECT_EQ(refusal(R"({"mid_list": [{"mid": "M", "protocol": [null]}]})"),
-              "p.json:2:41: a protocol key must be a string, and this is null");
-    EXPECT_EQ(refusal(R"({"mid_list": [{"mid": "M", "protocol": ["a\u0000"]}]})"),
-              "p.json:2:41: a protocol key must not hold a NUL character");
-    EXPECT_EQ(refusal(R"({"mid_list": [{"mid": "M", "mid": "N", "protocol": []}]})"),
-              "p.json:2:28: \"mid\" is repeated");
-    EXPECT_EQ(refusal(R"({"mid_list": [{"mid": "", "protocol": [""], "note": 1}], "note": 2})"), "accepted");
+namespace {
+
+// The findings of a document under `name` in the second line of a policy, one per line, without file and line.
+std::string FindingsOf(const std::string& name, const std::string& text) {
+    const std::string policy = "{\"rules\": [], \"" + name + "\":\n" + text + "}";
+    PolicyReading reading = ReadWholePolicy(SourceText("p.json", policy));
+    EXPECT_EQ(reading.policy.skippedParts, reading.findings.Warnings());
+    std::string lines;
+    for (const Finding& finding : reading.findings.InOrder()) {
+        lines += finding.severity == Severity::error ? "error " : "";
+        lines += std::to_string(finding.where.column) + ' ' + finding.code + ' ' + finding.pointer + '\n';
+    }
+    return lines;
 }
 
-TEST(Policy, AnActionDocumentWithErrorsThatTheLibraryIgnoresIsRefused) {
-    const auto refusal = [](const std::string& document) {
-        return PolicyRefusal("{\"rules\": [], \"actions\":\n" + document + "}");
-    };
-    EXPECT_EQ(refusal("[]"), "p.json:2:1: the action document must be an object, and this is an array");
-    EXPECT_EQ(refusal("{}"), "p.json:2:1: the action document has no row");
-    EXPECT_EQ(refusal(R"({"ssh": true})"), "p.json:2:9: an action must be a number, and this is a boolean");
-    EXPECT_EQ(refusal(R"({"ssh": 1.5})"),
-              "p.json:2:9: an action must be a whole number from -2147483648 to 2147483647, and this is 1.5");
-    EXPECT_EQ(refusal(R"({"ssh": 2147483648})"),
-              "p.json:2:9: an action must be a whole number from -2147483648 to 2147483647, and this is 2147483648");
-    EXPECT_EQ(refusal(R"({"": 1})"), "p.json:2:2: a rule type must not be empty here");
-    EXPECT_EQ(refusal(R"({"ssh": 1, "ssh": 0})"), "p.json:2:12: \"ssh\" is repeated");
-    EXPECT_EQ(refusal(R"({"ssh": -2147483648, "smb": 0})"), "accepted");
+} // namespace
+
+TEST(Policy, WhatTheLibraryRefusesOfAnAllowListIsAnError) {
+    EXPECT_EQ(FindingsOf("allow_list", "[]"), "error 1 wrong-kind /allow_list\n");
+    EXPECT_EQ(FindingsOf("allow_list", "{}"), "error 1 missing-key /allow_list\n");
+    EXPECT_EQ(FindingsOf("allow_list", R"({"mid_list": [{"mid": "", "protocol": [""], "note": 1}], "note": 2})"), "");
+}
+
+TEST(Policy, WhatTheLibrarySkipsOfAnAllowListIsAWarning) {
+    const auto found = [](const std::string& text) { return FindingsOf("allow_list", text); };
+    EXPECT_EQ(found(R"({"mid_list": 1})"), "14 mid-list-not-array /allow_list/mid_list\n");
+    EXPECT_EQ(found(R"({"mid_list": [7, {"mid": "M"}, {"protocol": []}]})"),
+              "15 entry-not-object /allow_list/mid_list/0\n"
+              "18 entry-without-protocol /allow_list/mid_list/1\n"
+              "32 entry-without-mid /allow_list/mid_list/2\n");
+    EXPECT_EQ(found(R"({"mid_list": [{"mid": 1, "protocol": "smb"}]})"),
+              "23 mid-not-string /allow_list/mid_list/0/mid\n"
+              "38 protocol-not-array /allow_list/mid_list/0/protocol\n");
+    EXPECT_EQ(found(R"({"mid_list": [{"mid": "M\u0000", "protocol": [null, "a\u0000"]}]})"),
+              "23 text-after-nul /allow_list/mid_list/0/mid\n"
+              "47 key-not-string /allow_list/mid_list/0/protocol/0\n"
+              "53 text-after-nul /allow_list/mid_list/0/protocol/1\n");
+    EXPECT_EQ(found(R"({"mid_list": [{"mid": "M", "mid": "N", "protocol": []}]})"),
+              "28 repeated-member /allow_list/mid_list/0/mid\n");
+}
+
+TEST(Policy, WhatTheLibraryRefusesOfAnActionTableIsAnError) {
+    EXPECT_EQ(FindingsOf("actions", "[]"), "error 1 wrong-kind /actions\n");
+    EXPECT_EQ(FindingsOf("actions", "{}"), "error 1 no-action-row /actions\n");
+    EXPECT_EQ(FindingsOf("actions", R"({"ssh": true})"),
+              "error 1 no-action-row /actions\n9 action-not-integer /actions/ssh\n");
+    EXPECT_EQ(FindingsOf("actions", R"({"ssh": -2147483648, "smb": 0})"), "");
+}
+
+TEST(Policy, WhatTheLibrarySkipsOfAnActionTableIsAWarning) {
+    EXPECT_EQ(FindingsOf("actions", R"({"a": 1, "b": 1.5, "c": 2147483648, "": 1, "d\u0000": 1})"),
+              "15 action-not-integer /actions/b\n25 action-not-integer /actions/c\n37 action-without-type /actions/\n"
+              "44 text-after-nul /actions/d" +
+                  std::string(1, '\0') + "\n");
+    EXPECT_EQ(FindingsOf("actions", R"({"ssh": 1, "ssh": 0})"), "2 replaced-action /actions/ssh\n");
+}
+
+TEST(Policy, EveryErrorIsFoundInDocumentOrder) {
+    const TemporaryDirectory directory;
+    directory.Write("allow.json", "{\n 7");
+    directory.Write("dots.json", R"({"A": [1, "M", null], "B": 2})");
+    const std::string name = directory.Name("p.json");
+    PolicyReading reading = ReadWholePolicy(SourceText(name, R"({"dots": "dots.json",
+ "allow_list": "allow.json", "actions": "none.json", "machine_id": "",
+ "rules": [{"guid": 1, "type": 2, "local_ports": [70000, "x"]}, 5, {"guid": "A", "type": "x", "port": 1}],
+ "defender_mode": "off", "failures": {"a": "x", "b": 1}, "programs": {"a": "", "a": 1}, "other": 1})"));
+    std::string codes;
+    for (const Finding& finding : reading.findings.InOrder()) {
+        codes += finding.code + ' ' + (finding.where.file == name ? "" : "in a file ") + finding.pointer + '\n';
+    }
+    EXPECT_EQ(codes, "wrong-kind in a file /A/0\nwrong-kind in a file /A/2\nwrong-kind in a file /B\n"
+                     "syntax in a file \nunreadable-file /actions\ninvalid-value /machine_id\n"
+                     "wrong-kind /rules/0/guid\nwrong-kind /rules/0/type\nnumber-out-of-range /rules/0/local_ports/0\n"
+                     "port-range /rules/0/local_ports/1\nwrong-kind /rules/1\nunknown-key /rules/2/port\n"
+                     "unknown-name /defender_mode\nunknown-name /failures/a\nwrong-kind /failures/b\n"
+                     "invalid-value /programs/a\nrepeated-key /programs/a\nwrong-kind /programs/a\n"
+                     "unknown-key /other\n");
+    EXPECT_EQ(reading.findings.Errors(), 19U);
+    EXPECT_EQ(reading.policy.rules.size(), 2U) << "the parts without faults are read";
+    EXPECT_EQ(reading.policy.dots, (DotTable{{"A", {"M"}}, {"B", {}}}));
+    EXPECT_EQ(RefusalOf([&] { reading.findings.ThrowFirstError(); }),
+              directory.Name("dots.json") + ":1:8: a machine id must be a string, and this is a number");
 }
 
 TEST(Policy, ARuleHasItsPortsAndRanges) {

@@ -29,9 +29,9 @@ TEST_F(Refusal, NamesTheLineAndColumnInThePolicy) {
 }
 
 TEST_F(Refusal, NamesTheLineAndColumnInAFileOfThePolicy) {
-    directory.Write("allow.json", "{\"mid_list\": [\n    {\"mid\": 7, \"protocol\": []}]}");
+    directory.Write("allow.json", "{\"list\": 1,\n    \"mid_list\": [}");
     EXPECT_EQ(Of(Replay(R"({"rules": [], "allow_list": "allow.json"})", "")),
-              "mordhost: allow.json:2:13: \"mid\" must be a string, and this is a number\n");
+              "mordhost: allow.json:2:18: Invalid value.\n");
     directory.Write("dots.json", "{\n\n  \"G\": \"M\"}");
     EXPECT_EQ(Of(Replay(R"({"rules": [], "dots": "dots.json"})", "")),
               "mordhost: dots.json:3:8: the machine ids of a dot must be an array, and this is a string\n");

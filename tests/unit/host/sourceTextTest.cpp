@@ -48,3 +48,25 @@ TEST(SourceText, ARefusalNamesThePositionAndTheReason) {
     const SourceText source("a.json", "ab\ncd");
     EXPECT_EQ(RefusalOf([&] { source.Refuse(4, "no good"); }), "a.json:2:2: no good");
 }
+
+TEST(SourceText, PositionsInALongTextAreThoseOfAPlainCount) {
+    std::string text = "\xEF\xBB\xBF";
+    for (int i = 0; i < 3000; ++i) {
+        text += i % 7 == 0 ? "\xC3\xA4" : "ab";
+        text += i % 900 == 899 ? "\n" : "";
+    }
+    const SourceText source("a", text);
+    const auto expected = [&text](size_t offset) {
+        Location place{"a", 1, 1};
+        for (size_t i = 3; i < offset; ++i) {
+            const bool isBreak = text[i] == '\n';
+            place.line += isBreak ? 1 : 0;
+            place.column = isBreak ? 1 : place.column + ((static_cast<unsigned char>(text[i]) & 0xC0U) != 0x80U);
+        }
+        return place.Text();
+    };
+    // Backwards and forwards, because positions are remembered.
+    for (const size_t offset : {size_t{5000}, size_t{0}, size_t{4099}, size_t{4100}, size_t{1900}, text.size()}) {
+        EXPECT_EQ(source.At(offset).Text(), expected(offset)) << offset;
+    }
+}

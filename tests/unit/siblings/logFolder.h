@@ -7,7 +7,7 @@
 namespace siblingTest {
 
 // A temporary directory whose path has characters beyond ASCII.
-class TestFolder : public mordhostTest::TemporaryDirectory {
+class TestFolder : public kit::TemporaryDirectory {
 public:
     TestFolder() : TemporaryDirectory("siblings-\xC3\xA4\xE4\xB8\x96-") {}
 

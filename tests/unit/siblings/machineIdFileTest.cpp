@@ -15,7 +15,7 @@ protected:
         return ReadMachineIdFile(folder.Write("machine-id", bytes).c_str());
     }
 
-    const mordhostTest::TemporaryDirectory folder;
+    const kit::TemporaryDirectory folder;
 };
 
 TEST_F(MachineIdFileTest, acceptsAnIdWithAndWithoutALineFeed) {
