@@ -115,11 +115,10 @@ void DecisionRun::End() {
 void DecisionRun::Warn() const {
     const DotHost::Account& calls = m_session.Calls();
     const size_t kept = calls.answers - calls.givenBack;
-    // In this mode the library keeps the answers of queries. In all others it frees each of them.
-    const size_t toBeKept = m_policy.defenderMode == MODE_ALL_FORBID ? calls.answers : 0;
-    if (kept != toBeKept || calls.strayReturns != 0) {
+    if (kept != calls.toBeKept || calls.strayReturns != 0) {
         std::cerr << "mordhost: warning: of " << calls.answers << " query answers the library kept " << kept
-                  << " instead of " << toBeKept << ", and it freed " << calls.strayReturns << " that it did not own\n";
+                  << " instead of " << calls.toBeKept << ", and it freed " << calls.strayReturns
+                  << " that it did not own\n";
     }
 }
 

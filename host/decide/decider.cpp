@@ -75,6 +75,7 @@ const Decision& Decider::Decide(ConnectionEvent&& event) {
         decision.duration = {};
         return decision;
     }
+    SetMode(decision.event);
     m_dots.Prescribe(FailureFor(decision.event));
     const Answer answer = m_receiver.Decide(decision.event, decision.rules);
     decision.reply = answer.reply;
@@ -103,6 +104,15 @@ void Decider::FindReasonInRecords() {
         begin = end;
     }
     FindReason(m_messages, {m_policy.rules, m_decision.rules}, m_decision.reason);
+}
+
+void Decider::SetMode(const ConnectionEvent& event) {
+    const std::optional<uint32_t> mode = m_modes.ModeFor(event);
+    if (mode && mode != m_mode) {
+        m_receiver.SetDefenderMode(*mode);
+        m_mode = mode;
+    }
+    m_dots.ExpectKeptAnswers(m_mode == MODE_ALL_FORBID);
 }
 
 std::optional<Failure> Decider::FailureFor(const ConnectionEvent& event) const {

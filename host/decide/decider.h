@@ -3,6 +3,7 @@
 
 #include "decide/decision.h"
 #include "decide/dotHost.h"
+#include "decide/modeSchedule.h"
 #include "decide/receiver.h"
 #include "decide/recordLog.h"
 #include "decide/reportSink.h"
@@ -17,10 +18,12 @@ class Decider {
 public:
     // If `dotsDown` is given, the query of every event fails so; otherwise those fail for which the policy prescribes
     // it.
+    // `now` is the clock for events without a time.
     Decider(const Policy& policy, Receiver& receiver, DotHost& dots, ReportSink& sink, RecordLog& log,
-            std::optional<Failure> dotsDown = std::nullopt)
-        : m_policy(policy), m_rules(policy.rules), m_receiver(receiver), m_dots(dots), m_sink(sink), m_log(log),
-          m_dotsDown(dotsDown) {}
+            std::optional<Failure> dotsDown = std::nullopt,
+            std::function<ModeSchedule::Time()> now = std::chrono::system_clock::now)
+        : m_policy(policy), m_rules(policy.rules), m_modes(policy, std::move(now)), m_mode(policy.defenderMode),
+          m_receiver(receiver), m_dots(dots), m_sink(sink), m_log(log), m_dotsDown(dotsDown) {}
 
     // Decides the event. The result is valid until the next call.
     const Decision& Decide(ConnectionEvent&& event);
@@ -29,8 +32,13 @@ private:
     std::optional<Failure> FailureFor(const ConnectionEvent& event) const;
     void FindReasonInRecords();
 
+    // Sets the mode that the policy requires for the event.
+    void SetMode(const ConnectionEvent& event);
+
     const Policy& m_policy;
     RuleSelector m_rules;
+    const ModeSchedule m_modes;
+    std::optional<uint32_t> m_mode; // of the library; nullopt: its default
     Receiver& m_receiver;
     DotHost& m_dots;
     ReportSink& m_sink;

@@ -64,6 +64,7 @@ int32_t DotHost::HandOut(std::string_view text, char** result) {
     *std::copy(text.begin(), text.end(), answer.get()) = '\0';
     *result = m_handedOut.emplace_back(std::move(answer)).get();
     ++m_account.answers;
+    m_account.toBeKept += m_expectsKeptAnswers ? 1 : 0;
     return DOT_QUERY_ANSWERED;
 }
 

@@ -22,6 +22,7 @@ public:
         size_t queries = 0;
         size_t answers = 0;       // answers that the library received
         size_t givenBack = 0;     // answers that FreeResult received
+        size_t toBeKept = 0;      // answers that the library must keep, because its mode requires it
         size_t strayReturns = 0;  // FreeResult calls with any other pointer
         size_t deleted = 0;       // successful DeleteDot calls
         size_t failedDeletes = 0; // failed DeleteDot calls
@@ -31,6 +32,9 @@ public:
 
     // Makes all further queries fail as given, or succeed for nullopt.
     void Prescribe(std::optional<Failure> failure) { m_failure = failure; }
+
+    // Whether the library must keep the answers to further queries: true in its mode all-forbid.
+    void ExpectKeptAnswers(bool expected) { m_expectsKeptAnswers = expected; }
 
     const Account& Calls() const { return m_account; }
 
@@ -58,6 +62,7 @@ private:
     DotStore& m_store;
     DotQuery m_query{m_store};
     std::optional<Failure> m_failure; // prescribed
+    bool m_expectsKeptAnswers = false;
     Account m_account;
     std::optional<Deletion> m_deletion;
     std::optional<Failure> m_metFailure;

@@ -58,6 +58,10 @@ Receiver::~Receiver() {
     m_object.Uninit();
 }
 
+void Receiver::SetDefenderMode(uint32_t mode) {
+    SetWord(m_object, PROP_DEFENDER_MODE, mode, "the defender mode");
+}
+
 Answer Receiver::Decide(const ConnectionEvent& event, const std::vector<size_t>& rules) {
     EventRecord record(event);
     m_chosen.clear();

@@ -28,6 +28,9 @@ inline constexpr std::array warningCodes = std::to_array<std::string_view>({
     "answer-mid-malformed",
     "answer-value-zero",
     "answer-repeated-guid",
+    // A mode of a policy that lets connections pass
+    "mode-without-end",
+    "mode-ended",
     // What can never take effect in a policy
     "rule-without-machine",
     "web-rule-without-key",

@@ -1,6 +1,7 @@
 // The contents of a policy document.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <filesystem>
 #include <map>
@@ -40,6 +41,13 @@ struct LibraryDocument {
     Location where; // of its first character
 };
 
+// The end of a defender mode.
+struct ModeEnd {
+    std::chrono::system_clock::time_point until;
+    uint32_t then = 0;   // the defender mode from `until` on
+    DocumentPlace place; // of the member "until"
+};
+
 // How a query fails.
 enum class Failure {
     networkError, // QueryDot returns the network error
@@ -65,6 +73,8 @@ struct Policy {
     size_t skippedParts = 0;              // the number of parts of the library's documents that it skips or changes
     std::optional<std::string> machineId; // if absent, the library asks the machine
     std::optional<uint32_t> defenderMode; // if absent, the default of the library applies; also below
+    DocumentPlace defenderModePlace;      // of its value
+    std::optional<ModeEnd> defenderModeEnd;
     std::optional<uint32_t> exceptionMode;
     std::optional<LibraryDocument> allowList;
     std::vector<AllowListEntry> allowListEntries; // of `allowList`, as the library takes them

@@ -4,9 +4,11 @@
 #include <utility>
 
 #include "document/jsonAccess.h"
+#include "frame/values.h"
 #include "policy/libraryDocuments.h"
 #include "policy/modeNames.h"
 #include "policy/ruleReader.h"
+#include "policy/timestamp.h"
 #include "system/fileError.h"
 #include "system/filePath.h"
 #include "system/inputStream.h"
@@ -126,6 +128,41 @@ uint32_t ReadMode(const SourceText& source, const JsonNode& node, const std::ini
     return *value;
 }
 
+bool CanEnd(uint32_t mode) {
+    return mode == MODE_EMERGENCY || mode == MODE_ALLOW_AFTER_DECISION;
+}
+
+// Reads {"mode": "emergency", "until": "2026-11-20T12:00:00Z", "then": "action-table"}.
+void ReadEndingMode(const JsonDocument& document, const JsonNode& node, Policy& policy, Findings& findings) {
+    const SourceText& source = document.Source();
+    CollectMemberFaults(document, node, {"mode", "until", "then"}, findings);
+    const JsonNode& mode = RequireMember(source, node, "mode");
+    const uint32_t value = ReadMode(source, mode, defenderModes, "\"mode\"");
+    if (!CanEnd(value)) {
+        source.Refuse(mode.begin, "only the modes \"emergency\" and \"allow-after-decision\" can have an end");
+    }
+    const JsonNode& until = RequireMember(source, node, "until");
+    const auto time = ParseTimestamp(RequireText(source, until, "\"until\""));
+    if (!time) {
+        source.Refuse(until.begin, "\"until\" must be a time in UTC such as \"2026-11-20T12:00:00Z\"");
+    }
+    ModeEnd end{*time, MODE_ACTION_TABLE, document.PlaceAt(until.begin)};
+    if (const JsonNode* const then = FindMember(node, "then")) {
+        end.then = ReadMode(source, *then, defenderModes, "\"then\"");
+    }
+    policy.defenderMode = value;
+    policy.defenderModeEnd = std::move(end);
+}
+
+void ReadDefenderMode(const JsonDocument& document, const JsonNode& node, Policy& policy, Findings& findings) {
+    policy.defenderModePlace = document.PlaceAt(node.begin);
+    if (node.kind == JsonNode::Kind::object) {
+        ReadEndingMode(document, node, policy, findings);
+    } else {
+        policy.defenderMode = ReadMode(document.Source(), node, defenderModes, "\"defender_mode\"");
+    }
+}
+
 std::optional<std::string> ReadMachineId(const SourceText& source, const JsonNode& node) {
     const std::string& text = RequireText(source, node, "\"machine_id\"");
     if (text.empty()) {
@@ -197,9 +234,7 @@ public:
             policy.rules = ReadRules(m_document, RequireMember(source, m_document.Root(), "rules"), findings);
         });
         Take("machine_id", [&](const JsonNode& node) { policy.machineId = ReadMachineId(source, node); });
-        Take("defender_mode", [&](const JsonNode& node) {
-            policy.defenderMode = ReadMode(source, node, defenderModes, "\"defender_mode\"");
-        });
+        Take("defender_mode", [&](const JsonNode& node) { ReadDefenderMode(m_document, node, policy, findings); });
         Take("exception_mode", [&](const JsonNode& node) {
             policy.exceptionMode = ReadMode(source, node, exceptionModes, "\"exception_mode\"");
         });

@@ -24,25 +24,35 @@ int NumberAt(std::string_view text, size_t place, size_t digits) {
 
 } // namespace
 
-bool IsTimestamp(std::string_view text) {
+std::optional<std::chrono::system_clock::time_point> ParseTimestamp(std::string_view text) {
     if (text.size() <= wholeSeconds.size() || text.back() != 'Z') {
-        return false;
+        return std::nullopt;
     }
     for (size_t i = 0; i < wholeSeconds.size(); ++i) {
         if (wholeSeconds[i] == 'd' ? !IsDigit(text[i]) : text[i] != wholeSeconds[i]) {
-            return false;
+            return std::nullopt;
         }
     }
     const std::string_view fraction = text.substr(wholeSeconds.size(), text.size() - wholeSeconds.size() - 1);
     if (!fraction.empty() && (fraction.front() != '.' || fraction.size() == 1 ||
                               !std::all_of(fraction.begin() + 1, fraction.end(), IsDigit))) {
-        return false;
+        return std::nullopt;
     }
     const std::chrono::year_month_day day{std::chrono::year(NumberAt(text, 0, 4)),
                                           std::chrono::month(static_cast<unsigned>(NumberAt(text, 5, 2))),
                                           std::chrono::day(static_cast<unsigned>(NumberAt(text, 8, 2)))};
-    const int seconds = NumberAt(text, 17, 2); // 60 in a leap second
-    return day.ok() && NumberAt(text, 11, 2) < 24 && NumberAt(text, 14, 2) < 60 && seconds <= 60;
+    const int hour = NumberAt(text, 11, 2);
+    const int minute = NumberAt(text, 14, 2);
+    const int second = NumberAt(text, 17, 2); // 60 in a leap second
+    if (!day.ok() || hour >= 24 || minute >= 60 || second > 60) {
+        return std::nullopt;
+    }
+    int milliseconds = 0;
+    for (size_t digit = 1, worth = 100; digit < fraction.size() && worth > 0; ++digit, worth /= 10) {
+        milliseconds += (fraction[digit] - '0') * static_cast<int>(worth);
+    }
+    return std::chrono::sys_days(day) + std::chrono::hours(hour) + std::chrono::minutes(minute) +
+           std::chrono::seconds(second) + std::chrono::milliseconds(milliseconds);
 }
 
 std::string Timestamp(std::chrono::system_clock::time_point time) {

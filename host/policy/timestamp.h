@@ -2,13 +2,20 @@
 #pragma once
 
 #include <chrono>
+#include <optional>
 #include <string>
 #include <string_view>
 
 namespace mordhost {
 
-// Whether `text` is such a time. The fraction of a second is optional.
-bool IsTimestamp(std::string_view text);
+// The time, or nullopt if `text` is not such a text. The fraction of a second is optional; digits after the millisecond
+// do not count.
+std::optional<std::chrono::system_clock::time_point> ParseTimestamp(std::string_view text);
+
+// Whether `text` is such a time.
+inline bool IsTimestamp(std::string_view text) {
+    return ParseTimestamp(text).has_value();
+}
 
 // The text of `time`, in milliseconds.
 std::string Timestamp(std::chrono::system_clock::time_point time);

@@ -4,6 +4,8 @@
 #include <set>
 #include <unordered_set>
 
+#include "frame/values.h"
+#include "policy/modeNames.h"
 #include "review/ruleCover.h"
 #include "review/similarIds.h"
 
@@ -33,7 +35,8 @@ public:
         }
     }
 
-    void Check() {
+    void Check(std::chrono::system_clock::time_point now) {
+        CheckMode(now);
         CheckRules();
         CheckAllowList();
         CheckActions();
@@ -45,6 +48,23 @@ private:
     void Warn(const DocumentPlace& place, const char* code, const std::string& message, const char* expected,
               const std::string& fix) {
         m_reading.Warn(place, {code, 0, message, expected, fix});
+    }
+
+    void CheckMode(std::chrono::system_clock::time_point now) {
+        const auto mode = m_policy.defenderMode;
+        if (mode != MODE_EMERGENCY && mode != MODE_ALLOW_AFTER_DECISION) {
+            return;
+        }
+        if (!m_policy.defenderModeEnd) {
+            Warn(m_policy.defenderModePlace, "mode-without-end",
+                 "the mode " + Quoted(NameOf(*mode, defenderModes)) + " lets all connections pass, and never ends",
+                 "an end of this mode", R"(write {"mode": ..., "until": "2026-11-20T12:00:00Z"})");
+        } else if (m_policy.defenderModeEnd->until <= now) {
+            Warn(m_policy.defenderModeEnd->place, "mode-ended",
+                 "the mode " + Quoted(NameOf(*mode, defenderModes)) + " has ended; the mode " +
+                     Quoted(NameOf(m_policy.defenderModeEnd->then, defenderModes)) + " is in force",
+                 "a time in the future", "remove the mode or set a later end");
+        }
     }
 
     void CheckRules() {
@@ -166,8 +186,8 @@ private:
 
 } // namespace
 
-void CheckPolicy(PolicyReading& reading) {
-    PolicyCheck(reading).Check();
+void CheckPolicy(PolicyReading& reading, std::chrono::system_clock::time_point now) {
+    PolicyCheck(reading).Check(now);
 }
 
 } // namespace mordhost

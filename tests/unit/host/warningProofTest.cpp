@@ -42,6 +42,13 @@ std::string WithDots(const std::string& dots, const std::string& rule = R"("guid
            "]}]}, \"dots\": {" + dots + "}}";
 }
 
+std::string WithMode(const std::string& mode) {
+    return R"({"rules": [{"guid": "A", "type": "x", "local_ports": [1]}])" + mode + "}";
+}
+
+constexpr auto endedMode = R"(, "defender_mode": {"mode": "emergency", "until": "2001-01-01T00:00:00Z"})";
+constexpr auto lastingMode = R"(, "defender_mode": {"mode": "emergency", "until": "9999-01-01T00:00:00Z"})";
+
 constexpr auto wideFirst = R"({"rules": [{"guid": "B", "type": "y"}, {"guid": "A", "type": "x", "local_ports": [1]}])";
 constexpr auto wideLast = R"({"rules": [{"guid": "A", "type": "x", "local_ports": [1]}, {"guid": "B", "type": "y"}])";
 
@@ -77,6 +84,8 @@ const std::map<std::string, Proof> policyProofs = {
     {"action-not-integer",
      {WithActions(R"({"x": 1.0, "z": 1})"), WithActions(R"({"z": 1})"), WithActions(R"({"x": 1, "z": 1})")}},
     {"replaced-action", {WithActions(R"({"x": 1, "x": 0})"), WithActions(R"({"x": 0})"), WithActions(R"({"x": 1})")}},
+    {"mode-without-end", {WithMode(R"(, "defender_mode": "emergency")"), WithMode(lastingMode), WithMode(endedMode)}},
+    {"mode-ended", {WithMode(endedMode), WithMode(""), WithMode(lastingMode)}},
     // For these two, no machine matches: the dots have no effect. The rule itself has one.
     {"rule-without-machine",
      {WithDots(R"("A": ["M"])", R"("guid": "A", "type": "y")"), WithDots("", R"("guid": "A", "type": "y")"),

@@ -1,0 +1,30 @@
+// The defender mode that a policy requires at a time.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <optional>
+
+#include "policy/connectionEvent.h"
+#include "policy/policy.h"
+
+namespace mordhost {
+
+class ModeSchedule {
+public:
+    using Time = std::chrono::system_clock::time_point;
+
+    // `now` is the clock for events without a time. `policy` must outlive this.
+    explicit ModeSchedule(const Policy& policy, std::function<Time()> now = std::chrono::system_clock::now)
+        : m_policy(policy), m_now(std::move(now)) {}
+
+    // The mode for an event, by the event's own time if it has one. nullopt if the policy sets no mode.
+    std::optional<uint32_t> ModeFor(const ConnectionEvent& event) const;
+
+private:
+    const Policy& m_policy;
+    std::function<Time()> m_now;
+};
+
+} // namespace mordhost
