@@ -1,5 +1,6 @@
 // Findings as JSON, JSON Lines and SARIF 2.1.0. The output is ASCII: all other characters are escaped.
 #include <set>
+#include <string_view>
 
 #include <rapidjson/prettywriter.h>
 #include <rapidjson/stringbuffer.h>
@@ -136,8 +137,12 @@ void WriteSarifTool(Pretty& json, const CheckResult& result) {
 }
 
 void WriteOut(std::ostream& out, const rapidjson::StringBuffer& buffer) {
-    out.write(buffer.GetString(), static_cast<std::streamsize>(buffer.GetSize()));
-    out << '\n';
+    // The delete character, which RapidJSON does not escape, can only be within a string.
+    std::string_view rest(buffer.GetString(), buffer.GetSize());
+    for (size_t place; (place = rest.find('\x7F')) != rest.npos; rest.remove_prefix(place + 1)) {
+        out << rest.substr(0, place) << "\\u007F";
+    }
+    out << rest << '\n';
 }
 
 } // namespace

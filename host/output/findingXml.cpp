@@ -1,4 +1,6 @@
 // Findings as the XML of JUnit.
+#include <algorithm>
+
 #include "output/cleanText.h"
 #include "output/findingFormats.h"
 
@@ -32,11 +34,13 @@ std::string Xml(const std::string& text) {
 } // namespace
 
 void WriteFindingsAsJunit(std::ostream& out, const CheckResult& result) {
-    const size_t failures = result.errors + (result.isStrict ? result.warnings : 0);
+    const auto failures =
+        static_cast<size_t>(std::count_if(result.findings.begin(), result.findings.end(),
+                                          [&result](const Finding& finding) { return Fails(result, finding); }));
     const size_t cases = std::max<size_t>(result.findings.size(), 1);
     out << "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<testsuites>\n"
         << "  <testsuite name=\"mordhost check " << Xml(result.subject) << "\" tests=\"" << cases << "\" failures=\""
-        << std::min(failures, cases) << "\" errors=\"0\" skipped=\"0\" time=\"0\">\n";
+        << failures << "\" errors=\"0\" skipped=\"0\" time=\"0\">\n";
     if (result.findings.empty()) {
         out << "    <testcase name=\"no finding\" classname=\"" << Xml(result.subject) << "\" time=\"0\"/>\n";
     }

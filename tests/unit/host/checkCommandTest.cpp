@@ -2,8 +2,8 @@
 #include "system/inputStream.h"
 #include "unit/host/mordhostFixture.h"
 
-using mordhostTest::MordhostTest;
 using kit::ProcessResult;
+using mordhostTest::MordhostTest;
 
 namespace {
 
@@ -98,18 +98,13 @@ TEST_F(CheckCommand, NoFormatWritesControlCharacters) {
         for (const std::string& text : {hostile, escapes}) {
             const ProcessResult result = Check(text, {"--format", format});
             EXPECT_EQ(result.code, 3) << format;
-            const bool isJson = format == "json" || format == "jsonl" || format == "sarif";
-            std::string output = result.output;
-            if (isJson) { // no terminal interprets the delete character
-                std::erase(output, '\x7F');
-            }
-            EXPECT_FALSE(HasControl(output)) << format << '\n' << output;
+            EXPECT_FALSE(HasControl(result.output)) << format << '\n' << result.output;
         }
     }
 }
 
 TEST_F(CheckCommand, ALongLineAndDeepNestingHaveAPositionAndAShortMessage) {
-    const ProcessResult line = Check("{\"rules\": [], \"" + std::string(10'000'000, 'k') + "\": 1}");
+    const ProcessResult line = Check("{\"rules\": [], \"" + std::string(100'000'000, 'k') + "\": 1}");
     EXPECT_EQ(line.code, 3);
     EXPECT_LT(line.output.size(), 5000U);
     EXPECT_EQ(line.output.rfind("p.json:1:15: error: unknown key", 0), 0U) << line.output.substr(0, 100);
@@ -129,8 +124,8 @@ TEST_F(CheckCommand, ListsAtMostTenThousandFindings) {
 }
 
 TEST_F(CheckCommand, TheExampleHasTheExpectedFindings) {
-    const ProcessResult result = kit::RunProcess(
-        {MORDHOST_PROGRAM, {"check", "examples/faults/policy.json"}, "", MORDHOST_SOURCE_DIRECTORY});
+    const ProcessResult result =
+        kit::RunProcess({MORDHOST_PROGRAM, {"check", "examples/faults/policy.json"}, "", MORDHOST_SOURCE_DIRECTORY});
     EXPECT_EQ(result.code, 0);
     const std::string expected = MORDHOST_SOURCE_DIRECTORY "/examples/faults/expected/policy.check.txt";
     EXPECT_EQ(result.output, mordhost::InputStream(expected).ReadAll());
