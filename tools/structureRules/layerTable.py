@@ -79,7 +79,7 @@ MAY_INCLUDE: dict[str, list[str]] = {
     "tests/fuzz/targetMemory": ["tests/fuzz", *KIT, "src/native", "src/platform"],
     # Benches, examples
     "bench": ["host/decide", "host/policy", "host/document", "host/system", "siblings/zelkBase/hostLog.h",
-              "src/mordRev", "src/frame"],
+              "src/mordRev", "src/frame", "tests/kit/heap"],
     "examples": ["PUBLIC"],
 }
 
@@ -99,7 +99,7 @@ SEARCHED: dict[str, list[str]] = {
     "inspect": [".", "inspect", "src"],
     "tests": [".", "tests", "", "src", "host", "siblings", "inspect"],
     "tests/abi": [".", "tests", "", "src", "tests/abi/linux"],  # a folder of the same headers for each system
-    "bench": [".", "bench", "host", "src", "siblings"],
+    "bench": [".", "bench", "host", "src", "siblings", "tests"],
     "examples": [".", "src"],
 }
 

@@ -51,6 +51,8 @@ class TheTable(unittest.TestCase):
             if row.startswith("src/"):
                 self.assertTrue(all(name.startswith("src/") for name in allowed), row)
             elif not row.startswith("tests"):
-                self.assertFalse(any(name.startswith("tests") for name in allowed), row)
+                # The benchmarks, which are no product either, count allocations with the heap of the tests.
+                tests = ["tests/kit/heap"] if row == "bench" else []
+                self.assertEqual([name for name in allowed if name.startswith("tests")], tests, row)
             if not row.startswith("tests/fuzz"):
                 self.assertFalse(any(name.startswith("tests/fuzz") for name in allowed), row)

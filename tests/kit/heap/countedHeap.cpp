@@ -7,6 +7,7 @@
 #include <new>
 #include <thread>
 
+#include "kit/heap/blockSize.h"
 #include "kit/system/threadId.h"
 
 // The linker's names for the wrapped functions: __wrap_ is called in their place, __real_ is the function itself.
@@ -34,6 +35,8 @@ std::atomic<size_t> failingSize{0}; // 0: none
 std::atomic<int> failureDelay{0};
 std::atomic<long> blocksHeld{0};
 std::atomic<long> newBlocksHeld{0};
+std::atomic<long long> bytesHeld{0};
+std::atomic<long long> mostBytesHeld{0};
 
 // Used by the watched thread alone.
 constexpr size_t keptSizes = 64;
@@ -85,8 +88,18 @@ bool Account(kit::AllocationKind kind, size_t size) {
     return true;
 }
 
+void AddBytes(size_t size) {
+    const long long held = bytesHeld += static_cast<long long>(size);
+    long long most = mostBytesHeld;
+    while (most < held && !mostBytesHeld.compare_exchange_weak(most, held)) {
+    }
+}
+
 void* Held(void* memory) {
-    blocksHeld += memory != nullptr ? 1 : 0;
+    if (memory != nullptr) {
+        ++blocksHeld;
+        AddBytes(kit::BlockSize(memory));
+    }
     return memory;
 }
 
@@ -122,12 +135,23 @@ void* __wrap_realloc(void* memory, size_t size) {
     if (!Account(kit::AllocationKind::Malloc, size)) {
         return nullptr;
     }
+    if (memory == nullptr) {
+        return Held(__real_realloc(nullptr, size));
+    }
+    const size_t before = kit::BlockSize(memory);
     void* const moved = __real_realloc(memory, size);
-    return memory == nullptr ? Held(moved) : moved;
+    if (moved != nullptr) {
+        AddBytes(kit::BlockSize(moved));
+        bytesHeld -= static_cast<long long>(before);
+    }
+    return moved;
 }
 
 void __wrap_free(void* memory) {
-    blocksHeld -= memory != nullptr ? 1 : 0;
+    if (memory != nullptr) {
+        --blocksHeld;
+        bytesHeld -= static_cast<long long>(kit::BlockSize(memory));
+    }
     __real_free(memory);
 }
 
@@ -178,6 +202,18 @@ size_t AllocationCounter::Bytes() const {
 std::vector<size_t> AllocationCounter::Sizes() {
     counting = false;
     return {sizesOfNew, sizesOfNew + std::min(callsOfNew, keptSizes)};
+}
+
+HeapUse::HeapUse() : m_before(bytesHeld) {
+    mostBytesHeld = m_before;
+}
+
+long long HeapUse::Bytes() const {
+    return bytesHeld - m_before;
+}
+
+long long HeapUse::MostBytes() const {
+    return mostBytesHeld - m_before;
 }
 
 FailingAllocations::FailingAllocations(size_t nth, bool lasting) {

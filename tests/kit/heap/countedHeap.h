@@ -2,7 +2,8 @@
 //
 // A program that links `countedHeap` has the global operators new and delete replaced, and malloc, calloc, realloc and
 // free wrapped in all of its own code; shared libraries keep the system's functions. Counters and failures watch the
-// thread that made them, and one of each may exist at a time. They allocate nothing themselves.
+// thread that made them; HeapUse watches the whole program. One of each may exist at a time. They allocate nothing
+// themselves.
 #pragma once
 
 #include <cstddef>
@@ -30,6 +31,24 @@ public:
 
     // Ends the counting and returns the sizes that operator new was asked for, in order, 64 at most.
     std::vector<size_t> Sizes();
+};
+
+// Measures the memory of the whole program, in the bytes that the allocator reserves for blocks.
+class HeapUse {
+public:
+    HeapUse();
+    HeapUse(const HeapUse&) = delete;
+    HeapUse& operator=(const HeapUse&) = delete;
+
+    // The bytes held now, less those at the construction.
+    long long Bytes() const;
+
+    // The most bytes held since the construction, less those at it. A block that changes its size counts twice
+    // meanwhile.
+    long long MostBytes() const;
+
+private:
+    long long m_before;
 };
 
 // From its construction on, the calling thread's `nth` allocation fails (1 is the first), and with `lasting` every

@@ -95,12 +95,14 @@ mkfifo lines
 zpty shell zsh -f -i
 zpty -w shell "fpath=($1 \$fpath); autoload -Uz compinit; compinit -u -D; LISTMAX=1000
 show() { print -r -- \"\$BUFFER\" > lines; BUFFER= }; zle -N show; bindkey '^X' show; print ready > lines"
-read -r ready < lines
-for line in 'mordhost rep' 'mordhost replay --no-d' 'mordhost replay --dots-down bro' 'mordhost record --se' \
+# A read ends without a line if the pipe is opened before the previous writer has closed it.
+next() { until read -r line < lines; do :; done }
+next
+for typed in 'mordhost rep' 'mordhost replay --no-d' 'mordhost replay --dots-down bro' 'mordhost record --se' \
     'mordhost replay pol' 'mordhost replay --libraries fol'; do
-    zpty -w -n shell "$line"$'\t\x18'
-    read -r completed < lines
-    print -r -- "$completed"
+    zpty -w -n shell "$typed"$'\t\x18'
+    next
+    print -r -- "$line"
 done
 zpty -d shell
 )zsh");

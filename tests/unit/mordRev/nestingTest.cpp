@@ -201,6 +201,23 @@ TEST_F(Nesting, AnswerWithAMillionLevelsUnderAMachineIdDecidesAsAnyOther) {
     }
 }
 
+// The parser for few levels ends within these numbers, and the one for any number takes over.
+TEST_F(Nesting, AnswerOfUpToTwentyLevelsDecidesAsAnyOther) {
+    Fields().SetAllowedMids({{"TYPE-1", {"MID-1"}}});
+    for (size_t levels = 0; levels <= 20; ++levels) {
+        for (const std::string& deep : {levels == 0 ? "1" : Arrays(levels), Objects(levels)}) {
+            EXPECT_EQ(DecideBy(R"({"GUID-0":{"more":)" + deep + R"(,"value":1,"mid":{"MID-1":1}},"GUID-1":{"more":)" +
+                               deep + R"(,"value":1,"mid":{"MID-1":)" + deep + R"(,"MID-2":1}}})"),
+                      (Verdict{true, REPLY_ALLOW}))
+                << levels;
+            EXPECT_EQ(DecideBy(R"({"GUID-1":{"value":1,"mid":{"MID-2":)" + deep + "}}}"), (Verdict{false, REPLY_BLOCK}))
+                << levels;
+            EXPECT_EQ(DecideBy(R"({"GUID-1":{"value":1,"mid":{"MID-1":)" + deep + "}}"), (Verdict{false, REPLY_BLOCK}))
+                << levels << ", not closed";
+        }
+    }
+}
+
 TEST_F(Nesting, AnswerWithAMillionLevelsAsValueOrMidEndsTheScan) {
     const std::string deep = Arrays(million);
     EXPECT_EQ(DecideBy(R"({"GUID-1":{"value":)" + deep + "}}"), (Verdict{false, REPLY_BLOCK}));

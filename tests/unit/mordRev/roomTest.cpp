@@ -4,6 +4,7 @@
 #include "kit/host/decisionSamples.h"
 #include "kit/host/fakeRecord.h"
 #include "kit/host/receiverFixture.h"
+#include "mordRev/src/allowList.h"
 #include "mordRev/src/hashIndex.h"
 #include "mordRev/src/json.h"
 #include "mordRev/src/queryAnswer.h"
@@ -108,6 +109,40 @@ TEST(Room, OfAnIndexIsDoubledWhenHalfOfItIsFull) {
         index.Add(FilteredHash(number * 0x9E3779B1), number);
     }
     EXPECT_EQ(growths, (std::vector<uint32_t>{0, 8, 16, 32, 64}));
+}
+
+// The size of a vector's memory depends on the number of its elements alone.
+TEST(Room, OfARepeatedPairIsThatOfOnePair) {
+    const auto bytesOf = [](size_t count) {
+        std::vector<AllowedPair> pairs(count, AllowedPair("KEY", "MID"));
+        AllowList list;
+        const kit::HeapUse heap;
+        list.Fill(pairs);
+        return heap.Bytes();
+    };
+    const long long ofOne = bytesOf(1);
+    EXPECT_GT(ofOne, 0);
+    EXPECT_EQ(bytesOf(2), ofOne);
+    EXPECT_EQ(bytesOf(5000), ofOne);
+}
+
+TEST(Room, OfALargeAnswerIsAtMostThreeTimesItsText) {
+    std::string text = "{";
+    for (size_t rule = 0; rule < 1000; ++rule) {
+        text += (rule == 0 ? "\"guid " : ",\"guid ") + std::to_string(rule) + R"(":{"value":1,"mid":{)";
+        for (size_t mid = 0; mid < 100; ++mid) {
+            text += (mid == 0 ? "\"" : ",\"") + std::string(32, 'm') + std::to_string(mid) + "\":1";
+        }
+        text += "}}";
+    }
+    text += "}";
+    const HeldSpareBlocks none;
+    const kit::HeapUse heap;
+    const auto answer = std::allocate_shared<QueryAnswer>(BlockAllocator<QueryAnswer>());
+    EXPECT_TRUE(answer->Read(text));
+    EXPECT_GT(heap.Bytes(), 1000 * 100 * 32); // the texts of the machine ids
+    EXPECT_GE(heap.MostBytes(), heap.Bytes());
+    EXPECT_LE(heap.MostBytes(), 3 * static_cast<long long>(text.size()));
 }
 
 class RoomOfAMatch : public kit::ReceiverFixture {};

@@ -1,9 +1,11 @@
 // The parser and the writer read no byte behind a text. Each text ends directly before memory that cannot be read.
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
 #include "kit/system/guardedText.h"
+#include "mordRev/src/answerText.h"
 #include "mordRev/src/json.h"
 #include "mordRev/src/plainText.h"
 
@@ -37,6 +39,36 @@ TEST(TextBounds, ParseInPlaceOfAnUnterminatedStringReadsNothingBehindTheNul) {
         const GuardedText text(std::string_view(json.c_str(), json.size() + 1));
         JsonDocument document;
         EXPECT_TRUE(ParseJsonInPlace(document, text.Data(), json.size()).IsError()) << length;
+    }
+}
+
+// Reads an answer that ends directly before memory that cannot be read, with its NUL. Returns whether it is JSON. The
+// first memory for strings has `room` bytes.
+bool ReadAnswer(const std::string& json, size_t room) {
+    const GuardedText text(std::string_view(json.c_str(), json.size() + 1));
+    std::vector<char> first(room);
+    BlockMemory memory(first.data(), room);
+    AnswerText stream(std::string_view(text.Data(), json.size()), memory);
+    rapidjson::BaseReaderHandler<> ignored;
+    return !ReadJson(stream, ignored).IsError();
+}
+
+TEST(TextBounds, TheReaderOfAnswersReadsNothingBehindTheNul) {
+    for (size_t length = 0; length <= longest; ++length) {
+        for (size_t room = 0; room <= 3 * longest; ++room) {
+            EXPECT_TRUE(ReadAnswer("\"" + std::string(length, 'a') + "\"", room)) << length << ", " << room;
+            EXPECT_TRUE(ReadAnswer("\"" + std::string(length, 'a') + "\\n\"", room)) << length << ", " << room;
+        }
+    }
+}
+
+TEST(TextBounds, TheReaderOfAnswersReadsNothingBehindTheNulOfAnUnterminatedString) {
+    for (size_t length = 0; length <= longest; ++length) {
+        for (size_t room = 0; room <= 3 * longest; ++room) {
+            for (const char* const end : {"", "\\", "\\n", "\\n\\", "\\u12", "\\\\"}) {
+                EXPECT_FALSE(ReadAnswer("\"" + std::string(length, 'a') + end, room)) << length << ", " << room << end;
+            }
+        }
     }
 }
 
