@@ -20,12 +20,10 @@ std::optional<OutputFile> OpenIfNamed(const std::string& name) {
 std::unique_ptr<Presenter> MakePresenter(std::ostream& out, const Policy& policy, const RunOptions& options,
                                          const TableStyle& style, const std::string& libraryVersion) {
     const RecordContext context{libraryVersion, std::string(hostVersion), !options.noDuration};
-    switch (options.format) {
-    case OutputFormat::text:
-        break;
-    case OutputFormat::json:
+    if (options.format == OutputFormat::json) {
         return MakeJsonPresenter(out, policy, context);
-    case OutputFormat::jsonl:
+    }
+    if (options.format == OutputFormat::jsonl) {
         return MakeJsonLinesPresenter(out, policy, context);
     }
     return MakeTablePresenter(out, policy, style);

@@ -14,7 +14,7 @@ _mordhost() {
     local options files=no
     COMPREPLY=()
     if [ "$COMP_CWORD" -eq 1 ]; then
-        _mordhost_words "replay record watch --help --version"
+        _mordhost_words "replay check record watch --help --version"
         return
     fi
     case "$command" in
@@ -29,6 +29,18 @@ _mordhost() {
                 --programs) _mordhost_names -d; return ;;
             esac
             options="--format --no-duration --reports --log --no-log --dots --dots-down --libraries --programs --help --version"
+            files=yes
+            ;;
+        check)
+            case "$previous" in
+                --format) _mordhost_words "text json jsonl junit tap sarif github"; return ;;
+                --allow-list) _mordhost_names -f; return ;;
+                --action-table) _mordhost_names -f; return ;;
+                --answer) _mordhost_names -f; return ;;
+                --report) _mordhost_names -f; return ;;
+                --libraries) _mordhost_names -d; return ;;
+            esac
+            options="--format --strict --allow-list --action-table --answer --report --libraries --help --version"
             files=yes
             ;;
         record)

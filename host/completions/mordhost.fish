@@ -16,6 +16,16 @@ complete -c mordhost -n '__fish_seen_subcommand_from replay' -l dots-down -x -a 
 complete -c mordhost -n '__fish_seen_subcommand_from replay' -l libraries -x -a '(__fish_complete_directories)' -d 'Load ZelkBase, Ferrocore and mordRev from DIR instead of the default directory'
 complete -c mordhost -n '__fish_seen_subcommand_from replay' -l programs -x -a '(__fish_complete_directories)' -d 'Start the policy\'s programs from DIR instead of the directory of mordhost'
 
+complete -c mordhost -n __fish_use_subcommand -a check -d 'Find the faults of a policy or of a document for the library'
+complete -c mordhost -n '__fish_seen_subcommand_from check' -F
+complete -c mordhost -n '__fish_seen_subcommand_from check' -l format -x -a 'text json jsonl junit tap sarif github' -d 'Write the findings as text, json, jsonl, junit, tap, sarif or github; default: text'
+complete -c mordhost -n '__fish_seen_subcommand_from check' -l strict -d 'Exit with code 1 if there are warnings'
+complete -c mordhost -n '__fish_seen_subcommand_from check' -l allow-list -r -F -d 'Check the allow list in FILE; may be repeated'
+complete -c mordhost -n '__fish_seen_subcommand_from check' -l action-table -r -F -d 'Check the action table in FILE; may be repeated'
+complete -c mordhost -n '__fish_seen_subcommand_from check' -l answer -r -F -d 'Check the query result in FILE; may be repeated'
+complete -c mordhost -n '__fish_seen_subcommand_from check' -l report -r -F -d 'Check the handling report in FILE; may be repeated'
+complete -c mordhost -n '__fish_seen_subcommand_from check' -l libraries -x -a '(__fish_complete_directories)' -d 'Load ZelkBase, Ferrocore and mordRev from DIR instead of the default directory'
+
 complete -c mordhost -n __fish_use_subcommand -a record -d 'Write this machine\'s inbound connections as events'
 complete -c mordhost -n '__fish_seen_subcommand_from record' -l format -x -a 'text json jsonl' -d 'Write the events as text, json or jsonl; default: jsonl'
 complete -c mordhost -n '__fish_seen_subcommand_from record' -l out -r -F -d 'Write to FILE instead of the standard output'

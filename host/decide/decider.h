@@ -20,8 +20,7 @@ public:
     // it.
     // `now` is the clock for events without a time.
     Decider(const Policy& policy, Receiver& receiver, DotHost& dots, ReportSink& sink, RecordLog& log,
-            std::optional<Failure> dotsDown = std::nullopt,
-            std::function<ModeSchedule::Time()> now = std::chrono::system_clock::now)
+            std::optional<Failure> dotsDown = std::nullopt, std::function<UtcTime()> now = UtcNow)
         : m_policy(policy), m_rules(policy.rules), m_modes(policy, std::move(now)), m_mode(policy.defenderMode),
           m_receiver(receiver), m_dots(dots), m_sink(sink), m_log(log), m_dotsDown(dotsDown) {}
 

@@ -10,10 +10,10 @@
 namespace mordhost {
 
 struct SessionOptions {
-    std::filesystem::path libraries; // their directory
-    bool logging = true;             // if false, the library writes no log records and decisions have no reasons
-    std::optional<Failure> dotsDown; // every query fails so
-    std::function<ModeSchedule::Time()> now = std::chrono::system_clock::now; // the clock for events without a time
+    std::filesystem::path libraries;       // their directory
+    bool logging = true;                   // if false, the library writes no log records and decisions have no reasons
+    std::optional<Failure> dotsDown;       // every query fails so
+    std::function<UtcTime()> now = UtcNow; // the clock for events without a time
 };
 
 // At most one per process. For use by one thread.

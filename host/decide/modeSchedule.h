@@ -1,7 +1,6 @@
 // The defender mode that a policy requires at a time.
 #pragma once
 
-#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -13,10 +12,8 @@ namespace mordhost {
 
 class ModeSchedule {
 public:
-    using Time = std::chrono::system_clock::time_point;
-
     // `now` is the clock for events without a time. `policy` must outlive this.
-    explicit ModeSchedule(const Policy& policy, std::function<Time()> now = std::chrono::system_clock::now)
+    explicit ModeSchedule(const Policy& policy, std::function<UtcTime()> now = UtcNow)
         : m_policy(policy), m_now(std::move(now)) {}
 
     // The mode for an event, by the event's own time if it has one. nullopt if the policy sets no mode.
@@ -24,7 +21,7 @@ public:
 
 private:
     const Policy& m_policy;
-    std::function<Time()> m_now;
+    std::function<UtcTime()> m_now;
 };
 
 } // namespace mordhost

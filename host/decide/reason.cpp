@@ -43,9 +43,9 @@ int Progress(ReasonCode code) {
 }
 
 // Evaluates the records of one event.
-class Findings {
+class RecordReader {
 public:
-    Findings(const EventRules& rules, std::vector<RuleOutcome>& outcomes) : m_rules(rules), m_outcomes(outcomes) {}
+    RecordReader(const EventRules& rules, std::vector<RuleOutcome>& outcomes) : m_rules(rules), m_outcomes(outcomes) {}
 
     void Note(std::string_view text) {
         if (!NoteQuery(text) && !NoteRule(text)) {
@@ -253,13 +253,13 @@ void FindReason(const std::vector<std::string_view>& messages, const EventRules&
     reason.code = ReasonCode::unknown;
     reason.text.clear();
     reason.overruled.reset();
-    Findings findings(rules, reason.rules);
+    RecordReader reader(rules, reason.rules);
     for (std::string_view text : messages) {
         text.remove_prefix(std::min(text.find_first_not_of(' '), text.size())); // some messages begin with a space
-        findings.Note(text);
+        reader.Note(text);
     }
-    findings.Conclude(reason);
-    reason.rules.resize(findings.OutcomeCount());
+    reader.Conclude(reason);
+    reason.rules.resize(reader.OutcomeCount());
 }
 
 } // namespace mordhost

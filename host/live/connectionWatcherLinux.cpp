@@ -81,7 +81,7 @@ ConnectionEvent ConnectionWatcher::EventOf(const ConnectionChange& change) const
         return range.Contains(change.connection.remote);
     });
     ConnectionEvent event;
-    event.time = Timestamp(std::chrono::system_clock::now());
+    event.time = Timestamp(UtcNow());
     event.name = (change.ended ? "disconnect-" : "connection-") + std::to_string(change.number);
     event.flags = flagged ? static_cast<uint32_t>(EVENT_FLAG_REPLY_TWO) : 0;
     event.remoteAddress = TextOf(change.connection.remote);

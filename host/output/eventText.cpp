@@ -32,16 +32,13 @@ std::string EventText::Begin() const {
 }
 
 std::string EventText::Of(const ConnectionEvent& event) {
-    switch (m_format) {
-    case OutputFormat::text:
+    if (m_format == OutputFormat::text) {
         return TextLine(event);
-    case OutputFormat::json: {
+    }
+    if (m_format == OutputFormat::json) {
         const std::string before = m_isFirst ? "\n" : ",\n";
         m_isFirst = false;
         return before + EventLine(event);
-    }
-    case OutputFormat::jsonl:
-        break;
     }
     return EventLine(event) + '\n';
 }

@@ -1,7 +1,6 @@
 // The contents of a policy document.
 #pragma once
 
-#include <chrono>
 #include <cstdint>
 #include <filesystem>
 #include <map>
@@ -14,6 +13,7 @@
 #include "policy/actionRows.h"
 #include "policy/allowListEntries.h"
 #include "policy/dotTable.h"
+#include "policy/timestamp.h"
 
 namespace mordhost {
 
@@ -43,7 +43,7 @@ struct LibraryDocument {
 
 // The end of a defender mode.
 struct ModeEnd {
-    std::chrono::system_clock::time_point until;
+    UtcTime until;
     uint32_t then = 0;   // the defender mode from `until` on
     DocumentPlace place; // of the member "until"
 };

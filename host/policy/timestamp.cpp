@@ -24,7 +24,11 @@ int NumberAt(std::string_view text, size_t place, size_t digits) {
 
 } // namespace
 
-std::optional<std::chrono::system_clock::time_point> ParseTimestamp(std::string_view text) {
+UtcTime UtcNow() {
+    return std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now());
+}
+
+std::optional<UtcTime> ParseTimestamp(std::string_view text) {
     if (text.size() <= wholeSeconds.size() || text.back() != 'Z') {
         return std::nullopt;
     }
@@ -55,11 +59,11 @@ std::optional<std::chrono::system_clock::time_point> ParseTimestamp(std::string_
            std::chrono::seconds(second) + std::chrono::milliseconds(milliseconds);
 }
 
-std::string Timestamp(std::chrono::system_clock::time_point time) {
+std::string Timestamp(UtcTime time) {
     using namespace std::chrono;
     const auto midnight = floor<days>(time);
     const year_month_day day(midnight);
-    const hh_mm_ss clock(floor<milliseconds>(time - midnight));
+    const hh_mm_ss clock(time - midnight);
     char text[40];
     std::snprintf(text, sizeof text, "%04d-%02u-%02uT%02d:%02d:%02d.%03dZ", static_cast<int>(day.year()),
                   static_cast<unsigned>(day.month()), static_cast<unsigned>(day.day()),

@@ -8,17 +8,23 @@
 
 namespace mordhost {
 
+// Holds every year from 0 to 9999. The clock's own type, with nanoseconds in 64 bits, ends in the year 2262.
+using UtcTime = std::chrono::sys_time<std::chrono::milliseconds>;
+
+// The current time.
+UtcTime UtcNow();
+
 // The time, or nullopt if `text` is not such a text. The fraction of a second is optional; digits after the millisecond
 // do not count.
-std::optional<std::chrono::system_clock::time_point> ParseTimestamp(std::string_view text);
+std::optional<UtcTime> ParseTimestamp(std::string_view text);
 
 // Whether `text` is such a time.
 inline bool IsTimestamp(std::string_view text) {
     return ParseTimestamp(text).has_value();
 }
 
-// The text of `time`, in milliseconds.
-std::string Timestamp(std::chrono::system_clock::time_point time);
+// The text of `time`.
+std::string Timestamp(UtcTime time);
 
 // The time of day in milliseconds, "09:54:12.345"; "-" for an empty `timestamp`.
 std::string TimeOfDay(std::string_view timestamp);

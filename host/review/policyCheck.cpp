@@ -35,7 +35,7 @@ public:
         }
     }
 
-    void Check(std::chrono::system_clock::time_point now) {
+    void Check(UtcTime now) {
         CheckMode(now);
         CheckRules();
         CheckAllowList();
@@ -50,7 +50,7 @@ private:
         m_reading.Warn(place, {code, 0, message, expected, fix});
     }
 
-    void CheckMode(std::chrono::system_clock::time_point now) {
+    void CheckMode(UtcTime now) {
         const auto mode = m_policy.defenderMode;
         if (mode != MODE_EMERGENCY && mode != MODE_ALLOW_AFTER_DECISION) {
             return;
@@ -186,7 +186,7 @@ private:
 
 } // namespace
 
-void CheckPolicy(PolicyReading& reading, std::chrono::system_clock::time_point now) {
+void CheckPolicy(PolicyReading& reading, UtcTime now) {
     PolicyCheck(reading).Check(now);
 }
 

@@ -1,8 +1,6 @@
 // Finds the parts of a policy that can never take effect, and modes that let connections pass without an end.
 #pragma once
 
-#include <chrono>
-
 #include "policy/policyReader.h"
 
 namespace mordhost {
@@ -14,6 +12,6 @@ namespace mordhost {
 // rule without one never ends it, and each rule has separate dots. So no rule hides a later rule from a decision. Only
 // the action table looks at the first rule of an event alone: an action has no effect if an earlier rule of another
 // type applies to all connections of each rule of its type.
-void CheckPolicy(PolicyReading& reading, std::chrono::system_clock::time_point now = std::chrono::system_clock::now());
+void CheckPolicy(PolicyReading& reading, UtcTime now = UtcNow());
 
 } // namespace mordhost

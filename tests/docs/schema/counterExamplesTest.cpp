@@ -214,7 +214,7 @@ TEST(CounterExamples, Summary) {
     const std::string noEvents = R"({"summary": {"verdicts": {}, )" + counts + "}}";
     const std::string more = R"({"summary": {"events": 1, "verdicts": {}, "more": 1, )" + counts + "}}";
     const std::string negative = R"({"summary": {"events": -1, "verdicts": {}, )" + counts + "}}";
-    ExpectRefuses("summary", {"{}", "[]", R"({"summary": {}})", noEvents.c_str(), more.c_str(), negative.c_str()});
+    ExpectRejects("summary", {"{}", "[]", R"({"summary": {}})", noEvents.c_str(), more.c_str(), negative.c_str()});
 }
 
 } // namespace

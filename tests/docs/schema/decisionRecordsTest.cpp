@@ -38,10 +38,11 @@ std::string Replayed(const std::filesystem::path& policy, const std::vector<std:
     return result.output;
 }
 
+// The policies of the examples that have events.
 std::vector<std::filesystem::path> Policies() {
     std::vector<std::filesystem::path> policies;
     for (const auto& file : docs::FilesBelow("examples", ".json")) {
-        if (file.filename().string().starts_with("policy")) {
+        if (file.filename().string().starts_with("policy") && exists(file.parent_path() / "events.jsonl")) {
             policies.push_back(file);
         }
     }

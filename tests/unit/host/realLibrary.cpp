@@ -83,15 +83,26 @@ std::vector<std::string> CodesOf(const std::string& policy) {
 std::string DecisionsOf(const std::string& policy) {
     PolicyReading reading = ReadingOf(policy);
     EXPECT_EQ(reading.findings.Errors(), 0U) << policy;
+    // The library keeps what the policy before has set.
     if (!reading.policy.allowList) {
-        reading.policy.allowList = LibraryDocument{R"({"mid_list": []})", {}}; // not that of the policy before
+        reading.policy.allowList = LibraryDocument{R"({"mid_list": []})", {}};
+    }
+    if (!reading.policy.actions) {
+        reading.policy.actions = LibraryDocument{R"({"of no rule": 0})", {}};
+    }
+    if (!reading.policy.defenderMode) {
+        reading.policy.defenderMode = MODE_ACTION_TABLE;
     }
     KeptDots store(reading.policy.dots);
-    DecisionSession session(reading.policy, store, MORDHOST_LIBRARY_DIRECTORY, false);
+    SessionOptions options;
+    options.libraries = MORDHOST_LIBRARY_DIRECTORY;
+    options.logging = false;
+    DecisionSession session(reading.policy, store, options);
     std::string decisions;
     for (uint16_t port = 1; port <= 9; ++port) {
         const Decision& decision = session.Decide(OnPort(port));
-        decisions += std::to_string(port) + ' ' + VerdictOf(decision) + ' ' + decision.deletedDot.value_or("-") + '\n';
+        decisions += std::to_string(port) + ' ' + VerdictOf(decision);
+        decisions += HasDeletedDot(decision) ? ' ' + decision.deletion->guid + '\n' : " -\n";
     }
     return decisions;
 }

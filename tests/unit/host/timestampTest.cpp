@@ -6,14 +6,22 @@ using namespace mordhost;
 
 TEST(Timestamp, IsUtcToTheMillisecond) {
     using namespace std::chrono;
-    const system_clock::time_point time = sys_days(year(2025) / 11 / 20) + hours(9) + minutes(5) + seconds(2) +
-                                          duration_cast<system_clock::duration>(microseconds(45999));
+    const UtcTime time = sys_days(year(2025) / 11 / 20) + hours(9) + minutes(5) + seconds(2) + milliseconds(45);
     EXPECT_EQ(Timestamp(time), "2025-11-20T09:05:02.045Z");
     EXPECT_EQ(Timestamp(sys_days(year(1969) / 12 / 31) + hours(23)), "1969-12-31T23:00:00.000Z");
 }
 
 TEST(Timestamp, WhatItWritesItAccepts) {
-    EXPECT_TRUE(IsTimestamp(Timestamp(std::chrono::system_clock::now())));
+    EXPECT_TRUE(IsTimestamp(Timestamp(UtcNow())));
+}
+
+TEST(Timestamp, EveryYearHasItsOrder) {
+    for (const char* text : {"0000-01-01T00:00:00.000Z", "1600-02-29T23:59:59.999Z", "2263-01-01T00:00:00.000Z",
+                             "9999-12-31T23:59:59.999Z"}) {
+        EXPECT_EQ(Timestamp(*ParseTimestamp(text)), text);
+    }
+    EXPECT_LT(UtcNow(), *ParseTimestamp("9999-01-01T00:00:00Z"));
+    EXPECT_GT(UtcNow(), *ParseTimestamp("0001-01-01T00:00:00Z"));
 }
 
 TEST(Timestamp, TheFractionIsOptionalAndOfAnyLength) {
