@@ -1,6 +1,8 @@
 #include "arguments/optionTable.h"
 
 #include <algorithm>
+#include <limits>
+#include <utility>
 
 #include "output/format.h"
 
@@ -106,6 +108,44 @@ CommandEntry Replay() {
     };
 }
 
+CommandEntry Explain() {
+    const auto number = [](std::string_view name, std::string_view help) {
+        OptionEntry entry = WithValue(name, ValueKind::number, "N", help);
+        entry.greatest = std::numeric_limits<unsigned>::max();
+        return entry;
+    };
+    OptionEntry from = WithValue("--from", ValueKind::text, "ADDRESS[:PORT]",
+                                 "Explain one event with this remote end; needs --to, and takes no EVENTS",
+                                 "An IPv6 address with a port is in brackets: [2001:db8::7]:4000.");
+    OptionEntry event = WithValue("--event", ValueKind::text, "NAME|LINE",
+                                  "Explain the events of this name, or the one in this line; default: all",
+                                  "The events before it are decided too, because they use up dots. For a block the "
+                                  "changes that would allow it are listed, each tried with the library.");
+    event.excludes = "--from";
+    return {
+        "explain",
+        "Show the full path of a decision: rules, ids, modes, and what would allow it",
+        "For each rule that applies it shows the condition that is met, the protocol key, the ids held, the ids "
+        "allowed and those in both; then modes, action table and flag; each with its place in the documents. For a "
+        "block it lists the nearest misses.",
+        {policyArgument,
+         {"EVENTS", ValueKind::file, "The events, one per line; - reads the standard input", Times::optional}},
+        {Choice("--format", "FORMAT", formatNames, "Write the explanations as text, json or jsonl; default: text",
+                "json is one array of objects. jsonl is one object per line."),
+         std::move(event), std::move(from),
+         WithValue("--to", ValueKind::text, "ADDRESS:PORT", "The local end of the event of --from"),
+         number("--pid", "The process id of the event of --from"),
+         number("--flags", "The flags of the event of --from; 0x10 asks for the reply allow (flagged)"),
+         Flag("--records", "Add the library's log records"),
+         Flag("--no-duration", "Leave out all durations, so that the outputs of two runs can be compared"),
+         Choice("--dots-down", "FAILURE", failureNames,
+                "Make every query for dots fail with network-error, query-error or broken-answer",
+                "This has priority over the failures that the policy prescribes."),
+         Libraries()},
+        false,
+    };
+}
+
 CommandEntry Check() {
     const auto document = [](std::string_view name, std::string_view help) {
         OptionEntry entry = WithValue(name, ValueKind::file, "FILE", help);
@@ -117,7 +157,7 @@ CommandEntry Check() {
         "Find the faults of a policy or of a document for the library",
         "An error is what mordhost or the library refuses. A warning is what the library silently skips, or what can "
         "never take effect.",
-        {{"POLICY", ValueKind::file, "The policy documents; - reads the standard input", true}},
+        {{"POLICY", ValueKind::file, "The policy documents; - reads the standard input", Times::any}},
         {Choice("--format", "FORMAT", findingFormatNames,
                 "Write the findings as text, json, jsonl, junit, tap, sarif or github; default: text",
                 "junit is the XML of JUnit, tap is the Test Anything Protocol 13, sarif is SARIF 2.1.0, github is "
@@ -166,7 +206,7 @@ const std::vector<OptionEntry>& CommonOptions() {
 }
 
 const std::vector<CommandEntry>& CommandTable() {
-    static const std::vector<CommandEntry> commands = {Replay(), Check(), Record(), Watch()};
+    static const std::vector<CommandEntry> commands = {Replay(), Explain(), Check(), Record(), Watch()};
     return commands;
 }
 

@@ -34,12 +34,19 @@ struct OptionEntry {
     std::string_view excludes; // the name of an option of the same command; may be empty
 };
 
+// How often an argument may occur.
+enum class Times {
+    once,
+    optional, // once or not at all
+    any,      // any number of times, also none
+};
+
 // An argument without a name on the command line.
 struct PositionalEntry {
     std::string_view name; // "POLICY"
     ValueKind kind = ValueKind::file;
-    std::string_view help;   // as above
-    bool isAnyCount = false; // may be absent or repeated; the others are required
+    std::string_view help; // as above
+    Times times = Times::once;
 };
 
 struct CommandEntry {

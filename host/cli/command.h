@@ -30,7 +30,10 @@ public:
 
     void Positional(std::string_view name, std::string& value);
 
-    // A positional argument that may be absent or repeated.
+    // One that may be absent.
+    void Positional(std::string_view name, std::optional<std::string>& value);
+
+    // One that may be absent or repeated.
     void Positionals(std::string_view name, std::vector<std::string>& values);
 
     // An option without a value.

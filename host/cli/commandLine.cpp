@@ -108,6 +108,11 @@ void Arguments::Positional(std::string_view name, std::string& value) {
     m_command.add_option(StringOf(entry.name), value, StringOf(entry.help))->required();
 }
 
+void Arguments::Positional(std::string_view name, std::optional<std::string>& value) {
+    const PositionalEntry& entry = BindPositional(name);
+    m_command.add_option(StringOf(entry.name), value, StringOf(entry.help));
+}
+
 void Arguments::Positionals(std::string_view name, std::vector<std::string>& values) {
     const PositionalEntry& entry = BindPositional(name);
     m_command.add_option(StringOf(entry.name), values, StringOf(entry.help));

@@ -9,6 +9,7 @@ namespace mordhost {
 Commands AllCommands();
 
 std::unique_ptr<Command> MakeReplayCommand();
+std::unique_ptr<Command> MakeExplainCommand();
 std::unique_ptr<Command> MakeCheckCommand();
 std::unique_ptr<Command> MakeRecordCommand(); // Linux only
 std::unique_ptr<Command> MakeWatchCommand();  // Linux only

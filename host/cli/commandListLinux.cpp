@@ -5,6 +5,7 @@ namespace mordhost {
 Commands AllCommands() {
     Commands commands;
     commands.push_back(MakeReplayCommand());
+    commands.push_back(MakeExplainCommand());
     commands.push_back(MakeCheckCommand());
     commands.push_back(MakeRecordCommand());
     commands.push_back(MakeWatchCommand());

@@ -6,6 +6,7 @@ namespace mordhost {
 Commands AllCommands() {
     Commands commands;
     commands.push_back(MakeReplayCommand());
+    commands.push_back(MakeExplainCommand());
     commands.push_back(MakeCheckCommand());
     return commands;
 }

@@ -69,6 +69,7 @@ const Decision& Decider::Decide(ConnectionEvent&& event) {
     if (!decision.asked) {
         decision.reply = 0;
         decision.settled = false;
+        decision.mode.reset();
         decision.reason = {ReasonCode::noRule, std::string(PhraseOf(ReasonCode::noRule)), {}, {}};
         decision.log.Clear();
         decision.reports.clear();
@@ -76,6 +77,7 @@ const Decision& Decider::Decide(ConnectionEvent&& event) {
         return decision;
     }
     SetMode(decision.event);
+    decision.mode = m_mode;
     m_dots.Prescribe(FailureFor(decision.event));
     const Answer answer = m_receiver.Decide(decision.event, decision.rules);
     decision.reply = answer.reply;

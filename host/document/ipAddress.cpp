@@ -111,6 +111,11 @@ std::string TextOf(const IpAddress& address) {
     return AddressText(address.version, address.bytes.data());
 }
 
+std::string TextOf(const AddressRange& range) {
+    const std::string first = TextOf(range.first);
+    return range.prefixBits == range.first.Bits() ? first : first + '/' + std::to_string(range.prefixBits);
+}
+
 bool AddressRange::Contains(const IpAddress& address) const {
     return address.version == first.version && Masked(address, prefixBits) == first;
 }

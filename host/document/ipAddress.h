@@ -40,6 +40,9 @@ struct AddressRange {
     bool operator==(const AddressRange&) const = default;
 };
 
+// "10.0.0.0/8"; a range of one address is that address.
+std::string TextOf(const AddressRange& range);
+
 // Reads "10.0.0.0/8", "2001:db8::/32" or a single address. On failure returns nullopt and writes the reason to
 // `reason`.
 std::optional<AddressRange> ParseAddressRange(std::string_view text, std::string& reason);

@@ -40,6 +40,14 @@ std::string OptionParagraph(const OptionEntry& option) {
     return ".TP\n" + head + '\n' + Described(option.help, option.more);
 }
 
+// "POLICY", "[EVENTS]", "[POLICY ...]"
+std::string WithBrackets(const PositionalEntry& positional) {
+    const std::string name(positional.name);
+    return positional.times == Times::once       ? name
+           : positional.times == Times::optional ? '[' + name + ']'
+                                                 : '[' + name + " ...]";
+}
+
 std::string Synopsis() {
     std::string text;
     for (const CommandEntry& command : CommandTable()) {
@@ -47,8 +55,7 @@ std::string Synopsis() {
         if (!command.positionals.empty()) {
             text += ".I";
             for (const PositionalEntry& positional : command.positionals) {
-                text += ' ' + Roff(positional.isAnyCount ? "[" + std::string(positional.name) + " ...]"
-                                                         : std::string(positional.name));
+                text += ' ' + Roff(WithBrackets(positional));
             }
             text += '\n';
         }

@@ -53,8 +53,8 @@ std::string CaseOf(const CommandEntry& command) {
         text += " \\\n" + SpecificationOf(option);
     }
     for (const PositionalEntry& positional : command.positionals) {
-        text += std::string(" \\\n                '") + (positional.isAnyCount ? "*" : "") + ':' +
-                std::string(positional.name) + ":_files'";
+        text += std::string(" \\\n                '") + (positional.times == Times::any ? "*" : "") +
+                (positional.times == Times::optional ? "::" : ":") + std::string(positional.name) + ":_files'";
     }
     return text + "\n            ;;\n";
 }

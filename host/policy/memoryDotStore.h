@@ -25,6 +25,8 @@ public:
     size_t Size() const override { return m_dots.size(); }
     const std::string& Trouble() const override { return m_trouble; }
 
+    const DotTable& Dots() const { return m_dots; }
+
 private:
     // Allows look-ups by string_view.
     struct Hash : std::hash<std::string_view> {

@@ -25,6 +25,13 @@ struct PortRange {
     bool operator==(const PortRange&) const = default;
 };
 
+// Where the elements of a rule's conditions are, in their order.
+struct ConditionPlaces {
+    std::vector<Location> localPorts;
+    std::vector<Location> localAddresses;
+    std::vector<Location> remoteAddresses;
+};
+
 // A rule and its conditions. It applies to the connections that meet every condition. An empty list is no condition.
 struct Rule {
     std::string guid;
@@ -32,7 +39,8 @@ struct Rule {
     std::vector<PortRange> localPorts;
     std::vector<AddressRange> localAddresses;
     std::vector<AddressRange> remoteAddresses;
-    DocumentPlace place{}; // of its object
+    DocumentPlace place{};             // of its object
+    ConditionPlaces conditionPlaces{}; // empty if no document has the rule
 };
 
 // A document for the library, as its author wrote it.
@@ -76,6 +84,7 @@ struct Policy {
     DocumentPlace defenderModePlace;      // of its value
     std::optional<ModeEnd> defenderModeEnd;
     std::optional<uint32_t> exceptionMode;
+    DocumentPlace exceptionModePlace; // of its value
     std::optional<LibraryDocument> allowList;
     std::vector<AllowListEntry> allowListEntries; // of `allowList`, as the library takes them
     std::optional<LibraryDocument> actions;

@@ -237,6 +237,7 @@ public:
         Take("defender_mode", [&](const JsonNode& node) { ReadDefenderMode(m_document, node, policy, findings); });
         Take("exception_mode", [&](const JsonNode& node) {
             policy.exceptionMode = ReadMode(source, node, exceptionModes, "\"exception_mode\"");
+            policy.exceptionModePlace = m_document.PlaceAt(node.begin);
         });
         Take("allow_list", [&](const JsonNode& node) {
             ReadAllowList({m_document, node, "the allow list"}, m_reading);

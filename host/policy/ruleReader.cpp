@@ -64,12 +64,14 @@ const std::vector<JsonNode>& ElementsOf(const RuleSource& from, const JsonNode& 
     return isFilled ? list->elements : none;
 }
 
-std::vector<PortRange> ReadPorts(const RuleSource& from, const JsonNode& rule) {
-    std::vector<PortRange> ports;
-    for (const JsonNode& node : ElementsOf(from, rule, "local_ports")) {
-        from.findings.Collect(from.document, [&] { ports.push_back(ReadPortRange(from.document.Source(), node)); });
+void ReadPorts(const RuleSource& from, const JsonNode& node, Rule& rule) {
+    const SourceText& source = from.document.Source();
+    for (const JsonNode& element : ElementsOf(from, node, "local_ports")) {
+        from.findings.Collect(from.document, [&] {
+            rule.localPorts.push_back(ReadPortRange(source, element));
+            rule.conditionPlaces.localPorts.push_back(source.At(element.begin));
+        });
     }
-    return ports;
 }
 
 AddressRange ReadAddressRange(const SourceText& source, const JsonNode& node) {
@@ -81,12 +83,15 @@ AddressRange ReadAddressRange(const SourceText& source, const JsonNode& node) {
     return *range;
 }
 
-std::vector<AddressRange> ReadAddresses(const RuleSource& from, const JsonNode& rule, const std::string& key) {
-    std::vector<AddressRange> ranges;
-    for (const JsonNode& node : ElementsOf(from, rule, key)) {
-        from.findings.Collect(from.document, [&] { ranges.push_back(ReadAddressRange(from.document.Source(), node)); });
+void ReadAddresses(const RuleSource& from, const JsonNode& rule, const std::string& key,
+                   std::vector<AddressRange>& ranges, std::vector<Location>& places) {
+    const SourceText& source = from.document.Source();
+    for (const JsonNode& element : ElementsOf(from, rule, key)) {
+        from.findings.Collect(from.document, [&] {
+            ranges.push_back(ReadAddressRange(source, element));
+            places.push_back(source.At(element.begin));
+        });
     }
-    return ranges;
 }
 
 // Requires unique guids: dots, allow list entries of web rules, and reports identify a rule by its guid.
@@ -133,9 +138,9 @@ std::vector<Rule> ReadRules(const JsonDocument& document, const JsonNode& node, 
         });
         findings.Collect(document,
                          [&] { rule.type = RequireText(source, RequireMember(source, entry, "type"), "\"type\""); });
-        rule.localPorts = ReadPorts(from, entry);
-        rule.localAddresses = ReadAddresses(from, entry, "local_addresses");
-        rule.remoteAddresses = ReadAddresses(from, entry, "remote_addresses");
+        ReadPorts(from, entry, rule);
+        ReadAddresses(from, entry, "local_addresses", rule.localAddresses, rule.conditionPlaces.localAddresses);
+        ReadAddresses(from, entry, "remote_addresses", rule.remoteAddresses, rule.conditionPlaces.remoteAddresses);
         rule.place = document.PlaceAt(entry.begin);
         rules.push_back(std::move(rule));
     }

@@ -2,8 +2,6 @@
 
 namespace mordhost {
 
-namespace {
-
 std::string WithoutCaseAndBlanks(const std::string& id) {
     std::string form;
     for (const char c : id) {
@@ -15,8 +13,6 @@ std::string WithoutCaseAndBlanks(const std::string& id) {
     }
     return form;
 }
-
-} // namespace
 
 const std::string* SimilarIds::Add(const std::string& id) {
     if (!m_known.insert(id).second) {

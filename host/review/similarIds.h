@@ -7,6 +7,9 @@
 
 namespace mordhost {
 
+// The id with its ASCII letters in lower case and without blanks.
+std::string WithoutCaseAndBlanks(const std::string& id);
+
 class SimilarIds {
 public:
     // Adds an id. Returns an id that was added before and differs from this one in the case of ASCII letters or in
