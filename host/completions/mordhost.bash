@@ -14,7 +14,7 @@ _mordhost() {
     local options files=no
     COMPREPLY=()
     if [ "$COMP_CWORD" -eq 1 ]; then
-        _mordhost_words "replay check record watch --help --version"
+        _mordhost_words "replay explain check record watch --help --version"
         return
     fi
     case "$command" in
@@ -29,6 +29,20 @@ _mordhost() {
                 --programs) _mordhost_names -d; return ;;
             esac
             options="--format --no-duration --reports --log --no-log --dots --dots-down --libraries --programs --help --version"
+            files=yes
+            ;;
+        explain)
+            case "$previous" in
+                --format) _mordhost_words "text json jsonl"; return ;;
+                --event) :; return ;;
+                --from) :; return ;;
+                --to) :; return ;;
+                --pid) :; return ;;
+                --flags) :; return ;;
+                --dots-down) _mordhost_words "network-error query-error broken-answer"; return ;;
+                --libraries) _mordhost_names -d; return ;;
+            esac
+            options="--format --event --from --to --pid --flags --records --no-duration --dots-down --libraries --help --version"
             files=yes
             ;;
         check)

@@ -16,6 +16,19 @@ complete -c mordhost -n '__fish_seen_subcommand_from replay' -l dots-down -x -a 
 complete -c mordhost -n '__fish_seen_subcommand_from replay' -l libraries -x -a '(__fish_complete_directories)' -d 'Load ZelkBase, Ferrocore and mordRev from DIR instead of the default directory'
 complete -c mordhost -n '__fish_seen_subcommand_from replay' -l programs -x -a '(__fish_complete_directories)' -d 'Start the policy\'s programs from DIR instead of the directory of mordhost'
 
+complete -c mordhost -n __fish_use_subcommand -a explain -d 'Show the full path of a decision: rules, ids, modes, and what would allow it'
+complete -c mordhost -n '__fish_seen_subcommand_from explain' -F
+complete -c mordhost -n '__fish_seen_subcommand_from explain' -l format -x -a 'text json jsonl' -d 'Write the explanations as text, json or jsonl; default: text'
+complete -c mordhost -n '__fish_seen_subcommand_from explain' -l event -x -d 'Explain the events of this name, or the one in this line; default: all'
+complete -c mordhost -n '__fish_seen_subcommand_from explain' -l from -x -d 'Explain one event with this remote end; needs --to, and takes no EVENTS'
+complete -c mordhost -n '__fish_seen_subcommand_from explain' -l to -x -d 'The local end of the event of --from'
+complete -c mordhost -n '__fish_seen_subcommand_from explain' -l pid -x -d 'The process id of the event of --from'
+complete -c mordhost -n '__fish_seen_subcommand_from explain' -l flags -x -d 'The flags of the event of --from; 0x10 asks for the reply allow (flagged)'
+complete -c mordhost -n '__fish_seen_subcommand_from explain' -l records -d 'Add the library\'s log records'
+complete -c mordhost -n '__fish_seen_subcommand_from explain' -l no-duration -d 'Leave out all durations, so that the outputs of two runs can be compared'
+complete -c mordhost -n '__fish_seen_subcommand_from explain' -l dots-down -x -a 'network-error query-error broken-answer' -d 'Make every query for dots fail with network-error, query-error or broken-answer'
+complete -c mordhost -n '__fish_seen_subcommand_from explain' -l libraries -x -a '(__fish_complete_directories)' -d 'Load ZelkBase, Ferrocore and mordRev from DIR instead of the default directory'
+
 complete -c mordhost -n __fish_use_subcommand -a check -d 'Find the faults of a policy or of a document for the library'
 complete -c mordhost -n '__fish_seen_subcommand_from check' -F
 complete -c mordhost -n '__fish_seen_subcommand_from check' -l format -x -a 'text json jsonl junit tap sarif github' -d 'Write the findings as text, json, jsonl, junit, tap, sarif or github; default: text'

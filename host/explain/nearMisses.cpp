@@ -118,7 +118,9 @@ std::vector<NearMiss> FindNearMisses(const Policy& policy, const AllowedMachines
         search.OfConditions(explanation.decision->event);
     } else if (explanation.wasAsked) {
         for (const RuleExplanation& rule : explanation.rules) {
-            search.OfRule(rule);
+            if (rule.outcome) { // the library looked at it
+                search.OfRule(rule);
+            }
         }
     }
     return std::move(search.misses);

@@ -30,8 +30,8 @@ std::vector<std::string> CodesOfTheHost() {
     return codes;
 }
 
-std::string Replayed(const std::filesystem::path& policy, const std::vector<std::string>& options) {
-    std::vector<std::string> arguments = {"replay", policy.string(), (policy.parent_path() / "events.jsonl").string()};
+std::string Output(const char* command, const std::filesystem::path& policy, const std::vector<std::string>& options) {
+    std::vector<std::string> arguments = {command, policy.string(), (policy.parent_path() / "events.jsonl").string()};
     arguments.insert(arguments.end(), options.begin(), options.end());
     const kit::ProcessResult result = kit::RunProcess({MORDHOST_PROGRAM, arguments, "", ""});
     EXPECT_EQ(result.code, 0) << result.error;
@@ -59,7 +59,7 @@ TEST(DecisionRecords, OfAllExamplesFitTheirSchema) {
                  {}, {"--no-duration"}, {"--no-log"}, {"--dots-down", "query-error"}}) {
             std::vector<std::string> all = {"--format", "jsonl"};
             all.insert(all.end(), options.begin(), options.end());
-            std::istringstream lines(Replayed(policy, all));
+            std::istringstream lines(Output("replay", policy, all));
             std::string last;
             for (std::string line; std::getline(lines, line); last = line) {
                 if (!last.empty()) {
@@ -73,10 +73,28 @@ TEST(DecisionRecords, OfAllExamplesFitTheirSchema) {
     EXPECT_GE(records, 200U);
 }
 
+TEST(Explanations, OfAllExamplesFitTheirSchema) {
+    const schema::SchemaFile explanation("explanation");
+    size_t explanations = 0;
+    for (const auto& policy : Policies()) {
+        SCOPED_TRACE(policy.string());
+        for (const std::vector<std::string>& options : std::vector<std::vector<std::string>>{
+                 {}, {"--no-duration", "--records"}, {"--dots-down", "network-error"}, {"--event", "1"}}) {
+            std::vector<std::string> all = {"--format", "jsonl"};
+            all.insert(all.end(), options.begin(), options.end());
+            std::istringstream lines(Output("explain", policy, all));
+            for (std::string line; std::getline(lines, line); ++explanations) {
+                EXPECT_EQ(explanation.Misfit(line), "") << line;
+            }
+        }
+    }
+    EXPECT_GE(explanations, 100U);
+}
+
 TEST(DecisionRecords, OfADocumentFitTheirSchema) {
     const schema::SchemaFile decision("decision");
     rapidjson::Document document;
-    document.Parse(Replayed(Policies().front(), {"--format", "json"}).c_str());
+    document.Parse(Output("replay", Policies().front(), {"--format", "json"}).c_str());
     ASSERT_TRUE(document.IsObject());
     EXPECT_GE(document["decisions"].Size(), 5U);
     EXPECT_TRUE(document["summary"].IsObject());
