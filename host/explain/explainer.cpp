@@ -43,12 +43,6 @@ bool IsBlock(const Decision& decision) {
 
 } // namespace
 
-Explainer::Explainer(const Policy& policy) : m_policy(policy), m_allowed(policy) {
-    for (const ActionRow& row : policy.actionRows) {
-        m_actions[row.type] = &row; // the last one of a type counts
-    }
-}
-
 Explanation Explainer::Explain(const Decision& decision, const HeldDots& held) const {
     Explanation explanation;
     explanation.decision = &decision;
@@ -66,7 +60,7 @@ Explanation Explainer::Explain(const Decision& decision, const HeldDots& held) c
     }
     ExplainModes(decision, explanation);
     if (!decision.asked || IsBlock(decision)) {
-        explanation.nearMisses = FindNearMisses(m_policy, m_allowed, explanation);
+        explanation.nearMisses = FindNearMisses(m_policy, m_index, explanation);
     }
     return explanation;
 }
@@ -80,9 +74,9 @@ RuleExplanation Explainer::ExplainRule(const Decision& decision, size_t index, c
     const auto dot = m_policy.dotPlaces.find(rule.guid);
     explained.dot = dot == m_policy.dotPlaces.end() ? nullptr : &dot->second;
     explained.held = held.MachinesOf(rule.guid);
-    explained.allowed = &m_allowed.Under(explained.key);
+    explained.allowed = &m_index.AllowedUnder(explained.key);
     for (const std::string& machine : explained.held) {
-        if (const AllowListEntry* const entry = m_allowed.Find(explained.key, machine)) {
+        if (const AllowListEntry* const entry = m_index.FindAllowed(explained.key, machine)) {
             explained.both.push_back(entry);
         }
     }
@@ -99,8 +93,7 @@ void Explainer::ExplainModes(const Decision& decision, Explanation& explanation)
     explanation.exceptionMode = m_policy.exceptionMode.value_or(EXCEPTION_BLOCK);
     explanation.exceptionModePlace = m_policy.exceptionMode ? &m_policy.exceptionModePlace : nullptr;
     if (!decision.rules.empty()) {
-        const auto row = m_actions.find(m_policy.rules[decision.rules.front()].type);
-        explanation.action = row == m_actions.end() ? nullptr : row->second;
+        explanation.action = m_index.ActionOf(m_policy.rules[decision.rules.front()].type);
     }
     explanation.isFlagged = (decision.event.flags.value_or(0) & EVENT_FLAG_REPLY_TWO) != 0;
 }

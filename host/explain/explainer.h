@@ -1,9 +1,9 @@
 // Explains decisions.
 #pragma once
 
-#include "explain/allowedMachines.h"
 #include "explain/explanation.h"
 #include "explain/heldDots.h"
+#include "explain/policyIndex.h"
 
 namespace mordhost {
 
@@ -11,10 +11,8 @@ namespace mordhost {
 // thread.
 class Explainer {
 public:
-    // Indexes the allow list and the action table. `policy` must outlive this and not change.
-    explicit Explainer(const Policy& policy);
-
-    const AllowedMachines& Allowed() const { return m_allowed; }
+    // `policy` must outlive this and not change.
+    explicit Explainer(const Policy& policy) : m_policy(policy), m_index(policy) {}
 
     // The explanation of a decision under the policy. `held` is the store of the decision, before another query. The
     // result refers to `decision`.
@@ -25,8 +23,7 @@ private:
     void ExplainModes(const Decision& decision, Explanation& explanation) const;
 
     const Policy& m_policy;
-    const AllowedMachines m_allowed;
-    std::unordered_map<std::string_view, const ActionRow*> m_actions; // the row that counts, by type
+    const PolicyIndex m_index;
 };
 
 } // namespace mordhost

@@ -39,7 +39,7 @@ struct RuleExplanation {
 struct NearMiss {
     std::string_view code; // in kebab-case; never changes its meaning
     std::string text;      // one sentence without a period
-    std::optional<DocumentPlace> place;
+    const DocumentPlace* place = nullptr;
 };
 
 // A change of the policy, or of the dots, under which the library allows the event.

@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "policy/ruleConditions.h"
-#include "review/similarIds.h"
 
 namespace mordhost {
 
@@ -19,24 +18,24 @@ std::string NameOf(const Rule& rule) {
     return "the rule " + Quoted(rule.guid) + " (" + rule.type + ')';
 }
 
-std::string Count(size_t count, const char* noun) {
-    return std::to_string(count) + ' ' + noun + (count == 1 ? "" : "s");
-}
-
 class Search {
 public:
-    Search(const Policy& policy, const AllowedMachines& allowed) : m_policy(policy), m_allowed(allowed) {}
+    Search(const Policy& policy, const PolicyIndex& index) : m_policy(policy), m_index(index) {}
 
     void OfRule(const RuleExplanation& explained) {
         const Rule& rule = m_policy.rules[explained.rule];
         if (explained.held.empty()) {
             OfMissingDot(rule, explained);
+            return;
         }
-        size_t listed = 0;
+        std::vector<const std::string*> absent;
         for (const std::string& machine : explained.held) {
-            if (m_allowed.Find(explained.key, machine) == nullptr && listed++ < greatestNumber) {
-                OfMachine(rule, explained, machine);
+            if (m_index.FindAllowed(explained.key, machine) == nullptr) {
+                absent.push_back(&machine);
             }
+        }
+        if (!absent.empty()) {
+            OfAbsentMachines(rule, explained, absent);
         }
     }
 
@@ -67,37 +66,50 @@ private:
     }
 
     void Add(std::string_view code, std::string text, const DocumentPlace& place) {
-        misses.push_back({code, std::move(text), place});
+        misses.push_back({code, std::move(text), &place});
     }
 
     void OfMissingDot(const Rule& rule, const RuleExplanation& explained) {
-        if (!explained.allowed->empty()) {
+        const size_t count = explained.allowed->size();
+        if (count > 0) {
             Add("no-dot",
-                "the allow list has " + Count(explained.allowed->size(), "machine") + " for " + NameOf(rule) +
-                    ", which has no dot",
+                "the allow list has " + std::to_string(count) + (count == 1 ? " machine" : " machines") + " for " +
+                    NameOf(rule) + ", which has no dot",
                 explained.allowed->front()->keyPlace);
         }
-        const std::string form = WithoutCaseAndBlanks(rule.guid);
-        for (const auto& [guid, place] : m_policy.dotPlaces) {
-            if (guid != rule.guid && WithoutCaseAndBlanks(guid) == form) {
-                Add("similar-guid", "there is a dot for " + Quoted(guid) + ", which is not the guid of " + NameOf(rule),
-                    place);
-            }
+        for (const auto* dot : m_index.SimilarDots(rule.guid)) {
+            Add("similar-guid",
+                "there is a dot for " + Quoted(dot->first) + ", which is not the guid of " + NameOf(rule), dot->second);
         }
     }
 
-    void OfMachine(const Rule& rule, const RuleExplanation& explained, const std::string& machine) {
+    void OfAbsentMachines(const Rule& rule, const RuleExplanation& explained,
+                          const std::vector<const std::string*>& absent) {
+        const size_t listed = std::min(absent.size(), greatestNumber);
+        std::string names;
+        for (size_t i = 0; i < listed; ++i) {
+            names += (i == 0 ? "" : ", ") + Quoted(*absent[i]);
+        }
+        if (absent.size() > listed) {
+            names += " and " + std::to_string(absent.size() - listed) + " more";
+        }
         Add("not-allowed",
-            "the dot of " + NameOf(rule) + " names the machine " + Quoted(machine) +
-                ", which the allow list does not have under the key " + Quoted(explained.key),
+            "the dot of " + NameOf(rule) + " names " + names + ", and the allow list does not have " +
+                (absent.size() == 1 ? "it" : "them") + " under the key " + Quoted(explained.key),
             explained.dot == nullptr ? rule.place : *explained.dot);
-        const AllowedMachines::Entries& others = m_allowed.Of(machine);
+        for (size_t i = 0; i < listed; ++i) {
+            OfMachine(*absent[i]);
+        }
+    }
+
+    void OfMachine(const std::string& machine) {
+        const PolicyIndex::Entries& others = m_index.AllowedOf(machine);
         for (size_t i = 0; i < std::min(others.size(), greatestNumber); ++i) {
             Add("other-key",
                 "the allow list has the machine " + Quoted(machine) + " under the key " + Quoted(others[i]->key),
                 others[i]->keyPlace);
         }
-        const AllowedMachines::Entries similar = m_allowed.Similar(machine);
+        const PolicyIndex::Entries similar = m_index.SimilarAllowed(machine);
         for (size_t i = 0; i < std::min(similar.size(), greatestNumber); ++i) {
             Add("similar-machine",
                 "the allow list has the machine " + Quoted(similar[i]->mid) + ", which is not " + Quoted(machine),
@@ -106,14 +118,13 @@ private:
     }
 
     const Policy& m_policy;
-    const AllowedMachines& m_allowed;
+    const PolicyIndex& m_index;
 };
 
 } // namespace
 
-std::vector<NearMiss> FindNearMisses(const Policy& policy, const AllowedMachines& allowed,
-                                     const Explanation& explanation) {
-    Search search(policy, allowed);
+std::vector<NearMiss> FindNearMisses(const Policy& policy, const PolicyIndex& index, const Explanation& explanation) {
+    Search search(policy, index);
     if (explanation.rules.empty()) {
         search.OfConditions(explanation.decision->event);
     } else if (explanation.wasAsked) {

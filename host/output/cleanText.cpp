@@ -41,6 +41,10 @@ std::string WellFormed(std::string_view text) {
 }
 
 std::string CleanText(std::string_view text) {
+    const bool isPlain = std::all_of(text.begin(), text.end(), [](char c) { return c >= ' ' && c < '\x7F'; });
+    if (isPlain) {
+        return std::string(text);
+    }
     std::string formed = WellFormed(text);
     std::replace(formed.begin(), formed.end(), '\t', ' ');
     return Printable(formed);

@@ -104,16 +104,12 @@ void AppendAction(std::string& out, const ActionRow* row) {
     out += '}';
 }
 
-const DocumentPlace* PointerTo(const std::optional<DocumentPlace>& place) {
-    return place ? &*place : nullptr;
-}
-
 void AppendNearMiss(std::string& out, const NearMiss& miss) {
     out += '{';
     JsonMembers members(out);
     members.Text("code", miss.code);
     members.Text("text", miss.text);
-    AppendPlaceOrNull(members.Name("place"), PointerTo(miss.place));
+    AppendPlaceOrNull(members.Name("place"), miss.place);
     out += '}';
 }
 
@@ -122,7 +118,7 @@ void AppendOpening(std::string& out, const Opening& opening) {
     JsonMembers members(out);
     members.Text("change", opening.text);
     members.Text("verdict", opening.verdict);
-    AppendPlaceOrNull(members.Name("place"), PointerTo(opening.place));
+    AppendPlaceOrNull(members.Name("place"), opening.place ? &*opening.place : nullptr);
     out += '}';
 }
 

@@ -10,7 +10,7 @@
 namespace mordhost {
 
 // The most machine ids of an allow list that one explanation lists.
-constexpr size_t greatestAllowedMachines = 100;
+constexpr size_t greatestAllowedMachines = 10;
 
 // What an explanation has beside the decision.
 struct ExplanationExtras {

@@ -80,7 +80,7 @@ public:
         if (!m_explanation.nearMisses.empty()) {
             m_lines.Heading("Nearest misses");
             for (const NearMiss& miss : m_explanation.nearMisses) {
-                m_lines.Line(miss.code, miss.text, miss.place ? &miss.place->where : nullptr);
+                m_lines.Line(miss.code, miss.text, &miss.place->where);
             }
         }
     }

@@ -69,8 +69,8 @@ TEST_F(ExplainCommand, NamesTheNearestMisses) {
     ExpectLines(
         Explain("", blocked).output,
         {"Nearest misses",
-         "  not-allowed     the dot of the rule \"A\" (x) names the machine \"M2\", which the allow list does not "
-         "have under the key \"x\" (p.json:6:11)",
+         "  not-allowed     the dot of the rule \"A\" (x) names \"M2\", \"m1\", and the allow list does not have "
+         "them under the key \"x\" (p.json:6:11)",
          "  other-key       the allow list has the machine \"M2\" under the key \"y\" (p.json:5:96)",
          "  similar-machine the allow list has the machine \"M1\", which is not \"m1\" (p.json:5:38)"});
     ExpectLines(
