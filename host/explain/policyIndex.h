@@ -14,8 +14,8 @@ namespace mordhost {
 // type.
 const std::string& ProtocolKeyOf(const Rule& rule);
 
-// The results are parts of the policy, which must outlive this and not change. Of repeated entries of the allow list the
-// first counts, of repeated rows of the action table the last.
+// The results are parts of the policy, which must outlive this and not change. Of repeated entries of the allow list
+// the first counts, of repeated rows of the action table the last.
 class PolicyIndex {
 public:
     using Entries = std::vector<const AllowListEntry*>;
