@@ -32,7 +32,7 @@ namespace {
 class ExplanationOutput {
 public:
     ExplanationOutput(const Policy& policy, OutputFormat format, const RecordContext& context, bool records)
-        : m_policy(policy), m_format(format), m_withRecords(records), m_records(policy, context) {}
+        : m_policy(policy), m_format(format), m_withRecords(records), m_records(policy, context), m_texts(policy) {}
 
     void Begin() { Write(m_format == OutputFormat::json ? "[" : ""); }
     void End() { Write(m_format == OutputFormat::json ? "\n]\n" : ""); }
@@ -42,7 +42,7 @@ public:
         m_text.clear();
         if (m_format == OutputFormat::text) {
             m_text += m_isFirst ? "" : "\n";
-            AppendExplanation(m_text, explanation, m_policy);
+            m_texts.Append(m_text, explanation);
             if (openings != nullptr) {
                 AppendOpenings(m_text, *openings);
             }
@@ -70,6 +70,7 @@ private:
     const OutputFormat m_format;
     const bool m_withRecords;
     const DecisionRecords m_records;
+    ExplanationText m_texts;
     bool m_isFirst = true;
     std::string m_text; // a member, to reuse its memory
 };

@@ -41,13 +41,20 @@ std::string WellFormed(std::string_view text) {
 }
 
 std::string CleanText(std::string_view text) {
+    std::string clean;
+    AppendClean(clean, text);
+    return clean;
+}
+
+void AppendClean(std::string& out, std::string_view text) {
     const bool isPlain = std::all_of(text.begin(), text.end(), [](char c) { return c >= ' ' && c < '\x7F'; });
     if (isPlain) {
-        return std::string(text);
+        out += text;
+        return;
     }
     std::string formed = WellFormed(text);
     std::replace(formed.begin(), formed.end(), '\t', ' ');
-    return Printable(formed);
+    out += Printable(formed);
 }
 
 } // namespace mordhost

@@ -12,5 +12,6 @@ std::string WellFormed(std::string_view text);
 
 // The text without control characters too: each is a question mark, as in Printable. A tab is a blank.
 std::string CleanText(std::string_view text);
+void AppendClean(std::string& out, std::string_view text);
 
 } // namespace mordhost

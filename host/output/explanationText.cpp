@@ -1,6 +1,8 @@
 #include "output/explanationText.h"
 
 #include <algorithm>
+#include <array>
+#include <charconv>
 #include <functional>
 
 #include "decide/reasonText.h"
@@ -21,13 +23,17 @@ public:
     explicit Lines(std::string& out) : m_out(out) {}
 
     // "  LABEL           TEXT (FILE:LINE:COLUMN)"
-    void Line(std::string_view label, const std::string& text, const Location* where = nullptr) {
+    void Line(std::string_view label, std::string_view text, const Location* where = nullptr) {
         m_out += "  ";
         m_out += label;
         m_out.append(label.size() < labelWidth ? labelWidth - label.size() : 1, ' ');
-        m_out += CleanText(text);
+        AppendClean(m_out, text);
         if (where != nullptr && !where->file.empty()) {
-            m_out += " (" + CleanText(where->Text()) + ')';
+            m_out += " (";
+            AppendClean(m_out, where->file);
+            AppendNumber(where->line);
+            AppendNumber(where->column);
+            m_out += ')';
         }
         m_out += '\n';
     }
@@ -35,9 +41,19 @@ public:
     // A line without a label, as a continuation of the one above.
     void More(const std::string& text, const Location* where = nullptr) { Line("", text, where); }
 
-    void Heading(const std::string& text) { m_out += '\n' + CleanText(text) + '\n'; }
+    void Heading(std::string_view text) {
+        m_out += '\n';
+        AppendClean(m_out, text);
+        m_out += '\n';
+    }
 
 private:
+    // ":NUMBER"
+    void AppendNumber(size_t number) {
+        std::array<char, 24> text{':'};
+        m_out.append(text.data(), std::to_chars(text.data() + 1, text.data() + text.size(), number).ptr);
+    }
+
     std::string& m_out;
 };
 
@@ -62,21 +78,18 @@ const std::string& MachineOf(const AllowListEntry* entry) {
 class ExplanationWriter {
 public:
     ExplanationWriter(std::string& out, const Explanation& explanation, const Policy& policy)
-        : m_lines(out), m_explanation(explanation), m_decision(*explanation.decision), m_policy(policy) {}
+        : m_out(out), m_lines(out), m_explanation(explanation), m_decision(*explanation.decision), m_policy(policy) {}
 
-    void Write() {
+    void WriteVerdict() {
         const Reason& reason = m_decision.reason;
         m_lines.Line("verdict", VerdictOf(m_decision));
         m_lines.Line("because", reason.text.empty() ? "the library wrote no log records" : reason.text);
         m_lines.Line("reason code",
                      std::string(NameOf(reason.code)) +
                          (reason.overruled ? ", overrules " + std::string(NameOf(*reason.overruled)) : std::string()));
-        for (const RuleExplanation& rule : m_explanation.rules) {
-            WriteRule(rule);
-        }
-        if (m_decision.asked) {
-            WriteModes();
-        }
+    }
+
+    void WriteNearMisses() {
         if (!m_explanation.nearMisses.empty()) {
             m_lines.Heading("Nearest misses");
             for (const NearMiss& miss : m_explanation.nearMisses) {
@@ -85,17 +98,14 @@ public:
         }
     }
 
-private:
-    void WriteRule(const RuleExplanation& explained) {
-        const Rule& rule = m_policy.rules[explained.rule];
-        m_lines.Heading("Rule " + rule.guid + ", type " + rule.type +
-                        (rule.place.where.file.empty() ? "" : " (" + rule.place.where.Text() + ')'));
+    // `head`, `key` and `allowed` are the lines that do not depend on the decision.
+    void WriteRule(const RuleExplanation& explained, const std::string& head, const std::string& key,
+                   const std::string& allowed) {
+        m_out += head;
         WriteConditions(explained);
-        m_lines.Line("protocol key", explained.key + (rule.type == "web" ? ", the guid of a web rule" : ""));
+        m_out += key;
         m_lines.Line("ids held", HeldText(explained), explained.dot == nullptr ? nullptr : &explained.dot->where);
-        const auto& allowed = *explained.allowed;
-        m_lines.Line("ids allowed", ListOf(allowed, MachineOf),
-                     allowed.empty() ? nullptr : &allowed.front()->keyPlace.where);
+        m_out += allowed;
         if (m_explanation.wasAsked) {
             m_lines.Line("in both", ListOf(explained.both, MachineOf),
                          explained.both.empty() ? nullptr : &explained.both.front()->keyPlace.where);
@@ -103,6 +113,30 @@ private:
         m_lines.Line("outcome", OutcomeText(explained));
     }
 
+    void WriteModes() {
+        m_lines.Heading("Then");
+        m_lines.Line("query", m_decision.failure ? NameOf(static_cast<uint32_t>(*m_decision.failure), failureNames)
+                                                 : (m_explanation.wasAsked ? "answered" : "none"));
+        if (m_decision.failure == Failure::networkError) {
+            WriteMode("exception mode", NameOf(m_explanation.exceptionMode, exceptionModes),
+                      m_explanation.exceptionModePlace);
+        }
+        WriteMode("defender mode",
+                  NameOf(m_explanation.defenderMode, defenderModes) +
+                      (m_explanation.modeHasEnded ? ", because the mode before has ended" : ""),
+                  m_explanation.defenderModePlace);
+        if (m_explanation.defenderMode == MODE_ACTION_TABLE) {
+            WriteAction();
+        }
+        m_lines.Line("flag 0x10", m_explanation.isFlagged ? "set: an allow becomes allow (flagged)" : "not set");
+        if (m_decision.deletion) {
+            m_lines.Line("dot", "of rule " + m_decision.deletion->guid +
+                                    (m_decision.deletion->done ? ": deleted" : ": could not be deleted"));
+        }
+        m_lines.Line("reports", std::to_string(m_decision.reports.size()));
+    }
+
+private:
     void WriteConditions(const RuleExplanation& explained) {
         if (explained.conditions.empty()) {
             m_lines.Line("applies", "to every connection: the rule has no conditions");
@@ -133,31 +167,12 @@ private:
                                                                : std::string(PhraseOf(*explained.outcome));
     }
 
-    void WriteModes() {
-        m_lines.Heading("Then");
-        m_lines.Line("query", m_decision.failure ? NameOf(static_cast<uint32_t>(*m_decision.failure), failureNames)
-                                                 : (m_explanation.wasAsked ? "answered" : "none"));
-        if (m_decision.failure == Failure::networkError) {
-            WriteMode("exception mode", NameOf(m_explanation.exceptionMode, exceptionModes),
-                      m_explanation.exceptionModePlace);
-        }
-        WriteMode("defender mode",
-                  NameOf(m_explanation.defenderMode, defenderModes) +
-                      (m_explanation.modeHasEnded ? ", because the mode before has ended" : ""),
-                  m_explanation.defenderModePlace);
-        if (m_explanation.defenderMode == MODE_ACTION_TABLE) {
-            const ActionRow* const row = m_explanation.action;
-            const std::string& type = m_policy.rules[m_decision.rules.front()].type;
-            m_lines.Line("action table",
-                         row == nullptr ? "no row for type " + type : type + ": " + std::to_string(row->action),
-                         row == nullptr ? nullptr : &row->place.where);
-        }
-        m_lines.Line("flag 0x10", m_explanation.isFlagged ? "set: an allow becomes allow (flagged)" : "not set");
-        if (m_decision.deletion) {
-            m_lines.Line("dot", "of rule " + m_decision.deletion->guid +
-                                    (m_decision.deletion->done ? ": deleted" : ": could not be deleted"));
-        }
-        m_lines.Line("reports", std::to_string(m_decision.reports.size()));
+    void WriteAction() {
+        const ActionRow* const row = m_explanation.action;
+        const std::string& type = m_policy.rules[m_decision.rules.front()].type;
+        m_lines.Line("action table",
+                     row == nullptr ? "no row for type " + type : type + ": " + std::to_string(row->action),
+                     row == nullptr ? nullptr : &row->place.where);
     }
 
     void WriteMode(std::string_view label, const std::string& name, const DocumentPlace* place) {
@@ -165,6 +180,7 @@ private:
                      place == nullptr ? nullptr : &place->where);
     }
 
+    std::string& m_out;
     Lines m_lines;
     const Explanation& m_explanation;
     const Decision& m_decision;
@@ -173,12 +189,37 @@ private:
 
 } // namespace
 
-void AppendExplanation(std::string& out, const Explanation& explanation, const Policy& policy) {
+const ExplanationText::CommonLines& ExplanationText::LinesOf(const RuleExplanation& explained) {
+    CommonLines& common = m_rules[explained.rule];
+    if (common.head.empty()) {
+        const Rule& rule = m_policy.rules[explained.rule];
+        Lines(common.head)
+            .Heading("Rule " + rule.guid + ", type " + rule.type +
+                     (rule.place.where.file.empty() ? "" : " (" + rule.place.where.Text() + ')'));
+        Lines(common.key).Line("protocol key", explained.key + (rule.type == "web" ? ", the guid of a web rule" : ""));
+        const auto& allowed = *explained.allowed;
+        Lines(common.allowed)
+            .Line("ids allowed", ListOf(allowed, MachineOf),
+                  allowed.empty() ? nullptr : &allowed.front()->keyPlace.where);
+    }
+    return common;
+}
+
+void ExplanationText::Append(std::string& out, const Explanation& explanation) {
     const ConnectionEvent& event = explanation.decision->event;
     out += event.line == 0 ? std::string("Event") : "Event in line " + std::to_string(event.line);
     out += event.name.empty() ? "" : " \"" + CleanText(event.name) + '"';
     out += ": " + EventText(OutputFormat::text).Of(event);
-    ExplanationWriter(out, explanation, policy).Write();
+    ExplanationWriter writer(out, explanation, m_policy);
+    writer.WriteVerdict();
+    for (const RuleExplanation& rule : explanation.rules) {
+        const CommonLines& common = LinesOf(rule);
+        writer.WriteRule(rule, common.head, common.key, common.allowed);
+    }
+    if (explanation.decision->asked) {
+        writer.WriteModes();
+    }
+    writer.WriteNearMisses();
 }
 
 void AppendOpenings(std::string& out, const std::vector<Opening>& openings) {
