@@ -76,6 +76,7 @@ const Decision& Decider::Decide(ConnectionEvent&& event) {
         return decision;
     }
     SetMode(decision.event);
+    decision.mode = m_mode;
     m_dots.Prescribe(FailureFor(decision.event));
     const Answer answer = m_receiver.Decide(decision.event, decision.rules);
     decision.reply = answer.reply;

@@ -16,12 +16,13 @@ namespace mordhost {
 
 struct Decision {
     ConnectionEvent event;
-    std::vector<size_t> rules; // indexes in the policy of the rules that apply
-    bool asked = false;        // whether the library decided; it does not if no rule applies
-    uint32_t reply = 0;        // this and the following members are valid only if `asked`
-    bool settled = false;      // the result of HandleEvent
-    Reason reason;             // unknown if the library does not log
-    WrittenRecords log;        // the library's records for this event
+    std::vector<size_t> rules;    // indexes in the policy of the rules that apply
+    bool asked = false;           // whether the library decided; it does not if no rule applies
+    uint32_t reply = 0;           // this and the following members are valid only if `asked`
+    bool settled = false;         // the result of HandleEvent
+    std::optional<uint32_t> mode; // the defender mode that decided; nullopt: the default of the library
+    Reason reason;                // unknown if the library does not log
+    WrittenRecords log;           // the library's records for this event
     std::vector<std::string> reports;
     std::optional<DotHost::Deletion> deletion; // the library's call of DeleteDot
     std::optional<Failure> failure;            // how the query of the library failed
