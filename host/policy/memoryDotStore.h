@@ -25,6 +25,9 @@ public:
     size_t Size() const override { return m_dots.size(); }
     const std::string& Trouble() const override { return m_trouble; }
 
+    // The machine ids of the dot of `guid`, or null if there is no dot. Valid until the next Delete.
+    const std::set<std::string>* Machines(const std::string& guid) const;
+
 private:
     // Allows look-ups by string_view.
     struct Hash : std::hash<std::string_view> {

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "frame/values.h"
+#include "policy/ruleKey.h"
 
 namespace mordhost {
 
@@ -21,7 +22,7 @@ bool LooksUpRow(const Decision& decision) {
 
 } // namespace
 
-PolicyUse::PolicyUse(const Policy& policy) {
+PolicyUse::PolicyUse(const Policy& policy) : m_rules(policy.rules) {
     AddRules(policy);
     AddEntries(policy);
     AddRows(policy);
@@ -42,7 +43,6 @@ void PolicyUse::AddRules(const Policy& policy) {
         PartUse& added = AddPart(PolicyPart::rule, index, rule.place);
         added.guid = rule.guid;
         added.type = rule.type;
-        m_isWeb.push_back(rule.type == "web");
     }
 }
 
@@ -111,8 +111,7 @@ void PolicyUse::Add(const Decision& decision) {
 }
 
 void PolicyUse::UseMatch(const RuleOutcome& match) {
-    const PartUse& rule = m_parts[match.rule];
-    m_pair = m_isWeb[match.rule] ? rule.guid : rule.type;
+    m_pair = KeyOf(m_rules[match.rule]);
     m_pair += '\0';
     m_pair += match.machine;
     const auto entry = m_entries.find(m_pair);

@@ -83,11 +83,11 @@ private:
     void Use(size_t part);
     void UseMatch(const RuleOutcome& match);
 
+    const std::vector<Rule>& m_rules;
     std::vector<PartUse> m_parts;
     Indexes m_entries;               // of the first of equal entries in m_parts, by key, NUL and machine
     std::vector<size_t> m_dotOfRule; // the indexes in m_parts, or none
     std::vector<size_t> m_rowOfRule; // as above: the row in force for the rule's type
-    std::vector<bool> m_isWeb;       // whether the rule's guid is its key
     size_t m_events = 0;
     std::string m_pair; // of a look-up; a member, to reuse its memory
 };
