@@ -6,6 +6,8 @@ Commands AllCommands() {
     Commands commands;
     commands.push_back(MakeReplayCommand());
     commands.push_back(MakeCheckCommand());
+    commands.push_back(MakeUnusedCommand());
+    commands.push_back(MakeSuggestCommand());
     commands.push_back(MakeRecordCommand());
     commands.push_back(MakeWatchCommand());
     return commands;

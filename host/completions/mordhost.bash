@@ -14,7 +14,7 @@ _mordhost() {
     local options files=no
     COMPREPLY=()
     if [ "$COMP_CWORD" -eq 1 ]; then
-        _mordhost_words "replay check record watch --help --version"
+        _mordhost_words "replay check unused suggest record watch --help --version"
         return
     fi
     case "$command" in
@@ -41,6 +41,24 @@ _mordhost() {
                 --libraries) _mordhost_names -d; return ;;
             esac
             options="--format --strict --allow-list --action-table --answer --report --libraries --help --version"
+            files=yes
+            ;;
+        unused)
+            case "$previous" in
+                --format) _mordhost_words "text json jsonl"; return ;;
+                --libraries) _mordhost_names -d; return ;;
+            esac
+            options="--format --all --strict --libraries --help --version"
+            files=yes
+            ;;
+        suggest)
+            case "$previous" in
+                --policy) _mordhost_names -f; return ;;
+                --format) _mordhost_words "text json jsonl"; return ;;
+                --most) :; return ;;
+                --libraries) _mordhost_names -d; return ;;
+            esac
+            options="--policy --format --most --libraries --help --version"
             files=yes
             ;;
         record)
