@@ -74,10 +74,8 @@ void AppendEvents(std::string& text, const EventSample& sample) {
         one.NumberOrNull("local_addr_port", event.localPort);
         text += '}';
     }
-    text += "],";
-    AppendJsonString(text, "more");
-    text += ':';
-    AppendJsonNumber(text, static_cast<int64_t>(sample.Count() - sample.First().size()));
+    text += ']';
+    members.Count("more", sample.Count() - sample.First().size());
     text += '}';
 }
 
@@ -129,10 +127,10 @@ void WriteJson(std::ostream& out, const std::vector<Suggestion>& entries, const 
     out << (lines ? "" : "{\"mid_list\":[");
     const char* before = lines ? "" : "\n";
     for (const Suggestion& entry : entries) {
-        out << before << EntryObject(entry) << (lines ? "\n" : "");
+        out << before << TerminalSafe(EntryObject(entry)) << (lines ? "\n" : "");
         before = lines ? "" : ",\n";
     }
-    out << (lines ? "{\"summary\":" : "\n],\"summary\":") << summary << "}\n";
+    out << (lines ? "{\"summary\":" : "\n],\"summary\":") << TerminalSafe(summary) << "}\n";
 }
 
 } // namespace

@@ -115,7 +115,7 @@ void WriteUse(std::ostream& out, const PolicyUse& use, bool all, OutputFormat fo
     const char* before = lines ? "" : "\n";
     for (const PartUse& part : use.Parts()) {
         if (all || !part.IsUsed()) {
-            out << before << PartObject(part) << (lines ? "\n" : "");
+            out << before << TerminalSafe(PartObject(part)) << (lines ? "\n" : "");
             before = lines ? "" : ",\n";
         }
     }

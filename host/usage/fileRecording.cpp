@@ -43,7 +43,8 @@ void FileRecording::Open() {
     m_reader.reset();
     m_input.reset();
     m_input = OpenInput(file.opened);
-    if (m_use == Use::repeated && !m_input->IsRegular()) {
+    // A standard input that is a regular file does not start again either.
+    if (m_use == Use::repeated && (file.opened == standardInput || !m_input->IsRegular())) {
         m_input = Copy(*m_input, file);
     }
     m_reader = std::make_unique<EventReader>(m_input->Stream(), file.shown);
