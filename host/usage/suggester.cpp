@@ -12,6 +12,9 @@ namespace {
 
 constexpr size_t mostAlternatives = 3;
 
+// How often a pass puts a proposed entry in force at once. The library reads the whole list each time.
+constexpr size_t mostChanges = 100;
+
 bool IsAllowed(const Decision& decision) {
     return decision.asked && decision.reply != REPLY_BLOCK;
 }
@@ -74,9 +77,16 @@ void Suggester::DecideWithEntries() {
     m_verdicts.Rewind();
     m_recording.Rewind();
     ConnectionEvent event;
+    size_t known = result.entries.size();
+    size_t changes = 0;
     while (m_recording.Next(event)) {
         const bool before = m_verdicts.Next();
         Compare(m_session.Decide(std::move(event)), before);
+        // With the entry in force, the events after it propose what they still lack, which saves passes.
+        if (result.entries.size() > known && changes++ < mostChanges) {
+            known = result.entries.size();
+            m_session.SetAdded(EntriesOf(result));
+        }
     }
     m_verdicts.RequireEnd();
 }

@@ -9,10 +9,14 @@ TrialSession::TrialSession(const Policy& policy, const SessionOptions& options)
     : m_policy(policy), m_dots(policy.dots), m_session(policy, m_dots, options) {}
 
 void TrialSession::Restart(const std::vector<AllowListEntry>& added) {
+    SetAdded(added);
+    m_dots.Restart();
+}
+
+void TrialSession::SetAdded(const std::vector<AllowListEntry>& added) {
     std::vector<AllowListEntry> entries = m_policy.allowListEntries;
     entries.insert(entries.end(), added.begin(), added.end());
     m_session.SetAllowList(AllowListText(entries));
-    m_dots.Restart();
 }
 
 std::string AllowListText(const std::vector<AllowListEntry>& entries) {

@@ -20,6 +20,9 @@ public:
     // Makes all dots of the policy available again, and the entries of the policy and `added` the allow list.
     void Restart(const std::vector<AllowListEntry>& added);
 
+    // Makes the entries of the policy and `added` the allow list for the following events.
+    void SetAdded(const std::vector<AllowListEntry>& added);
+
     // As DecisionSession.
     const Decision& Decide(ConnectionEvent&& event) { return m_session.Decide(std::move(event)); }
 
