@@ -171,6 +171,45 @@ CommandEntry Check() {
     };
 }
 
+constexpr PositionalEntry recordingArgument = {
+    "EVENTS", ValueKind::file, "The events, one per line, in one or more files; - reads the standard input", true};
+
+CommandEntry Unused() {
+    return {
+        "unused",
+        "List the parts of a policy that a recording never used",
+        "The parts are rules, allow-list entries, action rows and dots. Without the unused ones the verdicts on the "
+        "recording are the same. Several files of events are one recording.",
+        {policyArgument, recordingArgument},
+        {Choice("--format", "FORMAT", formatNames, "Write the parts as text, json or jsonl; default: text",
+                "json is one document with the parts and the summary. jsonl is one object per line; the last one is "
+                "the summary."),
+         Flag("--all", "List the used parts too, with the number of events that used them"),
+         Flag("--strict", "Exit with code 1 if a part is unused"), Libraries()},
+        false,
+    };
+}
+
+CommandEntry Suggest() {
+    OptionEntry most = WithValue("--most", ValueKind::number, "N", "Name at most N events per entry; default: 3");
+    most.greatest = 1'000'000'000;
+    return {
+        "suggest",
+        "Suggest the allow-list entries that a recording needs",
+        "With a policy: the missing entries, each with the events that become allowed through it, as the library "
+        "decides them. Without one: a draft with the addresses of the remote ends in place of the machine ids, and "
+        "port-N in place of the protocol keys. The events are read at least twice; what is not a regular file is "
+        "copied to a temporary file.",
+        {recordingArgument},
+        {WithValue("--policy", ValueKind::file, "POLICY", "Suggest the entries that this policy lacks"),
+         Choice("--format", "FORMAT", formatNames, "Write the entries as text, json or jsonl; default: text",
+                "json is an allow list whose entries have further members. jsonl is one entry per line; the last line "
+                "is the summary."),
+         most, Libraries()},
+        false,
+    };
+}
+
 CommandEntry Record() {
     return {
         "record",
@@ -206,7 +245,8 @@ const std::vector<OptionEntry>& CommonOptions() {
 }
 
 const std::vector<CommandEntry>& CommandTable() {
-    static const std::vector<CommandEntry> commands = {Replay(), Explain(), Check(), Record(), Watch()};
+    static const std::vector<CommandEntry> commands = {Replay(), Explain(), Check(), Unused(), Suggest(),
+                                                       Record(), Watch()};
     return commands;
 }
 

@@ -7,6 +7,8 @@ Commands AllCommands() {
     commands.push_back(MakeReplayCommand());
     commands.push_back(MakeExplainCommand());
     commands.push_back(MakeCheckCommand());
+    commands.push_back(MakeUnusedCommand());
+    commands.push_back(MakeSuggestCommand());
     commands.push_back(MakeRecordCommand());
     commands.push_back(MakeWatchCommand());
     return commands;

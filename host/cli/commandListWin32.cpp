@@ -8,6 +8,8 @@ Commands AllCommands() {
     commands.push_back(MakeReplayCommand());
     commands.push_back(MakeExplainCommand());
     commands.push_back(MakeCheckCommand());
+    commands.push_back(MakeUnusedCommand());
+    commands.push_back(MakeSuggestCommand());
     return commands;
 }
 

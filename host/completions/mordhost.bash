@@ -57,6 +57,24 @@ _mordhost() {
             options="--format --strict --allow-list --action-table --answer --report --libraries --help --version"
             files=yes
             ;;
+        unused)
+            case "$previous" in
+                --format) _mordhost_words "text json jsonl"; return ;;
+                --libraries) _mordhost_names -d; return ;;
+            esac
+            options="--format --all --strict --libraries --help --version"
+            files=yes
+            ;;
+        suggest)
+            case "$previous" in
+                --policy) _mordhost_names -f; return ;;
+                --format) _mordhost_words "text json jsonl"; return ;;
+                --most) :; return ;;
+                --libraries) _mordhost_names -d; return ;;
+            esac
+            options="--policy --format --most --libraries --help --version"
+            files=yes
+            ;;
         record)
             case "$previous" in
                 --format) _mordhost_words "text json jsonl"; return ;;

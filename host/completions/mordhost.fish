@@ -39,6 +39,20 @@ complete -c mordhost -n '__fish_seen_subcommand_from check' -l answer -r -F -d '
 complete -c mordhost -n '__fish_seen_subcommand_from check' -l report -r -F -d 'Check the handling report in FILE; may be repeated'
 complete -c mordhost -n '__fish_seen_subcommand_from check' -l libraries -x -a '(__fish_complete_directories)' -d 'Load ZelkBase, Ferrocore and mordRev from DIR instead of the default directory'
 
+complete -c mordhost -n __fish_use_subcommand -a unused -d 'List the parts of a policy that a recording never used'
+complete -c mordhost -n '__fish_seen_subcommand_from unused' -F
+complete -c mordhost -n '__fish_seen_subcommand_from unused' -l format -x -a 'text json jsonl' -d 'Write the parts as text, json or jsonl; default: text'
+complete -c mordhost -n '__fish_seen_subcommand_from unused' -l all -d 'List the used parts too, with the number of events that used them'
+complete -c mordhost -n '__fish_seen_subcommand_from unused' -l strict -d 'Exit with code 1 if a part is unused'
+complete -c mordhost -n '__fish_seen_subcommand_from unused' -l libraries -x -a '(__fish_complete_directories)' -d 'Load ZelkBase, Ferrocore and mordRev from DIR instead of the default directory'
+
+complete -c mordhost -n __fish_use_subcommand -a suggest -d 'Suggest the allow-list entries that a recording needs'
+complete -c mordhost -n '__fish_seen_subcommand_from suggest' -F
+complete -c mordhost -n '__fish_seen_subcommand_from suggest' -l policy -r -F -d 'Suggest the entries that this policy lacks'
+complete -c mordhost -n '__fish_seen_subcommand_from suggest' -l format -x -a 'text json jsonl' -d 'Write the entries as text, json or jsonl; default: text'
+complete -c mordhost -n '__fish_seen_subcommand_from suggest' -l most -x -d 'Name at most N events per entry; default: 3'
+complete -c mordhost -n '__fish_seen_subcommand_from suggest' -l libraries -x -a '(__fish_complete_directories)' -d 'Load ZelkBase, Ferrocore and mordRev from DIR instead of the default directory'
+
 complete -c mordhost -n __fish_use_subcommand -a record -d 'Write this machine\'s inbound connections as events'
 complete -c mordhost -n '__fish_seen_subcommand_from record' -l format -x -a 'text json jsonl' -d 'Write the events as text, json or jsonl; default: jsonl'
 complete -c mordhost -n '__fish_seen_subcommand_from record' -l out -r -F -d 'Write to FILE instead of the standard output'

@@ -20,7 +20,7 @@ struct Decision {
     bool asked = false;           // whether the library decided; it does not if no rule applies
     uint32_t reply = 0;           // this and the following members are valid only if `asked`
     bool settled = false;         // the result of HandleEvent
-    std::optional<uint32_t> mode; // the defender mode, if the policy sets one
+    std::optional<uint32_t> mode; // the defender mode that decided; nullopt: the default of the library
     Reason reason;                // unknown if the library does not log
     WrittenRecords log;           // the library's records for this event
     std::vector<std::string> reports;

@@ -62,6 +62,12 @@ void Receiver::SetDefenderMode(uint32_t mode) {
     SetWord(m_object, PROP_DEFENDER_MODE, mode, "the defender mode");
 }
 
+void Receiver::SetAllowList(const std::string& document) {
+    if (!m_object.SetAllowList(document.c_str())) {
+        throw LoadError("the library does not accept the allow list");
+    }
+}
+
 Answer Receiver::Decide(const ConnectionEvent& event, const std::vector<size_t>& rules) {
     EventRecord record(event);
     m_chosen.clear();

@@ -3,6 +3,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <string>
 #include <vector>
 
 #include "decide/records.h"
@@ -32,6 +33,9 @@ public:
 
     // Sets the defender mode of the object. Throws LoadError if it refuses.
     void SetDefenderMode(uint32_t mode);
+
+    // Replaces the allow list of the object. Throws LoadError if it refuses.
+    void SetAllowList(const std::string& document);
 
     // Passes the event to the object, with the rules at the indexes `rules`, of which there is at least one.
     Answer Decide(const ConnectionEvent& event, const std::vector<size_t>& rules);

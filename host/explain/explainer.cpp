@@ -5,6 +5,7 @@
 #include "explain/nearMisses.h"
 #include "frame/values.h"
 #include "policy/ruleConditions.h"
+#include "policy/ruleKey.h"
 
 namespace mordhost {
 
@@ -70,7 +71,7 @@ RuleExplanation Explainer::ExplainRule(const Decision& decision, size_t index, c
     RuleExplanation explained;
     explained.rule = index;
     explained.conditions = MetConditions(rule, decision.event);
-    explained.key = ProtocolKeyOf(rule);
+    explained.key = KeyOf(rule);
     const auto dot = m_policy.dotPlaces.find(rule.guid);
     explained.dot = dot == m_policy.dotPlaces.end() ? nullptr : &dot->second;
     explained.held = held.MachinesOf(rule.guid);

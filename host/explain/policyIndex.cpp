@@ -18,10 +18,6 @@ const PolicyIndex::Entries& EntriesOf(const Map& map, const Key& key) {
 
 } // namespace
 
-const std::string& ProtocolKeyOf(const Rule& rule) {
-    return rule.type == "web" ? rule.guid : rule.type;
-}
-
 PolicyIndex::PolicyIndex(const Policy& policy) {
     for (const AllowListEntry& entry : policy.allowListEntries) {
         Entries& ofMachine = m_byMachine[entry.mid];

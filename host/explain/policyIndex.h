@@ -10,10 +10,6 @@
 
 namespace mordhost {
 
-// The protocol key under which the allow list must have a machine for the rule: the guid of a web rule, otherwise the
-// type.
-const std::string& ProtocolKeyOf(const Rule& rule);
-
 // The results are parts of the policy, which must outlive this and not change. Of repeated entries of the allow list
 // the first counts, of repeated rows of the action table the last.
 class PolicyIndex {

@@ -1,6 +1,7 @@
 #include "output/allowEntries.h"
 
 #include "output/placeMembers.h"
+#include "policy/ruleKey.h"
 
 namespace mordhost {
 
@@ -25,7 +26,7 @@ AllowEntries::AllowEntries(const Policy& policy) {
 }
 
 std::string_view AllowEntries::Find(const Rule& rule, std::string_view machine) const {
-    m_key = rule.type == "web" ? rule.guid : rule.type;
+    m_key = KeyOf(rule);
     m_key += '\0';
     m_key += machine;
     const auto place = m_places.find(m_key);

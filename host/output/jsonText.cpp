@@ -9,6 +9,8 @@
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
 
+#include "output/cleanText.h"
+
 namespace mordhost {
 
 namespace {
@@ -62,6 +64,23 @@ void AppendJsonNumber(std::string& out, int64_t number) {
     std::array<char, 24> digits{};
     const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
     out.append(digits.data(), end);
+}
+
+std::string TerminalSafe(std::string_view json) {
+    const std::string formed = WellFormed(json);
+    std::string safe;
+    for (size_t place = 0; place < formed.size(); ++place) {
+        const auto byte = static_cast<unsigned char>(formed[place]);
+        const bool leads = byte == 0xC2 && static_cast<unsigned char>(formed[place + 1]) < 0xA0;
+        if (byte != 0x7F && !leads) {
+            safe += formed[place];
+            continue;
+        }
+        constexpr auto digits = "0123456789ABCDEF";
+        const unsigned character = leads ? static_cast<unsigned char>(formed[++place]) : byte;
+        safe += {'\\', 'u', '0', '0', digits[character >> 4U], digits[character & 15U]};
+    }
+    return safe;
 }
 
 std::string& JsonMembers::Name(std::string_view name) {

@@ -14,6 +14,10 @@ void AppendJsonString(std::string& out, std::string_view text);
 
 void AppendJsonNumber(std::string& out, int64_t number);
 
+// The JSON text as well-formed UTF-8, with an escape for each of the control characters U+007F to U+009F, which JSON
+// permits and a terminal may interpret.
+std::string TerminalSafe(std::string_view json);
+
 // Appends the members of an object. The caller appends the braces.
 class JsonMembers {
 public:

@@ -41,4 +41,9 @@ bool MemoryDotStore::Delete(const std::string& guid) noexcept {
     }
 }
 
+const std::set<std::string>* MemoryDotStore::Machines(const std::string& guid) const {
+    const auto dot = m_dots.find(guid);
+    return dot == m_dots.end() ? nullptr : &dot->second;
+}
+
 } // namespace mordhost

@@ -27,6 +27,9 @@ public:
 
     const DotTable& Dots() const { return m_dots; }
 
+    // The machine ids of the dot of `guid`, or null if there is no dot. Valid until the next Delete.
+    const std::set<std::string>* Machines(const std::string& guid) const;
+
 private:
     // Allows look-ups by string_view.
     struct Hash : std::hash<std::string_view> {

@@ -6,6 +6,7 @@
 
 #include "frame/values.h"
 #include "policy/modeNames.h"
+#include "policy/ruleKey.h"
 #include "review/ruleCover.h"
 #include "review/similarIds.h"
 
@@ -15,11 +16,6 @@ namespace {
 
 std::string Quoted(const std::string& text) {
     return '"' + text + '"';
-}
-
-// The protocol key under which the library looks up machines for a rule.
-const std::string& KeyOf(const Rule& rule) {
-    return rule.type == "web" ? rule.guid : rule.type;
 }
 
 class PolicyCheck {
