@@ -76,7 +76,7 @@ TEST(Draft, HasAnEntryForEachAddressAndPort) {
 
 // With a rule and a dot for each connection, the entries allow the events that they name.
 TEST(Draft, AllowsExactlyTheEventsThatItNames) {
-    constexpr uint64_t cases = 10'000;
+    constexpr uint64_t cases = MORDHOST_USAGE_CASES;
     size_t named = 0;
     for (uint64_t i = 0; i < cases && !testing::Test::HasFailure(); ++i) {
         RandomCase random(kit::RunSeed() + i);

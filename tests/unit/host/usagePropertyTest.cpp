@@ -16,7 +16,7 @@ using namespace mordhostTest;
 
 namespace {
 
-constexpr uint64_t cases = 10'000;
+constexpr uint64_t cases = MORDHOST_USAGE_CASES;
 
 template <typename Part>
 void Erase(std::vector<Part>& parts, const std::set<size_t>& indexes) {
