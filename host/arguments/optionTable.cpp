@@ -172,7 +172,8 @@ CommandEntry Check() {
 }
 
 constexpr PositionalEntry recordingArgument = {
-    "EVENTS", ValueKind::file, "The events, one per line, in one or more files; - reads the standard input", true};
+    "EVENTS", ValueKind::file, "The events, one per line, in one or more files; - reads the standard input",
+    Times::any};
 
 CommandEntry Unused() {
     return {
@@ -245,8 +246,8 @@ const std::vector<OptionEntry>& CommonOptions() {
 }
 
 const std::vector<CommandEntry>& CommandTable() {
-    static const std::vector<CommandEntry> commands = {Replay(), Explain(), Check(), Unused(), Suggest(),
-                                                       Record(), Watch()};
+    static const std::vector<CommandEntry> commands = {Replay(),  Explain(), Check(), Unused(),
+                                                       Suggest(), Record(),  Watch()};
     return commands;
 }
 

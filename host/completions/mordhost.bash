@@ -14,7 +14,7 @@ _mordhost() {
     local options files=no
     COMPREPLY=()
     if [ "$COMP_CWORD" -eq 1 ]; then
-        _mordhost_words "replay explain check record watch --help --version"
+        _mordhost_words "replay explain check unused suggest record watch --help --version"
         return
     fi
     case "$command" in
