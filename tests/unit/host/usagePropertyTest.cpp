@@ -1,6 +1,7 @@
 // Random policies and recordings: what is unused can be removed, and suggested entries allow what they name. The
 // library judges.
 #include <algorithm>
+#include <iostream>
 
 #include <gtest/gtest.h>
 
@@ -144,6 +145,9 @@ TEST(UsageProperty, SuggestedEntriesAllowExactlyTheEventsThatTheyName) {
         morePasses += recording.rewinds > 2 ? 1 : 0;
     }
     EXPECT_GT(entries, cases / 10);
-    EXPECT_GT(also + noLonger, 0U);
-    EXPECT_GT(morePasses, 0U);
+    // Rare cases, which a small number of cases may lack.
+    EXPECT_GE(also + noLonger, cases / 1000);
+    EXPECT_GE(morePasses, cases / 50);
+    std::cout << entries << " entries, side effects: " << also << " and " << noLonger
+              << " events, more passes: " << morePasses << " cases\n";
 }
