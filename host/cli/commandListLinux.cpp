@@ -6,6 +6,7 @@ Commands AllCommands() {
     Commands commands;
     commands.push_back(MakeReplayCommand());
     commands.push_back(MakeExplainCommand());
+    commands.push_back(MakeDiffCommand());
     commands.push_back(MakeCheckCommand());
     commands.push_back(MakeRecordCommand());
     commands.push_back(MakeWatchCommand());

@@ -7,6 +7,7 @@ Commands AllCommands() {
     Commands commands;
     commands.push_back(MakeReplayCommand());
     commands.push_back(MakeExplainCommand());
+    commands.push_back(MakeDiffCommand());
     commands.push_back(MakeCheckCommand());
     return commands;
 }

@@ -32,6 +32,9 @@ public:
     // Decides the event. The result is valid until the next call.
     const Decision& Decide(ConnectionEvent&& event) { return m_decider.Decide(std::move(event)); }
 
+    // See DotHost.
+    void DropKeptAnswers() { m_dots.DropKeptAnswers(); }
+
     // The library's calls to the host so far.
     const DotHost::Account& Calls() const { return m_dots.Calls(); }
 
