@@ -169,6 +169,25 @@ CommandEntry Diff() {
     };
 }
 
+CommandEntry Rehearse() {
+    return {
+        "rehearse",
+        "Decide recorded events under every failure and every mode",
+        "The failures are network-error, query-error, broken-answer, and no-dots, an answer that holds nothing; none "
+        "is the run without a failure. Each row is an event whose verdict differs from that of a replay under some "
+        "combination. Each combination has separate dots. The summary counts the verdicts of each combination.",
+        {policyArgument, eventsArgument},
+        {Choice("--format", "FORMAT", formatNames, "Write the events as text, json or jsonl; default: text",
+                "json is one document with all events that change and the summary. jsonl is one object per line, "
+                "written as it is decided; the last one is the summary."),
+         Flag("--summary", "Write the summary without the events"),
+         WithValue("--programs", ValueKind::directory, "DIR",
+                   "Start the policy's programs from DIR instead of the directory of mordhost"),
+         Libraries()},
+        false,
+    };
+}
+
 CommandEntry Check() {
     const auto document = [](std::string_view name, std::string_view help) {
         OptionEntry entry = WithValue(name, ValueKind::file, "FILE", help);
@@ -229,7 +248,8 @@ const std::vector<OptionEntry>& CommonOptions() {
 }
 
 const std::vector<CommandEntry>& CommandTable() {
-    static const std::vector<CommandEntry> commands = {Replay(), Explain(), Diff(), Check(), Record(), Watch()};
+    static const std::vector<CommandEntry> commands = {Replay(), Explain(), Diff(), Rehearse(),
+                                                       Check(),  Record(),  Watch()};
     return commands;
 }
 

@@ -11,6 +11,7 @@ Commands AllCommands();
 std::unique_ptr<Command> MakeReplayCommand();
 std::unique_ptr<Command> MakeExplainCommand();
 std::unique_ptr<Command> MakeDiffCommand();
+std::unique_ptr<Command> MakeRehearseCommand();
 std::unique_ptr<Command> MakeCheckCommand();
 std::unique_ptr<Command> MakeRecordCommand(); // Linux only
 std::unique_ptr<Command> MakeWatchCommand();  // Linux only

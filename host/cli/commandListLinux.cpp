@@ -7,6 +7,7 @@ Commands AllCommands() {
     commands.push_back(MakeReplayCommand());
     commands.push_back(MakeExplainCommand());
     commands.push_back(MakeDiffCommand());
+    commands.push_back(MakeRehearseCommand());
     commands.push_back(MakeCheckCommand());
     commands.push_back(MakeRecordCommand());
     commands.push_back(MakeWatchCommand());

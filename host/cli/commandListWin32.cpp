@@ -8,6 +8,7 @@ Commands AllCommands() {
     commands.push_back(MakeReplayCommand());
     commands.push_back(MakeExplainCommand());
     commands.push_back(MakeDiffCommand());
+    commands.push_back(MakeRehearseCommand());
     commands.push_back(MakeCheckCommand());
     return commands;
 }

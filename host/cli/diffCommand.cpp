@@ -55,7 +55,8 @@ public:
             }
         }
         // The library has one object per process, which keeps what a policy has set.
-        RemoteSide sideAfter(OwnProgram(), source, libraries);
+        RemoteSide sideAfter(OwnProgram());
+        sideAfter.Start(source, libraries);
         LocalSide sideBefore(before, libraries, std::string(hostVersion));
         Comparison comparison(sideBefore, before.dots, sideAfter, after.dots);
         ComparedOutput compared(events);

@@ -8,9 +8,9 @@
 
 namespace mordhost {
 
-RemoteSide::RemoteSide(const std::filesystem::path& program, const SourceText& policy,
-                       const std::filesystem::path& libraries)
-    : m_process(program, {secondProcessArgument}) {
+RemoteSide::RemoteSide(const std::filesystem::path& program) : m_process(program, {secondProcessArgument}) {}
+
+void RemoteSide::Start(const SourceText& policy, const std::filesystem::path& libraries) {
     StartRequest(SideRequest::start);
     ByteWriter out(m_out);
     out.Put(policy.Name());

@@ -12,9 +12,13 @@ namespace mordhost {
 
 class RemoteSide final : public PolicySide {
 public:
-    // Starts `program`, a mordhost, and passes it the policy and the directory of the libraries. Throws RunError, and
-    // the DocumentError or LoadError of the second process.
-    RemoteSide(const std::filesystem::path& program, const SourceText& policy, const std::filesystem::path& libraries);
+    // Starts `program`, a mordhost. Throws RunError.
+    explicit RemoteSide(const std::filesystem::path& program);
+
+    // Passes the policy and the directory of the libraries to the second process. Call it before the first batch. A
+    // second call replaces the policy, but the library keeps what the new one does not set. Throws RunError, and the
+    // DocumentError or LoadError of the second process.
+    void Start(const SourceText& policy, const std::filesystem::path& libraries);
 
     // Waits until the second process has removed its temporary directory.
     ~RemoteSide() override;

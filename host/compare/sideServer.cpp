@@ -70,6 +70,7 @@ private:
         std::string name(in.Text());
         std::string text(in.Text());
         const std::filesystem::path libraries = PathOf(std::string(in.Text()));
+        m_side.reset(); // refers to the policy
         try {
             m_policy = ReadPolicy(SourceText(std::move(name), std::move(text)));
             m_side = std::make_unique<LocalSide>(m_policy, libraries, m_hostVersion);
