@@ -59,8 +59,8 @@ private:
         std::string dots;
         for (const char* const guid : {"A", "B", "C"}) {
             if (Below(4) != 0) {
-                dots += (dots.empty() ? "\"" : ", \"") + std::string(guid) + "\": " +
-                        Pick({R"(["M"])", R"(["N", "M"])", R"(["X"])", "[]"});
+                dots += (dots.empty() ? "\"" : ", \"") + std::string(guid) +
+                        "\": " + Pick({R"(["M"])", R"(["N", "M"])", R"(["X"])", "[]"});
             }
         }
         return dots;
