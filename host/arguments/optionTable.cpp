@@ -146,6 +146,48 @@ CommandEntry Explain() {
     };
 }
 
+constexpr PositionalEntry eventsArgument = {"EVENTS", ValueKind::file,
+                                            "The events, one per line; - reads the standard input"};
+
+CommandEntry Diff() {
+    return {
+        "diff",
+        "Compare the decisions of two policies on recorded events",
+        "Each event whose verdict or reason differs is a row, with both reasons and their places in the documents. A "
+        "difference is marked if it follows from a dot that was deleted under one policy only. The exit code is 1 if a "
+        "verdict differs.",
+        {{"OLD", ValueKind::file, "The old policy document"},
+         {"NEW", ValueKind::file, "The new policy document"},
+         eventsArgument},
+        {Choice("--format", "FORMAT", formatNames, "Write the differences as text, json or jsonl; default: text",
+                "json is one document with all differences and the summary. jsonl is one object per line, written as "
+                "it is decided; the last one is the summary."),
+         WithValue("--programs", ValueKind::directory, "DIR",
+                   "Start the policies' programs from DIR instead of the directory of mordhost"),
+         Libraries()},
+        false,
+    };
+}
+
+CommandEntry Rehearse() {
+    return {
+        "rehearse",
+        "Decide recorded events under every failure and every mode",
+        "The failures are network-error, query-error, broken-answer, and no-dots, an answer that holds nothing; none "
+        "is the run without a failure. Each row is an event whose verdict differs from that of a replay under some "
+        "combination. Each combination has separate dots. The summary counts the verdicts of each combination.",
+        {policyArgument, eventsArgument},
+        {Choice("--format", "FORMAT", formatNames, "Write the events as text, json or jsonl; default: text",
+                "json is one document with all events that change and the summary. jsonl is one object per line, "
+                "written as it is decided; the last one is the summary."),
+         Flag("--summary", "Write the summary without the events"),
+         WithValue("--programs", ValueKind::directory, "DIR",
+                   "Start the policy's programs from DIR instead of the directory of mordhost"),
+         Libraries()},
+        false,
+    };
+}
+
 CommandEntry Check() {
     const auto document = [](std::string_view name, std::string_view help) {
         OptionEntry entry = WithValue(name, ValueKind::file, "FILE", help);
@@ -246,8 +288,8 @@ const std::vector<OptionEntry>& CommonOptions() {
 }
 
 const std::vector<CommandEntry>& CommandTable() {
-    static const std::vector<CommandEntry> commands = {Replay(),  Explain(), Check(), Unused(),
-                                                       Suggest(), Record(),  Watch()};
+    static const std::vector<CommandEntry> commands = {Replay(), Explain(), Diff(),   Rehearse(), Check(),
+                                                       Unused(), Suggest(), Record(), Watch()};
     return commands;
 }
 

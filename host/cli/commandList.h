@@ -10,6 +10,8 @@ Commands AllCommands();
 
 std::unique_ptr<Command> MakeReplayCommand();
 std::unique_ptr<Command> MakeExplainCommand();
+std::unique_ptr<Command> MakeDiffCommand();
+std::unique_ptr<Command> MakeRehearseCommand();
 std::unique_ptr<Command> MakeCheckCommand();
 std::unique_ptr<Command> MakeUnusedCommand();
 std::unique_ptr<Command> MakeSuggestCommand();

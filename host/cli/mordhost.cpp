@@ -5,6 +5,9 @@
 #include "cli/commandLine.h"
 #include "cli/commandList.h"
 #include "cli/exitCode.h"
+#include "cli/hostVersion.h"
+#include "compare/sideMessages.h"
+#include "compare/sideServer.h"
 #include "decide/libraries.h"
 #include "document/sourceText.h"
 #include "output/requireWritten.h"
@@ -26,6 +29,10 @@ int Fail(const std::exception& error, int code) {
 int RunMordhost(std::vector<std::string> arguments) {
     try {
         HoldStopRequests();
+        if (arguments == std::vector<std::string>{secondProcessArgument}) {
+            ServeSide(std::cin, std::cout, std::string(hostVersion));
+            return EXIT_DONE;
+        }
         const Commands commands = AllCommands();
         int code = EXIT_DONE;
         if (Command* const command = ReadCommandLine(commands, std::move(arguments), code)) {

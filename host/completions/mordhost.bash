@@ -14,7 +14,7 @@ _mordhost() {
     local options files=no
     COMPREPLY=()
     if [ "$COMP_CWORD" -eq 1 ]; then
-        _mordhost_words "replay explain check unused suggest record watch --help --version"
+        _mordhost_words "replay explain diff rehearse check unused suggest record watch --help --version"
         return
     fi
     case "$command" in
@@ -43,6 +43,24 @@ _mordhost() {
                 --libraries) _mordhost_names -d; return ;;
             esac
             options="--format --event --from --to --pid --flags --records --no-duration --dots-down --libraries --help --version"
+            files=yes
+            ;;
+        diff)
+            case "$previous" in
+                --format) _mordhost_words "text json jsonl"; return ;;
+                --programs) _mordhost_names -d; return ;;
+                --libraries) _mordhost_names -d; return ;;
+            esac
+            options="--format --programs --libraries --help --version"
+            files=yes
+            ;;
+        rehearse)
+            case "$previous" in
+                --format) _mordhost_words "text json jsonl"; return ;;
+                --programs) _mordhost_names -d; return ;;
+                --libraries) _mordhost_names -d; return ;;
+            esac
+            options="--format --summary --programs --libraries --help --version"
             files=yes
             ;;
         check)

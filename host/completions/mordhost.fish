@@ -29,6 +29,19 @@ complete -c mordhost -n '__fish_seen_subcommand_from explain' -l no-duration -d 
 complete -c mordhost -n '__fish_seen_subcommand_from explain' -l dots-down -x -a 'network-error query-error broken-answer' -d 'Make every query for dots fail with network-error, query-error or broken-answer'
 complete -c mordhost -n '__fish_seen_subcommand_from explain' -l libraries -x -a '(__fish_complete_directories)' -d 'Load ZelkBase, Ferrocore and mordRev from DIR instead of the default directory'
 
+complete -c mordhost -n __fish_use_subcommand -a diff -d 'Compare the decisions of two policies on recorded events'
+complete -c mordhost -n '__fish_seen_subcommand_from diff' -F
+complete -c mordhost -n '__fish_seen_subcommand_from diff' -l format -x -a 'text json jsonl' -d 'Write the differences as text, json or jsonl; default: text'
+complete -c mordhost -n '__fish_seen_subcommand_from diff' -l programs -x -a '(__fish_complete_directories)' -d 'Start the policies\' programs from DIR instead of the directory of mordhost'
+complete -c mordhost -n '__fish_seen_subcommand_from diff' -l libraries -x -a '(__fish_complete_directories)' -d 'Load ZelkBase, Ferrocore and mordRev from DIR instead of the default directory'
+
+complete -c mordhost -n __fish_use_subcommand -a rehearse -d 'Decide recorded events under every failure and every mode'
+complete -c mordhost -n '__fish_seen_subcommand_from rehearse' -F
+complete -c mordhost -n '__fish_seen_subcommand_from rehearse' -l format -x -a 'text json jsonl' -d 'Write the events as text, json or jsonl; default: text'
+complete -c mordhost -n '__fish_seen_subcommand_from rehearse' -l summary -d 'Write the summary without the events'
+complete -c mordhost -n '__fish_seen_subcommand_from rehearse' -l programs -x -a '(__fish_complete_directories)' -d 'Start the policy\'s programs from DIR instead of the directory of mordhost'
+complete -c mordhost -n '__fish_seen_subcommand_from rehearse' -l libraries -x -a '(__fish_complete_directories)' -d 'Load ZelkBase, Ferrocore and mordRev from DIR instead of the default directory'
+
 complete -c mordhost -n __fish_use_subcommand -a check -d 'Find the faults of a policy or of a document for the library'
 complete -c mordhost -n '__fish_seen_subcommand_from check' -F
 complete -c mordhost -n '__fish_seen_subcommand_from check' -l format -x -a 'text json jsonl junit tap sarif github' -d 'Write the findings as text, json, jsonl, junit, tap, sarif or github; default: text'

@@ -43,10 +43,11 @@ std::string PathInReport(const std::string& report) {
 } // namespace
 
 std::string VerdictOf(const Decision& decision) {
-    if (!decision.asked) {
-        return "no rule";
-    }
-    switch (decision.reply) {
+    return decision.asked ? VerdictOfReply(decision.reply) : "no rule";
+}
+
+std::string VerdictOfReply(uint32_t reply) {
+    switch (reply) {
     case REPLY_BLOCK:
         return "block";
     case REPLY_ALLOW:
@@ -54,7 +55,7 @@ std::string VerdictOf(const Decision& decision) {
     case REPLY_ALLOW_FLAGGED:
         return "allow (flagged)";
     default:
-        return "reply " + std::to_string(decision.reply);
+        return "reply " + std::to_string(reply);
     }
 }
 

@@ -38,4 +38,7 @@ inline bool HasDeletedDot(const Decision& decision) {
 // The verdict for output: "allow", "block", "no rule".
 std::string VerdictOf(const Decision& decision);
 
+// The verdict of a reply of the library.
+std::string VerdictOfReply(uint32_t reply);
+
 } // namespace mordhost

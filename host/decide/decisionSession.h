@@ -35,6 +35,9 @@ public:
     // Replaces the allow list for the following events. Throws LoadError.
     void SetAllowList(const std::string& document) { m_receiver.SetAllowList(document); }
 
+    // See DotHost.
+    void DropKeptAnswers() { m_dots.DropKeptAnswers(); }
+
     // The library's calls to the host so far.
     const DotHost::Account& Calls() const { return m_dots.Calls(); }
 

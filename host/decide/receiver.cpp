@@ -68,6 +68,10 @@ void Receiver::SetAllowList(const std::string& document) {
     }
 }
 
+void Receiver::SetExceptionMode(uint32_t mode) {
+    SetWord(m_object, PROP_EXCEPTION_MODE, mode, "the exception mode");
+}
+
 Answer Receiver::Decide(const ConnectionEvent& event, const std::vector<size_t>& rules) {
     EventRecord record(event);
     m_chosen.clear();

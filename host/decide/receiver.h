@@ -37,6 +37,9 @@ public:
     // Replaces the allow list of the object. Throws LoadError if it refuses.
     void SetAllowList(const std::string& document);
 
+    // Sets the exception mode of the object. Throws LoadError if it refuses.
+    void SetExceptionMode(uint32_t mode);
+
     // Passes the event to the object, with the rules at the indexes `rules`, of which there is at least one.
     Answer Decide(const ConnectionEvent& event, const std::vector<size_t>& rules);
 

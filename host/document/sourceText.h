@@ -27,6 +27,9 @@ public:
     DocumentError(const Location& where, const std::string& reason);
     DocumentError(const Location& where, Fault fault);
 
+    // An error that another process has found, with its what().
+    explicit DocumentError(const std::string& text) : std::runtime_error(text) {}
+
     // What is wrong; without code and offset if the first constructor was used.
     const Fault& Details() const { return m_fault; }
 

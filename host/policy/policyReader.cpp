@@ -285,7 +285,11 @@ PolicyReading ReadWholePolicy(SourceText source) {
 }
 
 Policy ReadPolicy(const std::string& name) {
-    PolicyReading reading = ReadWholePolicy(SourceText(name, InputStream(name).ReadAll()));
+    return ReadPolicy(SourceText(name, InputStream(name).ReadAll()));
+}
+
+Policy ReadPolicy(SourceText source) {
+    PolicyReading reading = ReadWholePolicy(std::move(source));
     reading.findings.ThrowFirstError();
     return std::move(reading.policy);
 }

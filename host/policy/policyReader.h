@@ -29,4 +29,7 @@ PolicyReading ReadWholePolicy(SourceText source);
 // policy cannot be read, and DocumentError for the first error in document order, in it or in the other files.
 Policy ReadPolicy(const std::string& name);
 
+// As above, with the text of the policy.
+Policy ReadPolicy(SourceText source);
+
 } // namespace mordhost

@@ -5,6 +5,9 @@
 #include <cstdint>
 #include <filesystem>
 #include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
 
 namespace mordhost {
 
@@ -12,7 +15,10 @@ class ChildProcess {
 public:
     // Starts the program `file` without arguments. Its standard error is the null device. It inherits no other handle
     // of this process and receives no keyboard interruption. Throws RunError.
-    explicit ChildProcess(const std::filesystem::path& file);
+    explicit ChildProcess(const std::filesystem::path& file) : ChildProcess(file, {}) {}
+
+    // As above, with arguments of ASCII letters, digits and hyphens.
+    ChildProcess(const std::filesystem::path& file, const std::vector<std::string>& arguments);
 
     // Closes the pipes. Kills the process unless WaitForEnd has returned true.
     ~ChildProcess();
@@ -27,6 +33,14 @@ public:
     // Waits at most `time` for output of the process. Returns `line` if a line feed was in it, `end` if the process has
     // closed its standard output, and `nothing` otherwise, possibly before `time` has passed.
     Heard Listen(std::chrono::milliseconds time);
+
+    // Writes all of `text` to the standard input of the process. Waits while the pipe is full. Returns false if the
+    // process has closed it.
+    bool Write(std::string_view text);
+
+    // Reads exactly `size` bytes of the standard output of the process. Waits for them. Returns false if the output
+    // ends before. Do not mix with Listen, which discards what it reads.
+    bool Read(char* data, size_t size);
 
     // Closes the pipe to the standard input of the process.
     void CloseInput();

@@ -65,10 +65,14 @@ public:
         return 0;
     }
 
-    int Start(pid_t& process, const std::filesystem::path& file) {
+    int Start(pid_t& process, const std::filesystem::path& file, std::vector<std::string> arguments) {
         std::string name = file.native();
-        char* const arguments[] = {name.data(), nullptr};
-        return posix_spawn(&process, name.c_str(), &m_actions, &m_attributes, arguments, environ);
+        std::vector<char*> all = {name.data()};
+        for (std::string& argument : arguments) {
+            all.push_back(argument.data());
+        }
+        all.push_back(nullptr);
+        return posix_spawn(&process, name.c_str(), &m_actions, &m_attributes, all.data(), environ);
     }
 
 private:
@@ -85,7 +89,8 @@ struct ChildProcess::State {
     Descriptor output;
 };
 
-ChildProcess::ChildProcess(const std::filesystem::path& file) : m_state(std::make_unique<State>()) {
+ChildProcess::ChildProcess(const std::filesystem::path& file, const std::vector<std::string>& arguments)
+    : m_state(std::make_unique<State>()) {
     Descriptor itsInput;
     Descriptor itsOutput;
     SpawnPlan plan;
@@ -97,7 +102,7 @@ ChildProcess::ChildProcess(const std::filesystem::path& file) : m_state(std::mak
         error = plan.Make(itsInput.Get(), itsOutput.Get());
     }
     if (error == 0) {
-        error = plan.Start(m_state->process, file);
+        error = plan.Start(m_state->process, file, arguments);
     }
     if (error != 0) {
         Refuse(file, error);
@@ -127,6 +132,29 @@ ChildProcess::Heard ChildProcess::Listen(std::chrono::milliseconds time) {
         return Heard::end;
     }
     return length > 0 && std::find(text, text + length, '\n') != text + length ? Heard::line : Heard::nothing;
+}
+
+bool ChildProcess::Write(std::string_view text) {
+    while (!text.empty()) {
+        const ssize_t written = write(m_state->input.Get(), text.data(), text.size());
+        if (written < 0 && errno != EINTR) {
+            return false;
+        }
+        text.remove_prefix(written < 0 ? 0 : static_cast<size_t>(written));
+    }
+    return true;
+}
+
+bool ChildProcess::Read(char* data, size_t size) {
+    while (size > 0) {
+        const ssize_t length = read(m_state->output.Get(), data, size);
+        if (length == 0 || (length < 0 && errno != EINTR)) {
+            return false;
+        }
+        data += length < 0 ? 0 : length;
+        size -= length < 0 ? 0 : static_cast<size_t>(length);
+    }
+    return true;
 }
 
 void ChildProcess::CloseInput() {

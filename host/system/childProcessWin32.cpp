@@ -95,7 +95,8 @@ struct ChildProcess::State {
     OwnedHandle output;
 };
 
-ChildProcess::ChildProcess(const std::filesystem::path& file) : m_state(std::make_unique<State>()) {
+ChildProcess::ChildProcess(const std::filesystem::path& file, const std::vector<std::string>& arguments)
+    : m_state(std::make_unique<State>()) {
     OwnedHandle itsInput;
     OwnedHandle itsOutput;
     const OwnedHandle nowhere = OpenNullDevice();
@@ -112,6 +113,9 @@ ChildProcess::ChildProcess(const std::filesystem::path& file) : m_state(std::mak
     // Absolute, so that the system reports the full image path in every current directory.
     const std::filesystem::path image = std::filesystem::absolute(file).make_preferred();
     std::wstring command = L'"' + image.native() + L'"'; // a file name cannot contain a quotation mark
+    for (const std::string& argument : arguments) {
+        command += L' ' + std::wstring(argument.begin(), argument.end());
+    }
     PROCESS_INFORMATION process{};
     if (!prepared || !CreateWithinTries(image, command, start, process)) {
         throw RunError("cannot start the program " + Utf8Of(file) + ": " + LastError().message());
@@ -150,6 +154,31 @@ ChildProcess::Heard ChildProcess::Listen(std::chrono::milliseconds time) {
         return Heard::end;
     }
     return std::find(text, text + length, '\n') != text + length ? Heard::line : Heard::nothing;
+}
+
+bool ChildProcess::Write(std::string_view text) {
+    while (!text.empty()) {
+        DWORD written = 0;
+        const auto size = static_cast<DWORD>(std::min<size_t>(text.size(), 1U << 20U));
+        if (!WriteFile(m_state->input.get(), text.data(), size, &written, nullptr)) {
+            return false;
+        }
+        text.remove_prefix(written);
+    }
+    return true;
+}
+
+bool ChildProcess::Read(char* data, size_t size) {
+    while (size > 0) {
+        DWORD length = 0;
+        const auto part = static_cast<DWORD>(std::min<size_t>(size, 1U << 20U));
+        if (!ReadFile(m_state->output.get(), data, part, &length, nullptr)) {
+            return false;
+        }
+        data += length;
+        size -= length;
+    }
+    return true;
 }
 
 void ChildProcess::CloseInput() {

@@ -11,7 +11,8 @@ namespace mordhost {
 // The arguments of this process in UTF-8, without the program name. `argc` and `argv` are those of main.
 std::vector<std::string> ProgramArguments(int argc, char** argv);
 
-// The directory of the executable of this process.
+// The executable of this process, and its directory.
+std::filesystem::path OwnProgram();
 std::filesystem::path OwnDirectory();
 
 // The default directory of the libraries: OwnDirectory() on Windows, lib beside it elsewhere.

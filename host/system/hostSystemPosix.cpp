@@ -27,9 +27,13 @@ std::vector<std::string> ProgramArguments(int argc, char** argv) {
     return {argv + (argc > 0 ? 1 : 0), argv + argc};
 }
 
-std::filesystem::path OwnDirectory() {
+std::filesystem::path OwnProgram() {
     std::error_code error;
-    return std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
+    return std::filesystem::read_symlink("/proc/self/exe", error);
+}
+
+std::filesystem::path OwnDirectory() {
+    return OwnProgram().parent_path();
 }
 
 std::filesystem::path DefaultLibraryDirectory() {

@@ -50,14 +50,18 @@ std::vector<std::string> ProgramArguments(int, char**) {
     return arguments;
 }
 
-std::filesystem::path OwnDirectory() {
+std::filesystem::path OwnProgram() {
     std::wstring path(MAX_PATH, L'\0');
     DWORD length = 0;
     while ((length = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()))) == path.size()) {
         path.resize(path.size() * 2);
     }
     path.resize(length);
-    return std::filesystem::path(path).parent_path();
+    return path;
+}
+
+std::filesystem::path OwnDirectory() {
+    return OwnProgram().parent_path();
 }
 
 std::filesystem::path DefaultLibraryDirectory() {

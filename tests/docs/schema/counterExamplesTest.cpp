@@ -217,4 +217,34 @@ TEST(CounterExamples, Summary) {
     ExpectRejects("summary", {"{}", "[]", R"({"summary": {}})", noEvents.c_str(), more.c_str(), negative.c_str()});
 }
 
+TEST(CounterExamples, Difference) {
+    const std::string side = R"({"decision": )" + Record() + R"(, "setting": null})";
+    const std::string both = R"("old": )" + side + R"(, "new": )" + side + "}";
+    const std::string sound = R"({"line": 1, "change": "verdict", "follows_from": [], )" + both;
+    const std::string deleted =
+        R"({"line": 2, "change": "reason", "follows_from": [{"guid": "", "policy": "old", "line": 1}], )" + both;
+    const std::string noSide = R"({"line": 1, "change": "verdict", "follows_from": [], "old": )" + side + "}";
+    const std::string otherChange = R"({"line": 1, "change": "text", "follows_from": [], )" + both;
+    const std::string otherPolicy =
+        R"({"line": 2, "change": "reason", "follows_from": [{"guid": "", "policy": "both", "line": 1}], )" + both;
+    ExpectFits("difference", {sound.c_str(), deleted.c_str(), R"({"summary": {"events": 0, "verdicts_changed": 0,
+                "reasons_changed": 0, "following": 0, "matrix": [{"old": "allow", "new": "block", "events": 1}]}})"});
+    ExpectRejects("difference", {"{}", R"({"summary": {}})", noSide.c_str(), otherChange.c_str(), otherPolicy.c_str(),
+                                 R"({"summary": {"events": 0, "verdicts_changed": 0, "reasons_changed": 0,
+                                    "following": 0, "matrix": [{"old": "allow", "new": "block", "events": 0}]}})"});
+}
+
+TEST(CounterExamples, Rehearsal) {
+    const std::string head = R"({"line": 1, "time": null, "name": null, "verdict": "allow", "changes": [)";
+    const std::string change =
+        R"({"failure": "no-dots", "defender_mode": "emergency", "exception_mode": "block", "verdict": "block"})";
+    const std::string sound = head + change + "]}";
+    const std::string noChange = head + "]}";
+    std::string otherFailure = sound;
+    otherFailure.replace(otherFailure.find("no-dots"), 7, "no-dot");
+    ExpectFits("rehearsal", {sound.c_str()});
+    ExpectRejects("rehearsal", {"{}", noChange.c_str(), otherFailure.c_str(),
+                                R"({"summary": {"events": 1, "without_rule": 0, "combinations": []}})"});
+}
+
 } // namespace

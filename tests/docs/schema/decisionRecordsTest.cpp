@@ -101,6 +101,36 @@ TEST(DecisionRecords, OfADocumentFitTheirSchema) {
     EXPECT_EQ(document.MemberCount(), 2U);
 }
 
+// The lines of every pair of policies over the events of the first, of one example.
+TEST(DecisionRecords, OfDifferencesAndRehearsalsFitTheirSchemas) {
+    const schema::SchemaFile difference("difference");
+    const schema::SchemaFile rehearsal("rehearsal");
+    size_t differences = 0;
+    size_t rehearsed = 0;
+    for (const auto& policy : Policies()) {
+        SCOPED_TRACE(policy.string());
+        std::istringstream events(Output("rehearse", policy, {"--format", "jsonl"}));
+        for (std::string line; std::getline(events, line); ++rehearsed) {
+            EXPECT_EQ(rehearsal.Misfit(line), "") << line;
+        }
+        const std::string recording = (policy.parent_path() / "events.jsonl").string();
+        for (const auto& other : Policies()) {
+            if (other.parent_path() != policy.parent_path()) {
+                continue;
+            }
+            const kit::ProcessResult result = kit::RunProcess(
+                {MORDHOST_PROGRAM, {"diff", policy.string(), other.string(), recording, "--format", "jsonl"}, "", ""});
+            EXPECT_LE(result.code, 1) << result.error;
+            std::istringstream lines(result.output);
+            for (std::string line; std::getline(lines, line); ++differences) {
+                EXPECT_EQ(difference.Misfit(line), "") << line;
+            }
+        }
+    }
+    EXPECT_GE(differences, 30U);
+    EXPECT_GE(rehearsed, 30U);
+}
+
 TEST(DecisionRecords, HaveTheCodesOfTheSchema) {
     EXPECT_EQ(CodesOfTheSchema(), CodesOfTheHost());
 }

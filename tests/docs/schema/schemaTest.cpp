@@ -135,8 +135,8 @@ private:
 
 TEST(Schemas, AreThereForEveryDocument) {
     const std::vector<std::string> names = schema::SchemaNames();
-    for (const char* name : {"actionTable", "allowList", "decision", "dots", "event", "explanation", "policy",
-                             "queryRequest", "queryResult", "report", "summary"}) {
+    for (const char* name : {"actionTable", "allowList", "decision", "difference", "dots", "event", "explanation",
+                             "policy", "queryRequest", "queryResult", "rehearsal", "report", "summary"}) {
         EXPECT_NE(std::find(names.begin(), names.end(), name), names.end()) << name;
     }
 }

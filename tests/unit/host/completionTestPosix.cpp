@@ -63,7 +63,7 @@ using Words = std::vector<std::string>;
 } // namespace
 
 TEST_F(Completion, OfBashSuggestsCommandsOptionsValuesAndFiles) {
-    EXPECT_EQ(Bash("re"), (Words{"replay", "record"}));
+    EXPECT_EQ(Bash("re"), (Words{"replay", "rehearse", "record"}));
     EXPECT_EQ(Bash("--v"), (Words{"--version"}));
     EXPECT_EQ(Bash("replay --no"), (Words{"--no-duration", "--no-log"}));
     EXPECT_EQ(Bash("record --no"), Words{});
@@ -77,7 +77,7 @@ TEST_F(Completion, OfBashSuggestsCommandsOptionsValuesAndFiles) {
 }
 
 TEST_F(Completion, OfFishSuggestsCommandsOptionsValuesAndFiles) {
-    EXPECT_EQ(Fish("mordhost re"), (Words{"record", "replay"}));
+    EXPECT_EQ(Fish("mordhost re"), (Words{"record", "rehearse", "replay"}));
     EXPECT_EQ(Fish("mordhost replay --no"), (Words{"--no-duration", "--no-log"}));
     EXPECT_EQ(Fish("mordhost record --no"), Words{});
     EXPECT_EQ(Fish("mordhost replay --format "), (Words{"json", "jsonl", "text"}));
